@@ -1,0 +1,9 @@
+# GTest::gmock and GTest::gmock_main: the distribution's library, or for a cross build its sources.
+if(CMAKE_CROSSCOMPILING)
+  set(INSTALL_GTEST OFF)
+  add_subdirectory(/usr/src/googletest ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+  add_library(GTest::gmock ALIAS gmock)
+  add_library(GTest::gmock_main ALIAS gmock_main)
+else()
+  find_package(GTest REQUIRED)
+endif()

@@ -1,0 +1,40 @@
+# What all targets of the project have in common.
+
+add_library(tarnwell-options INTERFACE)
+target_compile_options(tarnwell-options INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+if(TARNWELL_WARNINGS_AS_ERRORS)
+  target_compile_options(tarnwell-options INTERFACE -Werror)
+endif()
+if(TARNWELL_SANITIZE)
+  target_compile_options(tarnwell-options INTERFACE -fsanitize=${TARNWELL_SANITIZE}
+                         -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(tarnwell-options INTERFACE -fsanitize=${TARNWELL_SANITIZE})
+endif()
+if(WIN32)
+  # Text is held as char16_t and handed to the system as wchar_t: the same units, other types.
+  target_compile_options(tarnwell-options INTERFACE -fno-strict-aliasing)
+  target_compile_definitions(tarnwell-options INTERFACE UNICODE _UNICODE NOMINMAX
+                             WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
+  target_link_options(tarnwell-options INTERFACE -static)
+endif()
+
+# tarnwell_sources(VAR FOLDER...): the sources that lie directly in these folders.
+function(tarnwell_sources variable)
+  set(found)
+  foreach(folder IN LISTS ARGN)
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+    list(APPEND found ${sources})
+  endforeach()
+  set(${variable} ${found} PARENT_SCOPE)
+endfunction()
+
+# tarnwell_layer(NAME FOLDERS... LINKS TARGETS...): one layer of the module, made of the sources
+# in its folders, on top of the layers that it links.
+function(tarnwell_layer name)
+  cmake_parse_arguments(PARSE_ARGV 1 layer "" "" "FOLDERS;LINKS")
+  tarnwell_sources(sources ${layer_FOLDERS})
+  add_library(${name} STATIC ${sources})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/include
+                             ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC ${layer_LINKS} PRIVATE tarnwell-options)
+endfunction()

@@ -1,0 +1,155 @@
+// Owners of interface pointers and of texts, for hosts written in C++.
+#pragma once
+
+#include <tarnwell/interfaceid.h>
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace tarnwell
+{
+
+// Owns one reference to an interface, or nothing.
+template <class I> class ComPtr
+{
+public:
+    ComPtr() = default;
+    ComPtr(const ComPtr& other) : pointer_(other.pointer_)
+    {
+        if (pointer_ != nullptr)
+            pointer_->AddRef();
+    }
+    ComPtr(ComPtr&& other) noexcept : pointer_(std::exchange(other.pointer_, nullptr)) {}
+    ~ComPtr()
+    {
+        Reset();
+    }
+
+    ComPtr& operator=(ComPtr other) noexcept
+    {
+        std::swap(pointer_, other.pointer_);
+        return *this;
+    }
+
+    // Takes over the caller's reference.
+    static ComPtr Adopt(I* pointer)
+    {
+        ComPtr owner;
+        owner.pointer_ = pointer;
+        return owner;
+    }
+
+    // Adds a reference of its own. Null is allowed.
+    static ComPtr Share(I* pointer)
+    {
+        if (pointer != nullptr)
+            pointer->AddRef();
+        return Adopt(pointer);
+    }
+
+    // The same object by another of its interfaces; null if it has none such.
+    template <class J> ComPtr<J> As() const
+    {
+        ComPtr<J> other;
+        if (pointer_ != nullptr)
+            pointer_->QueryInterface(IidOf<J>(), other.OutVoid());
+        return other;
+    }
+
+    void Reset()
+    {
+        if (I* const old = std::exchange(pointer_, nullptr); old != nullptr)
+            old->Release();
+    }
+
+    // Where a call puts the reference that it hands out. What was held is released first.
+    I** Out()
+    {
+        Reset();
+        return &pointer_;
+    }
+    void** OutVoid()
+    {
+        return reinterpret_cast<void**>(Out());
+    }
+
+    // Gives the reference to the caller.
+    I* Detach()
+    {
+        return std::exchange(pointer_, nullptr);
+    }
+
+    I* Get() const
+    {
+        return pointer_;
+    }
+    I* operator->() const
+    {
+        return pointer_;
+    }
+    explicit operator bool() const
+    {
+        return pointer_ != nullptr;
+    }
+
+private:
+    I* pointer_ = nullptr;
+};
+
+// Owns a text that a call handed out, or nothing.
+class Bstr
+{
+public:
+    Bstr() = default;
+    // A copy of `text`; holds null if memory is short.
+    explicit Bstr(std::u16string_view text)
+        : text_(SysAllocStringLen(reinterpret_cast<const OLECHAR*>(text.data()),
+                                  static_cast<std::uint32_t>(text.size())))
+    {
+    }
+    Bstr(const Bstr&) = delete;
+    Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
+    Bstr& operator=(const Bstr&) = delete;
+    Bstr& operator=(Bstr&& other) noexcept
+    {
+        std::swap(text_, other.text_);
+        return *this;
+    }
+    ~Bstr()
+    {
+        SysFreeString(text_);
+    }
+
+    // Where a call puts the text. What was held is freed first.
+    BSTR* Out()
+    {
+        SysFreeString(std::exchange(text_, nullptr));
+        return &text_;
+    }
+    BSTR Detach()
+    {
+        return std::exchange(text_, nullptr);
+    }
+    BSTR Get() const
+    {
+        return text_;
+    }
+    explicit operator bool() const
+    {
+        return text_ != nullptr;
+    }
+
+    // All units, also behind a terminator inside. Empty for null; valid as long as the owner.
+    std::u16string_view View() const
+    {
+        if (text_ == nullptr)
+            return {};
+        return {reinterpret_cast<const char16_t*>(text_), SysStringLen(text_)};
+    }
+
+private:
+    BSTR text_ = nullptr;
+};
+
+} // namespace tarnwell

@@ -1,0 +1,285 @@
+// The platform operations, for Linux. Each does what its namesake on Windows does for the flags
+// and arguments in use here; what is not supported fails with ERROR_NOT_SUPPORTED or
+// ERROR_INVALID_PARAMETER. A failing call sets the calling thread's last error, never to 0.
+#pragma once
+
+#include <tarnwell/com.h>
+
+#include <cstdarg>
+#include <pthread.h>
+
+using BYTE = std::uint8_t;
+using WORD = std::uint16_t;
+using DWORD = std::uint32_t;
+using LONG = std::int32_t;
+using UINT = std::uint32_t;
+using LONGLONG = std::int64_t;
+using DWORD_PTR = std::uintptr_t;
+using LONG_PTR = std::intptr_t;
+using LANGID = WORD;
+using WCHAR = char16_t;
+using LPWSTR = WCHAR*;
+using LPCWSTR = const WCHAR*;
+using LPCVOID = const void*;
+using HANDLE = void*;
+using HMODULE = void*;
+using HRSRC = void*;
+using HGLOBAL = void*;
+using HLOCAL = void*;
+
+// ---- Errors ------------------------------------------------------------------------------
+
+inline constexpr DWORD ERROR_SUCCESS = 0;
+inline constexpr DWORD ERROR_FILE_NOT_FOUND = 2;
+inline constexpr DWORD ERROR_PATH_NOT_FOUND = 3;
+inline constexpr DWORD ERROR_TOO_MANY_OPEN_FILES = 4;
+inline constexpr DWORD ERROR_ACCESS_DENIED = 5;
+inline constexpr DWORD ERROR_INVALID_HANDLE = 6;
+inline constexpr DWORD ERROR_NOT_ENOUGH_MEMORY = 8;
+inline constexpr DWORD ERROR_OUTOFMEMORY = 14;
+inline constexpr DWORD ERROR_NOT_SAME_DEVICE = 17;
+inline constexpr DWORD ERROR_NO_MORE_FILES = 18;
+inline constexpr DWORD ERROR_WRITE_PROTECT = 19;
+inline constexpr DWORD ERROR_NOT_READY = 21;
+inline constexpr DWORD ERROR_GEN_FAILURE = 31;
+inline constexpr DWORD ERROR_SHARING_VIOLATION = 32;
+inline constexpr DWORD ERROR_NOT_SUPPORTED = 50;
+inline constexpr DWORD ERROR_FILE_EXISTS = 80;
+inline constexpr DWORD ERROR_INVALID_PARAMETER = 87;
+inline constexpr DWORD ERROR_BROKEN_PIPE = 109;
+inline constexpr DWORD ERROR_DISK_FULL = 112;
+inline constexpr DWORD ERROR_CALL_NOT_IMPLEMENTED = 120;
+inline constexpr DWORD ERROR_INVALID_NAME = 123;
+inline constexpr DWORD ERROR_NEGATIVE_SEEK = 131;
+inline constexpr DWORD ERROR_DIR_NOT_EMPTY = 145;
+inline constexpr DWORD ERROR_BUSY = 170;
+inline constexpr DWORD ERROR_ALREADY_EXISTS = 183;
+inline constexpr DWORD ERROR_FILENAME_EXCED_RANGE = 206;
+inline constexpr DWORD ERROR_FILE_TOO_LARGE = 223;
+inline constexpr DWORD ERROR_DIRECTORY = 267;
+inline constexpr DWORD ERROR_IO_DEVICE = 1117;
+inline constexpr DWORD ERROR_TOO_MANY_LINKS = 1142;
+inline constexpr DWORD ERROR_CANCELLED = 1223;
+inline constexpr DWORD ERROR_DISK_QUOTA_EXCEEDED = 1295;
+inline constexpr DWORD ERROR_RESOURCE_TYPE_NOT_FOUND = 1813;
+inline constexpr DWORD ERROR_RESOURCE_NAME_NOT_FOUND = 1814;
+inline constexpr DWORD ERROR_RESOURCE_LANG_NOT_FOUND = 1815;
+inline constexpr DWORD ERROR_CANT_RESOLVE_FILENAME = 1921;
+
+extern "C" DWORD GetLastError();
+extern "C" void SetLastError(DWORD error);
+
+// ---- Files -------------------------------------------------------------------------------
+
+// Time in 100-nanosecond intervals since 1 January 1601 UTC, in two halves.
+struct FILETIME
+{
+    DWORD dwLowDateTime;
+    DWORD dwHighDateTime;
+};
+
+union LARGE_INTEGER
+{
+    struct
+    {
+        DWORD LowPart;
+        LONG HighPart;
+    } u;
+    LONGLONG QuadPart;
+};
+
+// Never filled or read; only null pointers to these are passed.
+struct SECURITY_ATTRIBUTES;
+struct OVERLAPPED;
+
+inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(LONG_PTR{-1});
+inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
+inline constexpr DWORD INVALID_SET_FILE_POINTER = 0xFFFFFFFF;
+inline constexpr DWORD MAX_PATH = 260;
+
+inline constexpr DWORD GENERIC_READ = 0x80000000;
+inline constexpr DWORD GENERIC_WRITE = 0x40000000;
+inline constexpr DWORD FILE_WRITE_ATTRIBUTES = 0x0100;
+inline constexpr DWORD FILE_SHARE_READ = 1;
+inline constexpr DWORD FILE_SHARE_WRITE = 2;
+inline constexpr DWORD FILE_SHARE_DELETE = 4;
+inline constexpr DWORD CREATE_NEW = 1;
+inline constexpr DWORD CREATE_ALWAYS = 2;
+inline constexpr DWORD OPEN_EXISTING = 3;
+inline constexpr DWORD OPEN_ALWAYS = 4;
+inline constexpr DWORD TRUNCATE_EXISTING = 5;
+inline constexpr DWORD FILE_FLAG_BACKUP_SEMANTICS = 0x02000000;
+inline constexpr DWORD FILE_FLAG_DELETE_ON_CLOSE = 0x04000000;
+
+inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x1;
+inline constexpr DWORD FILE_ATTRIBUTE_HIDDEN = 0x2;
+inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
+inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
+inline constexpr DWORD FILE_ATTRIBUTE_TEMPORARY = 0x100;
+inline constexpr DWORD FILE_ATTRIBUTE_REPARSE_POINT = 0x400;
+
+inline constexpr DWORD FILE_BEGIN = 0;
+inline constexpr DWORD FILE_CURRENT = 1;
+inline constexpr DWORD FILE_END = 2;
+
+// One entry of a folder. Names longer than the fields don't occur: a name has at most 255 bytes.
+struct WIN32_FIND_DATAW
+{
+    DWORD dwFileAttributes;
+    FILETIME ftCreationTime;
+    FILETIME ftLastAccessTime;
+    FILETIME ftLastWriteTime;
+    DWORD nFileSizeHigh;
+    DWORD nFileSizeLow;
+    DWORD dwReserved0;
+    DWORD dwReserved1;
+    WCHAR cFileName[MAX_PATH];
+    WCHAR cAlternateFileName[14];
+};
+
+extern "C"
+{
+    // Share modes are accepted and not enforced. A folder opens only with
+    // FILE_FLAG_BACKUP_SEMANTICS and without write access. Never blocks on a pipe or terminal,
+    // and never makes a terminal the controlling one.
+    HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
+                       DWORD disposition, DWORD flags, HANDLE templateFile);
+    BOOL CloseHandle(HANDLE handle);
+    // Both go on to the full size or the end of the file.
+    BOOL ReadFile(HANDLE file, void* buffer, DWORD size, DWORD* read, OVERLAPPED* overlapped);
+    BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, DWORD* written, OVERLAPPED* overlapped);
+    // `high`, if not null, is the upper half of the distance and receives that of the position.
+    // Sets the last error to 0 on success, as 0xFFFFFFFF may be a position.
+    DWORD SetFilePointer(HANDLE file, LONG distance, LONG* high, DWORD origin);
+    BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, LARGE_INTEGER* position,
+                          DWORD origin);
+    BOOL SetEndOfFile(HANDLE file);
+    // The creation time is the birth time where the file system keeps one, else the write time.
+    BOOL GetFileTime(HANDLE file, FILETIME* creation, FILETIME* access, FILETIME* write);
+    // `creation` must be null. A null time, or one of 0, leaves that time as it is.
+    BOOL SetFileTime(HANDLE file, const FILETIME* creation, const FILETIME* access,
+                     const FILETIME* write);
+    DWORD GetFileAttributesW(LPCWSTR path);
+    // Read-only set takes the write permission from all, cleared gives it to the owner. The
+    // other bits have no place on the disk and are accepted.
+    BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes);
+    // Refuses folders, links to folders, and files without any write permission bit.
+    BOOL DeleteFileW(LPCWSTR path);
+    BOOL CreateDirectoryW(LPCWSTR path, SECURITY_ATTRIBUTES* security);
+
+    // A last component of exactly "*" lists the folder, any other path finds the entry itself.
+    HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* record);
+    BOOL FindNextFileW(HANDLE find, WIN32_FIND_DATAW* record);
+    BOOL FindClose(HANDLE find);
+}
+
+// ---- Language, messages, resources -----------------------------------------------------------
+
+inline constexpr DWORD FORMAT_MESSAGE_ALLOCATE_BUFFER = 0x100;
+inline constexpr DWORD FORMAT_MESSAGE_IGNORE_INSERTS = 0x200;
+inline constexpr DWORD FORMAT_MESSAGE_FROM_STRING = 0x400;
+inline constexpr DWORD FORMAT_MESSAGE_FROM_SYSTEM = 0x1000;
+inline constexpr DWORD FORMAT_MESSAGE_ARGUMENT_ARRAY = 0x2000;
+
+inline LPCWSTR MAKEINTRESOURCEW(WORD id)
+{
+    return reinterpret_cast<LPCWSTR>(static_cast<DWORD_PTR>(id));
+}
+
+inline const LPCWSTR RT_STRING = MAKEINTRESOURCEW(6);
+
+using ENUMRESNAMEPROCW = BOOL (*)(HMODULE module, LPCWSTR type, LPWSTR name, LONG_PTR param);
+using ENUMRESLANGPROCW = BOOL (*)(HMODULE module, LPCWSTR type, LPCWSTR name, WORD language,
+                                  LONG_PTR param);
+
+extern "C"
+{
+    // From LC_ALL, LC_MESSAGES or LANG, the first that is set: Japanese is 1041, all else 2057.
+    LANGID GetUserDefaultUILanguage();
+
+    // Supports FORMAT_MESSAGE_ALLOCATE_BUFFER (required; the caller frees with LocalFree) with
+    // either FORMAT_MESSAGE_FROM_STRING and FORMAT_MESSAGE_ARGUMENT_ARRAY (all inserts are
+    // strings) or FORMAT_MESSAGE_FROM_SYSTEM. The system text is the C library's, in the
+    // language of the environment, and ends in CR LF; 0 for codes that have no counterpart.
+    DWORD FormatMessageW(DWORD flags, LPCVOID source, DWORD id, DWORD language, LPWSTR buffer,
+                         DWORD size, va_list* arguments);
+    HLOCAL LocalFree(HLOCAL memory);
+
+    // String tables only (type RT_STRING): blocks of 16 length-prefixed texts, as Windows keeps
+    // them. `module` is ignored: a library has one table.
+    BOOL EnumResourceNamesW(HMODULE module, LPCWSTR type, ENUMRESNAMEPROCW callback,
+                            LONG_PTR param);
+    BOOL EnumResourceLanguagesW(HMODULE module, LPCWSTR type, LPCWSTR name,
+                                ENUMRESLANGPROCW callback, LONG_PTR param);
+    HRSRC FindResourceExW(HMODULE module, LPCWSTR type, LPCWSTR name, WORD language);
+    HGLOBAL LoadResource(HMODULE module, HRSRC resource);
+    void* LockResource(HGLOBAL resource);
+    // In bytes.
+    DWORD SizeofResource(HMODULE module, HRSRC resource);
+}
+
+// ---- Components ------------------------------------------------------------------------------
+
+extern "C"
+{
+    HRESULT CoFileTimeNow(FILETIME* now);
+    // There is no component registry: REGDB_E_CLASSNOTREG always, `*progId` null.
+    HRESULT ProgIDFromCLSID(REFCLSID clsid, LPOLESTR* progId);
+    void CoTaskMemFree(void* memory);
+}
+
+struct CRITICAL_SECTION
+{
+    pthread_mutex_t mutex;
+};
+
+extern "C"
+{
+    // `spinCount` and `flags` are ignored. The section is recursive.
+    BOOL InitializeCriticalSectionEx(CRITICAL_SECTION* section, DWORD spinCount, DWORD flags);
+    void EnterCriticalSection(CRITICAL_SECTION* section);
+    void LeaveCriticalSection(CRITICAL_SECTION* section);
+    void DeleteCriticalSection(CRITICAL_SECTION* section);
+}
+
+// ---- Shell -----------------------------------------------------------------------------------
+
+inline constexpr UINT FO_DELETE = 3;
+inline constexpr WORD FOF_NOCONFIRMATION = 0x10;
+inline constexpr WORD FOF_ALLOWUNDO = 0x40;
+inline constexpr WORD FOF_NORECURSION = 0x1000;
+
+struct SHFILEOPSTRUCTW
+{
+    HWND hwnd;
+    UINT wFunc;
+    LPCWSTR pFrom;
+    LPCWSTR pTo;
+    WORD fFlags;
+    BOOL fAnyOperationsAborted;
+    void* hNameMappings;
+    LPCWSTR lpszProgressTitle;
+};
+
+inline constexpr UINT SHGFI_SMALLICON = 0x1;
+inline constexpr UINT SHGFI_SYSICONINDEX = 0x4000;
+
+struct SHFILEINFOW
+{
+    void* hIcon;
+    int iIcon;
+    DWORD dwAttributes;
+    WCHAR szDisplayName[MAX_PATH];
+    WCHAR szTypeName[80];
+};
+
+extern "C"
+{
+    // FO_DELETE only. `pFrom` is a list of terminated paths closed by an empty one; the names
+    // are literal. Links are removed, never followed. The result is 0 or an error code; a "no"
+    // to the question is ERROR_CANCELLED with fAnyOperationsAborted set.
+    int SHFileOperationW(SHFILEOPSTRUCTW* operation);
+    // There are no system image lists here: 0.
+    DWORD_PTR SHGetFileInfoW(LPCWSTR path, DWORD attributes, SHFILEINFOW* info, UINT size,
+                             UINT flags);
+}
