@@ -1,0 +1,198 @@
+// The component plumbing, written once: reference counts, QueryInterface, the error-info answer,
+// and how objects are made.
+//
+// A class of this module derives from its interfaces, names those that it answers to in a list
+// `Interfaces` (the first also serves for IUnknown), ends its bases with `ErrorInfoFor<...>`, and
+// is completed by `ComObject<T>` or, as a part of another object, by `AggregatedObject<T>`. The
+// bases, the two lists and their orders differ on purpose in places; those say so.
+#pragma once
+
+#include "frame/criticalsection.h"
+#include "frame/modulelock.h"
+
+#include <tarnwell/pointers.h>
+
+#include <atomic>
+#include <new>
+
+namespace tarnwell
+{
+
+template <class... I> struct InterfaceList
+{
+};
+
+// The pointer to `object`'s interface `iid`, without a reference; null if it isn't in the list.
+template <class T, class First, class... I>
+void* FindInterface(T* object, REFIID iid, InterfaceList<First, I...>)
+{
+    void* found = nullptr;
+    const auto consider = [&]<class J>(J* pointer)
+    {
+        if (found == nullptr && iid == IidOf<J>())
+            found = pointer;
+    };
+    if (iid == IidOf<::IUnknown>())
+        return static_cast<First*>(object);
+    consider(static_cast<First*>(object));
+    (consider(static_cast<I*>(object)), ...);
+    return found;
+}
+
+// ISupportErrorInfo, answering yes for the interfaces listed.
+template <class... I> class ErrorInfoFor : public ::ISupportErrorInfo
+{
+public:
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) final
+    {
+        return ((iid == IidOf<I>()) || ...) ? S_OK : S_FALSE;
+    }
+
+protected:
+    ~ErrorInfoFor() = default;
+};
+
+// A whole object on its own.
+template <class T> class ComObject final : public T
+{
+public:
+    HRESULT Initialize()
+    {
+        return section_.Initialize();
+    }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
+    {
+        if (out == nullptr)
+            return E_POINTER;
+        *out = FindInterface(static_cast<T*>(this), iid, typename T::Interfaces());
+        if (*out == nullptr)
+            return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override
+    {
+        return count_.fetch_add(1, std::memory_order_relaxed) + 1;
+    }
+    ULONG STDMETHODCALLTYPE Release() override
+    {
+        const ULONG left = count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+
+private:
+    ModuleLock moduleLock_;
+    CriticalSection section_; // each object has its own, as the free-threaded model asks
+    std::atomic<ULONG> count_{0};
+};
+
+// An object that is a part of `outer`, which it holds no reference to: its interfaces count and
+// ask there. Only its own IUnknown, which the outer object holds, is its own.
+template <class T> class AggregatedObject final : public ::IUnknown
+{
+public:
+    explicit AggregatedObject(::IUnknown* outer) : part_(outer) {}
+
+    HRESULT Initialize()
+    {
+        return section_.Initialize();
+    }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
+    {
+        if (out == nullptr)
+            return E_POINTER;
+        *out = nullptr;
+        if (iid == IidOf<::IUnknown>())
+        {
+            AddRef();
+            *out = static_cast<::IUnknown*>(this);
+            return S_OK;
+        }
+        *out = FindInterface(static_cast<T*>(&part_), iid, typename T::Interfaces());
+        if (*out == nullptr)
+            return E_NOINTERFACE;
+        part_.AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override
+    {
+        return count_.fetch_add(1, std::memory_order_relaxed) + 1;
+    }
+    ULONG STDMETHODCALLTYPE Release() override
+    {
+        const ULONG left = count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+
+private:
+    class Part final : public T
+    {
+    public:
+        explicit Part(::IUnknown* outer) : outer_(outer) {}
+
+        HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
+        {
+            return outer_->QueryInterface(iid, out);
+        }
+        ULONG STDMETHODCALLTYPE AddRef() override
+        {
+            return outer_->AddRef();
+        }
+        ULONG STDMETHODCALLTYPE Release() override
+        {
+            return outer_->Release();
+        }
+
+    private:
+        ::IUnknown* outer_;
+    };
+
+    ModuleLock moduleLock_;
+    CriticalSection section_;
+    std::atomic<ULONG> count_{0};
+    Part part_;
+};
+
+namespace detail
+{
+// Gives a new object, made without throwing, its first reference and its lock.
+template <class Object> HRESULT Finish(Object* made, ComPtr<Object>& out)
+{
+    if (made == nullptr)
+        return E_OUTOFMEMORY;
+    out = ComPtr<Object>::Share(made);
+    const HRESULT status = made->Initialize();
+    if (FAILED(status))
+        out.Reset();
+    return status;
+}
+} // namespace detail
+
+// A new object of class `T`, ready to be filled.
+template <class T> HRESULT MakeObject(ComPtr<ComObject<T>>& out)
+{
+    return detail::Finish(new (std::nothrow) ComObject<T>(), out);
+}
+
+// A new object for a class object: plain, or as a part of `outer`. The reference held here keeps
+// it alive through calls into itself; it goes away again if it refuses `iid`.
+template <class T> HRESULT MakeInstance(::IUnknown* outer, REFIID iid, void** out)
+{
+    if (outer == nullptr)
+    {
+        ComPtr<ComObject<T>> object;
+        const HRESULT status = MakeObject<T>(object);
+        return FAILED(status) ? status : object->QueryInterface(iid, out);
+    }
+    ComPtr<AggregatedObject<T>> object;
+    const HRESULT status = detail::Finish(new (std::nothrow) AggregatedObject<T>(outer), object);
+    return FAILED(status) ? status : object->QueryInterface(iid, out);
+}
+
+} // namespace tarnwell

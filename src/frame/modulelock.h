@@ -1,0 +1,30 @@
+// The module's lock count: living objects and LockServer calls. Diagnosis only; nothing decides
+// by it, since the module never unloads.
+#pragma once
+
+#include <cstdint>
+
+namespace tarnwell
+{
+
+void RaiseModuleLock();
+void LowerModuleLock();
+std::int32_t ModuleLockCount();
+
+// Counts for as long as it lives.
+class ModuleLock
+{
+public:
+    ModuleLock()
+    {
+        RaiseModuleLock();
+    }
+    ModuleLock(const ModuleLock&) = delete;
+    ModuleLock& operator=(const ModuleLock&) = delete;
+    ~ModuleLock()
+    {
+        LowerModuleLock();
+    }
+};
+
+} // namespace tarnwell

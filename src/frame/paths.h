@@ -1,0 +1,56 @@
+// Local paths as text: nothing here looks at a disk.
+#pragma once
+
+#include "platform/pathrules.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tarnwell
+{
+
+bool IsSeparator(char16_t unit, const PathRules& rules = platformPathRules);
+
+// The index just behind the last separator, with a drive's colon counting as one; 0 if there is
+// none.
+std::size_t FindLeafOffset(std::u16string_view path, const PathRules& rules = platformPathRules);
+
+// Whether `path` is the root of a file system, separator included, with nothing behind.
+bool IsRootPath(std::u16string_view path, const PathRules& rules = platformPathRules);
+
+// Makes `path` ready for a name to be put behind it.
+void AppendSeparator(std::u16string& path, const PathRules& rules = platformPathRules);
+
+// The folder that holds the item at `path`, without a separator at its end unless it is a root.
+// Empty if `path` has no separator.
+std::u16string_view ParentFolderOf(std::u16string_view path,
+                                   const PathRules& rules = platformPathRules);
+
+// The text behind the last separator.
+std::u16string_view LeafNameOf(std::u16string_view path,
+                               const PathRules& rules = platformPathRules);
+
+// `parent` (the text in front of a leaf) less the one separator at its end. What would mean
+// something else without its last character stays whole: a root, a drive's colon, a lone
+// separator.
+std::u16string_view DropLastSeparator(std::u16string_view parent,
+                                      const PathRules& rules = platformPathRules);
+
+struct StreamPath
+{
+    std::u16string_view file;
+    std::u16string_view stream;
+};
+
+// The two sides of the colon of a path that names a data stream.
+std::optional<StreamPath> SplitStreamPath(std::u16string_view path,
+                                          const PathRules& rules = platformPathRules);
+
+// Where the first folder of `path` begins that one could create: behind a share, a drive or the
+// leading separators. May be past the end of the path.
+std::size_t FirstCreatableOffset(std::u16string_view path,
+                                 const PathRules& rules = platformPathRules);
+
+} // namespace tarnwell

@@ -1,0 +1,27 @@
+// Text between the logic and the boundary.
+#pragma once
+
+#include "platform/wide.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tarnwell
+{
+
+// A copy of the host's text up to its terminator; empty for null.
+std::u16string FromHost(const OLECHAR* text);
+
+// A new text for the host, cut at the first terminator, and never null on success.
+// E_OUTOFMEMORY if it can't be allocated.
+HRESULT ToHost(std::u16string_view text, BSTR* out);
+
+std::u16string Decimal(std::uint64_t number);
+
+constexpr bool IsTrue(VARIANT_BOOL value)
+{
+    return value != VARIANT_FALSE;
+}
+
+} // namespace tarnwell

@@ -1,0 +1,8 @@
+#include "platform/pathrules.h"
+
+namespace tarnwell
+{
+
+const PathRules& platformPathRules = windowsPathRules;
+
+} // namespace tarnwell
