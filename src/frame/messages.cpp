@@ -27,7 +27,7 @@ LanguageChoice& ChoiceOf(LONG_PTR param)
     return *reinterpret_cast<LanguageChoice*>(param);
 }
 
-BOOL CALLBACK ConsiderLanguage(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PTR param)
+BOOL ConsiderLanguage(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PTR param)
 {
     LanguageChoice& choice = ChoiceOf(param);
     choice.exact = language == choice.wanted;
@@ -36,7 +36,7 @@ BOOL CALLBACK ConsiderLanguage(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PT
     return !choice.exact;
 }
 
-BOOL CALLBACK ConsiderBlock(HMODULE module, LPCWSTR type, LPWSTR name, LONG_PTR param)
+BOOL ConsiderBlock(HMODULE module, LPCWSTR type, LPWSTR name, LONG_PTR param)
 {
     EnumResourceLanguagesW(module, type, name, ConsiderLanguage, param);
     return !ChoiceOf(param).exact;

@@ -1,0 +1,18 @@
+// The named data streams of local files.
+#pragma once
+
+#include "platform/win32.h"
+
+#include <string>
+#include <vector>
+
+namespace tarnwell
+{
+
+// Appends one record to `list` for each named data stream of the file at `path`: `record`, the
+// file's own, with the stream's size and the name "file:stream". `reporter` is the class that a
+// failure names. Fails only if the file can't be opened.
+HRESULT EnumerateDataStreams(const std::u16string& path, const WIN32_FIND_DATAW& record,
+                             std::vector<WIN32_FIND_DATAW>& list, const GUID& reporter);
+
+} // namespace tarnwell

@@ -1,0 +1,136 @@
+#include "local/file.h"
+
+#include "frame/boundary.h"
+#include "frame/handle.h"
+#include "frame/text.h"
+#include "local/filestream.h"
+#include "local/findrecord.h"
+
+namespace tarnwell
+{
+
+namespace
+{
+
+constexpr Reporter fileReporter{CLSID_Win32File, IID_IFile};
+constexpr Reporter iconReporter{CLSID_Win32File, IID_IFileSystemItemIcon};
+constexpr Reporter extReporter{CLSID_Win32File, IID_IFileSystemItemExt};
+
+// Never shared for deletion; while a file is written only, others may just read it. The formula
+// gives 3 for reading (and writing) and 1 for writing alone.
+constexpr DWORD ShareModeFor(DWORD access)
+{
+    return (access | GENERIC_WRITE) >> 30;
+}
+
+HRESULT OpenFailed(const std::u16string& path)
+{
+    const HRESULT status = StatusFromLastError();
+    return PublishFailure(fileReporter, MessageId::OpeningFailed, status, {path});
+}
+
+HRESULT MakeStream(OsHandle handle, IFileStream** out)
+{
+    ComPtr<ComObject<CFileStream>> stream;
+    HRESULT status = MakeObject<CFileStream>(stream);
+    if (SUCCEEDED(status))
+    {
+        stream->Attach(std::move(handle));
+        status = stream->QueryInterface(IID_IFileStream, reinterpret_cast<void**>(out));
+    }
+    if (FAILED(status))
+        return PublishFailure(fileReporter, MessageId::SupportObjectFailed, status);
+    return S_OK;
+}
+
+HRESULT OpenStream(const std::u16string& path, DWORD access, DWORD disposition, IFileStream** out)
+{
+    if ((access & (GENERIC_READ | GENERIC_WRITE)) == 0)
+        return PublishMessage(fileReporter, MessageId::InvalidOpenMode, E_INVALIDARG, {path});
+    OsHandle handle(CreateFileW(Wide(path), access, ShareModeFor(access), nullptr, disposition,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!handle)
+        return OpenFailed(path);
+    // Needed where the platform makes a file over an existing data stream and keeps its end.
+    if (disposition == CREATE_ALWAYS)
+        SetEndOfFile(handle.Get());
+    return MakeStream(std::move(handle), out);
+}
+
+HRESULT SetWriteTime(const std::u16string& path, std::uint64_t fileTime)
+{
+    const auto failed = [&]
+    {
+        const HRESULT status = StatusFromLastError();
+        return PublishFailure(extReporter, MessageId::OpeningFailed, status, {path});
+    };
+    const OsHandle handle(CreateFileW(Wide(path), FILE_WRITE_ATTRIBUTES,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!handle)
+        return failed();
+    const FILETIME time = FileTimeOf(fileTime);
+    return SetFileTime(handle.Get(), nullptr, nullptr, &time) ? S_OK : failed();
+}
+
+HRESULT FindIcon(const std::u16string& path, std::int32_t* iconIndex, void** imageList)
+{
+    SHFILEINFOW info{};
+    const DWORD_PTR images =
+        SHGetFileInfoW(Wide(path), 0, &info, sizeof(info), SHGFI_SYSICONINDEX | SHGFI_SMALLICON);
+    if (images == 0)
+    {
+        return PublishFailure(iconReporter, MessageId::IconFailed,
+                              StatusFromError(ERROR_FILE_NOT_FOUND), {path});
+    }
+    *imageList = reinterpret_cast<void*>(images);
+    *iconIndex = info.iIcon;
+    return S_OK;
+}
+
+} // namespace
+
+HRESULT CWin32FileObject::GetIcon(std::uint32_t, std::int32_t* iconIndex, void** imageList)
+{
+    if (imageList == nullptr)
+        return RefuseNull(iconReporter, NullPointer::Published);
+    *imageList = nullptr;
+    return AtBoundary(iconReporter, NullPointer::Published, iconIndex,
+                      [&] { return FindIcon(facts_.path, iconIndex, imageList); });
+}
+
+HRESULT CWin32FileObject::SetModifiedTime(std::uint64_t fileTime)
+{
+    return AtBoundary(extReporter, [&] { return SetWriteTime(facts_.path, fileTime); });
+}
+
+HRESULT CWin32FileObject::GetSizeLow(std::uint32_t* size)
+{
+    return AtBoundary(fileReporter, NullPointer::Published, size,
+                      [&]
+                      {
+                          const bool folder = (facts_.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+                          *size = folder ? 0 : facts_.sizeLow;
+                          return S_OK;
+                      });
+}
+
+HRESULT CWin32FileObject::GetSizeHigh(std::uint32_t* size)
+{
+    return AtBoundary(fileReporter, NullPointer::Published, size,
+                      [&]
+                      {
+                          const bool folder = (facts_.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+                          *size = folder ? 0 : facts_.sizeHigh;
+                          return S_OK;
+                      });
+}
+
+HRESULT CWin32FileObject::Open(std::uint32_t access, std::uint32_t disposition,
+                               IFileStream** stream)
+{
+    return AtBoundary(fileReporter, NullPointer::Published, stream,
+                      [&] { return OpenStream(facts_.path, access, disposition, stream); });
+}
+
+} // namespace tarnwell

@@ -1,0 +1,54 @@
+// The local file system.
+#pragma once
+
+#include "frame/comobject.h"
+
+#include <tarnwell/classes.h>
+#include <tarnwell/filesystem.h>
+
+namespace tarnwell
+{
+
+class CWin32FileSystemObject
+    : public IFileSystemInit,
+      public IFileSystem,
+      public IFileSystemCopyEx,
+      public IFileSystemRevisions,
+      public ErrorInfoFor<IFileSystem, IFileSystemInit, IFileSystemCopyEx, IFileSystemRevisions>
+{
+public:
+    using Interfaces = InterfaceList<IFileSystemInit, IFileSystem, IFileSystemCopyEx,
+                                     IFileSystemRevisions, ::ISupportErrorInfo>;
+
+    HRESULT STDMETHODCALLTYPE SetHost(::IUnknown* host) override;
+
+    HRESULT STDMETHODCALLTYPE GetFolder(const OLECHAR* path, VARIANT_BOOL mustExist,
+                                        IFolder** folder) override;
+    HRESULT STDMETHODCALLTYPE GetFile(const OLECHAR* path, VARIANT_BOOL mustExist,
+                                      IFile** file) override;
+    HRESULT STDMETHODCALLTYPE CopyItem(const OLECHAR* source, const OLECHAR* destination,
+                                       ICopyProgress* progress) override;
+    HRESULT STDMETHODCALLTYPE CreateTempFile(const OLECHAR* path, BSTR* tempPath) override;
+    HRESULT STDMETHODCALLTYPE DeleteItems(IItemList* items, VARIANT_BOOL noConfirm,
+                                          VARIANT_BOOL recursive) override;
+    HRESULT STDMETHODCALLTYPE GetOperationMask(std::uint32_t kind, ::IUnknown* other,
+                                               std::uint32_t* mask) override;
+    HRESULT STDMETHODCALLTYPE CombinePath(const OLECHAR* base, const OLECHAR* relative,
+                                          BSTR* result) override;
+
+    HRESULT STDMETHODCALLTYPE CopyItemEx(const OLECHAR* source, const OLECHAR* destination,
+                                         std::uint32_t flags, ICopyProgress* progress) override;
+
+    HRESULT STDMETHODCALLTYPE HasRevisions(const OLECHAR* path, std::uint32_t reserved,
+                                           VARIANT_BOOL* has) override;
+    HRESULT STDMETHODCALLTYPE GetRevisions(const OLECHAR* path, std::uint32_t reserved,
+                                           IRevisions** revisions) override;
+
+protected:
+    ~CWin32FileSystemObject() = default;
+
+private:
+    ComPtr<IHostWindow> host_;
+};
+
+} // namespace tarnwell

@@ -1,0 +1,35 @@
+// The platform's find record, which describes local items, also those that were never enumerated.
+#pragma once
+
+#include "platform/wide.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace tarnwell
+{
+
+constexpr std::uint64_t TimeOf(const FILETIME& time)
+{
+    return (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
+}
+
+constexpr FILETIME FileTimeOf(std::uint64_t time)
+{
+    return {static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
+}
+
+constexpr bool IsFolder(const WIN32_FIND_DATAW& record)
+{
+    return (record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+inline std::u16string_view NameOf(const WIN32_FIND_DATAW& record)
+{
+    return Units(record.cFileName);
+}
+
+// Sets the long and the short name, each cut to what fits with a terminator.
+void SetNames(WIN32_FIND_DATAW& record, std::u16string_view name);
+
+} // namespace tarnwell

@@ -1,0 +1,31 @@
+// The folder item of the local file system.
+#pragma once
+
+#include "local/item.h"
+
+#include <tarnwell/classes.h>
+
+#include <vector>
+
+namespace tarnwell
+{
+
+class CWin32FolderObject : public LocalItem<CLSID_Win32Folder>,
+                           public IFolder,
+                           public ErrorInfoFor<IFileSystemItem, IFolder>
+{
+public:
+    using Interfaces = InterfaceList<IFileSystemItem, IFolder, ::ISupportErrorInfo>;
+
+    HRESULT STDMETHODCALLTYPE GetContents(IFolderContents** contents) override;
+    HRESULT STDMETHODCALLTYPE Create(VARIANT_BOOL recursive) override;
+
+    // Appends the folder's entries to `records` in the platform's order, each file's named data
+    // streams behind it if the host wants them.
+    HRESULT ReadContents(std::vector<WIN32_FIND_DATAW>& records) const;
+
+protected:
+    ~CWin32FolderObject() = default;
+};
+
+} // namespace tarnwell

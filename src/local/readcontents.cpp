@@ -1,0 +1,65 @@
+#include "frame/boundary.h"
+#include "frame/handle.h"
+#include "frame/hostuser.h"
+#include "frame/paths.h"
+#include "frame/text.h"
+#include "local/datastreams.h"
+#include "local/findrecord.h"
+#include "local/folder.h"
+
+namespace tarnwell
+{
+
+namespace
+{
+
+// The two codes by which the platform says that there is nothing (more) to list.
+bool IsEndOfListing(DWORD error)
+{
+    return error == ERROR_FILE_NOT_FOUND || error == ERROR_NO_MORE_FILES;
+}
+
+// To be called right behind the find call that failed.
+HRESULT StatusOfListing(const std::u16string& path)
+{
+    const DWORD error = GetLastError();
+    if (IsEndOfListing(error))
+        return S_OK;
+    return PublishFailure({CLSID_Win32Folder, IID_IFolder}, MessageId::FolderReadingFailed,
+                          StatusFromError(error), {path});
+}
+
+bool IsSelfOrParent(const WIN32_FIND_DATAW& record)
+{
+    const std::u16string_view name = NameOf(record);
+    return name == u"." || name == u"..";
+}
+
+} // namespace
+
+HRESULT CWin32FolderObject::ReadContents(std::vector<WIN32_FIND_DATAW>& records) const
+{
+    std::u16string base = facts_.path;
+    AppendSeparator(base);
+    WIN32_FIND_DATAW record;
+    const FindHandle find(FindFirstFileW(Wide(base + u"*"), &record));
+    if (!find)
+        return StatusOfListing(facts_.path);
+
+    const bool withStreams = BooleanSetting(facts_.host.Get(), u"IterateStreams");
+    do
+    {
+        if (IsSelfOrParent(record))
+            continue;
+        records.push_back(record);
+        // A file that can't be walked has no streams; its error info stays set.
+        if (withStreams && !IsFolder(record))
+        {
+            EnumerateDataStreams(base + std::u16string(NameOf(record)), record, records,
+                                 CLSID_Win32Folder);
+        }
+    } while (FindNextFileW(find.Get(), &record));
+    return StatusOfListing(facts_.path);
+}
+
+} // namespace tarnwell

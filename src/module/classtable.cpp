@@ -1,0 +1,92 @@
+#include "module/classtable.h"
+
+#include "frame/criticalsection.h"
+#include "local/filesystem.h"
+#include "module/classfactory.h"
+
+#include <tarnwell/classes.h>
+
+#include <algorithm>
+#include <atomic>
+#include <iterator>
+#include <new>
+
+namespace tarnwell
+{
+
+namespace
+{
+
+// Stands in a row whose backend isn't built yet.
+HRESULT NotBuiltYet(::IUnknown*, REFIID, void**)
+{
+    return E_NOTIMPL;
+}
+
+// Classes differ by nothing but how an instance is made: there is nothing to register, to
+// describe, to start or to stop per class.
+struct ClassRow
+{
+    const GUID& classId;
+    InstanceMaker make;
+    std::atomic<ClassFactory*> cached{nullptr}; // holds one reference
+};
+
+ClassRow rows[] = {
+    {CLSID_Win32FileSystem, MakeInstance<CWin32FileSystemObject>},
+    {CLSID_P4FileSystem, NotBuiltYet},
+    {CLSID_SVNFileSystem, NotBuiltYet},
+    {CLSID_FTPFileSystem, NotBuiltYet},
+    {CLSID_HGFileSystem, NotBuiltYet},
+    {CLSID_GITFileSystem, NotBuiltYet},
+};
+
+// Guards the making of the cached class objects.
+CriticalSection tableLock;
+
+HRESULT CacheClassObject(ClassRow& row)
+{
+    const Locked locked(tableLock);
+    if (row.cached.load(std::memory_order_relaxed) != nullptr)
+        return S_OK;
+    ClassFactory* const made = new (std::nothrow) ClassFactory(row.make);
+    if (made == nullptr)
+        return E_OUTOFMEMORY;
+    made->AddRef();
+    row.cached.store(made, std::memory_order_release);
+    return S_OK;
+}
+
+} // namespace
+
+HRESULT InitializeClassTable()
+{
+    return tableLock.Initialize();
+}
+
+void ReleaseClassTable()
+{
+    for (ClassRow& row : rows)
+    {
+        if (ClassFactory* const cached = row.cached.exchange(nullptr))
+            cached->Release();
+    }
+    tableLock.Delete();
+}
+
+HRESULT GetClassObject(REFCLSID clsid, REFIID iid, void** out)
+{
+    ClassRow* const row = std::find_if(std::begin(rows), std::end(rows),
+                                       [&](const ClassRow& r) { return r.classId == clsid; });
+    if (row == std::end(rows))
+        return CLASS_E_CLASSNOTAVAILABLE;
+    if (row->cached.load(std::memory_order_acquire) == nullptr)
+    {
+        const HRESULT status = CacheClassObject(*row);
+        if (FAILED(status))
+            return status;
+    }
+    return row->cached.load(std::memory_order_acquire)->QueryInterface(iid, out);
+}
+
+} // namespace tarnwell
