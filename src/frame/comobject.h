@@ -56,7 +56,7 @@ protected:
 template <class T> class ComObject final : public T
 {
 public:
-    HRESULT Initialize()
+    HRESULT InitializeLock()
     {
         return section_.Initialize();
     }
@@ -96,7 +96,7 @@ template <class T> class AggregatedObject final : public ::IUnknown
 public:
     explicit AggregatedObject(::IUnknown* outer) : part_(outer) {}
 
-    HRESULT Initialize()
+    HRESULT InitializeLock()
     {
         return section_.Initialize();
     }
@@ -167,7 +167,7 @@ template <class Object> HRESULT Finish(Object* made, ComPtr<Object>& out)
     if (made == nullptr)
         return E_OUTOFMEMORY;
     out = ComPtr<Object>::Share(made);
-    const HRESULT status = made->Initialize();
+    const HRESULT status = made->InitializeLock();
     if (FAILED(status))
         out.Reset();
     return status;

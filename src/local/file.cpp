@@ -26,7 +26,7 @@ constexpr DWORD ShareModeFor(DWORD access)
 HRESULT OpenFailed(const std::u16string& path)
 {
     const HRESULT status = StatusFromLastError();
-    return PublishFailure(fileReporter, MessageId::OpeningFailed, status, {path});
+    return PublishFailure(fileReporter, MessageId::OpenFailed, status, {path});
 }
 
 HRESULT MakeStream(OsHandle handle, IFileStream** out)
@@ -62,7 +62,7 @@ HRESULT SetWriteTime(const std::u16string& path, std::uint64_t fileTime)
     const auto failed = [&]
     {
         const HRESULT status = StatusFromLastError();
-        return PublishFailure(extReporter, MessageId::OpeningFailed, status, {path});
+        return PublishFailure(extReporter, MessageId::OpenFailed, status, {path});
     };
     const OsHandle handle(CreateFileW(Wide(path), FILE_WRITE_ATTRIBUTES,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,

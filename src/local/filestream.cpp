@@ -29,21 +29,21 @@ CFileStream::~CFileStream()
 
 HRESULT CFileStream::Close()
 {
-    return handle_.Close() ? S_OK : Failed(streamReporter, MessageId::ClosingFailed);
+    return handle_.Close() ? S_OK : Failed(streamReporter, MessageId::StreamCloseFailed);
 }
 
-HRESULT CFileStream::Read(void* buffer, ULONG size, ULONG* read)
+HRESULT CFileStream::ReadData(void* buffer, ULONG size, ULONG* read)
 {
     return ReadFile(handle_.Get(), buffer, size, read, nullptr)
                ? S_OK
-               : Failed(dataReporter, MessageId::ReadingFailed);
+               : Failed(dataReporter, MessageId::StreamReadFailed);
 }
 
 HRESULT CFileStream::Write(const void* buffer, ULONG size, ULONG* written)
 {
     return WriteFile(handle_.Get(), buffer, size, written, nullptr)
                ? S_OK
-               : Failed(dataReporter, MessageId::WritingFailed);
+               : Failed(dataReporter, MessageId::StreamWriteFailed);
 }
 
 HRESULT CFileStream::ReadForArchive(void* buffer, std::uint32_t size, std::uint32_t* processed)
@@ -52,7 +52,7 @@ HRESULT CFileStream::ReadForArchive(void* buffer, std::uint32_t size, std::uint3
         return E_POINTER;
     *processed = 0;
     ULONG read = 0;
-    const HRESULT status = CFileStream::Read(buffer, size, &read);
+    const HRESULT status = ReadData(buffer, size, &read);
     if (SUCCEEDED(status))
         *processed = read;
     return status;

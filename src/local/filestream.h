@@ -9,8 +9,23 @@
 namespace tarnwell
 {
 
-// The archive view's Read beside the standard one, which has the same arguments and another
-// contract.
+// Both views have a Read with the same arguments, where these types agree, and with another
+// contract. Each gets a name of its own here.
+class DataView : public ::ISequentialStream
+{
+public:
+    HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG size, ULONG* read) final
+    {
+        return ReadData(buffer, size, read);
+    }
+
+protected:
+    ~DataView() = default;
+
+private:
+    virtual HRESULT ReadData(void* buffer, ULONG size, ULONG* read) = 0;
+};
+
 class ArchiveView : public ILib7zInStream
 {
 public:
@@ -27,7 +42,7 @@ private:
 };
 
 class CFileStream : public IFileStream,
-                    public ::ISequentialStream,
+                    public DataView,
                     public ErrorInfoFor<IFileStream, ::ISequentialStream>,
                     public ArchiveView
 {
@@ -43,7 +58,6 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE Close() override;
-    HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG size, ULONG* read) override;
     HRESULT STDMETHODCALLTYPE Write(const void* buffer, ULONG size, ULONG* written) override;
     HRESULT STDMETHODCALLTYPE Seek(std::int64_t offset, std::uint32_t origin,
                                    std::uint64_t* newPosition) override;
@@ -53,6 +67,7 @@ protected:
     ~CFileStream();
 
 private:
+    HRESULT ReadData(void* buffer, ULONG size, ULONG* read) override;
     HRESULT ReadForArchive(void* buffer, std::uint32_t size, std::uint32_t* processed) override;
 
     OsHandle handle_;

@@ -25,7 +25,7 @@ HRESULT ReportLookup(HRESULT status, const std::u16string& path)
 {
     if (SUCCEEDED(status))
         return S_OK;
-    return PublishFailure(systemReporter, MessageId::LookupFailed, status, {path});
+    return PublishFailure(systemReporter, MessageId::ItemFailed, status, {path});
 }
 
 } // namespace

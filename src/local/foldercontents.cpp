@@ -41,7 +41,7 @@ HRESULT CWin32FolderContentsObject::GetItem(std::int32_t index, IFileSystemItem*
                       {
                           if (index < 0 || static_cast<std::size_t>(index) >= records_.size())
                           {
-                              return PublishMessage(contentsReporter, MessageId::InvalidIndex,
+                              return PublishMessage(contentsReporter, MessageId::InvalidContentsIndex,
                                                     E_INVALIDARG);
                           }
                           return MakeItem(static_cast<std::size_t>(index), item);
@@ -56,7 +56,7 @@ HRESULT CWin32FolderContentsObject::MakeItem(std::size_t index, IFileSystemItem*
         make(path_, record, host_, IID_IFileSystemItem, reinterpret_cast<void**>(item));
     if (SUCCEEDED(status))
         return S_OK;
-    return PublishFailure(contentsReporter, MessageId::ItemCreationFailed, status,
+    return PublishFailure(contentsReporter, MessageId::ContentsItemFailed, status,
                           {Decimal(index), path_});
 }
 

@@ -1,6 +1,7 @@
 #include "local/item.h"
 
 #include "frame/boundary.h"
+#include "frame/hostuser.h"
 #include "frame/paths.h"
 #include "frame/text.h"
 #include "local/shelldelete.h"
@@ -25,7 +26,7 @@ HRESULT DeleteForGood(const std::u16string& path, const Reporter& reporter)
     if (DeleteFileW(Wide(path)))
         return S_OK;
     const HRESULT status = StatusFromLastError();
-    return PublishFailure(reporter, MessageId::DeletionFailed, status, {path});
+    return PublishFailure(reporter, MessageId::DeleteFailed, status, {path});
 }
 
 // The shell gets no undo flag here, in contrast to the deletion of a list: one item is deleted
@@ -38,7 +39,7 @@ HRESULT DeleteByShell(const LocalFacts& facts, bool noConfirm, bool recursive,
         ShellDelete(OwnerWindow(facts.host.Get()), list, noConfirm, recursive, ForGood);
     if (outcome.error == 0)
         return S_OK;
-    return PublishFailure(reporter, MessageId::DeletionFailed, E_FAIL, {facts.path});
+    return PublishFailure(reporter, MessageId::DeleteFailed, E_FAIL, {facts.path});
 }
 
 } // namespace

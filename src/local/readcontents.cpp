@@ -25,7 +25,7 @@ HRESULT StatusOfListing(const std::u16string& path)
     const DWORD error = GetLastError();
     if (IsEndOfListing(error))
         return S_OK;
-    return PublishFailure({CLSID_Win32Folder, IID_IFolder}, MessageId::FolderReadingFailed,
+    return PublishFailure({CLSID_Win32Folder, IID_IFolder}, MessageId::FolderReadFailed,
                           StatusFromError(error), {path});
 }
 
