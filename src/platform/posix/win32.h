@@ -27,6 +27,9 @@ using HRSRC = void*;
 using HGLOBAL = void*;
 using HLOCAL = void*;
 
+// Callbacks have the plain calling convention.
+#define CALLBACK
+
 // ---- Errors ------------------------------------------------------------------------------
 
 inline constexpr DWORD ERROR_SUCCESS = 0;
@@ -56,6 +59,7 @@ inline constexpr DWORD ERROR_BUSY = 170;
 inline constexpr DWORD ERROR_ALREADY_EXISTS = 183;
 inline constexpr DWORD ERROR_FILENAME_EXCED_RANGE = 206;
 inline constexpr DWORD ERROR_FILE_TOO_LARGE = 223;
+inline constexpr DWORD ERROR_NO_WORK_DONE = 235;
 inline constexpr DWORD ERROR_DIRECTORY = 267;
 inline constexpr DWORD ERROR_IO_DEVICE = 1117;
 inline constexpr DWORD ERROR_TOO_MANY_LINKS = 1142;
@@ -65,6 +69,7 @@ inline constexpr DWORD ERROR_RESOURCE_TYPE_NOT_FOUND = 1813;
 inline constexpr DWORD ERROR_RESOURCE_NAME_NOT_FOUND = 1814;
 inline constexpr DWORD ERROR_RESOURCE_LANG_NOT_FOUND = 1815;
 inline constexpr DWORD ERROR_CANT_RESOLVE_FILENAME = 1921;
+inline constexpr DWORD ERROR_RESOURCE_ENUM_USER_STOP = 15106;
 
 extern "C" DWORD GetLastError();
 extern "C" void SetLastError(DWORD error);

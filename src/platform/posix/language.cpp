@@ -1,0 +1,42 @@
+#include "platform/language.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace
+{
+
+constexpr LANGID english = 2057;
+constexpr LANGID japanese = 1041;
+
+// The locale that rules messages: the first of these variables that says anything.
+std::string_view MessagesLocale()
+{
+    for (const char* const variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
+    {
+        const char* const value = std::getenv(variable);
+        if (value != nullptr && *value != '\0')
+            return value;
+    }
+    return {};
+}
+
+} // namespace
+
+extern "C" LANGID GetUserDefaultUILanguage()
+{
+    // Language, territory, character set, variant: "ja_JP.UTF-8@variant", all but the first
+    // optional.
+    const std::string_view locale = MessagesLocale();
+    return locale.substr(0, locale.find_first_of("_.@")) == "ja" ? japanese : english;
+}
+
+namespace tarnwell
+{
+
+LANGID WantedLanguage()
+{
+    return GetUserDefaultUILanguage();
+}
+
+} // namespace tarnwell
