@@ -2,8 +2,6 @@
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)
   add_subdirectory(/usr/src/googletest ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
-  add_library(GTest::gmock ALIAS gmock)
-  add_library(GTest::gmock_main ALIAS gmock_main)
 else()
   find_package(GTest REQUIRED)
 endif()

@@ -35,39 +35,17 @@ std::u16string FolderOf(const std::u16string& path)
     return path.substr(0, path.find_last_of(u"\\/"));
 }
 
-// Null where the system knows no registration for one user.
-template <class Function> Function* PerUser(const char* name)
+// The form of a registration that is for one user, where it is asked for and the system has it,
+// else the form for all users. Both have the same parameters.
+template <class Function>
+Function* FormFor(bool perUser, Function* forAllUsers, const char* nameForOneUser)
 {
-    const HMODULE module = LoadLibraryW(L"OLEAUT32.DLL");
-    if (module == nullptr)
-        return nullptr;
-    // The module isn't freed: it is one of those that this one is linked to.
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-}
-
-HRESULT Register(ITypeLib* library, std::u16string path, bool perUser)
-{
-    std::u16string folder = FolderOf(path);
-    if (perUser)
-    {
-        if (const auto forUser =
-                PerUser<decltype(RegisterTypeLibForUser)>("RegisterTypeLibForUser"))
-            return forUser(library, Wide(path.data()), Wide(folder.data()));
-    }
-    return RegisterTypeLib(library, Wide(path), Wide(folder));
-}
-
-HRESULT Unregister(const TLIBATTR& facts, bool perUser)
-{
-    if (perUser)
-    {
-        if (const auto forUser =
-                PerUser<decltype(UnRegisterTypeLibForUser)>("UnRegisterTypeLibForUser"))
-            return forUser(facts.guid, facts.wMajorVerNum, facts.wMinorVerNum, facts.lcid,
-                           facts.syskind);
-    }
-    return UnRegisterTypeLib(facts.guid, facts.wMajorVerNum, facts.wMinorVerNum, facts.lcid,
-                             facts.syskind);
+    // Linked to, so loaded.
+    const HMODULE module = perUser ? GetModuleHandleW(L"OLEAUT32.DLL") : nullptr;
+    const FARPROC found = module == nullptr ? nullptr : GetProcAddress(module, nameForOneUser);
+    if (found == nullptr)
+        return forAllUsers;
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(found));
 }
 
 // Runs `body` with the library in the module's file and that file's path.
@@ -91,8 +69,13 @@ catch (const std::bad_alloc&)
 
 HRESULT RegisterModuleTypeLibrary(bool perUser)
 {
-    return WithLibrary([perUser](ITypeLib* library, const std::u16string& path)
-                       { return Register(library, path, perUser); });
+    return WithLibrary(
+        [perUser](ITypeLib* library, std::u16string& path)
+        {
+            std::u16string helpFolder = FolderOf(path);
+            const auto form = FormFor(perUser, &RegisterTypeLib, "RegisterTypeLibForUser");
+            return form(library, Wide(path.data()), Wide(helpFolder.data()));
+        });
 }
 
 HRESULT UnregisterModuleTypeLibrary(bool perUser)
@@ -101,12 +84,13 @@ HRESULT UnregisterModuleTypeLibrary(bool perUser)
         [perUser](ITypeLib* library, const std::u16string&)
         {
             TLIBATTR* facts = nullptr;
-            const HRESULT status = library->GetLibAttr(&facts);
-            if (FAILED(status))
+            if (const HRESULT status = library->GetLibAttr(&facts); FAILED(status))
                 return status;
-            const HRESULT removed = Unregister(*facts, perUser);
+            const auto form = FormFor(perUser, &UnRegisterTypeLib, "UnRegisterTypeLibForUser");
+            const HRESULT status = form(facts->guid, facts->wMajorVerNum, facts->wMinorVerNum,
+                                        facts->lcid, facts->syskind);
             library->ReleaseTLibAttr(facts);
-            return removed;
+            return status;
         });
 }
 
