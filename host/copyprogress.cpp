@@ -32,6 +32,12 @@ class CopyProgress final : public ICopyProgress
 public:
     explicit CopyProgress(const std::u16string& what) : what_(what), shown_(ErrorsAreTerminal()) {}
 
+    ~CopyProgress()
+    {
+        if (step_ > 0)
+            WriteErrors("\r\x1b[K");
+    }
+
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
     {
         return Query<ICopyProgress>(this, iid, out);
@@ -56,14 +62,6 @@ public:
     }
 
 private:
-    friend class ReferenceCount;
-
-    ~CopyProgress()
-    {
-        if (step_ > 0)
-            WriteErrors("\r\x1b[K");
-    }
-
     void Draw()
     {
         drawn_ = Clock::now();

@@ -100,9 +100,6 @@ public:
     }
 
 private:
-    ~HostObject() = default;
-    friend class ReferenceCount;
-
     const CommandLine line_;
     ReferenceCount references_;
 };

@@ -46,9 +46,6 @@ public:
     }
 
 private:
-    ~ItemList() = default;
-    friend class ReferenceCount;
-
     const std::vector<std::u16string> addresses_;
     ReferenceCount references_;
 };
