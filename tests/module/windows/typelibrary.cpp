@@ -164,8 +164,14 @@ TEST(TypeLibrary, RegistersNoClass)
 {
     const Module module(Module::DefaultFile());
     ASSERT_EQ(module.RegisterServer(), S_OK);
-    LPOLESTR progId = nullptr;
-    EXPECT_TRUE(FAILED(ProgIDFromCLSID(CLSID_Win32FileSystem, &progId)));
+    for (const Coclass& coclass : coclasses)
+    {
+        wchar_t clsid[64] = {};
+        ASSERT_NE(StringFromGUID2(coclass.clsid, clsid, 64), 0);
+        HKEY key = nullptr;
+        EXPECT_EQ(RegOpenKeyW(HKEY_CLASSES_ROOT, (std::wstring(L"CLSID\\") + clsid).c_str(), &key),
+                  ERROR_FILE_NOT_FOUND);
+    }
     EXPECT_EQ(module.UnregisterServer(), S_OK);
 }
 
