@@ -68,7 +68,7 @@ public:
             else if (a == lefts.end() || b->name < a->name)
                 TellSingle(prefix, *b++, Verdict::OnlyRight);
             else
-                ComparePair(prefix + a->name, *a++, *b++);
+                ComparePair(prefix, *a++, *b++);
         }
     }
 
@@ -80,8 +80,9 @@ private:
         tell_(finding);
     }
 
-    void ComparePair(const std::u16string& name, const Entry& left, const Entry& right)
+    void ComparePair(const std::u16string& prefix, const Entry& left, const Entry& right)
     {
+        const std::u16string name = prefix + left.name;
         try
         {
             Finding finding = FindingOf(left, right);

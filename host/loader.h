@@ -31,6 +31,11 @@ public:
     // The library beside the running program.
     static std::filesystem::path DefaultFile();
 
+    const std::filesystem::path& File() const
+    {
+        return file_;
+    }
+
     HRESULT GetClassObject(REFCLSID clsid, REFIID iid, void** out) const;
     HRESULT CanUnloadNow() const;
     HRESULT RegisterServer() const;
@@ -61,6 +66,7 @@ private:
     using GetClassObjectFunction = HRESULT(STDMETHODCALLTYPE*)(REFCLSID, REFIID, void**);
     using PlainFunction = HRESULT(STDMETHODCALLTYPE*)();
 
+    std::filesystem::path file_;
     GetClassObjectFunction getClassObject_ = nullptr;
     PlainFunction canUnloadNow_ = nullptr;
     PlainFunction registerServer_ = nullptr;

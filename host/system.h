@@ -26,8 +26,9 @@ bool ErrorsAreTerminal();
 // Reads up to `size` bytes of standard input; 0 at its end, nothing on failure.
 std::optional<std::size_t> ReadInput(void* buffer, std::size_t size);
 
-// The file that the text names.
+// The file that a text names, and the other way round.
 std::filesystem::path FilePath(const std::u16string& path);
+std::u16string FromPath(const std::filesystem::path& path);
 
 // `path` from the root of the file system, without "." and ".." in it. Nothing is looked up.
 std::u16string AbsolutePath(const std::u16string& path);

@@ -70,6 +70,8 @@ void CheckClient(bool json, const Client& client)
 
 int SelfCheck(const Session& session)
 {
+    const std::u16string file = FromPath(session.module.File());
+    Tell(session.line.json, JsonObject().Text(u"module", file), u"module", file);
     bool allMade = true;
     for (const FileSystemKind& kind : FileSystemKinds())
         allMade = CheckFileSystem(session, kind) && allMade;

@@ -33,7 +33,7 @@ void Find(void* library, const std::filesystem::path& file, const char* name, Fu
 
 } // namespace
 
-Module::Module(const std::filesystem::path& file)
+Module::Module(const std::filesystem::path& file) : file_(file)
 {
     void* const library = Load(file);
     Helpers helpers;

@@ -39,7 +39,7 @@ void Find(HMODULE library, const std::filesystem::path& file, const char* name, 
 
 } // namespace
 
-Module::Module(const std::filesystem::path& file)
+Module::Module(const std::filesystem::path& file) : file_(file)
 {
     const HMODULE library = Load(file);
     Find(library, file, "DllGetClassObject", getClassObject_);
