@@ -15,6 +15,12 @@ constexpr int warmUp = 100;
 class Endurance : public LocalTest
 {
 protected:
+    // The host object keeps what it was asked, so that it would grow.
+    Endurance()
+    {
+        system.As<IFileSystemInit>()->SetHost(nullptr);
+    }
+
     // Runs `round` often and expects the process to hold what it held before.
     template <class F> static void Endure(int rounds, F&& round)
     {
