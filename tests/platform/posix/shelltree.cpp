@@ -41,7 +41,7 @@ void MakeDeepTree(const fs::path& root, int levels)
 TEST(ShellTree, DeepTreeGoesWithFewDescriptors)
 {
     const TempFolder folder;
-    ASSERT_NO_FATAL_FAILURE(MakeDeepTree(folder.Path() / "deep", 10'000));
+    ASSERT_NO_FATAL_FAILURE(MakeDeepTree(folder.Path() / "deep", 1500));
     rlimit before = {};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
     const rlimit few{100, before.rlim_max};
@@ -55,7 +55,7 @@ TEST(ShellTree, DeepTreeGoesWithFewDescriptors)
 TEST(ShellTree, BroadTreeGoes)
 {
     const TempFolder folder;
-    for (int i = 0; i < 500; ++i)
+    for (int i = 0; i < 100; ++i)
     {
         const fs::path sub = folder.Path() / "broad" / std::to_string(i);
         fs::create_directories(sub / "below");
