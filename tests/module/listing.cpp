@@ -1,5 +1,6 @@
 // A folder's contents: a snapshot, in the platform's order.
 #include "module/localtest.h"
+#include "support/wine.h"
 
 #include <algorithm>
 
@@ -143,7 +144,11 @@ TEST_F(Listing, AFileInPlaceOfTheFolderFails)
     const std::u16string path = folder / u"later";
     const auto made = NewFolder(path);
     Put(u"later");
-    EXPECT_THAT(GetContents(made), Failed(Win32Status(267), FailedToRead(path)));
+    const Outcome outcome = GetContents(made);
+    if (IsUnderWine()) // which finds fault with the name
+        EXPECT_THAT(outcome, FailedSomehow(FailedToRead(path)));
+    else
+        EXPECT_THAT(outcome, Failed(Win32Status(267), FailedToRead(path)));
 }
 
 TEST_F(Listing, TheRootIsListedBelowItself)
@@ -159,11 +164,9 @@ TEST_F(Listing, TheRootIsListedBelowItself)
 TEST_F(Listing, TheEmptyPathListsTheCurrentFolder)
 {
     Put(u"a.txt");
-    const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.Path());
+    const CurrentFolder current(folder.Path());
     ComPtr<IFolderContents> contents;
     EXPECT_EQ(NewFolder(u"")->GetContents(contents.Out()), S_OK);
-    std::filesystem::current_path(before);
     EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"a.txt"));
 }
 
