@@ -10,9 +10,7 @@ namespace tarnwell::test
 namespace
 {
 
-using testing::Contains;
 using testing::IsEmpty;
-using testing::IsSupersetOf;
 using testing::Not;
 using testing::UnorderedElementsAre;
 
@@ -215,7 +213,18 @@ TEST_F(Listing, AHostWithoutSettingsIsNotAsked)
     EXPECT_THAT(host->Calls(), IsEmpty());
 }
 
-TEST_F(Listing, AFailingSettingCountsByItsValue)
+// Local objects know the host by its window only.
+TEST_F(Listing, AHostWithSettingsAndNoWindowIsNotAsked)
+{
+    Put(u"a.txt");
+    host->hasWindow = false;
+    host->setting = VARIANT_TRUE;
+    ASSERT_EQ(system.As<IFileSystemInit>()->SetHost(host->Unknown()), S_OK);
+    EXPECT_THAT(NamesOf(List(folder.Text())), UnorderedElementsAre(u"a.txt"));
+    EXPECT_THAT(host->Calls(), IsEmpty());
+}
+
+TEST_F(Listing, AFailingSettingFailsNoListing)
 {
     Put(u"a.txt");
     host->settingStatus = E_FAIL;
