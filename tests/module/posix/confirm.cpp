@@ -1,7 +1,8 @@
-// Deletion with a question and nobody to answer it.
+// Deletion with a question, answered or not.
 #include "module/localtest.h"
 
 #include <cstdlib>
+#include <pty.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -51,6 +52,70 @@ TEST_F(Confirmation, NobodyToAskIsANo)
     }
     EXPECT_TRUE(Exists(file));
     EXPECT_TRUE(Exists(sub));
+}
+
+// A process of its own with a terminal, at which somebody answers.
+class Answered
+{
+public:
+    // What the deletion gave, and the question that it showed.
+    HRESULT status = S_FALSE;
+    std::string shown;
+
+    Answered(const ComPtr<IFileSystemItem>& item, bool recursive, std::string_view answer)
+    {
+        int terminal = -1;
+        const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+        if (child == 0)
+            DeleteAndExit(item, recursive);
+        EXPECT_EQ(write(terminal, answer.data(), answer.size()),
+                  static_cast<ssize_t>(answer.size()));
+        char buffer[512];
+        for (ssize_t count = 0; (count = read(terminal, buffer, sizeof buffer)) > 0;)
+            shown.append(buffer, static_cast<std::size_t>(count));
+        int code = 0;
+        waitpid(child, &code, 0);
+        close(terminal);
+        EXPECT_TRUE(WIFEXITED(code));
+        status = WEXITSTATUS(code) == 0 ? S_OK : E_FAIL;
+    }
+
+private:
+    [[noreturn]] static void DeleteAndExit(const ComPtr<IFileSystemItem>& item, bool recursive)
+    {
+        unsetenv("DISPLAY");
+        unsetenv("WAYLAND_DISPLAY");
+        const HRESULT status =
+            item->Delete(VARIANT_FALSE, recursive ? VARIANT_TRUE : VARIANT_FALSE);
+        _exit(status == S_OK ? 0 : 1);
+    }
+};
+
+TEST_F(Confirmation, AYesDeletes)
+{
+    const std::u16string file = Put(u"a.txt");
+    const Answered answered(File(file).As<IFileSystemItem>(), false, "y\n");
+    EXPECT_EQ(answered.status, S_OK);
+    EXPECT_NE(answered.shown.find("a.txt"), std::string::npos) << answered.shown;
+    EXPECT_FALSE(Exists(file));
+}
+
+TEST_F(Confirmation, ANoDeletesNothing)
+{
+    const std::u16string file = Put(u"a.txt");
+    EXPECT_EQ(Answered(File(file).As<IFileSystemItem>(), false, "n\n").status, E_FAIL);
+    EXPECT_EQ(ReadBytes(file), "content");
+}
+
+TEST_F(Confirmation, AFolderWithContentsGoesOnlyWhereRecursionIsAsked)
+{
+    const std::u16string sub = MakeDirectory(u"sub");
+    MakeDirectory(u"sub/deeper");
+    const auto item = Folder(sub).As<IFileSystemItem>();
+    EXPECT_EQ(Answered(item, false, "y\n").status, E_FAIL);
+    EXPECT_TRUE(Exists(sub + u"/deeper"));
+    EXPECT_EQ(Answered(item, true, "y\n").status, S_OK);
+    EXPECT_FALSE(Exists(sub));
 }
 
 } // namespace
