@@ -164,10 +164,14 @@ ClassContract StreamContract()
          IID_ILib7zInStream, IID_ILib7zSequentialInStream},
         {IID_IFileStream, IidOf<::ISequentialStream>()},
         {
-            NullOf<ILib7zInStream>("Read", Null::Bare,
+            NullOf<ILib7zInStream>("Read", Null::Message,
                                    [](ILib7zInStream* s) { return s->Read(nullptr, 0, nullptr); }),
         },
-        {},
+        {
+            ClearedBy<ILib7zInStream>("Seek", std::uint64_t{1},
+                                      [](ILib7zInStream* s, std::uint64_t* out)
+                                      { return s->Seek(-1, 0, out); }),
+        },
     };
 }
 
