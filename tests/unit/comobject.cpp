@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <new>
+
 namespace tarnwell::test
 {
 
@@ -66,6 +68,17 @@ public:
 
     ULONG count = 1;
     GUID lastAsked{};
+};
+
+// For which there is no memory.
+class TooLarge : public Sample
+{
+public:
+    static void* operator new(std::size_t, const std::nothrow_t&) noexcept
+    {
+        return nullptr;
+    }
+    static void operator delete(void*) {}
 };
 
 class Objects : public testing::Test
@@ -156,6 +169,16 @@ TEST_F(Objects, GoAgainWhenTheyRefuseTheInterface)
     EXPECT_EQ(MakeInstance<Sample>(nullptr, IID_IFolder, &out), E_NOINTERFACE);
     EXPECT_EQ(out, nullptr);
     EXPECT_EQ(living, 0);
+}
+
+TEST_F(Objects, WithoutMemoryAreNotMade)
+{
+    void* out = nullptr;
+    EXPECT_EQ(MakeInstance<TooLarge>(nullptr, IID_IFileStream, &out), E_OUTOFMEMORY);
+    EXPECT_EQ(out, nullptr);
+    ComPtr<ComObject<TooLarge>> object;
+    EXPECT_EQ(MakeObject<TooLarge>(object), E_OUTOFMEMORY);
+    EXPECT_FALSE(object);
 }
 
 TEST_F(Objects, AsPartsHaveAnIdentityOfTheirOwnForTheOuterObjectOnly)
