@@ -138,7 +138,8 @@ std::u16string FormatMessageById(MessageId id, Inserts inserts)
 std::u16string FormatMessageWithStatus(MessageId id, HRESULT status, Inserts inserts)
 {
     const std::u16string system = SystemText(status);
-    return FormatMessageById(MessageId::MessageWithStatus, {FormatMessageById(id, inserts), system});
+    return FormatMessageById(MessageId::MessageWithStatus,
+                             {FormatMessageById(id, inserts), system});
 }
 
 } // namespace tarnwell
