@@ -30,7 +30,8 @@ HRESULT CreateLevel(const std::u16string& level, const Reporter& reporter)
     }
     if (!IsExistingFile(level))
         return S_OK;
-    return PublishFailure(reporter, MessageId::FileInPlaceOfFolder, StatusFromError(error), {level});
+    return PublishFailure(reporter, MessageId::FileInPlaceOfFolder, StatusFromError(error),
+                          {level});
 }
 
 std::size_t EndOfLevel(std::u16string_view path, std::size_t at)

@@ -13,8 +13,7 @@ namespace
 
 constexpr Reporter folderReporter{CLSID_Win32Folder, IID_IFolder};
 
-HRESULT MakeContents(const LocalFacts& facts, std::vector<WIN32_FIND_DATAW> records,
-                     IFolderContents** out)
+HRESULT MakeContents(const LocalFacts& facts, RecordList records, IFolderContents** out)
 {
     ComPtr<ComObject<CWin32FolderContentsObject>> contents;
     HRESULT status = MakeObject<CWin32FolderContentsObject>(contents);
@@ -43,7 +42,7 @@ HRESULT CWin32FolderObject::GetContents(IFolderContents** contents)
     return AtBoundary(folderReporter, NullPointer::Bare, contents,
                       [&]
                       {
-                          std::vector<WIN32_FIND_DATAW> records;
+                          RecordList records;
                           const HRESULT status = ReadContents(records);
                           if (FAILED(status))
                               return status;

@@ -2,10 +2,9 @@
 #pragma once
 
 #include "local/item.h"
+#include "local/recordlist.h"
 
 #include <tarnwell/classes.h>
-
-#include <vector>
 
 namespace tarnwell
 {
@@ -22,7 +21,7 @@ public:
 
     // Appends the folder's entries to `records` in the platform's order, each file's named data
     // streams behind it if the host wants them.
-    HRESULT ReadContents(std::vector<WIN32_FIND_DATAW>& records) const;
+    HRESULT ReadContents(RecordList& records) const;
 
 protected:
     ~CWin32FolderObject() = default;

@@ -15,8 +15,7 @@ namespace
 constexpr Reporter contentsReporter{CLSID_Win32FolderContents, IID_IFolderContents};
 }
 
-void CWin32FolderContentsObject::Initialize(const std::u16string& path,
-                                            std::vector<WIN32_FIND_DATAW> records,
+void CWin32FolderContentsObject::Initialize(const std::u16string& path, RecordList records,
                                             const ComPtr<IHostWindow>& host)
 {
     path_ = path;
@@ -29,7 +28,7 @@ HRESULT CWin32FolderContentsObject::GetCount(std::uint32_t* count)
     return AtBoundary(contentsReporter, NullPointer::Published, count,
                       [&]
                       {
-                          *count = static_cast<std::uint32_t>(records_.size());
+                          *count = static_cast<std::uint32_t>(records_.Size());
                           return S_OK;
                       });
 }
@@ -39,10 +38,10 @@ HRESULT CWin32FolderContentsObject::GetItem(std::int32_t index, IFileSystemItem*
     return AtBoundary(contentsReporter, NullPointer::Published, item,
                       [&]
                       {
-                          if (index < 0 || static_cast<std::size_t>(index) >= records_.size())
+                          if (index < 0 || static_cast<std::size_t>(index) >= records_.Size())
                           {
-                              return PublishMessage(contentsReporter, MessageId::InvalidContentsIndex,
-                                                    E_INVALIDARG);
+                              return PublishMessage(contentsReporter,
+                                                    MessageId::InvalidContentsIndex, E_INVALIDARG);
                           }
                           return MakeItem(static_cast<std::size_t>(index), item);
                       });
@@ -50,7 +49,7 @@ HRESULT CWin32FolderContentsObject::GetItem(std::int32_t index, IFileSystemItem*
 
 HRESULT CWin32FolderContentsObject::MakeItem(std::size_t index, IFileSystemItem** item) const
 {
-    const WIN32_FIND_DATAW& record = records_[index];
+    const WIN32_FIND_DATAW record = records_.At(index);
     const auto make = IsFolder(record) ? MakeFolderItem : MakeFileItem;
     const HRESULT status =
         make(path_, record, host_, IID_IFileSystemItem, reinterpret_cast<void**>(item));

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "frame/comobject.h"
+#include "local/recordlist.h"
 
 #include <tarnwell/host.h>
 #include <tarnwell/items.h>
 
 #include <string>
-#include <vector>
 
 namespace tarnwell
 {
@@ -21,7 +21,7 @@ public:
     HRESULT STDMETHODCALLTYPE GetItem(std::int32_t index, IFileSystemItem** item) override;
 
     // Called once, before the object is handed out. `path` is the folder's, as its item holds it.
-    void Initialize(const std::u16string& path, std::vector<WIN32_FIND_DATAW> records,
+    void Initialize(const std::u16string& path, RecordList records,
                     const ComPtr<IHostWindow>& host);
 
 protected:
@@ -31,7 +31,7 @@ private:
     HRESULT MakeItem(std::size_t index, IFileSystemItem** item) const;
 
     std::u16string path_;
-    std::vector<WIN32_FIND_DATAW> records_;
+    RecordList records_;
     ComPtr<IHostWindow> host_;
 };
 

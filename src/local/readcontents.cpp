@@ -35,9 +35,19 @@ bool IsSelfOrParent(const WIN32_FIND_DATAW& record)
     return name == u"." || name == u"..";
 }
 
+// A file that can't be walked has no streams; its error info stays set.
+void AppendDataStreams(const std::u16string& base, const WIN32_FIND_DATAW& record,
+                       RecordList& records)
+{
+    std::vector<WIN32_FIND_DATAW> streams;
+    EnumerateDataStreams(base + std::u16string(NameOf(record)), record, streams, CLSID_Win32Folder);
+    for (const WIN32_FIND_DATAW& stream : streams)
+        records.Append(stream);
+}
+
 } // namespace
 
-HRESULT CWin32FolderObject::ReadContents(std::vector<WIN32_FIND_DATAW>& records) const
+HRESULT CWin32FolderObject::ReadContents(RecordList& records) const
 {
     std::u16string base = facts_.path;
     AppendSeparator(base);
@@ -51,13 +61,9 @@ HRESULT CWin32FolderObject::ReadContents(std::vector<WIN32_FIND_DATAW>& records)
     {
         if (IsSelfOrParent(record))
             continue;
-        records.push_back(record);
-        // A file that can't be walked has no streams; its error info stays set.
+        records.Append(record);
         if (withStreams && !IsFolder(record))
-        {
-            EnumerateDataStreams(base + std::u16string(NameOf(record)), record, records,
-                                 CLSID_Win32Folder);
-        }
+            AppendDataStreams(base, record, records);
     } while (FindNextFileW(find.Get(), &record));
     return StatusOfListing(facts_.path);
 }

@@ -1,14 +1,15 @@
 // Between the C library's error numbers and the platform's codes.
 #pragma once
 
-#include "platform/posix/win32.h"
+#include "platform/win32.h"
 
 namespace tarnwell
 {
 
+// ERROR_GEN_FAILURE for what the table doesn't know; never 0.
 DWORD ErrorFromErrno(int number);
 
-// 0 for a code without a counterpart.
+// The number whose text describes `error` best; 0 for a code without a counterpart.
 int ErrnoFromError(DWORD error);
 
 } // namespace tarnwell

@@ -54,6 +54,7 @@ inline constexpr DWORD ERROR_DISK_FULL = 112;
 inline constexpr DWORD ERROR_CALL_NOT_IMPLEMENTED = 120;
 inline constexpr DWORD ERROR_INVALID_NAME = 123;
 inline constexpr DWORD ERROR_NEGATIVE_SEEK = 131;
+inline constexpr DWORD ERROR_SEEK_ON_DEVICE = 132;
 inline constexpr DWORD ERROR_DIR_NOT_EMPTY = 145;
 inline constexpr DWORD ERROR_BUSY = 170;
 inline constexpr DWORD ERROR_ALREADY_EXISTS = 183;
@@ -145,8 +146,10 @@ struct WIN32_FIND_DATAW
 extern "C"
 {
     // Share modes are accepted and not enforced. A folder opens only with
-    // FILE_FLAG_BACKUP_SEMANTICS and without write access. Never blocks on a pipe or terminal,
-    // and never makes a terminal the controlling one.
+    // FILE_FLAG_BACKUP_SEMANTICS and without write access; with that flag and OPEN_EXISTING, a
+    // link without a target opens as itself, for its times only. Never blocks on a pipe or
+    // terminal, and never makes a terminal the controlling one. FILE_FLAG_DELETE_ON_CLOSE takes
+    // the name away at once and follows no link.
     HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                        DWORD disposition, DWORD flags, HANDLE templateFile);
     BOOL CloseHandle(HANDLE handle);
@@ -172,7 +175,9 @@ extern "C"
     BOOL DeleteFileW(LPCWSTR path);
     BOOL CreateDirectoryW(LPCWSTR path, SECURITY_ATTRIBUTES* security);
 
-    // A last component of exactly "*" lists the folder, any other path finds the entry itself.
+    // A last component of exactly "*" lists the folder, "." and ".." first; any other path finds
+    // the entry itself. A link shows its target's facts; of an entry that can't be read, size and
+    // times are 0.
     HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* record);
     BOOL FindNextFileW(HANDLE find, WIN32_FIND_DATAW* record);
     BOOL FindClose(HANDLE find);
@@ -280,9 +285,11 @@ struct SHFILEINFOW
 
 extern "C"
 {
-    // FO_DELETE only. `pFrom` is a list of terminated paths closed by an empty one; the names
-    // are literal. Links are removed, never followed. The result is 0 or an error code; a "no"
-    // to the question is ERROR_CANCELLED with fAnyOperationsAborted set.
+    // FO_DELETE only, and for good: FOF_ALLOWUNDO is ERROR_NOT_SUPPORTED. `pFrom` is a list of
+    // terminated paths closed by an empty one; the names are literal. Links are removed, never
+    // followed. An empty list, a root, and a last component of "." or ".." are
+    // ERROR_INVALID_PARAMETER. The result is 0 or an error code; a "no" to the question is
+    // ERROR_CANCELLED with fAnyOperationsAborted set.
     int SHFileOperationW(SHFILEOPSTRUCTW* operation);
     // There are no system image lists here: 0.
     DWORD_PTR SHGetFileInfoW(LPCWSTR path, DWORD attributes, SHFILEINFOW* info, UINT size,

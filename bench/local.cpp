@@ -1,0 +1,269 @@
+// The local file system against the system calls beneath it: listing a folder, reading a file,
+// loading the module.
+#include "frame/text.h"
+#include "module/lifecycle.h"
+
+#include <tarnwell/pointers.h>
+#include <tarnwell/tarnwell.h>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <dirent.h>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace
+{
+
+using namespace tarnwell;
+
+constexpr int fileCount = 100'000;
+constexpr std::size_t fileSize = std::size_t{1} << 30;
+constexpr std::uint32_t pieceSize = 64 * 1024;
+constexpr std::uint32_t readAccess = 0x80000000;
+constexpr std::uint32_t openExisting = 3;
+
+// A folder of its own that goes away with the program.
+class Ground
+{
+public:
+    Ground()
+    {
+        std::string name = std::filesystem::temp_directory_path() / "tarnwell-bench-XXXXXX";
+        path_ = mkdtemp(name.data());
+        std::filesystem::create_directory(Many());
+        for (int i = 0; i < fileCount; ++i)
+            std::ofstream(Many() + "/file number " + std::to_string(i) + ".txt") << i;
+        std::ofstream big(Big(), std::ios::binary);
+        const std::vector<char> block(1 << 20, 'x');
+        for (std::size_t written = 0; written < fileSize; written += block.size())
+            big.write(block.data(), static_cast<std::streamsize>(block.size()));
+    }
+    ~Ground()
+    {
+        std::filesystem::remove_all(path_);
+    }
+    std::string Many() const
+    {
+        return path_ + "/many";
+    }
+    std::string Big() const
+    {
+        return path_ + "/big";
+    }
+
+private:
+    std::string path_;
+};
+
+const Ground& TheGround()
+{
+    static const Ground ground;
+    return ground;
+}
+
+std::u16string Widened(const std::string& ascii)
+{
+    return {ascii.begin(), ascii.end()};
+}
+
+ComPtr<IFileSystem> MakeLocal()
+{
+    ComPtr<::IClassFactory> factory;
+    ComPtr<IFileSystem> system;
+    if (FAILED(DllGetClassObject(CLSID_Win32FileSystem, IID_IClassFactory, factory.OutVoid())) ||
+        FAILED(factory->CreateInstance(nullptr, IID_IFileSystem, system.OutVoid())))
+        std::abort();
+    return system;
+}
+
+std::uint64_t AskFacts(IFileSystemItem* item)
+{
+    Bstr name;
+    std::uint64_t time = 0;
+    std::uint32_t attributes = 0;
+    std::uint32_t low = 0;
+    std::uint32_t high = 0;
+    item->GetName(name.Out());
+    item->GetModifiedTime(&time);
+    item->GetAttributes(&attributes);
+    ComPtr<IFile> file;
+    if (SUCCEEDED(item->QueryInterface(IID_IFile, file.OutVoid())))
+    {
+        file->GetSizeLow(&low);
+        file->GetSizeHigh(&high);
+    }
+    return name.View().size() + time + attributes + low + high;
+}
+
+std::uint64_t ListThroughModule(const std::string& path)
+{
+    const auto system = MakeLocal();
+    ComPtr<IFolder> folder;
+    ComPtr<IFolderContents> contents;
+    const std::u16string wide = Widened(path);
+    if (FAILED(system->GetFolder(wide.c_str(), VARIANT_TRUE, folder.Out())) ||
+        FAILED(folder->GetContents(contents.Out())))
+        std::abort();
+    std::uint32_t count = 0;
+    contents->GetCount(&count);
+    std::uint64_t sum = 0;
+    for (std::uint32_t i = 0; i < count; ++i)
+    {
+        ComPtr<IFileSystemItem> item;
+        contents->GetItem(static_cast<std::int32_t>(i), item.Out());
+        sum += AskFacts(item.Get());
+    }
+    return sum;
+}
+
+std::uint64_t ListBare(const std::string& path)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(path.c_str()), closedir);
+    std::uint64_t sum = 0;
+    while (const dirent* const entry = readdir(folder.get()))
+    {
+        struct statx facts;
+        statx(dirfd(folder.get()), entry->d_name, 0, STATX_BASIC_STATS, &facts);
+        sum += facts.stx_size + static_cast<std::uint64_t>(facts.stx_mtime.tv_sec) + facts.stx_mode;
+    }
+    return sum;
+}
+
+void ListingBare(benchmark::State& state)
+{
+    const std::string path = TheGround().Many();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ListBare(path));
+}
+
+void ListingThroughModule(benchmark::State& state)
+{
+    const std::string path = TheGround().Many();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ListThroughModule(path));
+}
+
+void ReadingBare(benchmark::State& state)
+{
+    std::vector<char> buffer(pieceSize);
+    for (auto _ : state)
+    {
+        const int file = open(TheGround().Big().c_str(), O_RDONLY | O_CLOEXEC);
+        while (read(file, buffer.data(), buffer.size()) > 0)
+        {
+        }
+        close(file);
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * fileSize));
+}
+
+void ReadingThroughModule(benchmark::State& state)
+{
+    const auto system = MakeLocal();
+    std::vector<char> buffer(pieceSize);
+    const std::u16string path = Widened(TheGround().Big());
+    for (auto _ : state)
+    {
+        ComPtr<IFile> file;
+        ComPtr<IFileStream> stream;
+        if (FAILED(system->GetFile(path.c_str(), VARIANT_TRUE, file.Out())) ||
+            FAILED(file->Open(readAccess, openExisting, stream.Out())))
+            std::abort();
+        const auto data = stream.As<::ISequentialStream>();
+        std::uint32_t count = 1;
+        while (count > 0)
+            data->Read(buffer.data(), pieceSize, &count);
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * fileSize));
+}
+
+// In a child each time, since a module that is loaded stays loaded.
+void LoadingModule(benchmark::State& state)
+{
+    for (auto _ : state)
+    {
+        int ends[2];
+        if (pipe(ends) != 0)
+            std::abort();
+        const pid_t child = fork();
+        if (child == 0)
+        {
+            timespec before;
+            timespec after;
+            clock_gettime(CLOCK_MONOTONIC, &before);
+            void* const module = dlopen(TARNWELL_MODULE, RTLD_NOW | RTLD_LOCAL);
+            const auto get =
+                reinterpret_cast<decltype(&DllGetClassObject)>(dlsym(module, "DllGetClassObject"));
+            ::IClassFactory* factory = nullptr;
+            void* system = nullptr;
+            get(CLSID_Win32FileSystem, IID_IClassFactory, reinterpret_cast<void**>(&factory));
+            factory->CreateInstance(nullptr, IID_IFileSystem, &system);
+            clock_gettime(CLOCK_MONOTONIC, &after);
+            const double seconds = static_cast<double>(after.tv_sec - before.tv_sec) +
+                                   static_cast<double>(after.tv_nsec - before.tv_nsec) * 1e-9;
+            _exit(system != nullptr && write(ends[1], &seconds, sizeof(seconds)) > 0 ? 0 : 1);
+        }
+        double seconds = 0;
+        close(ends[1]);
+        if (read(ends[0], &seconds, sizeof(seconds)) != sizeof(seconds))
+            std::abort();
+        close(ends[0]);
+        waitpid(child, nullptr, 0);
+        state.SetIterationTime(seconds);
+    }
+}
+
+// How far a child that runs `action` grows beyond one that doesn't, in KiB.
+template <class Action> long PeakOf(Action&& action)
+{
+    const pid_t child = fork();
+    if (child == 0)
+    {
+        action();
+        _exit(0);
+    }
+    rusage usage{};
+    wait4(child, nullptr, 0, &usage);
+    return usage.ru_maxrss;
+}
+
+void ListingMemory(benchmark::State& state)
+{
+    const std::string path = TheGround().Many();
+    for (auto _ : state)
+    {
+        const long idle = PeakOf([] { MakeLocal(); });
+        const long busy = PeakOf([&] { ListThroughModule(path); });
+        state.counters["bytes_per_entry"] = static_cast<double>(busy - idle) * 1024 / fileCount;
+    }
+}
+
+BENCHMARK(ListingBare)->Unit(benchmark::kMillisecond);
+BENCHMARK(ListingThroughModule)->Unit(benchmark::kMillisecond);
+BENCHMARK(ListingMemory)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadingBare)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadingThroughModule)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadingModule)->UseManualTime()->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    StartModule();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,36 @@
+// Addresses as the user types them, and the file systems that they belong to.
+#pragma once
+
+#include <tarnwell/classes.h>
+
+#include <span>
+#include <string>
+
+namespace tarnwell::host
+{
+
+struct FileSystemKind
+{
+    const char16_t* name;
+    const char16_t* className;
+    GUID clsid;
+    // Whether items can be looked up, and folders listed: the other kinds know files in their
+    // working copies only, and can't say whether one exists.
+    bool hasFolders;
+};
+
+// All six, the local one first.
+std::span<const FileSystemKind> FileSystemKinds();
+
+struct Address
+{
+    const FileSystemKind* kind;
+    std::u16string text;
+};
+
+// The scheme chooses the file system; what has none of the known schemes is a local path. The
+// paths of Git and Mercurial addresses become absolute, and may lack their two slashes:
+// "git:src/a.c#HEAD" is "git:///home/me/project/src/a.c#HEAD".
+Address ParseAddress(const std::u16string& text);
+
+} // namespace tarnwell::host

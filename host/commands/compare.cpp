@@ -1,0 +1,150 @@
+#include "commands.h"
+#include "comparison.h"
+#include "items.h"
+#include "json.h"
+#include "output.h"
+#include "text16.h"
+
+namespace tarnwell::host
+{
+
+namespace
+{
+
+struct VerdictName
+{
+    Verdict verdict;
+    const char16_t* json;
+    const char16_t* text;
+};
+
+const VerdictName verdictNames[] = {
+    {Verdict::Equal, u"equal", u"equal"},
+    {Verdict::Different, u"different", u"different"},
+    {Verdict::KindDiffers, u"kind_differs", u"a file and a folder"},
+    {Verdict::OnlyLeft, u"only_left", u"only left"},
+    {Verdict::OnlyRight, u"only_right", u"only right"},
+    {Verdict::Failed, u"failed", u"failed"},
+};
+
+const VerdictName& NameOf(Verdict verdict)
+{
+    return verdictNames[static_cast<std::size_t>(verdict)];
+}
+
+void AddNumber(JsonObject& object, std::u16string_view name,
+               const std::optional<std::uint64_t>& value)
+{
+    if (value)
+        object.Number(name, *value);
+    else
+        object.Null(name);
+}
+
+std::u16string Json(const Finding& finding)
+{
+    JsonObject object;
+    object.Text(u"name", finding.name).Text(u"result", NameOf(finding.verdict).json);
+    AddNumber(object, u"left_size", finding.leftSize);
+    AddNumber(object, u"right_size", finding.rightSize);
+    AddNumber(object, u"first_difference", finding.firstDifference);
+    return object.Line();
+}
+
+std::u16string Details(const Finding& finding)
+{
+    std::u16string details;
+    if (finding.leftSize && finding.rightSize)
+        details +=
+            u", " + Decimal(*finding.leftSize) + u" and " + Decimal(*finding.rightSize) + u" bytes";
+    if (finding.firstDifference)
+        details += u", first difference at offset " + Decimal(*finding.firstDifference);
+    return details;
+}
+
+std::u16string Line(const Finding& finding)
+{
+    const std::u16string name = finding.name.empty() ? u"" : Shown(finding.name) + u": ";
+    return name + NameOf(finding.verdict).text + Details(finding) + u"\n";
+}
+
+// Tells findings and remembers what the exit code has to say.
+class Report
+{
+public:
+    explicit Report(bool json) : json_(json) {}
+
+    // In the readable form, what is equal inside folders goes without saying.
+    void Add(const Finding& finding, bool tellEqual)
+    {
+        ++counts_[static_cast<std::size_t>(finding.verdict)];
+        if (json_)
+            Print(Json(finding));
+        else if (finding.verdict != Verdict::Equal || tellEqual)
+            Print(Line(finding));
+        if (finding.failure)
+            PrintFailure(*finding.failure, json_);
+    }
+
+    void PrintSummary() const
+    {
+        if (json_)
+            return;
+        std::u16string summary;
+        for (const VerdictName& row : verdictNames)
+        {
+            const std::uint64_t count = counts_[static_cast<std::size_t>(row.verdict)];
+            if (count > 0 || row.verdict == Verdict::Equal)
+                summary += (summary.empty() ? u"" : u", ") + Decimal(count) + u" " + row.text;
+        }
+        Print(summary + u"\n");
+    }
+
+    int ExitCode() const
+    {
+        std::uint64_t all = 0;
+        for (const std::uint64_t count : counts_)
+            all += count;
+        if (counts_[static_cast<std::size_t>(Verdict::Failed)] > 0)
+            return exitFailed;
+        return all == counts_[static_cast<std::size_t>(Verdict::Equal)] ? exitDone : exitDifferent;
+    }
+
+private:
+    const bool json_;
+    std::uint64_t counts_[std::size(verdictNames)] = {};
+};
+
+Finding CompareItems(const ComPtr<IFileSystemItem>& left, const ComPtr<IFileSystemItem>& right)
+{
+    const ComPtr<IFile> leftFile = left.As<IFile>();
+    const ComPtr<IFile> rightFile = right.As<IFile>();
+    Finding finding = leftFile && rightFile ? CompareFiles(leftFile, rightFile)
+                                            : Finding{{}, Verdict::KindDiffers, {}, {}, {}, {}};
+    finding.name = TextFrom(left.Get(), &IFileSystemItem::GetName);
+    return finding;
+}
+
+} // namespace
+
+int Compare(const Session& session)
+{
+    const auto left = FindItem(Open(session, session.line.operands[0]));
+    const auto right = FindItem(Open(session, session.line.operands[1]));
+    const ComPtr<IFolder> leftFolder = left.As<IFolder>();
+    const ComPtr<IFolder> rightFolder = right.As<IFolder>();
+    Report report(session.line.json);
+    if (leftFolder && rightFolder)
+    {
+        CompareFolders(leftFolder, rightFolder,
+                       [&](const Finding& finding) { report.Add(finding, false); });
+        report.PrintSummary();
+    }
+    else
+    {
+        report.Add(CompareItems(left, right), true);
+    }
+    return report.ExitCode();
+}
+
+} // namespace tarnwell::host

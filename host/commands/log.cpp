@@ -1,0 +1,107 @@
+#include "commands.h"
+#include "facts.h"
+#include "items.h"
+#include "output.h"
+#include "readable.h"
+#include "text16.h"
+
+namespace tarnwell::host
+{
+
+namespace
+{
+
+struct RevisionFacts
+{
+    Fact<std::u16string> id;
+    Fact<std::u16string> description;
+    Fact<std::u16string> author;
+    Fact<std::uint64_t> modified;
+    Fact<std::uint64_t> recorded;
+    Fact<std::u16string> uri;
+};
+
+RevisionFacts FactsOf(const ComPtr<IRevision>& revision)
+{
+    const auto text = [&](auto method)
+    {
+        return FactOf([&] { return TextFrom(revision.Get(), method); });
+    };
+    const auto time = [&](auto method)
+    {
+        return FactOf(
+            [&]
+            {
+                std::uint64_t value = 0;
+                Call([&] { return (revision.Get()->*method)(&value); });
+                return value;
+            });
+    };
+    return {text(&IRevision::GetRevisionId),   text(&IRevision::GetDescription),
+            text(&IRevision::GetAuthor),       time(&IRevision::GetModifiedTime),
+            time(&IRevision::GetRevisionTime), text(&IRevision::GetUri)};
+}
+
+std::u16string Json(const RevisionFacts& facts)
+{
+    FactWriter writer;
+    writer.Text(u"id", facts.id);
+    writer.Text(u"description", facts.description);
+    writer.Text(u"author", facts.author);
+    writer.Time(u"modified", facts.modified);
+    writer.Number(u"modified_filetime", facts.modified);
+    writer.Time(u"revision", facts.recorded);
+    writer.Number(u"revision_filetime", facts.recorded);
+    writer.Text(u"uri", facts.uri);
+    return writer.Finish().Line();
+}
+
+std::u16string Indented(std::u16string_view text)
+{
+    std::u16string result;
+    while (!text.empty())
+    {
+        const std::size_t end = text.find(u'\n');
+        result += u"    " + Shown(text.substr(0, end)) + u"\n";
+        text.remove_prefix(end == std::u16string_view::npos ? text.size() : end + 1);
+    }
+    return result;
+}
+
+std::u16string Readable(const RevisionFacts& facts)
+{
+    const auto text = [](const Fact<std::u16string>& fact)
+    {
+        return fact.value.value_or(u"unknown: " + fact.error);
+    };
+    const std::uint64_t time = facts.recorded.value.value_or(0);
+    return Shown(text(facts.id)) + u"  " + ReadableTime(time) + u"  " + Shown(text(facts.author)) +
+           u"\n" + Indented(text(facts.description)) + u"    " + Shown(text(facts.uri)) + u"\n";
+}
+
+ComPtr<IRevisions> RevisionsOf(const Place& place)
+{
+    const auto fileSystem = Need<IFileSystemRevisions>(place.fileSystem);
+    ComPtr<IRevisions> revisions;
+    Call([&] { return fileSystem->GetRevisions(place.Text(), 0, revisions.Out()); });
+    return revisions;
+}
+
+} // namespace
+
+int Log(const Session& session)
+{
+    const ComPtr<IRevisions> revisions = RevisionsOf(Open(session, session.line.operands[0]));
+    std::uint32_t count = 0;
+    Call([&] { return revisions->GetCount(&count); });
+    for (std::uint32_t i = 0; i < count; ++i)
+    {
+        ComPtr<IRevision> revision;
+        Call([&] { return revisions->GetItem(static_cast<std::int32_t>(i), revision.Out()); });
+        const RevisionFacts facts = FactsOf(revision);
+        Print(session.line.json ? Json(facts) : Readable(facts));
+    }
+    return exitDone;
+}
+
+} // namespace tarnwell::host

@@ -1,0 +1,83 @@
+#include "commands.h"
+#include "json.h"
+#include "output.h"
+#include "system.h"
+#include "text16.h"
+
+#include <optional>
+
+namespace tarnwell::host
+{
+
+namespace
+{
+
+struct Client
+{
+    const char16_t* name;
+    const char* versionCommand;
+};
+
+const Client clients[] = {
+    {u"git", "git --version"},
+    {u"hg", "hg --version --quiet"},
+    {u"svn", "svn --version --quiet"},
+    {u"p4", "p4 -V"},
+};
+
+// The last line: what stands before it, where there is more, is about the maker.
+std::optional<std::u16string> VersionOf(const Client& client)
+{
+    std::optional<std::string> output = OutputOf(client.versionCommand);
+    if (!output)
+        return std::nullopt;
+    output->erase(output->find_last_not_of("\r\n ") + 1);
+    const std::size_t lineFeed = output->rfind('\n');
+    return FromUtf8(lineFeed == std::string::npos ? *output : output->substr(lineFeed + 1));
+}
+
+void Tell(bool json, const JsonObject& object, std::u16string_view name, std::u16string_view value)
+{
+    Print(json ? object.Line() : LeftAligned(name, 18) + std::u16string(value) + u"\n");
+}
+
+bool CheckFileSystem(const Session& session, const FileSystemKind& kind)
+{
+    HRESULT status = S_OK;
+    const bool made = static_cast<bool>(
+        session.module.CreateFileSystem(kind.clsid, session.hostObject.Get(), &status));
+    const std::u16string code = Hex(static_cast<std::uint32_t>(status));
+    JsonObject object;
+    object.Text(u"class", kind.className).Text(u"file_system", kind.name);
+    object.Boolean(u"made", made).Text(u"status", code);
+    Tell(session.line.json, object, kind.className, made ? u"made" : u"not made: " + code);
+    return made;
+}
+
+void CheckClient(bool json, const Client& client)
+{
+    const std::optional<std::u16string> version = VersionOf(client);
+    JsonObject object;
+    object.Text(u"client", client.name);
+    if (version)
+        object.Text(u"version", *version);
+    else
+        object.Null(u"version");
+    Tell(json, object, client.name, version.value_or(u"not found"));
+}
+
+} // namespace
+
+int SelfCheck(const Session& session)
+{
+    const std::u16string file = FromPath(session.module.File());
+    Tell(session.line.json, JsonObject().Text(u"module", file), u"module", file);
+    bool allMade = true;
+    for (const FileSystemKind& kind : FileSystemKinds())
+        allMade = CheckFileSystem(session, kind) && allMade;
+    for (const Client& client : clients)
+        CheckClient(session.line.json, client);
+    return allMade ? exitDone : exitFailed;
+}
+
+} // namespace tarnwell::host

@@ -1,0 +1,51 @@
+// What differs between two files, or between two folders.
+#pragma once
+
+#include "errors.h"
+
+#include <tarnwell/items.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace tarnwell::host
+{
+
+enum class Verdict
+{
+    Equal,
+    Different,
+    // One is a file, the other a folder.
+    KindDiffers,
+    OnlyLeft,
+    OnlyRight,
+    // The two could not be compared.
+    Failed,
+};
+
+struct Finding
+{
+    // Below the folders that were named, with "/" between; for two files the left one's name.
+    std::u16string name;
+    Verdict verdict;
+    // In bytes; nothing for folders and for what isn't known.
+    std::optional<std::uint64_t> leftSize;
+    std::optional<std::uint64_t> rightSize;
+    // Nothing also where only the sizes were compared.
+    std::optional<std::uint64_t> firstDifference;
+    std::optional<Failure> failure;
+};
+
+using Tell = std::function<void(const Finding&)>;
+
+// Reads both files to their ends. Throws Failure.
+Finding CompareFiles(const ComPtr<IFile>& left, const ComPtr<IFile>& right);
+
+// Pairs by name, without the part of it that tells a revision, and goes into folders that both
+// sides have; a folder that is a link isn't entered. Findings come in the order of names, one
+// for each pair and each name without a partner. What fails below the two folders is a finding;
+// a failure to read these themselves is thrown.
+void CompareFolders(const ComPtr<IFolder>& left, const ComPtr<IFolder>& right, const Tell& tell);
+
+} // namespace tarnwell::host

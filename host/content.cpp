@@ -1,0 +1,76 @@
+#include "content.h"
+
+namespace tarnwell::host
+{
+
+namespace
+{
+
+inline constexpr std::size_t blockSize = 0x10000;
+
+inline constexpr std::uint32_t accessRead = 0x80000000;
+inline constexpr std::uint32_t accessWrite = 0x40000000;
+inline constexpr std::uint32_t createAlways = 2;
+inline constexpr std::uint32_t openExisting = 3;
+
+ComPtr<IFileStream> OpenStream(const ComPtr<IFile>& file, std::uint32_t access,
+                               std::uint32_t disposition)
+{
+    ComPtr<IFileStream> stream;
+    Call([&] { return file->Open(access, disposition, stream.Out()); });
+    return stream;
+}
+
+} // namespace
+
+Reader::Reader(const ComPtr<IFile>& file)
+    : stream_(Need<ISequentialStream>(OpenStream(file, accessRead, openExisting))),
+      block_(blockSize)
+{
+}
+
+std::span<const char> Reader::Next()
+{
+    std::size_t filled = 0;
+    while (filled < block_.size())
+    {
+        const std::size_t read = Read(filled);
+        if (read == 0)
+            break;
+        filled += read;
+    }
+    return {block_.data(), filled};
+}
+
+std::size_t Reader::Read(std::size_t filled)
+{
+    ULONG read = 0;
+    const ULONG wanted = static_cast<ULONG>(block_.size() - filled);
+    Call([&] { return stream_->Read(block_.data() + filled, wanted, &read); });
+    return read;
+}
+
+Writer::Writer(const ComPtr<IFile>& file)
+    : file_(OpenStream(file, accessWrite, createAlways)), stream_(Need<ISequentialStream>(file_))
+{
+}
+
+void Writer::Write(std::span<const char> bytes)
+{
+    while (!bytes.empty())
+    {
+        ULONG written = 0;
+        const ULONG size = static_cast<ULONG>(bytes.size());
+        Call([&] { return stream_->Write(bytes.data(), size, &written); });
+        if (written == 0)
+            throw Failure{E_FAIL, u"The file takes no more data."};
+        bytes = bytes.subspan(written);
+    }
+}
+
+void Writer::Close()
+{
+    Call([&] { return file_->Close(); });
+}
+
+} // namespace tarnwell::host

@@ -1,0 +1,34 @@
+// Failures of the module's calls.
+#pragma once
+
+#include <tarnwell/pointers.h>
+
+#include <string>
+
+namespace tarnwell::host
+{
+
+// What a failed call leaves: its status, and the text that the module put into the thread's
+// error information.
+struct Failure
+{
+    HRESULT status;
+    std::u16string message;
+};
+
+// For a call that left no text of its own, a plain one by its status.
+Failure TakeFailure(HRESULT status);
+
+// Runs one call and throws Failure if its status says so. The error information is cleared
+// first: a call that fails without a text would otherwise show the text of an earlier one.
+template <class F> void Call(F&& call)
+{
+    ::SetErrorInfo(0, nullptr);
+    if (const HRESULT status = call(); FAILED(status))
+        throw TakeFailure(status);
+}
+
+// On standard error: the text and, below it, the status; or both as one JSON object.
+void PrintFailure(const Failure& failure, bool json);
+
+} // namespace tarnwell::host

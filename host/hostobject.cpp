@@ -1,0 +1,115 @@
+#include "hostobject.h"
+
+#include "refcount.h"
+
+#include <tarnwell/host.h>
+
+#include <string_view>
+
+namespace tarnwell::host
+{
+
+namespace
+{
+
+std::u16string TextOf(const OLECHAR* text)
+{
+    return text == nullptr ? std::u16string() : reinterpret_cast<const char16_t*>(text);
+}
+
+HRESULT Give(const std::u16string& text, BSTR* out)
+{
+    *out = Bstr(text).Detach();
+    return *out == nullptr ? E_OUTOFMEMORY : S_OK;
+}
+
+class HostObject final : public IHostWindow, public IHostCredentials, public IHostSettings
+{
+public:
+    explicit HostObject(const CommandLine& line) : line_(line) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
+    {
+        return Query<IHostWindow, IHostCredentials, IHostSettings>(this, iid, out);
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override
+    {
+        return references_.Up();
+    }
+    ULONG STDMETHODCALLTYPE Release() override
+    {
+        return references_.Down(this);
+    }
+
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override
+    {
+        if (window == nullptr)
+            return E_POINTER;
+        *window = nullptr;
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE GetCredentials(std::uint32_t, const OLECHAR* host,
+                                             const OLECHAR* user, BSTR* resultUser,
+                                             BSTR* resultPassword, BSTR* resultHost) override
+    {
+        if (resultUser == nullptr || resultPassword == nullptr || resultHost == nullptr)
+            return E_POINTER;
+        *resultUser = *resultPassword = *resultHost = nullptr;
+        if (line_.noCredentials)
+            return E_FAIL;
+        // Without any of the options the answer is an empty user and password: right for
+        // servers that let everybody in. A password alone is for the user that was asked for.
+        const std::u16string asked = line_.password ? TextOf(user) : std::u16string();
+        HRESULT status = Give(line_.user.value_or(asked), resultUser);
+        if (SUCCEEDED(status))
+            status = Give(line_.password.value_or(u""), resultPassword);
+        if (SUCCEEDED(status))
+            status = Give(line_.server.value_or(TextOf(host)), resultHost);
+        return status;
+    }
+
+    // The failure that follows tells both of these to the user.
+    HRESULT STDMETHODCALLTYPE ForgetCredentials(const OLECHAR*) override
+    {
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE ReportMissingCredentials(std::uint32_t, const OLECHAR*,
+                                                       const OLECHAR*) override
+    {
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE ReservedFirst() override
+    {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE ReservedSecond() override
+    {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE GetBooleanSetting(const OLECHAR* name, VARIANT_BOOL* value) override
+    {
+        if (value == nullptr)
+            return E_POINTER;
+        *value = VARIANT_FALSE;
+        if (TextOf(name) != u"IterateStreams")
+            return E_INVALIDARG;
+        *value = line_.streams ? VARIANT_TRUE : VARIANT_FALSE;
+        return S_OK;
+    }
+
+private:
+    const CommandLine line_;
+    ReferenceCount references_;
+};
+
+} // namespace
+
+ComPtr<IUnknown> MakeHostObject(const CommandLine& line)
+{
+    IHostWindow* const object = new HostObject(line);
+    return ComPtr<IUnknown>::Adopt(object);
+}
+
+} // namespace tarnwell::host

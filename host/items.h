@@ -1,0 +1,34 @@
+// Files and folders, found by address.
+#pragma once
+
+#include "session.h"
+
+#include <optional>
+#include <vector>
+
+namespace tarnwell::host
+{
+
+// Whatever stands at the address, which must exist. Of a Git or Mercurial address a file, which
+// may or may not exist.
+ComPtr<IFileSystemItem> FindItem(const Place& place);
+
+// The file at the address; it must exist where the file system can tell.
+ComPtr<IFile> FindFile(const Place& place);
+
+ComPtr<IFolder> FindFolder(const Place& place);
+
+// What a folder holds, in the file system's order.
+std::vector<ComPtr<IFileSystemItem>> ItemsOf(const ComPtr<IFolder>& folder);
+
+// A text that an item gives through one of its methods.
+template <class I> std::u16string TextFrom(I* item, HRESULT (STDMETHODCALLTYPE I::*method)(BSTR*))
+{
+    Bstr text;
+    Call([&] { return (item->*method)(text.Out()); });
+    return std::u16string(text.View());
+}
+
+std::uint64_t SizeOf(const ComPtr<IFile>& file);
+
+} // namespace tarnwell::host

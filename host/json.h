@@ -1,0 +1,36 @@
+// JSON, one object a line.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tarnwell::host
+{
+
+// The quoted form of `text`. Lone surrogates, as in the names of files that aren't valid text,
+// become \u escapes, so that the output is always valid UTF-8.
+std::u16string JsonText(std::u16string_view text);
+
+// Members appear in the order in which they were added.
+class JsonObject
+{
+public:
+    JsonObject& Text(std::u16string_view name, std::u16string_view value);
+    JsonObject& Number(std::u16string_view name, std::uint64_t value);
+    JsonObject& Boolean(std::u16string_view name, bool value);
+    JsonObject& Null(std::u16string_view name);
+    JsonObject& Object(std::u16string_view name, const JsonObject& value);
+
+    bool Empty() const;
+    std::u16string Str() const;
+    // With a line feed.
+    std::u16string Line() const;
+
+private:
+    JsonObject& Member(std::u16string_view name, std::u16string_view value);
+
+    std::u16string members_;
+};
+
+} // namespace tarnwell::host

@@ -1,0 +1,75 @@
+#include "system.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <unistd.h>
+
+namespace tarnwell::host
+{
+
+namespace
+{
+
+bool WriteAll(int descriptor, std::string_view bytes)
+{
+    while (!bytes.empty())
+    {
+        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+} // namespace
+
+bool WriteOutput(std::string_view bytes)
+{
+    return WriteAll(STDOUT_FILENO, bytes);
+}
+
+bool WriteErrors(std::string_view bytes)
+{
+    return WriteAll(STDERR_FILENO, bytes);
+}
+
+bool OutputIsTerminal()
+{
+    return isatty(STDOUT_FILENO) == 1;
+}
+
+bool ErrorsAreTerminal()
+{
+    return isatty(STDERR_FILENO) == 1;
+}
+
+std::optional<std::size_t> ReadInput(void* buffer, std::size_t size)
+{
+    ssize_t got = 0;
+    do
+    {
+        got = read(STDIN_FILENO, buffer, size);
+    } while (got < 0 && errno == EINTR);
+    if (got < 0)
+        return std::nullopt;
+    return static_cast<std::size_t>(got);
+}
+
+std::optional<std::string> OutputOf(const char* commandLine)
+{
+    FILE* const pipe = popen((std::string(commandLine) + " 2>/dev/null").c_str(), "re");
+    if (pipe == nullptr)
+        return std::nullopt;
+    std::string output;
+    char buffer[4096];
+    while (const std::size_t got = fread(buffer, 1, sizeof buffer, pipe))
+        output.append(buffer, got);
+    if (pclose(pipe) != 0)
+        return std::nullopt;
+    return output;
+}
+
+} // namespace tarnwell::host

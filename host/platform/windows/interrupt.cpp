@@ -1,0 +1,42 @@
+#include "system.h"
+
+#include <windows.h>
+
+#include <atomic>
+
+namespace tarnwell::host
+{
+
+namespace
+{
+
+// The system calls the handler on a thread of its own.
+std::atomic<bool> interrupted = false;
+
+BOOL WINAPI OnControl(DWORD event)
+{
+    if (event != CTRL_C_EVENT)
+        return FALSE;
+    interrupted = true;
+    return TRUE;
+}
+
+} // namespace
+
+InterruptWatch::InterruptWatch()
+{
+    interrupted = false;
+    SetConsoleCtrlHandler(OnControl, TRUE);
+}
+
+InterruptWatch::~InterruptWatch()
+{
+    SetConsoleCtrlHandler(OnControl, FALSE);
+}
+
+bool InterruptWatch::Interrupted()
+{
+    return interrupted;
+}
+
+} // namespace tarnwell::host

@@ -1,0 +1,84 @@
+#include "system.h"
+
+#include <windows.h>
+
+#include <cstdio>
+#include <fcntl.h>
+#include <io.h>
+
+namespace tarnwell::host
+{
+
+namespace
+{
+
+bool WriteAll(DWORD stream, std::string_view bytes)
+{
+    const HANDLE handle = GetStdHandle(stream);
+    while (!bytes.empty())
+    {
+        // The console refuses to take very much at once.
+        const DWORD size = static_cast<DWORD>(bytes.size() < 0x4000 ? bytes.size() : 0x4000);
+        DWORD written = 0;
+        if (!WriteFile(handle, bytes.data(), size, &written, nullptr))
+            return false;
+        bytes.remove_prefix(written);
+    }
+    return true;
+}
+
+bool IsConsole(DWORD stream)
+{
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(stream), &mode) != FALSE;
+}
+
+} // namespace
+
+bool WriteOutput(std::string_view bytes)
+{
+    return WriteAll(STD_OUTPUT_HANDLE, bytes);
+}
+
+bool WriteErrors(std::string_view bytes)
+{
+    return WriteAll(STD_ERROR_HANDLE, bytes);
+}
+
+bool OutputIsTerminal()
+{
+    return IsConsole(STD_OUTPUT_HANDLE);
+}
+
+bool ErrorsAreTerminal()
+{
+    return IsConsole(STD_ERROR_HANDLE);
+}
+
+std::optional<std::size_t> ReadInput(void* buffer, std::size_t size)
+{
+    DWORD read = 0;
+    const DWORD wanted = static_cast<DWORD>(size < 0x10000 ? size : 0x10000);
+    if (ReadFile(GetStdHandle(STD_INPUT_HANDLE), buffer, wanted, &read, nullptr))
+        return read;
+    // How a pipe tells its end.
+    if (GetLastError() == ERROR_BROKEN_PIPE)
+        return 0;
+    return std::nullopt;
+}
+
+std::optional<std::string> OutputOf(const char* commandLine)
+{
+    FILE* const pipe = _popen((std::string(commandLine) + " 2>NUL").c_str(), "rb");
+    if (pipe == nullptr)
+        return std::nullopt;
+    std::string output;
+    char buffer[4096];
+    while (const std::size_t got = fread(buffer, 1, sizeof buffer, pipe))
+        output.append(buffer, got);
+    if (_pclose(pipe) != 0)
+        return std::nullopt;
+    return output;
+}
+
+} // namespace tarnwell::host

@@ -1,0 +1,44 @@
+// The entries of one folder, kept small: a find record is nearly 600 bytes wide, and most of that
+// is room for the longest name.
+#pragma once
+
+#include "platform/win32.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tarnwell
+{
+
+class RecordList
+{
+public:
+    // Keeps what items tell: attributes, write time, size and name.
+    void Append(const WIN32_FIND_DATAW& record);
+
+    std::size_t Size() const
+    {
+        return entries_.size();
+    }
+
+    // The entry as a find record; what isn't kept is 0.
+    WIN32_FIND_DATAW At(std::size_t index) const;
+
+private:
+    struct Entry
+    {
+        std::size_t name; // where its name begins in `names_`
+        FILETIME written;
+        DWORD attributes;
+        DWORD sizeLow;
+        DWORD sizeHigh;
+        DWORD nameLength;
+    };
+
+    std::vector<Entry> entries_;
+    std::u16string names_;
+};
+
+} // namespace tarnwell

@@ -1,0 +1,15 @@
+// The platform's file attributes, from what the system keeps.
+#pragma once
+
+#include "platform/win32.h"
+
+#include <string_view>
+#include <sys/types.h>
+
+namespace tarnwell::posix
+{
+
+// `mode` is that of the link's target where the entry is a link with one.
+DWORD AttributesOf(mode_t mode, std::string_view leaf, bool isLink);
+
+} // namespace tarnwell::posix

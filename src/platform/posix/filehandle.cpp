@@ -1,0 +1,34 @@
+#include "platform/posix/filehandle.h"
+
+#include "platform/posix/lasterror.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace tarnwell::posix
+{
+
+BOOL FailOnDescriptor(int descriptor)
+{
+    if (errno != EBADF)
+        return FailWithErrno();
+    return Fail(fcntl(descriptor, F_GETFD) == -1 ? ERROR_INVALID_HANDLE : ERROR_ACCESS_DENIED);
+}
+
+FileDescriptor::~FileDescriptor()
+{
+    const int number = errno;
+    if (descriptor_ >= 0)
+        close(descriptor_);
+    errno = number;
+}
+
+} // namespace tarnwell::posix
+
+extern "C" BOOL CloseHandle(HANDLE handle)
+{
+    // The descriptor is gone also where close reports EINTR; a second try could hit another file.
+    const int descriptor = tarnwell::posix::DescriptorOf(handle);
+    return close(descriptor) == 0 || errno == EINTR ? 1 : tarnwell::posix::FailWithErrno();
+}

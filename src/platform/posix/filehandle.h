@@ -1,0 +1,65 @@
+// File handles: the descriptor itself, written into the pointer. No table and no lock stands
+// between an operation and the file.
+#pragma once
+
+#include "platform/win32.h"
+
+#include <climits>
+#include <utility>
+
+namespace tarnwell::posix
+{
+
+// Odd, so that it is neither null nor the address of a handle that is an object.
+inline HANDLE HandleOf(int descriptor)
+{
+    return reinterpret_cast<HANDLE>((static_cast<DWORD_PTR>(descriptor) << 1) | 1);
+}
+
+// -1 if `handle` can't be a file's; the system then answers EBADF.
+inline int DescriptorOf(HANDLE handle)
+{
+    const DWORD_PTR value = reinterpret_cast<DWORD_PTR>(handle);
+    const bool isFile = (value & 1) != 0 && (value >> 1) <= INT_MAX;
+    return isFile ? static_cast<int>(value >> 1) : -1;
+}
+
+// Sets the last error for a call on `descriptor` that failed. EBADF is the system's answer also
+// where an open file lacks the access: that is ERROR_ACCESS_DENIED.
+BOOL FailOnDescriptor(int descriptor);
+
+// Owns a descriptor, or nothing.
+class FileDescriptor
+{
+public:
+    FileDescriptor() = default;
+    explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
+    FileDescriptor(FileDescriptor&& other) noexcept
+        : descriptor_(std::exchange(other.descriptor_, -1))
+    {
+    }
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept
+    {
+        std::swap(descriptor_, other.descriptor_);
+        return *this;
+    }
+    ~FileDescriptor();
+
+    int Get() const
+    {
+        return descriptor_;
+    }
+    int Detach()
+    {
+        return std::exchange(descriptor_, -1);
+    }
+    explicit operator bool() const
+    {
+        return descriptor_ >= 0;
+    }
+
+private:
+    int descriptor_ = -1;
+};
+
+} // namespace tarnwell::posix

@@ -1,0 +1,110 @@
+// The shell's operations: deleting for good. Icons there are none.
+#include "platform/posix/confirm.h"
+#include "platform/posix/deletetree.h"
+#include "platform/posix/lasterror.h"
+#include "platform/posix/nativepath.h"
+
+#include <cerrno>
+#include <new>
+#include <sys/stat.h>
+#include <vector>
+
+namespace tarnwell::posix
+{
+namespace
+{
+
+constexpr WORD supportedFlags = FOF_NOCONFIRMATION | FOF_NORECURSION;
+
+// The texts of a list that an empty one closes.
+std::vector<std::u16string_view> TextsOf(LPCWSTR list)
+{
+    std::vector<std::u16string_view> texts;
+    while (list != nullptr && *list != 0)
+    {
+        texts.emplace_back(list);
+        list += texts.back().size() + 1;
+    }
+    return texts;
+}
+
+// Nobody means a root, or the folder that they are in, or the one above.
+bool IsRefused(std::string_view path)
+{
+    const std::string_view leaf = LeafOf(path);
+    return leaf.empty() || leaf == "." || leaf == "..";
+}
+
+DWORD CheckItem(const std::string& path)
+{
+    if (IsRefused(path))
+        return ERROR_INVALID_PARAMETER;
+    struct stat entry;
+    const std::string item(WithoutTrailingSeparators(path));
+    return lstat(item.c_str(), &entry) == 0 ? ERROR_SUCCESS : LookupError(item, errno);
+}
+
+DWORD Delete(SHFILEOPSTRUCTW& operation)
+{
+    const std::vector<std::u16string_view> texts = TextsOf(operation.pFrom);
+    if (texts.empty())
+        return ERROR_INVALID_PARAMETER;
+
+    // Nothing is asked, and nothing touched, before the whole list is seen to make sense.
+    std::vector<std::string> items;
+    for (const std::u16string_view text : texts)
+    {
+        std::optional<std::string> path = NativePath(text.data());
+        if (!path)
+            return GetLastError();
+        if (const DWORD error = CheckItem(*path); error != ERROR_SUCCESS)
+            return error;
+        items.push_back(std::move(*path));
+    }
+
+    const bool ask = (operation.fFlags & FOF_NOCONFIRMATION) == 0;
+    if (ask && !ConfirmDelete(texts.front(), texts.size()))
+    {
+        operation.fAnyOperationsAborted = 1;
+        return ERROR_CANCELLED;
+    }
+    const bool recurse = (operation.fFlags & FOF_NORECURSION) == 0;
+    for (const std::string& item : items)
+    {
+        if (const DWORD error = DeleteTree(item, recurse); error != ERROR_SUCCESS)
+            return error;
+    }
+    return ERROR_SUCCESS;
+}
+
+DWORD Run(SHFILEOPSTRUCTW& operation)
+{
+    operation.fAnyOperationsAborted = 0;
+    if (operation.wFunc != FO_DELETE || (operation.fFlags & ~supportedFlags) != 0)
+        return ERROR_NOT_SUPPORTED;
+    try
+    {
+        return Delete(operation);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
+}
+
+} // namespace
+} // namespace tarnwell::posix
+
+extern "C" int SHFileOperationW(SHFILEOPSTRUCTW* operation)
+{
+    const DWORD error = tarnwell::posix::Run(*operation);
+    if (error != ERROR_SUCCESS)
+        tarnwell::posix::Fail(error);
+    return static_cast<int>(error);
+}
+
+extern "C" DWORD_PTR SHGetFileInfoW(LPCWSTR, DWORD, SHFILEINFOW*, UINT, UINT)
+{
+    tarnwell::posix::Fail(ERROR_NOT_SUPPORTED);
+    return 0;
+}

@@ -1,0 +1,41 @@
+#include "support/errorinfo.h"
+
+#include <tarnwell/pointers.h>
+
+namespace tarnwell::test
+{
+
+std::optional<PublishedError> TakeError()
+{
+    ComPtr<IErrorInfo> info;
+    if (GetErrorInfo(0, info.Out()) != S_OK)
+        return std::nullopt;
+    PublishedError error;
+    Bstr source;
+    Bstr text;
+    info->GetGUID(&error.interfaceId);
+    info->GetSource(source.Out());
+    info->GetDescription(text.Out());
+    error.source = source.View();
+    error.text = text.View();
+    return error;
+}
+
+std::u16string TakeErrorText()
+{
+    const std::optional<PublishedError> error = TakeError();
+    return error ? error->text : u"(none)";
+}
+
+void ClearError()
+{
+    SetErrorInfo(0, nullptr);
+}
+
+std::u16string WithLineFeeds(std::u16string text)
+{
+    std::erase(text, u'\r');
+    return text;
+}
+
+} // namespace tarnwell::test
