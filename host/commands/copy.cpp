@@ -7,10 +7,11 @@ namespace tarnwell::host
 
 int Copy(const Session& session)
 {
-    const Place source = Open(session, session.line.operands[0]);
-    const Place target = Open(session, session.line.operands[1]);
-    if (source.address.kind != target.address.kind)
+    const std::vector<std::u16string>& operands = session.line.operands;
+    if (ParseAddress(operands[0]).kind != ParseAddress(operands[1]).kind)
         throw UsageError("\"cp\" copies within one file system; see \"cat\" and \"put\".");
+    const Place source = Open(session, operands[0]);
+    const Place target = Open(session, operands[1]);
     const InterruptWatch watch;
     const ComPtr<ICopyProgress> progress = MakeCopyProgress(target.address.text);
     Call([&] { return source.fileSystem->CopyItem(source.Text(), target.Text(), progress.Get()); });

@@ -14,19 +14,25 @@ void RemoveOne(const Place& place, VARIANT_BOOL noConfirm, VARIANT_BOOL recursiv
     Call([&] { return item->Delete(noConfirm, recursive); });
 }
 
-void RemoveAll(const Place& first, const std::vector<std::u16string>& operands,
-               VARIANT_BOOL noConfirm, VARIANT_BOOL recursive)
+// The addresses as the module takes them.
+std::vector<std::u16string> AddressesOf(const std::vector<std::u16string>& operands)
 {
     std::vector<std::u16string> addresses;
     for (const std::u16string& operand : operands)
     {
         const Address address = ParseAddress(operand);
-        if (address.kind != first.address.kind)
+        if (address.kind != ParseAddress(operands[0]).kind)
             throw UsageError("\"rm\" takes addresses of one file system at a time.");
         addresses.push_back(address.text);
     }
+    return addresses;
+}
+
+void RemoveAll(const Place& place, const std::vector<std::u16string>& addresses,
+               VARIANT_BOOL noConfirm, VARIANT_BOOL recursive)
+{
     const ComPtr<IItemList> list = MakeItemList(addresses);
-    Call([&] { return first.fileSystem->DeleteItems(list.Get(), noConfirm, recursive); });
+    Call([&] { return place.fileSystem->DeleteItems(list.Get(), noConfirm, recursive); });
 }
 
 } // namespace
@@ -35,12 +41,12 @@ int Remove(const Session& session)
 {
     const VARIANT_BOOL noConfirm = session.line.yes ? VARIANT_TRUE : VARIANT_FALSE;
     const VARIANT_BOOL recursive = session.line.recursive ? VARIANT_TRUE : VARIANT_FALSE;
-    const std::vector<std::u16string>& operands = session.line.operands;
-    const Place first = Open(session, operands[0]);
-    if (operands.size() == 1)
-        RemoveOne(first, noConfirm, recursive);
+    const std::vector<std::u16string> addresses = AddressesOf(session.line.operands);
+    const Place place = Open(session, session.line.operands[0]);
+    if (addresses.size() == 1)
+        RemoveOne(place, noConfirm, recursive);
     else
-        RemoveAll(first, operands, noConfirm, recursive);
+        RemoveAll(place, addresses, noConfirm, recursive);
     return exitDone;
 }
 

@@ -4,7 +4,6 @@
 #include "platform/win32.h"
 
 #include <cstdint>
-#include <source_location>
 #include <string>
 #include <utility>
 
@@ -19,10 +18,9 @@ struct SourcePosition
 };
 
 // The position of the caller.
-constexpr SourcePosition At(const char16_t* file,
-                            std::source_location where = std::source_location::current())
+constexpr SourcePosition At(const char16_t* file, std::uint32_t line = __builtin_LINE())
 {
-    return {file, where.line()};
+    return {file, line};
 }
 
 // Thrown by value, caught at the boundary of each interface method and published there.

@@ -1,0 +1,58 @@
+#include "e2e/hostrun.h"
+
+#include "e2e/process.h"
+#include "support/tempfolder.h"
+
+#include <tarnwell/text.h>
+
+namespace tarnwell::test
+{
+
+HostRun RunHost(const HostCall& call)
+{
+    const TempFolder folder;
+    const ProcessFiles files{folder.Path() / "input", folder.Path() / "output",
+                             folder.Path() / "errors"};
+    WriteBytes(folder / u"input", call.input);
+    // Whoever runs the tests may read another language.
+    HostCall english = call;
+    english.environment = {{"LC_ALL", ""}, {"LC_MESSAGES", ""}, {"LANG", "C.UTF-8"}};
+    english.environment.insert(english.environment.end(), call.environment.begin(),
+                               call.environment.end());
+    const int exitCode = RunProcess(HostProgram(), english, files);
+    return {exitCode, ReadBytes(folder / u"output"), ReadBytes(folder / u"errors")};
+}
+
+HostRun RunHost(const std::vector<std::u16string>& arguments)
+{
+    return RunHost(HostCall{arguments, {}, {}, {}});
+}
+
+std::filesystem::path HostProgram()
+{
+    return ThisProgram().parent_path() / ProgramName("tarnwell-host");
+}
+
+std::filesystem::path ModuleFile()
+{
+    return ThisProgram().parent_path() / ModuleName();
+}
+
+std::vector<std::string> LinesOf(std::string_view text)
+{
+    std::vector<std::string> lines;
+    while (!text.empty())
+    {
+        const std::size_t end = text.find('\n');
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return lines;
+}
+
+std::string Utf8(std::u16string_view text)
+{
+    return EncodeName(text).value();
+}
+
+} // namespace tarnwell::test

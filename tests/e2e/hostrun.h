@@ -1,0 +1,44 @@
+// Runs the host program as its user does: arguments, standard input, working folder and
+// environment in, output and exit code out.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tarnwell::test
+{
+
+struct HostCall
+{
+    std::vector<std::u16string> arguments;
+    std::string input;
+    // Variables in addition to those of the test; an empty value removes one.
+    std::vector<std::pair<std::string, std::string>> environment;
+    // Empty: that of the test.
+    std::filesystem::path folder;
+};
+
+struct HostRun
+{
+    int exitCode;
+    std::string output;
+    std::string errors;
+};
+
+HostRun RunHost(const HostCall& call);
+HostRun RunHost(const std::vector<std::u16string>& arguments);
+
+// The host program, beside this test program.
+std::filesystem::path HostProgram();
+// The module beside it.
+std::filesystem::path ModuleFile();
+
+// The parts of the output between line feeds.
+std::vector<std::string> LinesOf(std::string_view text);
+
+std::string Utf8(std::u16string_view text);
+
+} // namespace tarnwell::test

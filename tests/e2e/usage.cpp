@@ -1,0 +1,78 @@
+#include "e2e/hostrun.h"
+
+#include <gmock/gmock.h>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+struct WrongLine
+{
+    std::vector<std::u16string> arguments;
+    const char* text;
+};
+
+const WrongLine wrongLines[] = {
+    {{}, "A command is missing."},
+    {{u"frobnicate"}, "There is no command \"frobnicate\"."},
+    {{u"--frobnicate", u"ls", u"."}, "There is no option \"--frobnicate\"."},
+    {{u"ls", u"-x", u"."}, "There is no option \"-x\"."},
+    {{u"ls"}, "\"ls\" needs ADDRESS."},
+    {{u"put", u"a"}, "\"put\" needs FILE ADDRESS."},
+    {{u"cat", u"a", u"b"}, "\"cat\" takes no more than 1 operands."},
+    {{u"selfcheck", u"a"}, "\"selfcheck\" takes no more than 0 operands."},
+    {{u"ls", u"-p", u"."}, "\"ls\" has no option -p."},
+    {{u"mkdir", u"-r", u"a"}, "\"mkdir\" has no option -r."},
+    {{u"ls", u".", u"--user"}, "The option \"--user\" needs a value."},
+    {{u"--lang", u"fr", u"ls", u"."}, "--lang is \"en\" or \"ja\"."},
+    {{u"--lang=", u"ls", u"."}, "--lang is \"en\" or \"ja\"."},
+    {{u"put", u"./a", u"a"}, "\"put\" can't write a file from itself."},
+};
+
+TEST(Usage, WrongLinesExitWith2AndSayWhy)
+{
+    for (const WrongLine& wrong : wrongLines)
+    {
+        const HostRun run = RunHost(wrong.arguments);
+        EXPECT_EQ(run.exitCode, 2) << wrong.text;
+        EXPECT_THAT(run.errors, HasSubstr(wrong.text));
+        EXPECT_THAT(run.output, IsEmpty());
+    }
+}
+
+TEST(Usage, HelpNamesEveryCommand)
+{
+    const HostRun run = RunHost({u"--help"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.errors, IsEmpty());
+    for (const char* command : {"ls ADDRESS",
+                                "stat ADDRESS",
+                                "cat ADDRESS",
+                                "log ADDRESS",
+                                "put FILE ADDRESS",
+                                "cp SOURCE TARGET",
+                                "mkdir [-p] ADDRESS",
+                                "rm [-r] ADDRESS...",
+                                "temp ADDRESS",
+                                "compare LEFT RIGHT",
+                                "selfcheck",
+                                "--module",
+                                "--json",
+                                "--lang",
+                                "--user",
+                                "--password",
+                                "--server",
+                                "--no-credentials",
+                                "--streams",
+                                "--yes"})
+        EXPECT_THAT(run.output, HasSubstr(command));
+}
+
+} // namespace
+
+} // namespace tarnwell::test

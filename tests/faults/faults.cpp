@@ -1,0 +1,152 @@
+#include "faults/faults.h"
+
+#include <algorithm>
+#include <mutex>
+#include <optional>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+struct Order
+{
+    // Any operation if empty.
+    std::string operation;
+    int call;
+    DWORD error;
+};
+
+struct State
+{
+    bool isActive = false;
+    std::vector<Order> orders;
+    std::vector<std::string> trace;
+    int failures = 0;
+
+    int Calls(std::string_view operation) const
+    {
+        return static_cast<int>(std::count(trace.begin(), trace.end(), operation));
+    }
+};
+
+std::mutex guard;
+State state;
+
+bool Meets(const Order& order, std::string_view operation)
+{
+    if (order.operation.empty())
+        return order.call == static_cast<int>(state.trace.size());
+    return order.operation == operation && order.call == state.Calls(operation);
+}
+
+// Counts a call; the error with which it is to fail, if it is.
+std::optional<DWORD> FaultFor(const char* operation)
+{
+    const std::lock_guard lock(guard);
+    if (!state.isActive)
+        return std::nullopt;
+    state.trace.emplace_back(operation);
+    for (const Order& order : state.orders)
+    {
+        if (!Meets(order, operation))
+            continue;
+        ++state.failures;
+        return order.error;
+    }
+    return std::nullopt;
+}
+
+// ---- The ways in which operations fail ----
+
+template <class T> T FailWith(DWORD error, T result)
+{
+    SetLastError(error);
+    return result;
+}
+
+HRESULT StatusOf(DWORD error)
+{
+    constexpr DWORD failureBit = 0x80000000;
+    constexpr DWORD fromSystem = 0x80070000;
+    return static_cast<HRESULT>((error & failureBit) != 0 ? error : fromSystem | (error & 0xFFFF));
+}
+
+// With nothing in the place for the result.
+template <class T> HRESULT FailWithStatus(DWORD error, T** out)
+{
+    *out = nullptr;
+    return StatusOf(error);
+}
+
+int FailInShell(DWORD error, SHFILEOPSTRUCTW* operation)
+{
+    operation->fAnyOperationsAborted = 0;
+    return FailWith(error, static_cast<int>(error));
+}
+
+} // namespace
+
+Faults::Faults()
+{
+    const std::lock_guard lock(guard);
+    state = {};
+    state.isActive = true;
+}
+
+Faults::~Faults()
+{
+    const std::lock_guard lock(guard);
+    state = {};
+}
+
+void Faults::FailNth(int n, DWORD error)
+{
+    Fail({}, n, error);
+}
+
+void Faults::Fail(std::string_view operation, int n, DWORD error)
+{
+    const std::lock_guard lock(guard);
+    state.orders.push_back({std::string(operation), n, error});
+}
+
+int Faults::Failures() const
+{
+    const std::lock_guard lock(guard);
+    return state.failures;
+}
+
+int Faults::Calls() const
+{
+    const std::lock_guard lock(guard);
+    return static_cast<int>(state.trace.size());
+}
+
+int Faults::Calls(std::string_view operation) const
+{
+    const std::lock_guard lock(guard);
+    return state.Calls(operation);
+}
+
+std::vector<std::string> Faults::Trace() const
+{
+    const std::lock_guard lock(guard);
+    return state.trace;
+}
+
+} // namespace tarnwell::test
+
+using namespace tarnwell::test;
+
+// `failure` is what a call gives that is to fail with `*error`.
+#define FAULT(name, result, failure, parameters, arguments)                                        \
+    extern "C" result __real_##name parameters;                                                    \
+    extern "C" result __wrap_##name parameters                                                     \
+    {                                                                                              \
+        if (const std::optional<DWORD> error = FaultFor(#name))                                    \
+            return failure;                                                                        \
+        return __real_##name arguments;                                                            \
+    }
+#include "faults/operations.inc"
+#undef FAULT

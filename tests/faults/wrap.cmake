@@ -1,0 +1,30 @@
+# The operations that can be made to fail, from operations.inc, as link options. An operation that
+# the platform's headers declare is there, or here among those that can't fail.
+set(cannotFail
+    GetLastError SetLastError GetUserDefaultUILanguage LocalFree CoTaskMemFree SysFreeString
+    SysStringLen EnterCriticalSection LeaveCriticalSection DeleteCriticalSection)
+
+set(operations ${CMAKE_CURRENT_LIST_DIR}/operations.inc)
+set(headers ${PROJECT_SOURCE_DIR}/src/platform/posix/win32.h
+            ${PROJECT_SOURCE_DIR}/include/tarnwell/com.h)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${operations} ${headers})
+
+set(wrapped)
+set(TARNWELL_WRAPPED)
+file(STRINGS ${operations} rows REGEX "^FAULT\\(")
+foreach(row IN LISTS rows)
+  string(REGEX REPLACE "^FAULT\\(([A-Za-z]+),.*" "\\1" name "${row}")
+  list(APPEND wrapped ${name})
+  list(APPEND TARNWELL_WRAPPED -Wl,--wrap=${name})
+endforeach()
+
+foreach(header IN LISTS headers)
+  file(STRINGS ${header} declarations REGEX "^(    |extern \"C\" )[A-Za-z_]+\\*? [A-Z][A-Za-z]+\\(")
+  foreach(declaration IN LISTS declarations)
+    string(REGEX REPLACE "^(    |extern \"C\" )[A-Za-z_]+\\*? ([A-Za-z]+)\\(.*" "\\2" name
+           "${declaration}")
+    if(NOT name IN_LIST wrapped AND NOT name IN_LIST cannotFail AND NOT name MATCHES "^Dll")
+      message(FATAL_ERROR "No fault for ${name}: give it a row in ${operations}")
+    endif()
+  endforeach()
+endforeach()

@@ -1,0 +1,64 @@
+#include "address.h"
+
+#include "system.h"
+
+#include <gtest/gtest.h>
+
+namespace tarnwell::host
+{
+
+namespace
+{
+
+std::u16string KindOf(const std::u16string& text)
+{
+    return ParseAddress(text).kind->name;
+}
+
+TEST(Address, SchemeChoosesTheFileSystem)
+{
+    EXPECT_EQ(KindOf(u"git://a"), u"git");
+    EXPECT_EQ(KindOf(u"hg:a"), u"hg");
+    EXPECT_EQ(KindOf(u"p4:////depot/a"), u"p4");
+    EXPECT_EQ(KindOf(u"ftp://host/a"), u"ftp");
+    for (const char16_t* scheme : {u"svn", u"svnhttp", u"svnhttps", u"svnfile", u"svn+ssh"})
+        EXPECT_EQ(KindOf(scheme + std::u16string(u"://host/a")), u"svn");
+}
+
+TEST(Address, WhatHasNoKnownSchemeIsLocal)
+{
+    for (const char16_t* text : {u"", u".", u"git", u"./git:a", u"GIT://a", u"http://host",
+                                 u"svn:a", u"ftp:", u"C:\\git:x"})
+        EXPECT_EQ(KindOf(text), u"local");
+}
+
+TEST(Address, OthersStayAsTheyAre)
+{
+    EXPECT_EQ(ParseAddress(u"a/../b").text, u"a/../b");
+    EXPECT_EQ(ParseAddress(u"svnfile:///r/../a@3").text, u"svnfile:///r/../a@3");
+}
+
+TEST(Address, WorkingCopyPathsBecomeAbsolute)
+{
+    const std::u16string file = AbsolutePath(u"src/a b.c");
+    EXPECT_TRUE(FilePath(file).is_absolute());
+    EXPECT_EQ(ParseAddress(u"git:src/a b.c").text, u"git://" + file);
+    EXPECT_EQ(ParseAddress(u"git://src/a b.c").text, u"git://" + file);
+    EXPECT_EQ(ParseAddress(u"git:./lib/../src/a b.c").text, u"git://" + file);
+    EXPECT_EQ(ParseAddress(u"git://" + file).text, u"git://" + file);
+    EXPECT_EQ(ParseAddress(u"hg:src/a b.c").text, u"hg://" + file);
+}
+
+TEST(Address, RevisionStaysBehindTheLastSign)
+{
+    EXPECT_EQ(ParseAddress(u"git:a#b.c#HEAD~2").text,
+              u"git://" + AbsolutePath(u"a#b.c") + u"#HEAD~2");
+    EXPECT_EQ(ParseAddress(u"hg:a#").text, u"hg://" + AbsolutePath(u"a") + u"#");
+    // A revision may look like a path.
+    EXPECT_EQ(ParseAddress(u"git:a#origin/../x").text,
+              u"git://" + AbsolutePath(u"a") + u"#origin/../x");
+}
+
+} // namespace
+
+} // namespace tarnwell::host

@@ -1,0 +1,224 @@
+// A folder's contents: a snapshot, in the platform's order.
+#include "module/localtest.h"
+
+#include <algorithm>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+using testing::Contains;
+using testing::IsEmpty;
+using testing::IsSupersetOf;
+using testing::Not;
+using testing::UnorderedElementsAre;
+
+class Listing : public LocalTest
+{
+protected:
+    ComPtr<IFileSystemItem> ItemNamed(const std::u16string& name)
+    {
+        for (const auto& item : ItemsOf(List(folder.Text())))
+        {
+            if (FactsOf(item).name == name)
+                return item;
+        }
+        return {};
+    }
+    static Outcome GetContents(const ComPtr<IFolder>& of)
+    {
+        ComPtr<IFolderContents> contents;
+        Outcome outcome = OutcomeOf([&] { return of->GetContents(contents.Out()); });
+        EXPECT_EQ(outcome.status == S_OK, static_cast<bool>(contents));
+        return outcome;
+    }
+    static std::u16string FailedToRead(const std::u16string& path)
+    {
+        return u"Failed to read the contents of the folder \"" + path + u"\".";
+    }
+};
+
+TEST_F(Listing, AnEmptyFolderHasNoItems)
+{
+    EXPECT_THAT(NamesOf(List(folder.Text())), IsEmpty());
+}
+
+TEST_F(Listing, OnlyTheFolderItselfAndItsParentAreLeftOut)
+{
+    Put(u"a.txt");
+    Put(u"..foo");
+    Put(u".hidden");
+    MakeDirectory(u"sub");
+    MakeDirectory(u".folder");
+    EXPECT_THAT(NamesOf(List(folder.Text())),
+                UnorderedElementsAre(u"a.txt", u"..foo", u".hidden", u"sub", u".folder"));
+}
+
+TEST_F(Listing, ItemsHaveTheFactsOfALookup)
+{
+    const std::u16string file = Put(u"a.txt", "12345");
+    const std::u16string sub = MakeDirectory(u"sub");
+    EXPECT_EQ(FactsOf(ItemNamed(u"a.txt")), FactsOf(File(file)));
+    EXPECT_EQ(FactsOf(ItemNamed(u"sub")), FactsOf(Folder(sub)));
+}
+
+TEST_F(Listing, ItemsAreOfTheirKind)
+{
+    Put(u"a.txt");
+    MakeDirectory(u"sub");
+    EXPECT_TRUE(ItemNamed(u"a.txt").As<IFile>());
+    EXPECT_FALSE(ItemNamed(u"a.txt").As<IFolder>());
+    EXPECT_TRUE(ItemNamed(u"sub").As<IFolder>());
+    EXPECT_FALSE(ItemNamed(u"sub").As<IFile>());
+}
+
+TEST_F(Listing, ItemsWork)
+{
+    Put(u"a.txt");
+    MakeDirectory(u"sub");
+    WriteBytes(Joined(folder / u"sub", u"b.txt"), "b");
+    ComPtr<IFileStream> stream;
+    ASSERT_EQ(ItemNamed(u"a.txt").As<IFile>()->Open(readAccess, openExisting, stream.Out()), S_OK);
+    EXPECT_EQ(ReadAll(stream), "content");
+    ComPtr<IFolderContents> contents;
+    ASSERT_EQ(ItemNamed(u"sub").As<IFolder>()->GetContents(contents.Out()), S_OK);
+    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"b.txt"));
+}
+
+TEST_F(Listing, AnItemIsMadeAtEachCall)
+{
+    Put(u"a.txt");
+    const auto contents = List(folder.Text());
+    const auto first = ItemsOf(contents).front();
+    const auto second = ItemsOf(contents).front();
+    EXPECT_NE(first.Get(), second.Get());
+    EXPECT_EQ(FactsOf(first), FactsOf(second));
+}
+
+TEST_F(Listing, ASnapshotStays)
+{
+    Put(u"a.txt");
+    const auto contents = List(folder.Text());
+    Put(u"b.txt");
+    std::filesystem::remove(std::filesystem::path(folder / u"a.txt"));
+    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"a.txt"));
+    EXPECT_THAT(NamesOf(List(folder.Text())), UnorderedElementsAre(u"b.txt"));
+}
+
+TEST_F(Listing, ASnapshotAndItsItemsOutliveAllElse)
+{
+    Put(u"a.txt", "12345");
+    auto contents = List(folder.Text());
+    system.Reset();
+    const auto item = ItemsOf(contents).front();
+    contents.Reset();
+    EXPECT_EQ(FactsOf(item).size, 5U);
+}
+
+TEST_F(Listing, AnIndexOutOfRangeIsRefused)
+{
+    Put(u"a.txt");
+    Put(u"b.txt");
+    const auto contents = List(folder.Text());
+    for (const std::int32_t index : {-1, 2, 3, INT32_MIN, INT32_MAX})
+    {
+        ComPtr<IFileSystemItem> item;
+        EXPECT_THAT(OutcomeOf([&] { return contents->GetItem(index, item.Out()); }),
+                    Refused(E_INVALIDARG,
+                            u"Internal error (invalid index into folder contents collection)."))
+            << index;
+    }
+}
+
+TEST_F(Listing, WhatIsMissingFailsWithItsOwnPath)
+{
+    const std::u16string path = folder / u"missing";
+    EXPECT_THAT(GetContents(NewFolder(path)), Failed(Win32Status(3), FailedToRead(path)));
+}
+
+TEST_F(Listing, AFileInPlaceOfTheFolderFails)
+{
+    const std::u16string path = folder / u"later";
+    const auto made = NewFolder(path);
+    Put(u"later");
+    EXPECT_THAT(GetContents(made), Failed(Win32Status(267), FailedToRead(path)));
+}
+
+TEST_F(Listing, TheRootIsListedBelowItself)
+{
+    const auto root = std::filesystem::path(folder.Text()).root_path().u16string();
+    const auto items = ItemsOf(List(root));
+    ASSERT_THAT(items, Not(IsEmpty()));
+    const Facts facts = FactsOf(items.front());
+    EXPECT_EQ(facts.parent, root);
+    EXPECT_EQ(facts.path, root + facts.name);
+}
+
+TEST_F(Listing, TheEmptyPathListsTheCurrentFolder)
+{
+    Put(u"a.txt");
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    ComPtr<IFolderContents> contents;
+    EXPECT_EQ(NewFolder(u"")->GetContents(contents.Out()), S_OK);
+    std::filesystem::current_path(before);
+    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"a.txt"));
+}
+
+TEST_F(Listing, ManyItemsAreAllThere)
+{
+    std::vector<std::u16string> expected;
+    for (int i = 0; i < 2000; ++i)
+    {
+        const std::string number = std::to_string(i);
+        expected.emplace_back(number.begin(), number.end());
+        Put(expected.back(), "");
+    }
+    auto names = NamesOf(List(folder.Text()));
+    std::sort(names.begin(), names.end());
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(names, expected);
+}
+
+TEST_F(Listing, TheHostIsAskedForTheStreamsOnceForEachListing)
+{
+    Put(u"a.txt");
+    Put(u"b.txt");
+    host->setting = VARIANT_TRUE;
+    List(folder.Text());
+    EXPECT_THAT(host->Calls(), testing::ElementsAre(u"GetBooleanSetting|IterateStreams"));
+    List(folder.Text());
+    EXPECT_EQ(host->Calls().size(), 2U) << "the answer isn't kept";
+}
+
+TEST_F(Listing, FilesWithoutNamedStreamsShowOnceWhateverTheSetting)
+{
+    Put(u"a.txt");
+    MakeDirectory(u"sub");
+    for (const VARIANT_BOOL value : {VARIANT_FALSE, VARIANT_TRUE})
+    {
+        host->setting = value;
+        EXPECT_THAT(NamesOf(List(folder.Text())), UnorderedElementsAre(u"a.txt", u"sub"));
+    }
+}
+
+TEST_F(Listing, AHostWithoutSettingsIsNotAsked)
+{
+    Put(u"a.txt");
+    host->hasSettings = false;
+    EXPECT_THAT(NamesOf(List(folder.Text())), UnorderedElementsAre(u"a.txt"));
+    EXPECT_THAT(host->Calls(), IsEmpty());
+}
+
+TEST_F(Listing, AFailingSettingCountsByItsValue)
+{
+    Put(u"a.txt");
+    host->settingStatus = E_FAIL;
+    EXPECT_THAT(NamesOf(List(folder.Text())), UnorderedElementsAre(u"a.txt"));
+}
+
+} // namespace
+
+} // namespace tarnwell::test

@@ -1,0 +1,267 @@
+// From a path to an item.
+#include "module/localtest.h"
+
+#include <chrono>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+std::u16string FailedToOpen(const std::u16string& path)
+{
+    return u"Failed to open \"" + path + u"\".";
+}
+
+// Sets the current folder for as long as it lives.
+class CurrentFolder
+{
+public:
+    explicit CurrentFolder(const std::filesystem::path& path)
+    {
+        std::filesystem::current_path(path);
+    }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+    ~CurrentFolder()
+    {
+        std::filesystem::current_path(before_);
+    }
+
+private:
+    std::filesystem::path before_ = std::filesystem::current_path();
+};
+
+class Lookup : public LocalTest
+{
+};
+
+TEST_F(Lookup, AFileIsFoundByItsPath)
+{
+    const std::u16string path = Put(u"a.txt", "12345");
+    const Facts facts = FactsOf(File(path));
+    EXPECT_EQ(facts.path, path);
+    EXPECT_EQ(facts.name, u"a.txt");
+    EXPECT_EQ(facts.parent, folder.Text());
+    EXPECT_EQ(facts.size, 5U);
+    EXPECT_EQ(facts.attributes & folderAttribute, 0U);
+    EXPECT_NE(facts.attributes, 0U);
+    EXPECT_NE(facts.time, 0U);
+}
+
+TEST_F(Lookup, AFolderIsFoundByItsPath)
+{
+    const std::u16string path = MakeDirectory(u"sub");
+    const Facts facts = FactsOf(Folder(path));
+    EXPECT_EQ(facts.path, path);
+    EXPECT_EQ(facts.name, u"sub");
+    EXPECT_EQ(facts.parent, folder.Text());
+    EXPECT_EQ(facts.attributes & folderAttribute, folderAttribute);
+    EXPECT_NE(facts.time, 0U);
+}
+
+TEST_F(Lookup, ASlashSeparatesEverywhere)
+{
+    Put(u"a.txt");
+    const std::u16string path = folder.Text() + u"/a.txt";
+    const Facts facts = FactsOf(File(path));
+    EXPECT_EQ(facts.name, u"a.txt");
+    EXPECT_EQ(facts.parent, folder.Text());
+}
+
+TEST_F(Lookup, WhatMustExistAndDoesNotFails)
+{
+    const std::u16string leaf = folder / u"missing";
+    EXPECT_THAT(GetFile(leaf), Failed(Win32Status(2), FailedToOpen(leaf)));
+    EXPECT_THAT(GetFolder(leaf), Failed(Win32Status(2), FailedToOpen(leaf)));
+    const std::u16string deep = Joined(leaf, u"deeper");
+    EXPECT_THAT(GetFile(deep), Failed(Win32Status(3), FailedToOpen(deep)));
+    EXPECT_THAT(GetFolder(deep), Failed(Win32Status(3), FailedToOpen(deep)));
+}
+
+TEST_F(Lookup, TheFailureNamesTheInterface)
+{
+    const auto error = GetFile(folder / u"missing").error;
+    ASSERT_TRUE(error);
+    EXPECT_TRUE(error->interfaceId == IID_IFileSystem);
+}
+
+TEST_F(Lookup, AnyValueButZeroMeansThatItMustExist)
+{
+    const std::u16string path = folder / u"missing";
+    ComPtr<IFile> file;
+    EXPECT_EQ(system->GetFile(Ole(path), 1, file.Out()), Win32Status(2));
+}
+
+TEST_F(Lookup, WhatIsMissingIsAnItemYetToBeMade)
+{
+    const std::u16string path = folder / u"missing";
+    for (const Facts& facts : {FactsOf(NewFile(path)), FactsOf(NewFolder(path))})
+    {
+        EXPECT_EQ(facts.path, path);
+        EXPECT_EQ(facts.name, u"missing");
+        EXPECT_EQ(facts.parent, folder.Text());
+        EXPECT_EQ(facts.attributes, 0U);
+        EXPECT_EQ(facts.size, 0U);
+    }
+}
+
+TEST_F(Lookup, WhatIsMissingHasThePresentTime)
+{
+    using namespace std::chrono;
+    constexpr std::uint64_t ticksUntil1970 = 116444736000000000;
+    constexpr std::uint64_t ticksPerDay = 864000000000;
+    const auto sinceEpoch = duration_cast<microseconds>(system_clock::now().time_since_epoch());
+    const std::uint64_t now = ticksUntil1970 + static_cast<std::uint64_t>(sinceEpoch.count()) * 10;
+    const Facts facts = FactsOf(NewFile(folder / u"missing"));
+    EXPECT_GT(facts.time, now - ticksPerDay);
+    EXPECT_LT(facts.time, now + ticksPerDay);
+}
+
+TEST_F(Lookup, WhatIsMissingKeepsItsTrailingSeparator)
+{
+    const std::u16string path = folder / u"missing" + separator;
+    const Facts facts = FactsOf(NewFolder(path));
+    EXPECT_EQ(facts.path, path);
+    EXPECT_EQ(facts.name, u"");
+    EXPECT_EQ(facts.parent, folder / u"missing");
+}
+
+TEST_F(Lookup, TheOtherKindIsNotFound)
+{
+    const std::u16string file = Put(u"a.txt");
+    const std::u16string sub = MakeDirectory(u"sub");
+    for (const bool mustExist : {true, false})
+    {
+        EXPECT_THAT(GetFolder(file, mustExist), Failed(Win32Status(2), FailedToOpen(file)));
+        EXPECT_THAT(GetFile(sub, mustExist), Failed(Win32Status(2), FailedToOpen(sub)));
+        EXPECT_THAT(GetFile(sub + separator, mustExist),
+                    Failed(Win32Status(2), FailedToOpen(sub + separator)));
+    }
+}
+
+TEST_F(Lookup, AFoldersTrailingSeparatorIsDropped)
+{
+    const std::u16string sub = MakeDirectory(u"sub");
+    const Facts facts = FactsOf(Folder(sub + separator));
+    EXPECT_EQ(facts.path, sub);
+    EXPECT_EQ(facts.name, u"sub");
+    EXPECT_EQ(facts.parent, folder.Text());
+}
+
+TEST_F(Lookup, OfTwoTrailingSeparatorsOneIsDropped)
+{
+    const std::u16string sub = MakeDirectory(u"sub");
+    const Facts facts = FactsOf(Folder(sub + separator + separator));
+    EXPECT_EQ(facts.path, sub + separator);
+    EXPECT_EQ(facts.name, u"");
+    EXPECT_EQ(facts.parent, sub);
+}
+
+TEST_F(Lookup, AFilesTrailingSeparatorMakesItMissing)
+{
+    const std::u16string path = Put(u"a.txt") + separator;
+    EXPECT_THAT(GetFile(path), FailedSomehow(FailedToOpen(path)));
+}
+
+TEST_F(Lookup, ANullOrEmptyPathIsMissing)
+{
+    ComPtr<IFile> file;
+    EXPECT_THAT(OutcomeOf([&] { return system->GetFile(nullptr, VARIANT_TRUE, file.Out()); }),
+                Failed(Win32Status(3), FailedToOpen(u"")));
+    ComPtr<IFolder> found;
+    EXPECT_THAT(OutcomeOf([&] { return system->GetFolder(nullptr, VARIANT_TRUE, found.Out()); }),
+                Failed(Win32Status(3), FailedToOpen(u"")));
+    EXPECT_THAT(GetFile(u""), Failed(Win32Status(3), FailedToOpen(u"")));
+    EXPECT_EQ(FactsOf(NewFile(u"")).path, u"");
+}
+
+TEST_F(Lookup, ARelativeNameStaysOne)
+{
+    Put(u"notes.txt", "123");
+    const CurrentFolder current(folder.Path());
+    const Facts facts = FactsOf(File(u"notes.txt"));
+    EXPECT_EQ(facts.path, u"notes.txt");
+    EXPECT_EQ(facts.name, u"notes.txt");
+    EXPECT_EQ(facts.parent, u"");
+    EXPECT_EQ(facts.size, 3U);
+
+    const Facts missing = FactsOf(NewFile(u"missing.txt"));
+    EXPECT_EQ(missing.path, u"missing.txt");
+    EXPECT_EQ(missing.name, u"missing.txt");
+    EXPECT_EQ(missing.parent, u"");
+}
+
+TEST_F(Lookup, ARelativePathStaysOne)
+{
+    MakeDirectory(u"sub");
+    WriteBytes(Joined(folder / u"sub", u"a.txt"), "1");
+    const CurrentFolder current(folder.Path());
+    const Facts facts = FactsOf(File(u"sub/a.txt"));
+    EXPECT_EQ(facts.path, u"sub" + separator + u"a.txt");
+    EXPECT_EQ(facts.parent, u"sub");
+}
+
+TEST_F(Lookup, DotsNameThemselves)
+{
+    MakeDirectory(u"sub");
+    const CurrentFolder current(folder.Path() / "sub");
+    for (const std::u16string dots : {u".", u".."})
+    {
+        const Facts facts = FactsOf(Folder(dots));
+        EXPECT_EQ(facts.path, dots);
+        EXPECT_EQ(facts.name, dots);
+        EXPECT_EQ(facts.parent, u"");
+        EXPECT_EQ(facts.attributes & folderAttribute, folderAttribute);
+    }
+    const std::u16string above = Joined(folder / u"sub", u"..");
+    EXPECT_EQ(FactsOf(Folder(above)).path, above);
+    EXPECT_EQ(FactsOf(Folder(above)).name, u"..");
+}
+
+TEST_F(Lookup, SizesBeyond32BitsAreWhole)
+{
+    const std::u16string path = Put(u"large", "");
+    constexpr std::uint64_t size = (std::uint64_t{5} << 32) + 7;
+    std::filesystem::resize_file(std::filesystem::path(path), size);
+    const auto file = File(path);
+    std::uint32_t low = 0;
+    std::uint32_t high = 0;
+    EXPECT_EQ(file->GetSizeLow(&low), S_OK);
+    EXPECT_EQ(file->GetSizeHigh(&high), S_OK);
+    EXPECT_EQ(low, 7U);
+    EXPECT_EQ(high, 5U);
+}
+
+TEST_F(Lookup, ASizeThatLooksLikeAnErrorIsASize)
+{
+    const std::u16string path = Put(u"large", "");
+    std::filesystem::resize_file(std::filesystem::path(path), 0xFFFFFFFF);
+    EXPECT_EQ(FactsOf(File(path)).size, 0xFFFFFFFFU);
+}
+
+TEST_F(Lookup, AnItemIsASnapshot)
+{
+    const std::u16string path = Put(u"a.txt", "12345");
+    const auto file = File(path);
+    const Facts before = FactsOf(file);
+    WriteBytes(path, "123456789");
+    EXPECT_EQ(FactsOf(file), before);
+    std::filesystem::remove(std::filesystem::path(path));
+    EXPECT_EQ(FactsOf(file), before);
+}
+
+TEST_F(Lookup, AnItemOutlivesItsFileSystem)
+{
+    const auto file = File(Put(u"a.txt", "12345"));
+    system.Reset();
+    EXPECT_EQ(FactsOf(file).size, 5U);
+    ComPtr<IFileStream> stream;
+    ASSERT_EQ(file->Open(readAccess, openExisting, stream.Out()), S_OK);
+    EXPECT_EQ(ReadAll(stream), "12345");
+}
+
+} // namespace
+
+} // namespace tarnwell::test

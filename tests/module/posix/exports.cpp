@@ -1,0 +1,46 @@
+// The names that the library shows to the outside.
+#include "loader.h"
+
+#include <gmock/gmock.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+using testing::UnorderedElementsAre;
+
+// The defined names in the library's dynamic symbol table, as the binary utilities list them.
+std::vector<std::string> ExportedNames(const std::string& file)
+{
+    const std::string command = "nm -D --defined-only --format=just-symbols '" + file + "'";
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> output(popen(command.c_str(), "r"),
+                                                                 pclose);
+    std::vector<std::string> names;
+    char line[512];
+    while (output && std::fgets(line, sizeof line, output.get()) != nullptr)
+    {
+        const std::string name(line);
+        names.push_back(name.substr(0, name.find('\n')));
+    }
+    return names;
+}
+
+TEST(Exports, AreTheEntryPointsAndTheTextAndErrorFunctions)
+{
+    EXPECT_THAT(ExportedNames(host::Module::DefaultFile().string()),
+                UnorderedElementsAre("DllGetClassObject", "DllCanUnloadNow", "DllRegisterServer",
+                                     "DllUnregisterServer", "SysAllocString", "SysAllocStringLen",
+                                     "SysFreeString", "SysStringLen", "GetErrorInfo",
+                                     "SetErrorInfo", "CreateErrorInfo"));
+}
+
+} // namespace
+
+} // namespace tarnwell::test

@@ -1,0 +1,128 @@
+// The times of a file.
+#include "platform/opened.h"
+#include "support/tempfolder.h"
+
+#include <gtest/gtest.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+// 13 February 2009 23:31:30 and 0.1234567 s.
+constexpr std::uint64_t someTicks = 128790414901234567;
+// In the year 1949.
+constexpr std::uint64_t before1970 = 110'000'000'000'000'000;
+
+FILETIME TimeOf(std::uint64_t ticks)
+{
+    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+}
+
+std::uint64_t TicksOf(const FILETIME& time)
+{
+    return (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
+}
+
+class FileTime : public testing::Test
+{
+protected:
+    FileTime()
+    {
+        WriteBytes(path_, "");
+    }
+
+    BOOL SetWriteTime(std::uint64_t ticks)
+    {
+        const OsHandle file = Opened(path_, FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
+        const FILETIME time = TimeOf(ticks);
+        return SetFileTime(file.Get(), nullptr, nullptr, &time);
+    }
+
+    std::uint64_t WriteTime()
+    {
+        const OsHandle file = OpenedForReading(path_);
+        FILETIME time = {};
+        EXPECT_TRUE(GetFileTime(file.Get(), nullptr, nullptr, &time));
+        return TicksOf(time);
+    }
+
+    TempFolder folder_;
+    std::u16string path_ = folder_ / u"file";
+};
+
+TEST_F(FileTime, WriteTimeIsKeptToTheTick)
+{
+    EXPECT_TRUE(SetWriteTime(someTicks));
+    EXPECT_EQ(WriteTime(), someTicks);
+}
+
+TEST_F(FileTime, TimesBefore1970AreKept)
+{
+    EXPECT_TRUE(SetWriteTime(before1970 + 1));
+    EXPECT_EQ(WriteTime(), before1970 + 1);
+}
+
+TEST_F(FileTime, ZeroChangesNothing)
+{
+    ASSERT_TRUE(SetWriteTime(someTicks));
+    EXPECT_TRUE(SetWriteTime(0));
+    EXPECT_EQ(WriteTime(), someTicks);
+}
+
+TEST_F(FileTime, NullChangesNothing)
+{
+    ASSERT_TRUE(SetWriteTime(someTicks));
+    const OsHandle file = Opened(path_, FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
+    EXPECT_TRUE(SetFileTime(file.Get(), nullptr, nullptr, nullptr));
+    EXPECT_EQ(WriteTime(), someTicks);
+}
+
+TEST_F(FileTime, AccessTimeIsSetByItself)
+{
+    ASSERT_TRUE(SetWriteTime(someTicks));
+    const FILETIME time = TimeOf(someTicks + 10'000'000);
+    const OsHandle file = Opened(path_, FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
+    ASSERT_TRUE(SetFileTime(file.Get(), nullptr, &time, nullptr));
+    FILETIME access = {};
+    FILETIME write = {};
+    const OsHandle reader = OpenedForReading(path_);
+    ASSERT_TRUE(GetFileTime(reader.Get(), nullptr, &access, &write));
+    EXPECT_EQ(TicksOf(access), someTicks + 10'000'000);
+    EXPECT_EQ(TicksOf(write), someTicks);
+}
+
+TEST_F(FileTime, NewFileWasMadeBeforeNow)
+{
+    const OsHandle file = OpenedForReading(path_);
+    FILETIME creation = {};
+    FILETIME write = {};
+    ASSERT_TRUE(GetFileTime(file.Get(), &creation, nullptr, &write));
+    FILETIME now = {};
+    ASSERT_EQ(CoFileTimeNow(&now), S_OK);
+    constexpr std::uint64_t year2020 = 132223104000000000;
+    EXPECT_GT(TicksOf(creation), year2020);
+    EXPECT_LE(TicksOf(creation), TicksOf(now));
+    EXPECT_GE(TicksOf(write), TicksOf(creation));
+}
+
+TEST_F(FileTime, FolderHasTimes)
+{
+    const OsHandle folder =
+        Opened(folder_.Text(), GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    FILETIME write = {};
+    EXPECT_TRUE(GetFileTime(folder.Get(), nullptr, nullptr, &write));
+    EXPECT_NE(TicksOf(write), 0U);
+}
+
+TEST_F(FileTime, InvalidHandleIsRefused)
+{
+    FILETIME time = TimeOf(someTicks);
+    EXPECT_EQ(ErrorOf(GetFileTime(INVALID_HANDLE_VALUE, nullptr, nullptr, &time)),
+              ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(SetFileTime(INVALID_HANDLE_VALUE, nullptr, nullptr, &time)),
+              ERROR_INVALID_HANDLE);
+}
+
+} // namespace
+} // namespace tarnwell::test

@@ -1,0 +1,152 @@
+// Symbolic links, with and without a target.
+#include "platform/listing.h"
+#include "platform/opened.h"
+#include "platform/shelldelete.h"
+#include "support/tempfolder.h"
+
+#include <gtest/gtest.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+class Links : public testing::Test
+{
+protected:
+    Links()
+    {
+        WriteBytes(folder_ / u"file", "12345");
+        fs::create_directory(folder_.Path() / "sub");
+        WriteBytes((folder_.Path() / "sub" / "inside").u16string(), "x");
+        Link("file", "tofile");
+        Link("sub", "tosub");
+        Link("none", "dangling");
+        Link("loop", "loop");
+    }
+
+    void Link(const char* target, const char* name)
+    {
+        fs::create_symlink(target, folder_.Path() / name);
+    }
+    bool Exists(const char* name)
+    {
+        return fs::exists(fs::symlink_status(folder_.Path() / name));
+    }
+
+    TempFolder folder_;
+};
+
+TEST_F(Links, ShowTheirTargetsKind)
+{
+    const auto attributes = [&](const char16_t* name)
+    {
+        return GetFileAttributesW(Wide(folder_ / name));
+    };
+    EXPECT_EQ(attributes(u"tofile"), FILE_ATTRIBUTE_REPARSE_POINT);
+    EXPECT_EQ(attributes(u"tosub"), FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY);
+    EXPECT_EQ(attributes(u"dangling"), FILE_ATTRIBUTE_REPARSE_POINT);
+    EXPECT_EQ(attributes(u"loop"), FILE_ATTRIBUTE_REPARSE_POINT);
+}
+
+TEST_F(Links, AreListedWithTheirTargetsFacts)
+{
+    const Listing listing = List(folder_ / u"*");
+    EXPECT_EQ(listing.records.size(), 8U);
+    const WIN32_FIND_DATAW* const file = listing.Find(u"file");
+    const WIN32_FIND_DATAW* const toFile = listing.Find(u"tofile");
+    ASSERT_TRUE(file != nullptr && toFile != nullptr);
+    EXPECT_EQ(SizeOf(*toFile), 5U);
+    EXPECT_EQ(WriteTimeOf(*toFile), WriteTimeOf(*file));
+    EXPECT_EQ(toFile->dwFileAttributes, FILE_ATTRIBUTE_REPARSE_POINT);
+    EXPECT_EQ(listing.Find(u"tosub")->dwFileAttributes,
+              FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY);
+    EXPECT_EQ(SizeOf(*listing.Find(u"tosub")), 0U);
+}
+
+TEST_F(Links, WithoutATargetAreListedWithTheirOwnTime)
+{
+    const Listing listing = List(folder_ / u"*");
+    for (const char16_t* const name : {u"dangling", u"loop"})
+    {
+        const WIN32_FIND_DATAW* const link = listing.Find(name);
+        ASSERT_NE(link, nullptr);
+        EXPECT_EQ(link->dwFileAttributes, FILE_ATTRIBUTE_REPARSE_POINT);
+        EXPECT_EQ(SizeOf(*link), 0U);
+        EXPECT_NE(WriteTimeOf(*link), 0U);
+    }
+}
+
+TEST_F(Links, AreFoundByThemselves)
+{
+    const Listing link = List(folder_ / u"tofile");
+    ASSERT_EQ(link.records.size(), 1U);
+    EXPECT_EQ(SizeOf(link.records[0]), 5U);
+    EXPECT_EQ(link.records[0].dwFileAttributes, FILE_ATTRIBUTE_REPARSE_POINT);
+    EXPECT_EQ(List(folder_ / u"dangling").records.size(), 1U);
+}
+
+TEST_F(Links, WithoutATargetOpenForALookupOnly)
+{
+    for (const char16_t* const name : {u"dangling", u"loop"})
+    {
+        const OsHandle link =
+            Opened(folder_ / name, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+        ASSERT_TRUE(link);
+        FILETIME write = {};
+        EXPECT_TRUE(GetFileTime(link.Get(), nullptr, nullptr, &write));
+        EXPECT_NE(write.dwHighDateTime, 0U);
+        LONG high = 0;
+        EXPECT_EQ(SetFilePointer(link.Get(), 0, &high, FILE_END), INVALID_SET_FILE_POINTER);
+        EXPECT_NE(GetLastError(), ERROR_SUCCESS);
+    }
+    EXPECT_EQ(ErrorOfOpening(folder_ / u"dangling", GENERIC_READ, OPEN_EXISTING),
+              ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(ErrorOfOpening(folder_ / u"loop", GENERIC_READ, OPEN_EXISTING),
+              ERROR_CANT_RESOLVE_FILENAME);
+}
+
+TEST_F(Links, ToFilesAreDeletedAndToFoldersRefused)
+{
+    EXPECT_TRUE(DeleteFileW(Wide(folder_ / u"tofile")));
+    EXPECT_FALSE(Exists("tofile"));
+    EXPECT_TRUE(Exists("file"));
+    EXPECT_TRUE(DeleteFileW(Wide(folder_ / u"dangling")));
+    EXPECT_FALSE(Exists("dangling"));
+    EXPECT_EQ(ErrorOf(DeleteFileW(Wide(folder_ / u"tosub"))), ERROR_ACCESS_DENIED);
+    EXPECT_TRUE(Exists("tosub"));
+}
+
+TEST_F(Links, ToReadOnlyFilesAreDeleted)
+{
+    ASSERT_TRUE(SetFileAttributesW(Wide(folder_ / u"file"), FILE_ATTRIBUTE_READONLY));
+    EXPECT_TRUE(DeleteFileW(Wide(folder_ / u"tofile")));
+    EXPECT_TRUE(Exists("file"));
+}
+
+TEST_F(Links, AreRemovedByTheShellAndNeverFollowed)
+{
+    fs::create_directory(folder_.Path() / "tree");
+    fs::create_symlink("../sub", folder_.Path() / "tree" / "tosub");
+    const std::u16string withSeparator = (folder_ / u"tosub") + u"/";
+    EXPECT_EQ(ShellDelete({withSeparator, folder_ / u"dangling", folder_ / u"tree"}, silently).code,
+              0);
+    EXPECT_FALSE(Exists("tosub"));
+    EXPECT_FALSE(Exists("dangling"));
+    EXPECT_FALSE(Exists("tree"));
+    EXPECT_TRUE(Exists("sub/inside"));
+}
+
+TEST_F(Links, AreNotFollowedByFilesThatGoAway)
+{
+    EXPECT_EQ(
+        ErrorOfOpening(folder_ / u"tofile", GENERIC_READ, OPEN_EXISTING, FILE_FLAG_DELETE_ON_CLOSE),
+        ERROR_CANT_RESOLVE_FILENAME);
+    EXPECT_TRUE(Exists("tofile"));
+    EXPECT_TRUE(Exists("file"));
+}
+
+} // namespace
+} // namespace tarnwell::test

@@ -1,0 +1,122 @@
+// Deleting through the shell: what only shows on this platform.
+#include "platform/shelldelete.h"
+#include "support/tempfolder.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+int CodeOf(std::initializer_list<std::u16string> paths, unsigned flags = silently)
+{
+    return ShellDelete(paths, static_cast<WORD>(flags)).code;
+}
+
+// A chain of folders, far longer than a path may be, with a file in each.
+void MakeDeepTree(const fs::path& root, int levels)
+{
+    ASSERT_EQ(mkdir(root.c_str(), 0755), 0);
+    int at = open(root.c_str(), O_DIRECTORY | O_CLOEXEC);
+    for (int i = 0; i < levels; ++i)
+    {
+        ASSERT_EQ(mkdirat(at, "level", 0755), 0);
+        ASSERT_EQ(mknodat(at, "file", S_IFREG | 0644, 0), 0);
+        const int below = openat(at, "level", O_DIRECTORY | O_CLOEXEC);
+        ASSERT_GE(below, 0);
+        close(at);
+        at = below;
+    }
+    close(at);
+}
+
+TEST(ShellTree, DeepTreeGoesWithFewDescriptors)
+{
+    const TempFolder folder;
+    ASSERT_NO_FATAL_FAILURE(MakeDeepTree(folder.Path() / "deep", 1500));
+    rlimit before = {};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit few{100, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+    const int code = CodeOf({folder / u"deep"});
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(code, 0);
+    EXPECT_FALSE(fs::exists(folder.Path() / "deep"));
+}
+
+TEST(ShellTree, BroadTreeGoes)
+{
+    const TempFolder folder;
+    for (int i = 0; i < 100; ++i)
+    {
+        const fs::path sub = folder.Path() / "broad" / std::to_string(i);
+        fs::create_directories(sub / "below");
+        WriteBytes((sub / "file").u16string(), "");
+    }
+    EXPECT_EQ(CodeOf({folder / u"broad"}), 0);
+    EXPECT_FALSE(fs::exists(folder.Path() / "broad"));
+}
+
+TEST(ShellTree, OnlyAnEmptyFolderGoesWithoutRecursion)
+{
+    const TempFolder folder;
+    fs::create_directories(folder.Path() / "full" / "sub");
+    EXPECT_EQ(CodeOf({folder / u"full"}, silently | FOF_NORECURSION),
+              static_cast<int>(ERROR_DIR_NOT_EMPTY));
+    EXPECT_TRUE(fs::exists(folder.Path() / "full" / "sub"));
+    EXPECT_EQ(CodeOf({Joined(folder / u"full", u"sub")}, silently | FOF_NORECURSION), 0);
+}
+
+TEST(ShellTree, RootsAndDotsAreRefused)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.Path() / "sub");
+    const std::u16string sub = folder / u"sub";
+    for (const std::u16string& path :
+         {std::u16string(), std::u16string(u"/"), std::u16string(u"//"), std::u16string(u"."),
+          std::u16string(u".."), sub + u"/.", sub + u"/..", sub + u"/../", sub + u"/./"})
+    {
+        EXPECT_EQ(CodeOf({path}), static_cast<int>(ERROR_INVALID_PARAMETER));
+    }
+    EXPECT_TRUE(fs::exists(folder.Path() / "sub"));
+}
+
+TEST(ShellTree, NothingIsTouchedUnlessTheWholeListIsThere)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u"a", "");
+    EXPECT_EQ(CodeOf({folder / u"a", folder / u"none"}), static_cast<int>(ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(CodeOf({folder / u"a", u".."}), static_cast<int>(ERROR_INVALID_PARAMETER));
+    EXPECT_TRUE(fs::exists(folder.Path() / "a"));
+}
+
+TEST(ShellTree, UndoAndOtherOperationsAreNotSupported)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u"a", "");
+    EXPECT_EQ(CodeOf({folder / u"a"}, silently | FOF_ALLOWUNDO),
+              static_cast<int>(ERROR_NOT_SUPPORTED));
+    SHFILEOPSTRUCTW copy = {};
+    copy.wFunc = 2;
+    copy.pFrom = u"a\0";
+    EXPECT_EQ(SHFileOperationW(&copy), static_cast<int>(ERROR_NOT_SUPPORTED));
+    EXPECT_TRUE(fs::exists(folder.Path() / "a"));
+}
+
+TEST(ShellIcons, ThereAreNone)
+{
+    SHFILEINFOW info = {};
+    EXPECT_EQ(SHGetFileInfoW(u"/", 0, &info, sizeof info, SHGFI_SYSICONINDEX | SHGFI_SMALLICON),
+              0U);
+}
+
+} // namespace
+} // namespace tarnwell::test
