@@ -1,6 +1,7 @@
 #include "module/classtable.h"
 
 #include "frame/criticalsection.h"
+#include "git/gitobjects.h"
 #include "local/filesystem.h"
 #include "module/classfactory.h"
 
@@ -38,7 +39,7 @@ ClassRow rows[] = {
     {CLSID_SVNFileSystem, NotBuiltYet},
     {CLSID_FTPFileSystem, NotBuiltYet},
     {CLSID_HGFileSystem, NotBuiltYet},
-    {CLSID_GITFileSystem, NotBuiltYet},
+    {CLSID_GITFileSystem, MakeInstance<GITFileSystemObject>},
 };
 
 // Guards the making of the cached class objects.
