@@ -28,7 +28,7 @@ public:
     // Throws LoadFailure.
     explicit Module(const std::filesystem::path& file);
 
-    // The library beside the running program.
+    // The library beside the running program, or where it is installed with the program.
     static std::filesystem::path DefaultFile();
 
     const std::filesystem::path& File() const

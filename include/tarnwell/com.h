@@ -135,7 +135,8 @@ protected:
 
 struct ISequentialStream : IUnknown
 {
-    // Reads up to `size` bytes. The end of the data shows as S_OK with `*read` 0.
+    // Reads up to `size` bytes. The end of the data shows as S_OK with `*read` 0. The pointers to
+    // the counts must not be null for local streams.
     virtual HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG size, ULONG* read) = 0;
     // Writes up to `size` bytes; `*written` may be less.
     virtual HRESULT STDMETHODCALLTYPE Write(const void* buffer, ULONG size, ULONG* written) = 0;

@@ -1,9 +1,10 @@
 // Interfaces that the host implements and the module calls.
 //
 // The module asks the object given to `SetHost` for `IHostWindow`, `IHostCredentials` and
-// `IHostSettings` at the moment of need, and gets on without those that are refused. They are
-// called on the thread that the host called the module on. The module holds references to the
-// host object as long as items made with it live.
+// `IHostSettings` at the moment of need, and gets on without those that are refused. The local file
+// system asks for `IHostWindow` in `SetHost`, and that interface's object for the settings: a host
+// without a window has no settings there. They are called on the thread that the host called the
+// module on. The module holds references to the host object as long as items made with it live.
 #pragma once
 
 #include <tarnwell/interfaceid.h>
@@ -13,7 +14,7 @@ namespace tarnwell
 
 struct IHostWindow : ::IUnknown
 {
-    // The owner of dialogs. Null is allowed; a failure counts as null.
+    // The owner of dialogs. Null is allowed. What is written counts, whatever the status.
     virtual HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) = 0;
 
 protected:
@@ -26,9 +27,9 @@ struct IHostSettings : ::IUnknown
     virtual HRESULT STDMETHODCALLTYPE ReservedFirst() = 0;
     virtual HRESULT STDMETHODCALLTYPE ReservedSecond() = 0;
 
-    // The value of the setting `name`; `*value` is false before the call and a failure leaves
-    // it so. The one name asked for is "IterateStreams": whether the listing of a local folder
-    // also holds the named data streams of its files.
+    // The value of the setting `name`; `*value` is false before the call, and what it is after it
+    // counts, whatever the status. The one name asked for is "IterateStreams": whether the listing
+    // of a local folder also holds the named data streams of its files.
     virtual HRESULT STDMETHODCALLTYPE GetBooleanSetting(const OLECHAR* name,
                                                         VARIANT_BOOL* value) = 0;
 

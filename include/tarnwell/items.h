@@ -65,8 +65,8 @@ protected:
     ~IFileSystemItemIcon() = default;
 };
 
-// Items of every file system but the local one: two texts that are the same for two items
-// exactly when these are revisions of the same thing.
+// Items of every file system but the local one: two texts by which a host can tell whether two
+// items are revisions of the same thing.
 struct IFileSystemItemComparableUrl : ::IUnknown
 {
     // The name without the part that tells the revision.

@@ -1,5 +1,7 @@
 #include "frame/boundary.h"
 
+#include "frame/status.h"
+
 #include <new>
 
 namespace tarnwell
@@ -14,7 +16,7 @@ try
     }
     catch (const ComException& exception)
     {
-        return PublishException(exception, reporter.classId, reporter.interfaceId);
+        return EnsureFailed(PublishException(exception, reporter.classId, reporter.interfaceId));
     }
 }
 catch (const std::bad_alloc&)

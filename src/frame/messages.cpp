@@ -27,7 +27,7 @@ LanguageChoice& ChoiceOf(LONG_PTR param)
     return *reinterpret_cast<LanguageChoice*>(param);
 }
 
-BOOL ConsiderLanguage(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PTR param)
+BOOL CALLBACK ConsiderLanguage(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PTR param)
 {
     LanguageChoice& choice = ChoiceOf(param);
     choice.exact = language == choice.wanted;
@@ -36,7 +36,7 @@ BOOL ConsiderLanguage(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PTR param)
     return !choice.exact;
 }
 
-BOOL ConsiderBlock(HMODULE module, LPCWSTR type, LPWSTR name, LONG_PTR param)
+BOOL CALLBACK ConsiderBlock(HMODULE module, LPCWSTR type, LPWSTR name, LONG_PTR param)
 {
     EnumResourceLanguagesW(module, type, name, ConsiderLanguage, param);
     return !ChoiceOf(param).exact;
@@ -106,13 +106,13 @@ std::u16string FillInserts(const std::u16string& message, Inserts inserts)
     return std::u16string(text.View());
 }
 
-// The system ends its texts with a line end, which is cut off.
+// The system ends its texts with a line end, which is cut off. A text with inserts of its own can't
+// be filled and counts as none.
 std::u16string SystemText(HRESULT status)
 {
     FormattedText text;
-    FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_ALLOCATE_BUFFER |
-                       FORMAT_MESSAGE_IGNORE_INSERTS,
-                   nullptr, static_cast<DWORD>(status), 0, text.Out(), 0, nullptr);
+    FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_ALLOCATE_BUFFER, nullptr,
+                   static_cast<DWORD>(status), 0, text.Out(), 0, nullptr);
     const std::u16string_view whole = text.View();
     return std::u16string(whole.substr(0, whole.find(u'\r')));
 }

@@ -23,20 +23,6 @@ bool IsDriveRoot(std::u16string_view path, const PathRules& rules)
     return path.size() == 3 && BeginsWithDrive(path) && IsSeparator(path[2], rules);
 }
 
-std::size_t SkipSeparators(std::u16string_view path, std::size_t at, std::size_t most,
-                           const PathRules& rules)
-{
-    const std::size_t end = std::min(path.size(), at + most);
-    while (at < end && IsSeparator(path[at], rules))
-        ++at;
-    return at;
-}
-
-std::size_t SkipName(std::u16string_view path, std::size_t at, const PathRules& rules)
-{
-    return std::min(path.size(), path.find_first_of(rules.separators, at));
-}
-
 } // namespace
 
 bool IsSeparator(char16_t unit, const PathRules& rules)
@@ -102,6 +88,20 @@ std::optional<StreamPath> SplitStreamPath(std::u16string_view path, const PathRu
     if (path.find_first_of(rules.separators, colon) != std::u16string_view::npos)
         return std::nullopt;
     return StreamPath{path.substr(0, colon), path.substr(colon + 1)};
+}
+
+std::size_t SkipSeparators(std::u16string_view path, std::size_t at, std::size_t most,
+                           const PathRules& rules)
+{
+    const std::size_t end = at + std::min(path.size() - at, most);
+    while (at < end && IsSeparator(path[at], rules))
+        ++at;
+    return at;
+}
+
+std::size_t SkipName(std::u16string_view path, std::size_t at, const PathRules& rules)
+{
+    return std::min(path.size(), path.find_first_of(rules.separators, at));
 }
 
 std::size_t FirstCreatableOffset(std::u16string_view path, const PathRules& rules)

@@ -48,6 +48,13 @@ struct StreamPath
 std::optional<StreamPath> SplitStreamPath(std::u16string_view path,
                                           const PathRules& rules = platformPathRules);
 
+// The end of the name that begins at `at`, and the end of a run of at most `most` separators.
+std::size_t SkipName(std::u16string_view path, std::size_t at,
+                     const PathRules& rules = platformPathRules);
+std::size_t SkipSeparators(std::u16string_view path, std::size_t at,
+                           std::size_t most = std::u16string_view::npos,
+                           const PathRules& rules = platformPathRules);
+
 // Where the first folder of `path` begins that one could create: behind a share, a drive or the
 // leading separators. May be past the end of the path.
 std::size_t FirstCreatableOffset(std::u16string_view path,

@@ -1,5 +1,6 @@
 #include "frame/publish.h"
 
+#include "frame/status.h"
 #include "frame/text.h"
 
 #include <tarnwell/pointers.h>
@@ -45,6 +46,31 @@ std::u16string TextLeftBy(::IUnknown* object, const GUID& interfaceId)
     return std::u16string(description.View());
 }
 
+std::u16string FullText(const ComException& exception)
+{
+    if (exception.file == nullptr)
+        return exception.message;
+    return exception.message + u" [" + PositionText(exception.file, exception.line) + u"]";
+}
+
+// Publishes what `makeText` gives. An empty text isn't published; and where memory is too short
+// for the text, the status is what matters.
+template <class MakeText>
+HRESULT PublishText(const Reporter& reporter, HRESULT status, MakeText&& makeText) noexcept
+{
+    try
+    {
+        const std::u16string text = makeText();
+        if (text.empty())
+            return EnsureFailed(status);
+        return PublishError(reporter.classId, text, reporter.interfaceId, status);
+    }
+    catch (...)
+    {
+        return EnsureFailed(status);
+    }
+}
+
 } // namespace
 
 HRESULT PublishError(const GUID& classId, const std::u16string& text, const GUID& interfaceId,
@@ -63,27 +89,23 @@ HRESULT PublishError(const GUID& classId, const std::u16string& text, const GUID
 }
 
 HRESULT PublishException(const ComException& exception, const GUID& classId,
-                         const GUID& interfaceId)
+                         const GUID& interfaceId) noexcept
 {
     const auto status = static_cast<HRESULT>(exception.code);
-    std::u16string text = exception.message;
-    if (exception.file != nullptr)
-        text += u" [" + PositionText(exception.file, exception.line) + u"]";
-    if (text.empty())
-        return status;
-    return PublishError(classId, text, interfaceId, status);
+    return PublishText({classId, interfaceId}, status, [&] { return FullText(exception); });
 }
 
-HRESULT PublishMessage(const Reporter& reporter, MessageId id, HRESULT status, Inserts inserts)
+HRESULT PublishMessage(const Reporter& reporter, MessageId id, HRESULT status,
+                       Inserts inserts) noexcept
 {
-    return PublishError(reporter.classId, FormatMessageById(id, inserts), reporter.interfaceId,
-                        status);
+    return PublishText(reporter, status, [&] { return FormatMessageById(id, inserts); });
 }
 
-HRESULT PublishFailure(const Reporter& reporter, MessageId id, HRESULT status, Inserts inserts)
+HRESULT PublishFailure(const Reporter& reporter, MessageId id, HRESULT status,
+                       Inserts inserts) noexcept
 {
-    return PublishError(reporter.classId, FormatMessageWithStatus(id, status, inserts),
-                        reporter.interfaceId, status);
+    return PublishText(reporter, status,
+                       [&] { return FormatMessageWithStatus(id, status, inserts); });
 }
 
 void ThrowOnFailure(HRESULT status, MessageId id, ::IUnknown* object, const GUID& interfaceId,

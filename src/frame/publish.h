@@ -23,13 +23,13 @@ HRESULT PublishError(const GUID& classId, const std::u16string& text, const GUID
 
 // The exception's message with its position in the source. Returns its code.
 HRESULT PublishException(const ComException& exception, const GUID& classId,
-                         const GUID& interfaceId);
+                         const GUID& interfaceId) noexcept;
 
 // Publishes a message, without or with the system's text for the status behind it.
 HRESULT PublishMessage(const Reporter& reporter, MessageId id, HRESULT status,
-                       Inserts inserts = {});
+                       Inserts inserts = {}) noexcept;
 HRESULT PublishFailure(const Reporter& reporter, MessageId id, HRESULT status,
-                       Inserts inserts = {});
+                       Inserts inserts = {}) noexcept;
 
 // Throws if `status`, the answer of `object` by its interface `interfaceId`, is a failure: with
 // message `id`, whose insert is the object's own text, if it left one, and the place in

@@ -34,20 +34,6 @@ HRESULT CreateLevel(const std::u16string& level, const Reporter& reporter)
                           {level});
 }
 
-std::size_t EndOfLevel(std::u16string_view path, std::size_t at)
-{
-    while (at < path.size() && !IsSeparator(path[at]))
-        ++at;
-    return at;
-}
-
-std::size_t BehindSeparators(std::u16string_view path, std::size_t at)
-{
-    while (at < path.size() && IsSeparator(path[at]))
-        ++at;
-    return at;
-}
-
 } // namespace
 
 HRESULT CreateFolderPath(const std::u16string& path, const Reporter& reporter)
@@ -55,11 +41,11 @@ HRESULT CreateFolderPath(const std::u16string& path, const Reporter& reporter)
     std::size_t at = FirstCreatableOffset(path);
     while (at < path.size())
     {
-        const std::size_t end = EndOfLevel(path, at);
+        const std::size_t end = SkipName(path, at);
         const HRESULT status = CreateLevel(path.substr(0, end), reporter);
         if (FAILED(status))
             return status;
-        at = BehindSeparators(path, end);
+        at = SkipSeparators(path, end);
     }
     return S_OK;
 }

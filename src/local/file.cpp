@@ -51,7 +51,7 @@ HRESULT OpenStream(const std::u16string& path, DWORD access, DWORD disposition, 
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!handle)
         return OpenFailed(path);
-    // Needed where the platform makes a file over an existing data stream and keeps its end.
+    // Its outcome doesn't matter, on purpose: as a rule the platform has emptied the file.
     if (disposition == CREATE_ALWAYS)
         SetEndOfFile(handle.Get());
     return MakeStream(std::move(handle), out);
@@ -88,10 +88,24 @@ HRESULT FindIcon(const std::u16string& path, std::int32_t* iconIndex, void** ima
     return S_OK;
 }
 
+// What has the attribute of a folder has no size, whatever was found.
+HRESULT GiveSize(const LocalFacts& facts, std::uint32_t part, std::uint32_t* out)
+{
+    return AtBoundary(fileReporter, NullPointer::Published, out,
+                      [&]
+                      {
+                          const bool folder = (facts.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+                          *out = folder ? 0 : part;
+                          return S_OK;
+                      });
+}
+
 } // namespace
 
 HRESULT CWin32FileObject::GetIcon(std::uint32_t, std::int32_t* iconIndex, void** imageList)
 {
+    if (iconIndex != nullptr)
+        *iconIndex = 0;
     if (imageList == nullptr)
         return RefuseNull(iconReporter, NullPointer::Published);
     *imageList = nullptr;
@@ -106,24 +120,12 @@ HRESULT CWin32FileObject::SetModifiedTime(std::uint64_t fileTime)
 
 HRESULT CWin32FileObject::GetSizeLow(std::uint32_t* size)
 {
-    return AtBoundary(fileReporter, NullPointer::Published, size,
-                      [&]
-                      {
-                          const bool folder = (facts_.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-                          *size = folder ? 0 : facts_.sizeLow;
-                          return S_OK;
-                      });
+    return GiveSize(facts_, facts_.sizeLow, size);
 }
 
 HRESULT CWin32FileObject::GetSizeHigh(std::uint32_t* size)
 {
-    return AtBoundary(fileReporter, NullPointer::Published, size,
-                      [&]
-                      {
-                          const bool folder = (facts_.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-                          *size = folder ? 0 : facts_.sizeHigh;
-                          return S_OK;
-                      });
+    return GiveSize(facts_, facts_.sizeHigh, size);
 }
 
 HRESULT CWin32FileObject::Open(std::uint32_t access, std::uint32_t disposition,

@@ -49,7 +49,7 @@ HRESULT CFileStream::Write(const void* buffer, ULONG size, ULONG* written)
 HRESULT CFileStream::ReadForArchive(void* buffer, std::uint32_t size, std::uint32_t* processed)
 {
     if (processed == nullptr)
-        return E_POINTER;
+        return RefuseNull(dataReporter, NullPointer::Published);
     *processed = 0;
     ULONG read = 0;
     const HRESULT status = ReadData(buffer, size, &read);
@@ -60,6 +60,8 @@ HRESULT CFileStream::ReadForArchive(void* buffer, std::uint32_t size, std::uint3
 
 HRESULT CFileStream::Seek(std::int64_t offset, std::uint32_t origin, std::uint64_t* newPosition)
 {
+    if (newPosition != nullptr)
+        *newPosition = 0;
     LARGE_INTEGER distance{};
     distance.QuadPart = offset;
     LARGE_INTEGER position{};

@@ -59,12 +59,13 @@ HRESULT CWin32FileSystemObject::GetFile(const OLECHAR* path, VARIANT_BOOL mustEx
                       });
 }
 
-HRESULT CWin32FileSystemObject::GetOperationMask(std::uint32_t kind, ::IUnknown*,
+HRESULT CWin32FileSystemObject::GetOperationMask(std::uint32_t kind, ::IUnknown* other,
                                                  std::uint32_t* mask)
 {
     return AtBoundary(systemReporter, NullPointer::Published, mask,
                       [&]
                       {
+                          const auto held = ComPtr<::IUnknown>::Share(other);
                           *mask = OperationMaskFor(kind);
                           return S_OK;
                       });

@@ -114,8 +114,6 @@ HRESULT OpenItem(const std::u16string& path, bool mustExist, bool wantFolder,
         const HRESULT status = EnsureFailed(StatusFromLastError());
         return mustExist ? status : make(path, RecordOfMissing(), host, iid, out);
     }
-    if (path == u"." || path == u"..")
-        SetNames(record, path);
     if (IsFolder(record) != wantFolder)
         return notFound;
     if (!wantFolder && split && !NarrowToStream(base, LeafNameOf(path), mustExist, record))

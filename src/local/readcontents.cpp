@@ -51,8 +51,9 @@ HRESULT CWin32FolderObject::ReadContents(RecordList& records) const
 {
     std::u16string base = facts_.path;
     AppendSeparator(base);
+    const std::u16string pattern = base + u"*";
     WIN32_FIND_DATAW record;
-    const FindHandle find(FindFirstFileW(Wide(base + u"*"), &record));
+    const FindHandle find(FindFirstFileW(Wide(pattern), &record));
     if (!find)
         return StatusOfListing(facts_.path);
 

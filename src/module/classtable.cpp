@@ -1,7 +1,8 @@
 #include "module/classtable.h"
 
-#include "frame/criticalsection.h"
+#include "frame/comobject.h"
 #include "git/gitobjects.h"
+#include "local/filesystem.h"
 #include "local/filesystem.h"
 #include "module/classfactory.h"
 
@@ -33,7 +34,7 @@ struct ClassRow
     std::atomic<ClassFactory*> cached{nullptr}; // holds one reference
 };
 
-ClassRow rows[] = {
+constinit ClassRow rows[] = {
     {CLSID_Win32FileSystem, MakeInstance<CWin32FileSystemObject>},
     {CLSID_P4FileSystem, NotBuiltYet},
     {CLSID_SVNFileSystem, NotBuiltYet},
@@ -42,12 +43,28 @@ ClassRow rows[] = {
     {CLSID_GITFileSystem, MakeInstance<GITFileSystemObject>},
 };
 
-// Guards the making of the cached class objects.
-CriticalSection tableLock;
+// Guards the making of the cached class objects. It lives from the start of the module to its end,
+// which the order of static objects doesn't know: so it has neither constructor nor destructor.
+constinit CRITICAL_SECTION tableLock{};
+
+class TableLocked
+{
+public:
+    TableLocked()
+    {
+        EnterCriticalSection(&tableLock);
+    }
+    TableLocked(const TableLocked&) = delete;
+    TableLocked& operator=(const TableLocked&) = delete;
+    ~TableLocked()
+    {
+        LeaveCriticalSection(&tableLock);
+    }
+};
 
 HRESULT CacheClassObject(ClassRow& row)
 {
-    const Locked locked(tableLock);
+    const TableLocked locked;
     if (row.cached.load(std::memory_order_relaxed) != nullptr)
         return S_OK;
     ClassFactory* const made = new (std::nothrow) ClassFactory(row.make);
@@ -62,7 +79,9 @@ HRESULT CacheClassObject(ClassRow& row)
 
 HRESULT InitializeClassTable()
 {
-    return tableLock.Initialize();
+    if (InitializeCriticalSectionEx(&tableLock, 0, 0))
+        return S_OK;
+    return EnsureFailed(StatusFromLastError());
 }
 
 void ReleaseClassTable()
@@ -72,7 +91,7 @@ void ReleaseClassTable()
         if (ClassFactory* const cached = row.cached.exchange(nullptr))
             cached->Release();
     }
-    tableLock.Delete();
+    DeleteCriticalSection(&tableLock);
 }
 
 HRESULT GetClassObject(REFCLSID clsid, REFIID iid, void** out)

@@ -7,7 +7,7 @@ namespace tarnwell
 
 namespace
 {
-bool started = false;
+constinit bool started = false;
 }
 
 void StartModule()
@@ -17,7 +17,8 @@ void StartModule()
 
 void StopModule()
 {
-    ReleaseClassTable();
+    if (started)
+        ReleaseClassTable();
     started = false;
 }
 

@@ -53,7 +53,11 @@ Module::Module(const std::filesystem::path& file) : file_(file)
 
 std::filesystem::path Module::DefaultFile()
 {
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path() / "libtarnwell.so";
+    const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    const auto beside = folder / "libtarnwell.so";
+    const auto installed = folder / TARNWELL_LIBRARY_FOLDER / "libtarnwell.so";
+    return !std::filesystem::exists(beside) && std::filesystem::exists(installed) ? installed
+                                                                                  : beside;
 }
 
 } // namespace tarnwell::host

@@ -73,9 +73,7 @@ extern "C" BOOL ReadFile(HANDLE file, void* buffer, DWORD size, DWORD* read, OVE
     const int descriptor = DescriptorOf(file);
     const auto call = [&](DWORD done, DWORD rest)
     {
-        const ssize_t count = ::read(descriptor, static_cast<BYTE*>(buffer) + done, rest);
-        // A pipe that has nothing more for now has given what there is.
-        return count < 0 && errno == EAGAIN && done > 0 ? 0 : count;
+        return ::read(descriptor, static_cast<BYTE*>(buffer) + done, rest);
     };
     return Move(descriptor, size, read, call);
 }

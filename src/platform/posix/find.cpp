@@ -104,7 +104,7 @@ int ReadFacts(WIN32_FIND_DATAW& record, int folder, const char* path, std::strin
     struct statx entry;
     if (type != DT_LNK)
     {
-        if (statx(folder, path, AT_SYMLINK_NOFOLLOW, wantedFacts, &entry) != 0)
+        if (statx(folder, path, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, wantedFacts, &entry) != 0)
             return errno;
         if (!S_ISLNK(entry.stx_mode))
         {
@@ -113,8 +113,8 @@ int ReadFacts(WIN32_FIND_DATAW& record, int folder, const char* path, std::strin
         }
     }
     // A link shows its target; itself only where that can't be had.
-    if (statx(folder, path, 0, wantedFacts, &entry) != 0 &&
-        statx(folder, path, AT_SYMLINK_NOFOLLOW, wantedFacts, &entry) != 0)
+    if (statx(folder, path, AT_NO_AUTOMOUNT, wantedFacts, &entry) != 0 &&
+        statx(folder, path, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, wantedFacts, &entry) != 0)
         return errno;
     SetFacts(record, entry, leaf, true);
     return 0;

@@ -81,6 +81,12 @@ bool IsLink(const std::string& path)
     return lstat(path.c_str(), &entry) == 0 && S_ISLNK(entry.st_mode);
 }
 
+// Whether a link whose target can't be opened for this reason has no target at all.
+bool IsDangling(int number)
+{
+    return number == ENOENT || number == ELOOP || number == ENOTDIR || number == ENAMETOOLONG;
+}
+
 // A lookup finds a link without a target as itself, for its times.
 FileDescriptor OpenDanglingLink(const std::string& path, const Request& request)
 {
@@ -88,7 +94,7 @@ FileDescriptor OpenDanglingLink(const std::string& path, const Request& request)
         request.Has(FILE_FLAG_BACKUP_SEMANTICS) && request.disposition == OPEN_EXISTING;
     const int number = errno;
     FileDescriptor link;
-    if (isLookup && (number == ENOENT || number == ELOOP) && IsLink(path))
+    if (isLookup && IsDangling(number) && IsLink(path))
         link = FileDescriptor(OpenRestarted(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC, 0));
     errno = number;
     return link;
@@ -100,6 +106,15 @@ FileDescriptor Open(const std::string& path, const Request& request)
         request.Has(FILE_FLAG_DELETE_ON_CLOSE) || request.Has(FILE_ATTRIBUTE_TEMPORARY);
     FileDescriptor file(OpenRestarted(path.c_str(), OpenFlags(request), isPrivate ? 0600 : 0666));
     return file ? std::move(file) : OpenDanglingLink(path, request);
+}
+
+// Opening a pipe or a terminal must not wait, and neither must a lookup; the transfers of an opened
+// stream do wait, as a short count would mean the end of the file.
+void LetTransfersWait(int descriptor, const Request& request)
+{
+    const int flags = fcntl(descriptor, F_GETFL);
+    if (!request.Has(FILE_FLAG_BACKUP_SEMANTICS) && (flags & O_PATH) == 0)
+        fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK);
 }
 
 // ERROR_SUCCESS, or why the open file may not be had. The system opens folders for reading.

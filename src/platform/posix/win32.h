@@ -161,9 +161,9 @@ extern "C"
 {
     // Share modes are accepted and not enforced. A folder opens only with
     // FILE_FLAG_BACKUP_SEMANTICS and without write access; with that flag and OPEN_EXISTING, a
-    // link without a target opens as itself, for its times only. Never blocks on a pipe or
-    // terminal, and never makes a terminal the controlling one. FILE_FLAG_DELETE_ON_CLOSE takes
-    // the name away at once and follows no link.
+    // link without a target opens as itself, for its times only. Opening never blocks on a
+    // pipe or terminal, and never makes a terminal the controlling one. FILE_FLAG_DELETE_ON_CLOSE
+    // takes the name away at once and follows no link.
     HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                        DWORD disposition, DWORD flags, HANDLE templateFile);
     // Of files, pipes, processes and threads. One of a process or thread must not be closed twice.

@@ -1,0 +1,116 @@
+// Items out of find records, as a listing or a lookup gives them.
+#include "frame/text.h"
+#include "local/findrecord.h"
+#include "local/foldercontents.h"
+#include "local/makeitem.h"
+
+#include <gmock/gmock.h>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+WIN32_FIND_DATAW Record(std::u16string_view name, DWORD attributes)
+{
+    WIN32_FIND_DATAW record{};
+    SetNames(record, name);
+    record.dwFileAttributes = attributes;
+    record.nFileSizeLow = 7;
+    record.nFileSizeHigh = 5;
+    record.ftCreationTime = FileTimeOf(1);
+    record.ftLastAccessTime = FileTimeOf(2);
+    record.ftLastWriteTime = FileTimeOf(3);
+    return record;
+}
+
+ComPtr<IFileSystemItem> MakeFile(const WIN32_FIND_DATAW& record)
+{
+    ComPtr<IFileSystemItem> item;
+    EXPECT_EQ(MakeFileItem(u"folder", record, {}, IID_IFileSystemItem, item.OutVoid()), S_OK);
+    return item;
+}
+
+std::u16string NameOfItem(const ComPtr<IFileSystemItem>& item)
+{
+    Bstr name;
+    EXPECT_EQ(item->GetName(name.Out()), S_OK);
+    return std::u16string(name.View());
+}
+
+TEST(LocalItems, TheTimeIsThatOfTheLastWrite)
+{
+    std::uint64_t time = 0;
+    EXPECT_EQ(MakeFile(Record(u"a", 128))->GetModifiedTime(&time), S_OK);
+    EXPECT_EQ(time, 3U);
+}
+
+TEST(LocalItems, AFileWithTheFolderAttributeHasNoSize)
+{
+    const auto file = MakeFile(Record(u"a", 16)).As<IFile>();
+    std::uint32_t size = 99;
+    EXPECT_EQ(file->GetSizeLow(&size), S_OK);
+    EXPECT_EQ(size, 0U);
+    size = 99;
+    EXPECT_EQ(file->GetSizeHigh(&size), S_OK);
+    EXPECT_EQ(size, 0U);
+}
+
+TEST(LocalItems, AnItemThatRefusesTheInterfaceIsNotMade)
+{
+    void* out = nullptr;
+    EXPECT_EQ(MakeFileItem(u"", Record(u"a", 128), {}, IID_IFolder, &out), E_NOINTERFACE);
+    EXPECT_EQ(out, nullptr);
+    EXPECT_EQ(MakeFolderItem(u"", Record(u"a", 16), {}, IID_IFile, &out), E_NOINTERFACE);
+    EXPECT_EQ(out, nullptr);
+}
+
+TEST(LocalItems, ARecordOfADataStreamIsAFileOfTheStreamsSize)
+{
+    ComPtr<ComObject<CWin32FolderContentsObject>> contents;
+    ASSERT_EQ(MakeObject<CWin32FolderContentsObject>(contents), S_OK);
+    RecordList records;
+    for (const auto& record : {Record(u"a.txt", 128), Record(u"a.txt:s1", 128), Record(u"sub", 16)})
+        records.Append(record);
+    contents->Initialize(u"folder", records, {});
+    std::uint32_t count = 0;
+    EXPECT_EQ(contents->GetCount(&count), S_OK);
+    EXPECT_EQ(count, 3U);
+
+    ComPtr<IFileSystemItem> item;
+    ASSERT_EQ(contents->GetItem(1, item.Out()), S_OK);
+    EXPECT_EQ(NameOfItem(item), u"a.txt:s1");
+    std::uint32_t size = 0;
+    ASSERT_TRUE(item.As<IFile>());
+    EXPECT_EQ(item.As<IFile>()->GetSizeLow(&size), S_OK);
+    EXPECT_EQ(size, 7U);
+
+    ASSERT_EQ(contents->GetItem(2, item.Out()), S_OK);
+    EXPECT_TRUE(item.As<IFolder>());
+    EXPECT_FALSE(item.As<IFile>());
+}
+
+TEST(RecordLists, KeepWhatItemsTell)
+{
+    RecordList records;
+    EXPECT_EQ(records.Size(), 0U);
+    records.Append(Record(u"first", 128));
+    records.Append(Record(u"", 16));
+    records.Append(Record(std::u16string(259, u'x'), 1));
+    ASSERT_EQ(records.Size(), 3U);
+
+    const WIN32_FIND_DATAW first = records.At(0);
+    EXPECT_EQ(NameOf(first), u"first");
+    EXPECT_EQ(first.dwFileAttributes, 128U);
+    EXPECT_EQ(first.nFileSizeLow, 7U);
+    EXPECT_EQ(first.nFileSizeHigh, 5U);
+    EXPECT_EQ(TimeOf(first.ftLastWriteTime), 3U);
+    EXPECT_EQ(NameOf(records.At(1)), u"");
+    EXPECT_EQ(records.At(1).dwFileAttributes, 16U);
+    EXPECT_EQ(NameOf(records.At(2)), std::u16string(259, u'x'));
+}
+
+} // namespace
+
+} // namespace tarnwell::test
