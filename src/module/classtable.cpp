@@ -3,7 +3,6 @@
 #include "frame/comobject.h"
 #include "git/gitobjects.h"
 #include "local/filesystem.h"
-#include "local/filesystem.h"
 #include "module/classfactory.h"
 
 #include <tarnwell/classes.h>
