@@ -162,5 +162,6 @@ extern "C" HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD, SECURITY_ATTRIB
         return fail(error);
     if (request.Has(FILE_FLAG_DELETE_ON_CLOSE) && unlink(native->c_str()) != 0)
         return fail(LookupError(*native, errno));
+    LetTransfersWait(file.Get(), request);
     return HandleOf(file.Detach());
 }
