@@ -86,20 +86,7 @@ protected:
     {
         ComPtr<IFileStream> stream;
         EXPECT_THAT(Open(address, stream), Succeeded());
-        return stream ? AllOf(stream) : "failed";
-    }
-
-    static std::string AllOf(const ComPtr<IFileStream>& stream)
-    {
-        const auto data = stream.As<::ISequentialStream>();
-        std::string content(1 << 16, '\0');
-        std::string all;
-        for (ULONG count = 1; count > 0;)
-        {
-            EXPECT_EQ(data->Read(content.data(), static_cast<ULONG>(content.size()), &count), S_OK);
-            all.append(content.data(), count);
-        }
-        return all;
+        return stream ? ReadAll(stream) : "failed";
     }
 
     std::u16string Address(std::u16string_view name, const std::string& revision = {}) const
@@ -365,7 +352,7 @@ TEST_F(Git, StreamsOutliveTheirItemAndLeaveNoFile)
     EXPECT_THAT(Open(Address(u"a.txt", hash), stream), Succeeded());
     EXPECT_TRUE(fs::is_empty(temporary.Path()));
     unsetenv("TMPDIR");
-    EXPECT_EQ(AllOf(stream), "bytes");
+    EXPECT_EQ(ReadAll(stream), "bytes");
     EXPECT_EQ(stream->Close(), S_OK);
     EXPECT_EQ(stream->Close(), S_OK);
     char byte = 0;
