@@ -1,6 +1,7 @@
 #include "module/classtable.h"
 
 #include "frame/comobject.h"
+#include "git/gitobjects.h"
 #include "local/filesystem.h"
 #include "module/classfactory.h"
 
@@ -38,7 +39,7 @@ constinit ClassRow rows[] = {
     {CLSID_SVNFileSystem, NotBuiltYet},
     {CLSID_FTPFileSystem, NotBuiltYet},
     {CLSID_HGFileSystem, NotBuiltYet},
-    {CLSID_GITFileSystem, NotBuiltYet},
+    {CLSID_GITFileSystem, MakeInstance<GITFileSystemObject>},
 };
 
 // Guards the making of the cached class objects. It lives from the start of the module to its end,

@@ -7,6 +7,7 @@
 #include <tarnwell/com.h>
 
 #ifdef _WIN32
+#include <process.h>
 #include <shellapi.h>
 #else
 #include "platform/posix/win32.h"

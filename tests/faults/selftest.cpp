@@ -161,6 +161,51 @@ TEST(FaultsSelf, EachOperationFailsInItsOwnWay)
     EXPECT_EQ(faults.Failures(), faults.Calls());
 }
 
+TEST(FaultsSelf, ProcessesFailInTheirOwnWay)
+{
+    Faults faults;
+    const auto order = [&](const char* operation)
+    {
+        faults.Fail(operation, 1, someError);
+        SetLastError(ERROR_SUCCESS);
+    };
+    const auto expectNone = [](bool isNone)
+    {
+        EXPECT_TRUE(isNone);
+        EXPECT_EQ(GetLastError(), someError);
+    };
+    WCHAR path[MAX_PATH] = {};
+    HANDLE handle = nullptr;
+    DWORD code = 77;
+
+    order("GetTempPathW");
+    expectNone(GetTempPathW(MAX_PATH, path) == 0);
+    order("GetTempFileNameW");
+    expectNone(GetTempFileNameW(u"/", u"a", 0, path) == 0);
+    order("MultiByteToWideChar");
+    expectNone(MultiByteToWideChar(CP_UTF8, 0, "a", 1, path, MAX_PATH) == 0);
+    order("CreatePipe");
+    expectNone(!CreatePipe(&handle, &handle, nullptr, 0));
+    order("SetHandleInformation");
+    expectNone(!SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0));
+    order("GetEnvironmentStringsW");
+    expectNone(GetEnvironmentStringsW() == nullptr);
+    order("CreateProcessW");
+    expectNone(
+        !CreateProcessW(nullptr, path, nullptr, nullptr, 1, 0, nullptr, nullptr, nullptr, nullptr));
+    order("WaitForSingleObject");
+    expectNone(WaitForSingleObject(handle, INFINITE) == WAIT_FAILED);
+    order("GetExitCodeProcess");
+    expectNone(!GetExitCodeProcess(handle, &code));
+    EXPECT_EQ(code, 77U);
+    order("_beginthreadex");
+    expectNone(_beginthreadex(nullptr, 0, nullptr, nullptr, 0, nullptr) == 0);
+
+    EXPECT_EQ(handle, nullptr);
+    EXPECT_EQ(*path, 0);
+    EXPECT_EQ(faults.Failures(), faults.Calls());
+}
+
 TEST(FaultsSelf, ResourcesAndTextsFailInTheirOwnWay)
 {
     Faults faults;

@@ -2,7 +2,8 @@
 # the platform's headers declare is there, or here among those that can't fail.
 set(cannotFail
     GetLastError SetLastError GetUserDefaultUILanguage LocalFree CoTaskMemFree SysFreeString
-    SysStringLen EnterCriticalSection LeaveCriticalSection DeleteCriticalSection)
+    SysStringLen EnterCriticalSection LeaveCriticalSection DeleteCriticalSection
+    FreeEnvironmentStringsW)
 
 set(operations ${CMAKE_CURRENT_LIST_DIR}/operations.inc)
 set(headers ${PROJECT_SOURCE_DIR}/src/platform/posix/win32.h
@@ -13,15 +14,15 @@ set(wrapped)
 set(TARNWELL_WRAPPED)
 file(STRINGS ${operations} rows REGEX "^FAULT\\(")
 foreach(row IN LISTS rows)
-  string(REGEX REPLACE "^FAULT\\(([A-Za-z]+),.*" "\\1" name "${row}")
+  string(REGEX REPLACE "^FAULT\\(([A-Za-z_]+),.*" "\\1" name "${row}")
   list(APPEND wrapped ${name})
   list(APPEND TARNWELL_WRAPPED -Wl,--wrap=${name})
 endforeach()
 
 foreach(header IN LISTS headers)
-  file(STRINGS ${header} declarations REGEX "^(    |extern \"C\" )[A-Za-z_]+\\*? [A-Z][A-Za-z]+\\(")
+  file(STRINGS ${header} declarations REGEX "^(    |extern \"C\" )[A-Za-z_:]+\\*? [A-Z_][A-Za-z]+\\(")
   foreach(declaration IN LISTS declarations)
-    string(REGEX REPLACE "^(    |extern \"C\" )[A-Za-z_]+\\*? ([A-Za-z]+)\\(.*" "\\2" name
+    string(REGEX REPLACE "^(    |extern \"C\" )[A-Za-z_:]+\\*? ([A-Za-z_]+)\\(.*" "\\2" name
            "${declaration}")
     if(NOT name IN_LIST wrapped AND NOT name IN_LIST cannotFail AND NOT name MATCHES "^Dll")
       message(FATAL_ERROR "No fault for ${name}: give it a row in ${operations}")

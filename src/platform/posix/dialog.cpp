@@ -1,10 +1,10 @@
 #include "platform/posix/dialog.h"
 
+#include "platform/posix/spawnsetup.h"
+
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <spawn.h>
 #include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -49,53 +49,6 @@ std::vector<std::string> KdialogArguments(const std::string& question)
     return {"kdialog", "--yesno", "<qt>" + text + "</qt>"};
 }
 
-// How the program is started: no input or output of the host's, no descriptors, and signals as
-// a fresh program expects them.
-class SpawnSetup
-{
-public:
-    SpawnSetup()
-    {
-        posix_spawn_file_actions_init(&actions_);
-        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-        posix_spawn_file_actions_adddup2(&actions_, STDOUT_FILENO, STDERR_FILENO);
-        posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
-
-        sigset_t none;
-        sigemptyset(&none);
-        sigset_t restored;
-        sigemptyset(&restored);
-        for (const int signal : {SIGPIPE, SIGCHLD, SIGINT})
-            sigaddset(&restored, signal);
-        posix_spawnattr_init(&attributes_);
-        posix_spawnattr_setsigmask(&attributes_, &none);
-        posix_spawnattr_setsigdefault(&attributes_, &restored);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    }
-    SpawnSetup(const SpawnSetup&) = delete;
-    SpawnSetup& operator=(const SpawnSetup&) = delete;
-    ~SpawnSetup()
-    {
-        posix_spawnattr_destroy(&attributes_);
-        posix_spawn_file_actions_destroy(&actions_);
-    }
-
-    // 0 or an errno.
-    int Spawn(pid_t* child, std::vector<std::string>& arguments) const
-    {
-        std::vector<char*> pointers;
-        for (std::string& argument : arguments)
-            pointers.push_back(argument.data());
-        pointers.push_back(nullptr);
-        return posix_spawnp(child, pointers[0], &actions_, &attributes_, pointers.data(), environ);
-    }
-
-private:
-    posix_spawn_file_actions_t actions_;
-    posix_spawnattr_t attributes_;
-};
-
 // Where the host takes the exit code away from us, nobody is known to have said yes.
 bool EndsWithYes(pid_t child)
 {
@@ -113,12 +66,13 @@ std::optional<bool> AskByDialog(const std::string& question)
 {
     if (!IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY"))
         return std::nullopt;
-    const SpawnSetup setup;
+    const FileDescriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
     for (const auto& argumentsFor : {ZenityArguments, KdialogArguments})
     {
         std::vector<std::string> arguments = argumentsFor(question);
+        SpawnSetup setup({nothing.Get(), nothing.Get(), nothing.Get()});
         pid_t child = -1;
-        if (setup.Spawn(&child, arguments) == 0)
+        if (setup.Spawn(&child, arguments, environ) == 0)
             return EndsWithYes(child);
     }
     return std::nullopt;

@@ -1,5 +1,6 @@
 #include "platform/posix/filehandle.h"
 
+#include "platform/posix/handleobject.h"
 #include "platform/posix/lasterror.h"
 
 #include <cerrno>
@@ -28,7 +29,12 @@ FileDescriptor::~FileDescriptor()
 
 extern "C" BOOL CloseHandle(HANDLE handle)
 {
+    using namespace tarnwell::posix;
+    if (HandleObject* const object = ObjectOf(handle))
+    {
+        delete object;
+        return 1;
+    }
     // The descriptor is gone also where close reports EINTR; a second try could hit another file.
-    const int descriptor = tarnwell::posix::DescriptorOf(handle);
-    return close(descriptor) == 0 || errno == EINTR ? 1 : tarnwell::posix::FailWithErrno();
+    return close(DescriptorOf(handle)) == 0 || errno == EINTR ? 1 : FailWithErrno();
 }

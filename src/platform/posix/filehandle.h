@@ -24,6 +24,12 @@ inline int DescriptorOf(HANDLE handle)
     return isFile ? static_cast<int>(value >> 1) : -1;
 }
 
+// Without a descriptor, which has no meaning here.
+inline bool IsPlain(const SECURITY_ATTRIBUTES* security)
+{
+    return security == nullptr || security->lpSecurityDescriptor == nullptr;
+}
+
 // Sets the last error for a call on `descriptor` that failed. EBADF is the system's answer also
 // where an open file lacks the access: that is ERROR_ACCESS_DENIED.
 BOOL FailOnDescriptor(int descriptor);

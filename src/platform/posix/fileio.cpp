@@ -1,6 +1,7 @@
 // Reading, writing and seeking. Each call is the system's own and nothing else.
 #include "platform/posix/filehandle.h"
 #include "platform/posix/lasterror.h"
+#include "platform/posix/pipesignal.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -83,6 +84,7 @@ extern "C" BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, DWORD* writte
     if (!CheckTransfer(written, overlapped))
         return 0;
     const int descriptor = DescriptorOf(file);
+    const NoPipeSignal noSignal;
     const auto call = [&](DWORD done, DWORD rest)
     {
         return write(descriptor, static_cast<const BYTE*>(buffer) + done, rest);

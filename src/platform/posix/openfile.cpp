@@ -149,7 +149,7 @@ extern "C" HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD, SECURITY_ATTRIB
     const std::optional<std::string> native = NativePath(path);
     if (!native)
         return INVALID_HANDLE_VALUE;
-    if (security != nullptr || templateFile != nullptr)
+    if (!IsPlain(security) || templateFile != nullptr)
         return fail(ERROR_NOT_SUPPORTED);
     const Request request{access, disposition, flags};
     if (const DWORD error = CheckRequest(request); error != ERROR_SUCCESS)

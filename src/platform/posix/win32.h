@@ -13,6 +13,7 @@ using WORD = std::uint16_t;
 using DWORD = std::uint32_t;
 using LONG = std::int32_t;
 using UINT = std::uint32_t;
+using LPVOID = void*;
 using LONGLONG = std::int64_t;
 using DWORD_PTR = std::uintptr_t;
 using LONG_PTR = std::intptr_t;
@@ -50,18 +51,23 @@ inline constexpr DWORD ERROR_NOT_SUPPORTED = 50;
 inline constexpr DWORD ERROR_FILE_EXISTS = 80;
 inline constexpr DWORD ERROR_INVALID_PARAMETER = 87;
 inline constexpr DWORD ERROR_BROKEN_PIPE = 109;
+inline constexpr DWORD ERROR_BUFFER_OVERFLOW = 111;
 inline constexpr DWORD ERROR_DISK_FULL = 112;
 inline constexpr DWORD ERROR_CALL_NOT_IMPLEMENTED = 120;
+inline constexpr DWORD ERROR_INSUFFICIENT_BUFFER = 122;
 inline constexpr DWORD ERROR_INVALID_NAME = 123;
+inline constexpr DWORD ERROR_WAIT_NO_CHILDREN = 128;
 inline constexpr DWORD ERROR_NEGATIVE_SEEK = 131;
 inline constexpr DWORD ERROR_SEEK_ON_DEVICE = 132;
 inline constexpr DWORD ERROR_DIR_NOT_EMPTY = 145;
 inline constexpr DWORD ERROR_BUSY = 170;
 inline constexpr DWORD ERROR_ALREADY_EXISTS = 183;
+inline constexpr DWORD ERROR_BAD_EXE_FORMAT = 193;
 inline constexpr DWORD ERROR_FILENAME_EXCED_RANGE = 206;
 inline constexpr DWORD ERROR_FILE_TOO_LARGE = 223;
 inline constexpr DWORD ERROR_NO_WORK_DONE = 235;
 inline constexpr DWORD ERROR_DIRECTORY = 267;
+inline constexpr DWORD ERROR_INVALID_FLAGS = 1004;
 inline constexpr DWORD ERROR_IO_DEVICE = 1117;
 inline constexpr DWORD ERROR_TOO_MANY_LINKS = 1142;
 inline constexpr DWORD ERROR_CANCELLED = 1223;
@@ -94,8 +100,16 @@ union LARGE_INTEGER
     LONGLONG QuadPart;
 };
 
-// Never filled or read; only null pointers to these are passed.
-struct SECURITY_ATTRIBUTES;
+// The descriptor must be null. Inheritance says nothing here: no handle is ever inherited, and the
+// three standard ones that CreateProcessW is given reach the child whatever stands here.
+struct SECURITY_ATTRIBUTES
+{
+    DWORD nLength;
+    void* lpSecurityDescriptor;
+    BOOL bInheritHandle;
+};
+
+// Never filled or read; only null pointers to it are passed.
 struct OVERLAPPED;
 
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(LONG_PTR{-1});
@@ -152,8 +166,10 @@ extern "C"
     // takes the name away at once and follows no link.
     HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                        DWORD disposition, DWORD flags, HANDLE templateFile);
+    // Of files, pipes, processes and threads. One of a process or thread must not be closed twice.
     BOOL CloseHandle(HANDLE handle);
-    // Both go on to the full size or the end of the file.
+    // Both go on to the full size or the end of the file. The end of a pipe is success with 0
+    // bytes. Writing to a pipe that nobody reads is ERROR_BROKEN_PIPE, and no signal.
     BOOL ReadFile(HANDLE file, void* buffer, DWORD size, DWORD* read, OVERLAPPED* overlapped);
     BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, DWORD* written, OVERLAPPED* overlapped);
     // `high`, if not null, is the upper half of the distance and receives that of the position.
@@ -181,6 +197,19 @@ extern "C"
     HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* record);
     BOOL FindNextFileW(HANDLE find, WIN32_FIND_DATAW* record);
     BOOL FindClose(HANDLE find);
+}
+
+// ---- Temporary files ----------------------------------------------------------------------
+
+extern "C"
+{
+    // TMPDIR if that is an absolute path, else /tmp; ends in a separator. The result is the length
+    // without the terminator; 0 with ERROR_INSUFFICIENT_BUFFER if `size`, in units, is too small.
+    DWORD GetTempPathW(DWORD size, LPWSTR buffer);
+    // Makes an empty file that only the user can open: the prefix, hexadecimal digits and ".tmp".
+    // `unique` must be 0; `path` has MAX_PATH units, and the path must fit (ERROR_BUFFER_OVERFLOW).
+    // ERROR_DIRECTORY if the folder is none. The result is the number in the name, never 0.
+    UINT GetTempFileNameW(LPCWSTR folder, LPCWSTR prefix, UINT unique, LPWSTR path);
 }
 
 // ---- Language, messages, resources -----------------------------------------------------------
@@ -226,6 +255,94 @@ extern "C"
     void* LockResource(HGLOBAL resource);
     // In bytes.
     DWORD SizeofResource(HMODULE module, HRSRC resource);
+}
+
+// ---- Bytes to text ---------------------------------------------------------------------------
+
+inline constexpr UINT CP_UTF8 = 65001;
+
+// From CP_UTF8 only, without flags and with a positive size. Each longest sequence that might have
+// begun a character and doesn't become one turns into U+FFFD. The result is the number of units;
+// with a `unitCount` of 0, those needed. 0 with ERROR_INSUFFICIENT_BUFFER if they don't fit.
+extern "C" int MultiByteToWideChar(UINT codePage, DWORD flags, const char* bytes, int byteCount,
+                                   LPWSTR units, int unitCount);
+
+// ---- Processes and threads -------------------------------------------------------------------
+
+inline constexpr DWORD HANDLE_FLAG_INHERIT = 1;
+
+inline constexpr DWORD STARTF_USESHOWWINDOW = 0x1;
+inline constexpr DWORD STARTF_USESTDHANDLES = 0x100;
+inline constexpr WORD SW_HIDE = 0;
+inline constexpr DWORD CREATE_UNICODE_ENVIRONMENT = 0x400;
+
+inline constexpr DWORD INFINITE = 0xFFFFFFFF;
+inline constexpr DWORD WAIT_OBJECT_0 = 0;
+inline constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
+inline constexpr DWORD STILL_ACTIVE = 259;
+
+struct STARTUPINFOW
+{
+    DWORD cb;
+    LPWSTR lpReserved;
+    LPWSTR lpDesktop;
+    LPWSTR lpTitle;
+    DWORD dwX;
+    DWORD dwY;
+    DWORD dwXSize;
+    DWORD dwYSize;
+    DWORD dwXCountChars;
+    DWORD dwYCountChars;
+    DWORD dwFillAttribute;
+    DWORD dwFlags;
+    WORD wShowWindow;
+    WORD cbReserved2;
+    BYTE* lpReserved2;
+    HANDLE hStdInput;
+    HANDLE hStdOutput;
+    HANDLE hStdError;
+};
+
+struct PROCESS_INFORMATION
+{
+    HANDLE hProcess;
+    HANDLE hThread;
+    DWORD dwProcessId;
+    DWORD dwThreadId;
+};
+
+extern "C"
+{
+    // `size` is a suggestion and not taken: a pipe here holds 64 KiB.
+    BOOL CreatePipe(HANDLE* read, HANDLE* write, SECURITY_ATTRIBUTES* security, DWORD size);
+    // HANDLE_FLAG_INHERIT can be taken from any handle, as none is ever inherited. All else is
+    // ERROR_NOT_SUPPORTED.
+    BOOL SetHandleInformation(HANDLE handle, DWORD mask, DWORD flags);
+
+    // The environment as NAME=VALUE texts, each terminated, and one more terminator.
+    LPWSTR GetEnvironmentStringsW();
+    BOOL FreeEnvironmentStringsW(LPWSTR block);
+
+    // Starts the program that the command line begins with, searched for on the PATH; a terminal
+    // is the host's, there are no windows to hide. `application` and both security attributes must
+    // be null, `inherit` set, and STARTF_USESTDHANDLES given: the three handles become the child's
+    // descriptors 0 to 2, and it gets no others. An environment needs CREATE_UNICODE_ENVIRONMENT;
+    // without one the child has the host's.
+    // ERROR_FILE_NOT_FOUND means that there is no such program, ERROR_DIRECTORY that `folder` is
+    // none, ERROR_INVALID_NAME that some text stands for no bytes.
+    BOOL CreateProcessW(LPCWSTR application, LPWSTR commandLine, SECURITY_ATTRIBUTES* process,
+                        SECURITY_ATTRIBUTES* thread, BOOL inherit, DWORD flags, LPVOID environment,
+                        LPCWSTR folder, STARTUPINFOW* startup, PROCESS_INFORMATION* information);
+    // For processes and threads, and without a limit: `milliseconds` must be INFINITE.
+    DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
+    // 128 and the signal's number for a process that a signal ended. ERROR_WAIT_NO_CHILDREN if the
+    // host took the code away, as one does that ignores SIGCHLD or waits for all its children.
+    BOOL GetExitCodeProcess(HANDLE process, DWORD* code);
+
+    // A thread in which the host's signal handlers never run, other than for its own faults.
+    // `security` and `id` must be null, `stackSize` and `flags` 0. 0 if there is no thread.
+    std::uintptr_t _beginthreadex(void* security, unsigned stackSize, unsigned (*start)(void*),
+                                  void* argument, unsigned flags, unsigned* id);
 }
 
 // ---- Components ------------------------------------------------------------------------------

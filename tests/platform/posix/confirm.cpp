@@ -85,11 +85,10 @@ protected:
         int status = 0;
         EXPECT_EQ(waitpid(child, &status, 0), child);
         outcome.exitCode = WEXITSTATUS(status);
+        // What was shown comes in pieces; behind the last one the terminal has nobody left.
         char buffer[4096];
-        fcntl(master, F_SETFL, O_NONBLOCK);
-        const ssize_t count = read(master, buffer, sizeof buffer);
-        if (count > 0)
-            outcome.shown.assign(buffer, static_cast<std::size_t>(count));
+        for (ssize_t count = 0; (count = read(master, buffer, sizeof buffer)) > 0;)
+            outcome.shown.append(buffer, static_cast<std::size_t>(count));
         close(master);
         return outcome;
     }

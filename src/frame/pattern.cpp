@@ -1,0 +1,113 @@
+#include "frame/pattern.h"
+
+#include <boost/regex.hpp>
+
+#include <algorithm>
+#include <atomic>
+#include <stdexcept>
+
+namespace tarnwell
+{
+
+namespace
+{
+
+std::atomic<std::uint64_t> matchCount{0};
+
+// The engine is at its best with bytes, and no expression names a unit beyond ASCII: so each unit
+// becomes the byte that stands for it in every expression. The two line ends beyond ASCII become
+// one of those within, and all other units are alike.
+char Fold(char16_t unit)
+{
+    constexpr char other = '\x7F';
+    if (unit < 0x7F)
+        return static_cast<char>(unit);
+    return unit == u'\u2028' || unit == u'\u2029' ? '\n' : other;
+}
+
+std::string Fold(std::u16string_view text)
+{
+    std::string folded(text.size(), '\0');
+    std::transform(text.begin(), text.end(), folded.begin(),
+                   [](char16_t unit) { return Fold(unit); });
+    return folded;
+}
+
+// The engine's "." takes any byte; ECMAScript's takes no line end.
+std::string WithStrictDots(std::u16string_view expression)
+{
+    std::string strict;
+    bool escaped = false;
+    bool inClass = false;
+    for (const char unit : Fold(expression))
+    {
+        const bool dot = unit == '.' && !escaped && !inClass;
+        strict += dot ? std::string("[^\\n\\r]") : std::string(1, unit);
+        if (!escaped && (unit == '[' || unit == ']'))
+            inClass = unit == '[';
+        escaped = unit == '\\' && !escaped;
+    }
+    return strict;
+}
+
+// Runs `attempt` over the folded text and tells its groups in terms of `text`.
+template <class Attempt> bool Try(std::u16string_view text, Groups& groups, Attempt&& attempt)
+{
+    matchCount.fetch_add(1, std::memory_order_relaxed);
+    const std::string folded = Fold(text);
+    const char* const begin = folded.data();
+    boost::cmatch match;
+    try
+    {
+        if (!attempt(begin, begin + folded.size(), match))
+            return false;
+    }
+    catch (const std::runtime_error&) // the engine gave up
+    {
+        return false;
+    }
+    groups.clear();
+    for (const boost::csub_match& part : match)
+    {
+        groups.push_back(part.matched ? text.substr(static_cast<std::size_t>(part.first - begin),
+                                                    static_cast<std::size_t>(part.length()))
+                                      : std::u16string_view());
+    }
+    return true;
+}
+
+} // namespace
+
+struct Pattern::Compiled
+{
+    boost::regex expression;
+};
+
+Pattern::Pattern(std::u16string_view expression)
+    : compiled_(std::make_unique<Compiled>(Compiled{boost::regex(
+          WithStrictDots(expression), boost::regex::ECMAScript | boost::regex::icase)}))
+{
+}
+
+Pattern::~Pattern() = default;
+
+bool Pattern::MatchWhole(std::u16string_view text, Groups& groups) const
+{
+    return Try(text, groups,
+               [&](const char* begin, const char* end, boost::cmatch& match)
+               { return boost::regex_match(begin, end, match, compiled_->expression); });
+}
+
+bool Pattern::Search(std::u16string_view text, Groups& groups) const
+{
+    return Try(text, groups,
+               [&](const char* begin, const char* end, boost::cmatch& match)
+               { return boost::regex_search(begin, end, match, compiled_->expression); });
+}
+
+std::uint64_t PatternMatchCount()
+{
+    return matchCount.load(std::memory_order_relaxed);
+}
+
+} // namespace tarnwell

@@ -1,0 +1,103 @@
+// The address of an item in the file systems other than the local one.
+#pragma once
+
+#include "frame/pattern.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tarnwell
+{
+
+inline constexpr std::uint16_t noPort = 65535;
+inline constexpr int noGroup = -1;
+
+// What an address is made of.
+struct UriParts
+{
+    std::u16string scheme;
+    std::u16string user;
+    std::u16string password;
+    std::u16string host;
+    std::uint16_t port = noPort;
+    std::u16string path; // without the "/" behind the host
+};
+
+// An address as it was given. It is taken apart by its class's pattern on each question, and keeps
+// nothing; so it is immutable, and any thread may ask. What a pattern doesn't match fails with
+// message 125. Everything that differs between file systems is virtual.
+class Uri
+{
+public:
+    explicit Uri(std::u16string text) : text_(std::move(text)) {}
+    Uri(const Uri&) = delete;
+    Uri& operator=(const Uri&) = delete;
+    virtual ~Uri() = default;
+
+    const std::u16string& GetText() const
+    {
+        return text_;
+    }
+
+    std::u16string GetScheme() const;
+    std::u16string GetUser() const;
+    std::u16string GetPassword() const;
+    std::u16string GetHost() const;
+    // `noPort` if there is none. Only the low 16 bits of a number count, on purpose.
+    std::uint16_t GetPort() const;
+    // The host, and ":" with the port if there is one.
+    std::u16string GetHostAndPort() const;
+    std::u16string GetPath() const;
+
+    // All parts for the price of one question.
+    UriParts GetParts() const;
+
+    // The address less its last "/" and what follows.
+    std::shared_ptr<Uri> GetParent() const;
+
+    // A new address of this object's class. A user without a host is dropped, and a password
+    // without a user.
+    std::shared_ptr<Uri> Compose(const UriParts& parts) const;
+
+    std::shared_ptr<Uri> WithoutCredentials() const;
+    virtual std::shared_ptr<Uri> ForDisplay() const;
+    virtual std::shared_ptr<Uri> ForComparison() const;
+
+    // A new address of this object's class.
+    virtual std::shared_ptr<Uri> Create(std::u16string text) const;
+    virtual std::shared_ptr<Uri> Clone() const;
+
+    // The text of capture group `index`; empty for a group that took no part or doesn't exist.
+    std::u16string GetGroup(int index) const;
+
+protected:
+    // Which capture group of the pattern holds which part; `noGroup` for a part that the class's
+    // addresses don't have.
+    struct GroupNumbers
+    {
+        int scheme;
+        int user;
+        int password;
+        int host;
+        int port;
+        int path;
+    };
+
+    virtual const Pattern& GetPattern() const;
+    virtual const GroupNumbers& Groupings() const;
+    // Takes `text` apart by `pattern`: the whole of it must match.
+    virtual bool Match(const Pattern& pattern, std::u16string_view text, Groups& groups) const;
+
+private:
+    Groups MatchedGroups() const;
+
+    std::u16string text_;
+};
+
+// Whether `text` is an address and not a local path: a scheme has more than the one letter of a
+// drive.
+bool LooksLikeUri(const std::u16string& text);
+
+} // namespace tarnwell

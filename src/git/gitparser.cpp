@@ -1,0 +1,13 @@
+#include "git/gitparser.h"
+
+#include "git/gituri.h"
+
+namespace tarnwell
+{
+
+std::vector<RevisionRecord> ReadGitLog(const std::u16string& path, HANDLE file)
+{
+    return ReadWorkingCopyLog(gitAddresses.scheme, path, file, Descriptions::Trimmed);
+}
+
+} // namespace tarnwell

@@ -1,0 +1,29 @@
+// Handles that are no files: the address of an object.
+#pragma once
+
+#include "platform/win32.h"
+
+namespace tarnwell::posix
+{
+
+// Closing its handle deletes it.
+class HandleObject
+{
+public:
+    HandleObject() = default;
+    HandleObject(const HandleObject&) = delete;
+    HandleObject& operator=(const HandleObject&) = delete;
+    virtual ~HandleObject() = default;
+
+    // Until what it stands for has ended. 0 or an errno.
+    virtual int Wait() = 0;
+};
+
+// Null if `handle` is none of an object. Addresses are even; files' handles are odd.
+inline HandleObject* ObjectOf(HANDLE handle)
+{
+    const bool isAddress = (reinterpret_cast<DWORD_PTR>(handle) & 1) == 0;
+    return isAddress ? static_cast<HandleObject*>(handle) : nullptr;
+}
+
+} // namespace tarnwell::posix

@@ -1,0 +1,149 @@
+#include "runner/client.h"
+
+#include "frame/exception.h"
+#include "frame/messages.h"
+#include "frame/status.h"
+#include "platform/wide.h"
+#include "runner/environment.h"
+#include "runner/streamreader.h"
+#include "runner/trim.h"
+
+#include <optional>
+
+namespace tarnwell
+{
+
+namespace
+{
+
+constexpr DWORD pipeSize = 10240; // bytes
+
+struct Pipe
+{
+    OsHandle read;
+    OsHandle write;
+};
+
+[[noreturn]] void ThrowStartFailure(const ClientRow& row, MessageId message, DWORD error)
+{
+    const HRESULT status = EnsureFailed(StatusFromError(error));
+    throw ComException(status, FormatMessageWithStatus(message, status), At(row.source));
+}
+
+// A pipe whose ends are both inheritable. The parent's end of each is taken out of that at once: a
+// client that held the other end of its own input would never see it end.
+Pipe MakePipe(const ClientRow& row, OsHandle Pipe::*parentEnd)
+{
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, 1};
+    HANDLE read = INVALID_HANDLE_VALUE;
+    HANDLE write = INVALID_HANDLE_VALUE;
+    if (!CreatePipe(&read, &write, &inheritable, pipeSize))
+        ThrowStartFailure(row, row.communication, GetLastError());
+    Pipe pipe{OsHandle(read), OsHandle(write)};
+    if (!SetHandleInformation((pipe.*parentEnd).Get(), HANDLE_FLAG_INHERIT, 0))
+        ThrowStartFailure(row, row.communication, GetLastError());
+    return pipe;
+}
+
+// A started process, with its first thread's handle.
+struct Process
+{
+    OsHandle process;
+    OsHandle thread;
+
+    int WaitForExitCode(int preset) const
+    {
+        WaitForSingleObject(process.Get(), INFINITE);
+        DWORD code = 0;
+        return GetExitCodeProcess(process.Get(), &code) ? static_cast<int>(code) : preset;
+    }
+};
+
+STARTUPINFOW HiddenWith(HANDLE input, HANDLE output, HANDLE errors)
+{
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESTDHANDLES | STARTF_USESHOWWINDOW;
+    startup.wShowWindow = SW_HIDE;
+    startup.hStdInput = input;
+    startup.hStdOutput = output;
+    startup.hStdError = errors;
+    return startup;
+}
+
+Process StartProcess(const ClientRow& row, const ClientCall& call, STARTUPINFOW startup)
+{
+    std::u16string commandLine = u"\"" + call.program + u"\" " + call.arguments;
+    std::u16string environment;
+    if (row.hiddenNames != nullptr)
+        environment = OwnEnvironmentWithout(row.hiddenNames);
+    PROCESS_INFORMATION started{};
+    if (!CreateProcessW(nullptr, Wide(commandLine.data()), nullptr, nullptr, 1, row.creationFlags,
+                        environment.empty() ? nullptr : environment.data(),
+                        call.workingFolder == nullptr ? nullptr : Wide(*call.workingFolder),
+                        &startup, &started))
+    {
+        const DWORD error = GetLastError();
+        ThrowStartFailure(row, error == ERROR_FILE_NOT_FOUND ? row.notFound : row.communication,
+                          error);
+    }
+    return {OsHandle(started.hProcess), OsHandle(started.hThread)};
+}
+
+// A client must not wait for a reader that doesn't run: its pipe is closed then.
+void StartReader(Thread& reader, Pipe& pipe)
+{
+    if (!reader.Start())
+        pipe.read.Close();
+}
+
+} // namespace
+
+ClientOutcome RunClient(const ClientRow& row, const ClientCall& call)
+{
+    Pipe input = MakePipe(row, &Pipe::write);
+    std::optional<Pipe> output;
+    std::shared_ptr<Thread> outputReader;
+    if (call.outputReader)
+    {
+        output = MakePipe(row, &Pipe::read);
+        outputReader = call.outputReader(output->read.Get());
+    }
+    Pipe errors = MakePipe(row, &Pipe::read);
+    StreamReaderThread errorReader(errors.read.Get(), row.decoding);
+
+    const Process process =
+        StartProcess(row, call,
+                     HiddenWith(input.read.Get(), output ? output->write.Get() : call.outputFile,
+                                errors.write.Get()));
+    // From here on nothing throws. The client alone holds its ends now.
+    input.write.Close();
+    input.read.Close();
+    errors.write.Close();
+    if (output)
+    {
+        output->write.Close();
+        StartReader(*outputReader, *output);
+    }
+    StartReader(errorReader, errors);
+
+    ClientOutcome outcome;
+    outcome.exitCode = process.WaitForExitCode(outcome.exitCode);
+    if (outputReader)
+        outputReader->Wait();
+    errorReader.Wait();
+    outcome.errors = std::move(errorReader.text);
+    return outcome;
+}
+
+void ThrowReportedErrors(const ClientRow& row, const std::u16string& address,
+                         const std::u16string& errors)
+{
+    if (errors.empty())
+        return;
+    throw ComException(
+        E_FAIL, FormatMessageById(row.reportedFailure, {address, std::u16string(Trimmed(errors))}),
+        At(row.source));
+}
+
+} // namespace tarnwell

@@ -1,0 +1,101 @@
+#include "workingcopy/workingcopyparser.h"
+
+#include "frame/messages.h"
+#include "runner/bufferedreader.h"
+#include "runner/trim.h"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+
+namespace tarnwell
+{
+
+namespace
+{
+
+std::int32_t LeadingNumber(std::u16string_view text)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    const bool negative = text.starts_with(u'-');
+    if (negative || text.starts_with(u'+'))
+        text.remove_prefix(1);
+    std::int64_t number = 0;
+    for (const char16_t unit : text)
+    {
+        if (unit < u'0' || unit > u'9')
+            break;
+        number = std::min<std::int64_t>(number * 10 + (unit - u'0'), -std::int64_t{Limits::min()});
+    }
+    return static_cast<std::int32_t>(negative ? -number
+                                              : std::min<std::int64_t>(number, Limits::max()));
+}
+
+// Nothing if the input ends, or has an empty line, in front of the closing line.
+std::optional<std::u16string> ReadDescription(BufferedReader& reader)
+{
+    std::u16string description;
+    std::u16string line;
+    while (reader.ReadLine(line))
+    {
+        if (line == u"!")
+            return description;
+        if (!description.empty())
+            description += u'\n';
+        description += TrimmedLeft(line);
+    }
+    return std::nullopt;
+}
+
+std::optional<RevisionRecord> ReadRecord(BufferedReader& reader, Descriptions descriptions)
+{
+    RevisionRecord record;
+    std::u16string time;
+    if (!reader.ReadLine(record.id) || !reader.ReadLine(record.author) || !reader.ReadLine(time))
+        return std::nullopt;
+    const std::optional<std::u16string> description = ReadDescription(reader);
+    if (!description)
+        return std::nullopt;
+    record.description = descriptions == Descriptions::Trimmed
+                             ? std::u16string(Trimmed(*description))
+                             : *description;
+    record.modifiedTime = UnixTimeToFileTime(time);
+    record.revisionTime = record.modifiedTime;
+    return record;
+}
+
+RevisionRecord WorkingCopyRecord(const std::u16string& path)
+{
+    RevisionRecord record;
+    record.description = FormatMessageById(MessageId::WorkingCopy);
+    record.uri = path;
+    return record;
+}
+
+} // namespace
+
+std::vector<RevisionRecord> ReadWorkingCopyLog(std::u16string_view scheme,
+                                               const std::u16string& path, HANDLE file,
+                                               Descriptions descriptions)
+{
+    const std::u16string address = std::u16string(scheme) + u"://" + path + u"#";
+    BufferedReader reader(file, Decoding::Utf8);
+    std::vector<RevisionRecord> records;
+    while (std::optional<RevisionRecord> record = ReadRecord(reader, descriptions))
+    {
+        if (records.empty())
+            records.push_back(WorkingCopyRecord(path));
+        record->uri = address + record->id;
+        records.push_back(std::move(*record));
+    }
+    return records;
+}
+
+std::uint64_t UnixTimeToFileTime(std::u16string_view text)
+{
+    constexpr std::int64_t startOfUnixTime = 116444736000000000; // 1 January 1970
+    constexpr std::int64_t perSecond = 10000000;
+    return static_cast<std::uint64_t>(startOfUnixTime + LeadingNumber(text) * perSecond);
+}
+
+} // namespace tarnwell

@@ -1,0 +1,32 @@
+// Reading the log of a client. Git and Mercurial are told to print the same lines.
+#pragma once
+
+#include "frame/handle.h"
+#include "frame/revisions.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwell
+{
+
+enum class Descriptions
+{
+    Trimmed,     // at both ends
+    AsCollected, // the end stays as it is
+};
+
+// The records in `file`, in its order: three lines with the id, the author and the time in Unix
+// seconds; lines of description, each behind blanks; a line of "!". Whatever breaks off, and an
+// empty line anywhere, ends the list there, and that record is dropped. In front of the first
+// comes a record for the working copy's file at `path`. Addresses are `scheme`://`path`#id.
+std::vector<RevisionRecord> ReadWorkingCopyLog(std::u16string_view scheme,
+                                               const std::u16string& path, HANDLE file,
+                                               Descriptions descriptions);
+
+// A FILETIME for the number of seconds at the start of `text` (sign allowed, 32 bits, saturating);
+// what is no number counts as 0.
+std::uint64_t UnixTimeToFileTime(std::u16string_view text);
+
+} // namespace tarnwell

@@ -1,0 +1,67 @@
+#include "workingcopy/workingcopyuri.h"
+
+#include "frame/exception.h"
+#include "frame/messages.h"
+
+namespace tarnwell
+{
+
+std::ptrdiff_t RevisionMarkerOf(std::u16string_view text)
+{
+    const std::size_t marker = text.rfind(u'#');
+    return marker == std::u16string_view::npos ? -1 : static_cast<std::ptrdiff_t>(marker);
+}
+
+std::u16string_view StripRevision(std::u16string_view text)
+{
+    return text.substr(0, text.rfind(u'#'));
+}
+
+std::optional<std::u16string_view> RevisionOf(std::u16string_view text)
+{
+    const std::size_t marker = text.rfind(u'#');
+    if (marker == std::u16string_view::npos)
+        return std::nullopt;
+    return text.substr(marker + 1);
+}
+
+WorkingCopyUri::WorkingCopyUri(std::u16string text, const AddressRow& row) : Uri(std::move(text))
+{
+    if (GetScheme() != row.scheme)
+        throw ComException(E_INVALIDARG, FormatMessageById(row.invalid, {GetText()}),
+                           At(row.source));
+}
+
+std::shared_ptr<Uri> WorkingCopyUri::Clone() const
+{
+    UriParts parts = GetParts();
+    parts.path.resize(StripRevision(parts.path).size());
+    return Compose(parts);
+}
+
+// A plain address, which may have any scheme.
+std::shared_ptr<Uri> WorkingCopyUri::ForDisplay() const
+{
+    return Uri({}).Compose(GetParts());
+}
+
+std::shared_ptr<Uri> WorkingCopyUri::ForComparison() const
+{
+    UriParts parts = GetParts();
+    parts.path.resize(StripRevision(parts.path).size());
+    return Uri({}).Compose(parts);
+}
+
+const Pattern& WorkingCopyUri::GetPattern() const
+{
+    static const Pattern pattern(u"([^:]+)://(.*)");
+    return pattern;
+}
+
+const Uri::GroupNumbers& WorkingCopyUri::Groupings() const
+{
+    static constexpr GroupNumbers numbers{1, noGroup, noGroup, noGroup, noGroup, 2};
+    return numbers;
+}
+
+} // namespace tarnwell

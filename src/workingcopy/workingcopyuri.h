@@ -1,0 +1,70 @@
+// Addresses of files in a working copy on the local disk: SCHEME://PATH, where PATH is a local
+// path, and optionally "#" and a revision. They have no user, host or port.
+#pragma once
+
+#include "frame/uri.h"
+#include "resources/messages.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tarnwell
+{
+
+// In what the addresses of the systems differ.
+struct AddressRow
+{
+    std::u16string_view scheme; // exactly so, in small letters
+    const char16_t* source;     // the file system's name in positions of failures
+    MessageId invalid;          // the scheme is another
+};
+
+// Where the revision begins: at the last "#"; -1 without one. So a "#" in the name of a folder
+// does no harm in front of a revision, and an address without a revision loses what follows it.
+std::ptrdiff_t RevisionMarkerOf(std::u16string_view text);
+std::u16string_view StripRevision(std::u16string_view text);
+// What stands behind the marker, which may be empty; nothing without a marker.
+std::optional<std::u16string_view> RevisionOf(std::u16string_view text);
+
+class WorkingCopyUri : public Uri
+{
+public:
+    // Each without the revision, but for display.
+    std::shared_ptr<Uri> Clone() const final;
+    std::shared_ptr<Uri> ForDisplay() const final;
+    std::shared_ptr<Uri> ForComparison() const final;
+
+protected:
+    // Fails with `row.invalid` for another scheme.
+    WorkingCopyUri(std::u16string text, const AddressRow& row);
+
+    const Pattern& GetPattern() const final;
+    const GroupNumbers& Groupings() const final;
+};
+
+template <const AddressRow& row> class WorkingCopyUriOf final : public WorkingCopyUri
+{
+public:
+    explicit WorkingCopyUriOf(std::u16string text) : WorkingCopyUri(std::move(text), row) {}
+
+    std::shared_ptr<Uri> Create(std::u16string text) const override
+    {
+        return std::make_shared<WorkingCopyUriOf>(std::move(text));
+    }
+};
+
+// The local path in `text`, an address of class `Address` or a plain path, without its revision.
+template <class Address> std::u16string ToolPath(const std::u16string& text)
+{
+    try
+    {
+        return std::u16string(StripRevision(Address(text).GetPath()));
+    }
+    catch (...)
+    {
+        return std::u16string(StripRevision(text));
+    }
+}
+
+} // namespace tarnwell

@@ -1,0 +1,75 @@
+#include "platform/child/commands.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <dirent.h>
+#include <unistd.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+// Other than the standard ones.
+std::vector<std::string> OpenDescriptors()
+{
+    std::vector<std::string> found;
+    DIR* const stream = opendir("/proc/self/fd");
+    while (const dirent* const entry = readdir(stream))
+    {
+        const bool isNumber = entry->d_name[0] != '.';
+        const int descriptor = isNumber ? std::stoi(entry->d_name) : 0;
+        if (descriptor > STDERR_FILENO && descriptor != dirfd(stream))
+            found.emplace_back(entry->d_name);
+    }
+    closedir(stream);
+    return found;
+}
+
+// Those that are blocked or, of the ones that hosts like to change, ignored.
+std::vector<std::string> OddSignals()
+{
+    std::vector<std::string> found;
+    sigset_t blocked;
+    sigprocmask(SIG_BLOCK, nullptr, &blocked);
+    for (int signal = 1; signal < NSIG; ++signal)
+    {
+        if (sigismember(&blocked, signal) == 1)
+            found.push_back("blocked " + std::to_string(signal));
+    }
+    for (const int signal : {SIGPIPE, SIGCHLD, SIGINT})
+    {
+        struct sigaction action;
+        sigaction(signal, nullptr, &action);
+        if (action.sa_handler != SIG_DFL)
+            found.push_back("handled " + std::to_string(signal));
+    }
+    return found;
+}
+
+} // namespace
+} // namespace tarnwell::test
+
+int main(int count, char** texts)
+{
+    using namespace tarnwell::test;
+    const std::vector<std::string> arguments(texts + 1, texts + count);
+    const std::string command = arguments.empty() ? "" : arguments[0];
+    std::vector<std::string> environment;
+    for (char** entry = environ; *entry != nullptr; ++entry)
+        environment.emplace_back(*entry);
+
+    if (command == "descriptors")
+        Print(OpenDescriptors());
+    else if (command == "signals")
+        Print(OddSignals());
+    else if (command == "kill")
+    {
+        std::fputs("last words", stderr);
+        raise(SIGKILL);
+    }
+    else
+        return RunCommand(arguments, environment);
+    return 0;
+}

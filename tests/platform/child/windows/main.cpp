@@ -1,0 +1,38 @@
+#include "platform/child/commands.h"
+
+#include <cstdio>
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+std::string Utf8(const wchar_t* text)
+{
+    std::string bytes;
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    bytes.resize(static_cast<std::size_t>(size));
+    WideCharToMultiByte(CP_UTF8, 0, text, -1, bytes.data(), size, nullptr, nullptr);
+    bytes.pop_back();
+    return bytes;
+}
+
+} // namespace
+} // namespace tarnwell::test
+
+int wmain(int count, wchar_t** texts, wchar_t** entries)
+{
+    using namespace tarnwell::test;
+    for (FILE* const stream : {stdin, stdout, stderr})
+        _setmode(_fileno(stream), _O_BINARY);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i)
+        arguments.push_back(Utf8(texts[i]));
+    std::vector<std::string> environment;
+    for (; *entries != nullptr; ++entries)
+        environment.push_back(Utf8(*entries));
+    return RunCommand(arguments, environment);
+}

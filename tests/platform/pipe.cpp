@@ -1,0 +1,61 @@
+// Pipes within the process.
+#include "platform/childrun.h"
+#include "platform/opened.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+DWORD Write(const OsHandle& pipe, const std::string& bytes)
+{
+    DWORD written = 0;
+    WriteFile(pipe.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    return written;
+}
+
+TEST(Pipes, CarryBytesToTheEnd)
+{
+    Pipe pipe = PipeToChild();
+    EXPECT_EQ(Write(pipe.write, "hello"), 5U);
+    EXPECT_TRUE(pipe.write.Close());
+    EXPECT_EQ(ReadPipe(pipe.read), "hello");
+}
+
+TEST(Pipes, AtTheEndNothingIsRead)
+{
+    Pipe pipe = PipeToChild();
+    EXPECT_TRUE(pipe.write.Close());
+    DWORD count = 99;
+    char byte = 0;
+    ReadFile(pipe.read.Get(), &byte, 1, &count, nullptr);
+    EXPECT_EQ(count, 0U);
+}
+
+TEST(Pipes, CarryMoreThanTheyHold)
+{
+    Pipe pipe = PipeToChild();
+    const std::string bytes(300'000, 'p');
+    std::thread writer(
+        [&]
+        {
+            EXPECT_EQ(Write(pipe.write, bytes), bytes.size());
+            pipe.write.Close();
+        });
+    EXPECT_EQ(ReadPipe(pipe.read), bytes);
+    writer.join();
+}
+
+TEST(Pipes, SetHandleInformationRefusesWhatIsNoHandle)
+{
+    EXPECT_EQ(ErrorOf(SetHandleInformation(INVALID_HANDLE_VALUE, HANDLE_FLAG_INHERIT, 0)),
+              ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(SetHandleInformation(nullptr, HANDLE_FLAG_INHERIT, 0)), ERROR_INVALID_HANDLE);
+}
+
+} // namespace
+} // namespace tarnwell::test
