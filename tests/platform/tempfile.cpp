@@ -81,12 +81,5 @@ TEST(TempFile, NeedsAFolder)
     EXPECT_EQ(ErrorOfNaming(folder / u"file"), ERROR_DIRECTORY);
 }
 
-TEST(TempFile, PathMustFit)
-{
-    const TempFolder folder;
-    EXPECT_EQ(ErrorOfNaming(folder / std::u16string(240, u'a')), ERROR_BUFFER_OVERFLOW);
-    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
-}
-
 } // namespace
 } // namespace tarnwell::test

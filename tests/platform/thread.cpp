@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <semaphore>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
 #include <thread>
 
 namespace tarnwell::test
@@ -46,24 +48,43 @@ TEST(Thread, IsAnother)
     EXPECT_NE(id, std::this_thread::get_id());
 }
 
+// Two threads that tell each other how far they are. Shared, as the other may outlive the test.
+class Meeting
+{
+public:
+    void Reach(int step)
+    {
+        const std::lock_guard lock(guard_);
+        step_ = step;
+        changed_.notify_all();
+    }
+    void WaitFor(int step)
+    {
+        std::unique_lock lock(guard_);
+        changed_.wait(lock, [&] { return step_ >= step; });
+    }
+
+private:
+    std::mutex guard_;
+    std::condition_variable changed_;
+    int step_ = 0;
+};
+
 TEST(Thread, RunsOnWithoutItsHandle)
 {
-    struct Meeting
-    {
-        std::binary_semaphore begin{0};
-        std::binary_semaphore end{0};
-    } meeting;
+    const auto meeting = std::make_shared<Meeting>();
     const auto meet = [](void* argument) -> unsigned
     {
-        auto& meeting = *static_cast<Meeting*>(argument);
-        meeting.begin.acquire();
-        meeting.end.release();
+        const std::unique_ptr<std::shared_ptr<Meeting>> own(
+            static_cast<std::shared_ptr<Meeting>*>(argument));
+        (*own)->WaitFor(1);
+        (*own)->Reach(2);
         return 0;
     };
-    OsHandle thread = Start(meet, &meeting);
+    OsHandle thread = Start(meet, new std::shared_ptr<Meeting>(meeting));
     EXPECT_TRUE(thread.Close());
-    meeting.begin.release();
-    meeting.end.acquire();
+    meeting->Reach(1);
+    meeting->WaitFor(2);
 }
 
 TEST(Thread, ManyRunAtOnce)

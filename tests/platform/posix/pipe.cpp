@@ -58,6 +58,16 @@ TEST(PipesPosix, PendingSignalOfTheHostStays)
     pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
 }
 
+TEST(PipesPosix, ClosedHandleHasNoInformation)
+{
+    Pipe pipe = PipeToChild();
+    const HANDLE closed = pipe.read.Get();
+    pipe.read.Close();
+    EXPECT_EQ(ErrorOf(SetHandleInformation(closed, HANDLE_FLAG_INHERIT, 0)), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(SetHandleInformation(INVALID_HANDLE_VALUE, HANDLE_FLAG_INHERIT, 0)),
+              ERROR_INVALID_HANDLE);
+}
+
 TEST(PipesPosix, OtherRequestsAreNotSupported)
 {
     const Pipe pipe = PipeToChild();

@@ -92,6 +92,12 @@ TEST(ProcessPosix, FileThatIsNoProgramSaysSo)
     EXPECT_EQ(RunLine(Quoted(folder / u"plain")).startError, ERROR_BAD_EXE_FORMAT);
 }
 
+TEST(ProcessPosix, FolderIsLookedAtBeforeTheProgram)
+{
+    const Ended ended = RunLine(u"\"tarnwell-no-such-program\"", {.folder = u"/no-such-folder"});
+    EXPECT_EQ(ended.startError, ERROR_DIRECTORY);
+}
+
 TEST(ProcessPosix, ChildHasThreeDescriptors)
 {
     // One that the host lets its own children have.

@@ -104,6 +104,17 @@ TEST_F(TempFilePosix, NameIsGoneAsSoonAsItIsOpened)
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
 }
 
+TEST_F(TempFilePosix, PathMustFit)
+{
+    const TempFolder folder;
+    const std::u16string below = folder / std::u16string(240, u'a');
+    std::filesystem::create_directory(std::filesystem::path(below));
+    WCHAR path[MAX_PATH] = {};
+    EXPECT_EQ(GetTempFileNameW(Wide(below), u"vrl", 0, path), 0U);
+    EXPECT_EQ(GetLastError(), ERROR_BUFFER_OVERFLOW);
+    EXPECT_TRUE(std::filesystem::is_empty(std::filesystem::path(below)));
+}
+
 TEST_F(TempFilePosix, OtherRequestsAreRefused)
 {
     const TempFolder folder;
