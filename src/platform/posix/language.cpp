@@ -5,11 +5,10 @@
 #include <cstdlib>
 #include <string_view>
 
-namespace
+namespace tarnwell
 {
 
-// The locale that rules messages: the first of these variables that says anything.
-std::string_view MessagesLocale()
+std::string_view MessagesLanguage()
 {
     for (const char* const variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
     {
@@ -17,16 +16,16 @@ std::string_view MessagesLocale()
         if (value != nullptr && *value != '\0')
             return value;
     }
-    return {};
+    return "C";
 }
 
-} // namespace
+} // namespace tarnwell
 
 extern "C" LANGID GetUserDefaultUILanguage()
 {
     // Language, territory, character set, variant: "ja_JP.UTF-8@variant", all but the first
     // optional.
-    const std::string_view locale = MessagesLocale();
+    const std::string_view locale = tarnwell::MessagesLanguage();
     return locale.substr(0, locale.find_first_of("_.@")) == "ja" ? tarnwell::japanese
                                                                  : tarnwell::english;
 }

@@ -8,6 +8,9 @@
 #include <cerrno>
 #include <clocale>
 #include <cstring>
+#include <map>
+#include <mutex>
+#include <string>
 
 namespace tarnwell
 {
@@ -15,36 +18,35 @@ namespace tarnwell
 namespace
 {
 
-// The environment's language for messages, in UTF-8 whatever its own character set is.
-class MessagesLocale
+// `language`'s messages in UTF-8, whatever the environment's own character set is. Null if the C
+// library has no memory for it.
+locale_t MakeLocale(const std::string& language)
 {
-public:
-    MessagesLocale() : locale_(newlocale(LC_CTYPE_MASK, "C.UTF-8", locale_t{}))
-    {
-        if (locale_ == locale_t{})
-            return;
-        // A language that isn't installed leaves the C library's own English.
-        if (const locale_t wanted = newlocale(LC_MESSAGES_MASK, "", locale_); wanted != locale_t{})
-            locale_ = wanted;
-    }
-    MessagesLocale(const MessagesLocale&) = delete;
-    MessagesLocale& operator=(const MessagesLocale&) = delete;
-    ~MessagesLocale()
-    {
-        if (locale_ != locale_t{})
-            freelocale(locale_);
-    }
+    const locale_t base = newlocale(LC_CTYPE_MASK, "C.UTF-8", locale_t{});
+    if (base == locale_t{})
+        return base;
+    // A language that isn't installed leaves the C library's own English.
+    const locale_t wanted = newlocale(LC_MESSAGES_MASK, language.c_str(), base);
+    return wanted == locale_t{} ? base : wanted;
+}
 
-    std::u16string ErrorText(int number) const
-    {
-        if (locale_ == locale_t{})
-            return {};
-        return DecodeName(strerror_l(number, locale_));
-    }
+// The locale of the environment's language. Each is made once and kept: the C library loses memory
+// with each one made where LOCPATH is set. Kept beyond the end, since texts may be wanted then.
+locale_t MessagesLocale()
+{
+    static std::mutex& lock = *new std::mutex;
+    static auto& made = *new std::map<std::string, locale_t>;
+    const std::string language(MessagesLanguage());
+    const std::lock_guard locked(lock);
+    const auto found = made.find(language);
+    return found != made.end() ? found->second : made[language] = MakeLocale(language);
+}
 
-private:
-    locale_t locale_;
-};
+std::u16string ErrorText(int number)
+{
+    const locale_t locale = MessagesLocale();
+    return locale == locale_t{} ? std::u16string() : DecodeName(strerror_l(number, locale));
+}
 
 int CounterpartOf(DWORD code)
 {
@@ -68,7 +70,7 @@ std::u16string Words(DWORD code)
     if (code == static_cast<DWORD>(E_FAIL))
         return UnspecifiedError();
     const int number = CounterpartOf(code);
-    return number == 0 ? std::u16string() : MessagesLocale().ErrorText(number);
+    return number == 0 ? std::u16string() : ErrorText(number);
 }
 
 } // namespace
