@@ -38,8 +38,10 @@ locale_t MessagesLocale()
     static auto& made = *new std::map<std::string, locale_t>;
     const std::string language(MessagesLanguage());
     const std::lock_guard locked(lock);
-    const auto found = made.find(language);
-    return found != made.end() ? found->second : made[language] = MakeLocale(language);
+    locale_t& locale = made[language];
+    if (locale == locale_t{})
+        locale = MakeLocale(language);
+    return locale;
 }
 
 std::u16string ErrorText(int number)
