@@ -9,7 +9,6 @@ namespace
 
 using testing::Contains;
 using testing::IsEmpty;
-using testing::Not;
 
 class LocalSystem : public LocalTest
 {

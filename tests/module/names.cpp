@@ -7,9 +7,6 @@ namespace tarnwell::test
 namespace
 {
 
-using testing::Contains;
-using testing::Not;
-
 const std::u16string names[] = {
     u"with blank.txt",
     u" leading blank",

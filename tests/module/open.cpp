@@ -1,5 +1,6 @@
 // Opening a local file in all ways.
 #include "module/localtest.h"
+#include "support/ordinaryuser.h"
 #include "support/wine.h"
 
 namespace tarnwell::test
@@ -119,9 +120,21 @@ TEST_F(Opening, AFolderInPlaceOfTheFileFails)
 
 TEST_F(Opening, AReadOnlyFileIsNotWritten)
 {
+    OrdinaryUser::TakeOver(folder);
+    const OrdinaryUser user;
+    if (!user.Possible())
+        GTEST_SKIP() << "can't become an ordinary user";
     const std::u16string path = Put(u"a.txt");
     ASSERT_EQ(File(path).As<IFileSystemItem>()->SetAttributes(readOnlyAttribute), S_OK);
     EXPECT_EQ(ReadAll(Open(path)), "content");
+    if (IsUnderWine())
+        GTEST_SKIP() << "Wine lets root write";
+    for (const std::uint32_t access : {writeAccess, readAccess | writeAccess})
+    {
+        EXPECT_THAT(TryOpen(path, access, openExisting),
+                    Failed(Win32Status(5), FailedToOpen(path)));
+    }
+    EXPECT_EQ(ReadBytes(path), "content");
 }
 
 TEST_F(Opening, TheFailureNamesTheInterface)

@@ -1,6 +1,7 @@
 // What the module may not do. The tests usually run as somebody to whom nothing is forbidden, so
 // that they become nobody for a while; where that isn't possible they are skipped.
 #include "module/localtest.h"
+#include "support/ordinaryuser.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,48 +12,16 @@ namespace tarnwell::test
 namespace
 {
 
-constexpr uid_t nobody = 65534;
-
-// An ordinary user for as long as it lives.
-class Ordinary
-{
-public:
-    Ordinary() : before_(geteuid())
-    {
-        if (before_ == 0 && seteuid(nobody) != 0)
-            possible_ = false;
-    }
-    Ordinary(const Ordinary&) = delete;
-    Ordinary& operator=(const Ordinary&) = delete;
-    ~Ordinary()
-    {
-        if (geteuid() != before_ && seteuid(before_) != 0)
-            std::abort();
-    }
-    bool Possible() const
-    {
-        return possible_;
-    }
-
-private:
-    uid_t before_;
-    bool possible_ = true;
-};
-
 class Permissions : public LocalTest
 {
 protected:
     Permissions()
     {
-        // An ordinary user's own folder, whoever runs this.
-        if (geteuid() == 0)
-        {
-            EXPECT_EQ(chown(folder.Path().c_str(), nobody, nobody), 0);
-        }
+        OrdinaryUser::TakeOver(folder);
     }
     void SetUp() override
     {
-        if (!Ordinary().Possible())
+        if (!OrdinaryUser().Possible())
             GTEST_SKIP() << "can't become an ordinary user";
     }
     void Forbid(const std::u16string& path, mode_t left = 0)
@@ -65,7 +34,7 @@ TEST_F(Permissions, AFileThatMayNotBeReadShowsNeitherSizeNorTime)
 {
     const std::u16string path = Put(u"a.txt", "12345");
     Forbid(path);
-    const Ordinary user;
+    const OrdinaryUser user;
     const Facts facts = FactsOf(File(path));
     EXPECT_EQ(facts.name, u"a.txt");
     EXPECT_NE(facts.attributes, 0U);
@@ -77,7 +46,7 @@ TEST_F(Permissions, AFileThatMayNotBeReadIsNotOpened)
 {
     const std::u16string path = Put(u"a.txt", "12345");
     Forbid(path);
-    const Ordinary user;
+    const OrdinaryUser user;
     const auto file = File(path);
     ComPtr<IFileStream> stream;
     EXPECT_THAT(
@@ -89,7 +58,7 @@ TEST_F(Permissions, ALookupBehindAClosedFolderFails)
 {
     const std::u16string sub = MakeDirectory(u"sub");
     Forbid(sub);
-    const Ordinary user;
+    const OrdinaryUser user;
     const std::u16string path = Joined(sub, u"a.txt");
     EXPECT_THAT(GetFile(path), Failed(Win32Status(5), u"Failed to open \"" + path + u"\"."));
     EXPECT_THAT(GetFile(path, false), Succeeded()) << "it needn't exist";
@@ -99,7 +68,7 @@ TEST_F(Permissions, AClosedFolderIsNotListed)
 {
     const std::u16string sub = MakeDirectory(u"sub");
     Forbid(sub);
-    const Ordinary user;
+    const OrdinaryUser user;
     const auto found = Folder(sub);
     ComPtr<IFolderContents> contents;
     EXPECT_THAT(
@@ -111,7 +80,7 @@ TEST_F(Permissions, OneFolderInAClosedOneFails)
 {
     const std::u16string sub = MakeDirectory(u"sub");
     Forbid(sub, 0555);
-    const Ordinary user;
+    const OrdinaryUser user;
     const std::u16string path = Joined(sub, u"new");
     EXPECT_THAT(OutcomeOf([&] { return NewFolder(path)->Create(VARIANT_FALSE); }),
                 Failed(Win32Status(5), u"Failed to create a folder at \"" + path + u"\"."));
@@ -122,7 +91,7 @@ TEST_F(Permissions, ARefusalAtTheLastLevelPassesUnnoticed)
 {
     const std::u16string sub = MakeDirectory(u"sub");
     Forbid(sub, 0555);
-    const Ordinary user;
+    const OrdinaryUser user;
     const std::u16string path = Joined(sub, u"new");
     EXPECT_THAT(OutcomeOf([&] { return NewFolder(path)->Create(VARIANT_TRUE); }), Succeeded());
     EXPECT_FALSE(Exists(path));
@@ -138,7 +107,7 @@ TEST_F(Permissions, AFileInAClosedFolderIsNotDeleted)
     const std::u16string path = Joined(sub, u"a.txt");
     WriteBytes(path, "kept");
     Forbid(sub, 0555);
-    const Ordinary user;
+    const OrdinaryUser user;
     const auto item = File(path).As<IFileSystemItem>();
     const std::u16string message = u"Can't delete the file or folder \"" + path + u"\".";
     EXPECT_THAT(OutcomeOf([&] { return item->Delete(VARIANT_TRUE, VARIANT_FALSE); }),
@@ -155,7 +124,7 @@ TEST_F(Permissions, SomebodyElsesFileKeepsItsAttributesAndTime)
     const std::u16string path = Put(u"a.txt");
     const Facts before = FactsOf(File(path));
     {
-        const Ordinary user;
+        const OrdinaryUser user;
         const auto file = File(path);
         EXPECT_THAT(OutcomeOf([&] { return file.As<IFileSystemItem>()->SetAttributes(1); }),
                     Failed(Win32Status(5),

@@ -7,7 +7,6 @@
 
 #include <csignal>
 #include <cstdlib>
-#include <fcntl.h>
 #include <optional>
 #include <pty.h>
 #include <sys/ioctl.h>

@@ -1,6 +1,7 @@
 // The source of a failure is the class's name in the registry, where somebody has written one.
 #include "frame/publish.h"
 #include "support/errorinfo.h"
+#include "support/wine.h"
 
 #include <tarnwell/items.h>
 
@@ -18,6 +19,12 @@ constexpr wchar_t testClassKey[] =
     L"Software\\Classes\\CLSID\\{5B1E7C40-2D0F-4E0A-9A51-6C3B0D2F8E17}";
 constexpr wchar_t testName[] = L"Tarnwell.Test.1";
 
+// Where this user may write classes that the system looks at. Wine knows no user's own ones.
+HKEY ClassesRoot()
+{
+    return IsUnderWine() ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
 // The test class's name, for as long as it lives.
 class RegisteredName
 {
@@ -25,14 +32,14 @@ public:
     RegisteredName()
     {
         const std::wstring key = std::wstring(testClassKey) + L"\\ProgID";
-        written_ = RegSetKeyValueW(HKEY_CURRENT_USER, key.c_str(), nullptr, REG_SZ, testName,
+        written_ = RegSetKeyValueW(ClassesRoot(), key.c_str(), nullptr, REG_SZ, testName,
                                    sizeof testName) == ERROR_SUCCESS;
     }
     RegisteredName(const RegisteredName&) = delete;
     RegisteredName& operator=(const RegisteredName&) = delete;
     ~RegisteredName()
     {
-        RegDeleteTreeW(HKEY_CURRENT_USER, testClassKey);
+        RegDeleteTreeW(ClassesRoot(), testClassKey);
     }
     bool Written() const
     {
