@@ -33,7 +33,7 @@ public:
 };
 
 // Classes that can be parts; to grow with each backend.
-constexpr GUID classes[] = {CLSID_Win32FileSystem};
+constexpr GUID classes[] = {CLSID_Win32FileSystem, CLSID_GITFileSystem};
 
 TEST(Aggregation, IsForIUnknownOnly)
 {

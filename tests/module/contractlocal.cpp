@@ -69,6 +69,12 @@ ClassContract FileSystemContract()
             NullOf<IFileSystem>("CombinePath", Null::Message,
                                 [](IFileSystem* s)
                                 { return s->CombinePath(Ole(u"a"), Ole(u"b"), nullptr); }),
+            NullOf<IFileSystemRevisions>("HasRevisions", Null::Message,
+                                         [](IFileSystemRevisions* s)
+                                         { return s->HasRevisions(Ole(u"a"), 0, nullptr); }),
+            NullOf<IFileSystemRevisions>("GetRevisions", Null::Message,
+                                         [](IFileSystemRevisions* s)
+                                         { return s->GetRevisions(Ole(u"a"), 0, nullptr); }),
         },
         {
             ClearedBy<IFileSystem>("GetFolder", reinterpret_cast<IFolder*>(1),
@@ -164,10 +170,14 @@ ClassContract StreamContract()
          IID_ILib7zInStream, IID_ILib7zSequentialInStream},
         {IID_IFileStream, IidOf<::ISequentialStream>()},
         {
-            NullOf<ILib7zInStream>("Read", Null::Bare,
+            NullOf<ILib7zInStream>("Read", Null::Message,
                                    [](ILib7zInStream* s) { return s->Read(nullptr, 0, nullptr); }),
         },
-        {},
+        {
+            ClearedBy<ILib7zInStream>("Seek", std::uint64_t{99},
+                                      [](ILib7zInStream* s, std::uint64_t* out)
+                                      { return s->Seek(-1, 0, out); }),
+        },
     };
 }
 

@@ -1,5 +1,6 @@
 // A folder's contents: a snapshot, in the platform's order.
 #include "module/localtest.h"
+#include "support/wine.h"
 
 #include <algorithm>
 
@@ -9,9 +10,7 @@ namespace tarnwell::test
 namespace
 {
 
-using testing::Contains;
 using testing::IsEmpty;
-using testing::IsSupersetOf;
 using testing::Not;
 using testing::UnorderedElementsAre;
 
@@ -143,7 +142,11 @@ TEST_F(Listing, AFileInPlaceOfTheFolderFails)
     const std::u16string path = folder / u"later";
     const auto made = NewFolder(path);
     Put(u"later");
-    EXPECT_THAT(GetContents(made), Failed(Win32Status(267), FailedToRead(path)));
+    const Outcome outcome = GetContents(made);
+    if (IsUnderWine()) // which finds fault with the name
+        EXPECT_THAT(outcome, FailedSomehow(FailedToRead(path)));
+    else
+        EXPECT_THAT(outcome, Failed(Win32Status(267), FailedToRead(path)));
 }
 
 TEST_F(Listing, TheRootIsListedBelowItself)
@@ -159,11 +162,9 @@ TEST_F(Listing, TheRootIsListedBelowItself)
 TEST_F(Listing, TheEmptyPathListsTheCurrentFolder)
 {
     Put(u"a.txt");
-    const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.Path());
+    const CurrentFolder current(folder.Path());
     ComPtr<IFolderContents> contents;
     EXPECT_EQ(NewFolder(u"")->GetContents(contents.Out()), S_OK);
-    std::filesystem::current_path(before);
     EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"a.txt"));
 }
 
@@ -212,7 +213,18 @@ TEST_F(Listing, AHostWithoutSettingsIsNotAsked)
     EXPECT_THAT(host->Calls(), IsEmpty());
 }
 
-TEST_F(Listing, AFailingSettingCountsByItsValue)
+// Local objects know the host by its window only.
+TEST_F(Listing, AHostWithSettingsAndNoWindowIsNotAsked)
+{
+    Put(u"a.txt");
+    host->hasWindow = false;
+    host->setting = VARIANT_TRUE;
+    ASSERT_EQ(system.As<IFileSystemInit>()->SetHost(host->Unknown()), S_OK);
+    EXPECT_THAT(NamesOf(List(folder.Text())), UnorderedElementsAre(u"a.txt"));
+    EXPECT_THAT(host->Calls(), IsEmpty());
+}
+
+TEST_F(Listing, AFailingSettingFailsNoListing)
 {
     Put(u"a.txt");
     host->settingStatus = E_FAIL;

@@ -65,6 +65,25 @@ std::vector<std::u16string> NamesOf(const ComPtr<IFolderContents>& contents);
 std::string ReadAll(const ComPtr<IFileStream>& stream);
 HRESULT Write(const ComPtr<IFileStream>& stream, std::string_view bytes);
 
+// Sets the current folder for as long as it lives.
+class CurrentFolder
+{
+public:
+    explicit CurrentFolder(const std::filesystem::path& path)
+    {
+        std::filesystem::current_path(path);
+    }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+    ~CurrentFolder()
+    {
+        std::filesystem::current_path(before_);
+    }
+
+private:
+    std::filesystem::path before_ = std::filesystem::current_path();
+};
+
 class LocalTest : public testing::Test
 {
 protected:

@@ -14,25 +14,6 @@ std::u16string FailedToOpen(const std::u16string& path)
     return u"Failed to open \"" + path + u"\".";
 }
 
-// Sets the current folder for as long as it lives.
-class CurrentFolder
-{
-public:
-    explicit CurrentFolder(const std::filesystem::path& path)
-    {
-        std::filesystem::current_path(path);
-    }
-    CurrentFolder(const CurrentFolder&) = delete;
-    CurrentFolder& operator=(const CurrentFolder&) = delete;
-    ~CurrentFolder()
-    {
-        std::filesystem::current_path(before_);
-    }
-
-private:
-    std::filesystem::path before_ = std::filesystem::current_path();
-};
-
 class Lookup : public LocalTest
 {
 };

@@ -22,7 +22,7 @@ const std::u16string names[] = {
     u"\U0001F600.txt",
     u"\U00020BB7\U0001F468\u200D\U0001F469",
     std::u16string(60, u'\u30C6'),
-    std::u16string(251, u'x') + u".txt",
+    std::u16string(120, u'x') + u".txt",
 };
 
 class Names : public LocalTest

@@ -1,5 +1,6 @@
 // Opening a local file in all ways.
 #include "module/localtest.h"
+#include "support/wine.h"
 
 namespace tarnwell::test
 {
@@ -43,7 +44,6 @@ constexpr DispositionRow dispositionRows[] = {
     {openAlways, readAccess, 0, 0, "content"},
     {openAlways, writeAccess, 0, 0, "content"},
     {truncateExisting, writeAccess, 0, 2, ""},
-    {truncateExisting, readAccess, 87, 87, "content"},
     {0, readAccess, 87, 87, "content"},
     {6, readAccess, 87, 87, "content"},
 };
@@ -77,6 +77,16 @@ TEST_F(Opening, DispositionsOnAFileThatIsMissing)
         EXPECT_EQ(Exists(path), row.errorIfMissing == 0);
         std::filesystem::remove(std::filesystem::path(path));
     }
+}
+
+TEST_F(Opening, EmptyingWithoutWritingIsRefused)
+{
+    if (IsUnderWine())
+        GTEST_SKIP() << "Wine empties the file";
+    const std::u16string path = Put(u"a.txt");
+    EXPECT_THAT(TryOpen(path, readAccess, truncateExisting),
+                Failed(Win32Status(87), FailedToOpen(path)));
+    EXPECT_EQ(ReadBytes(path), "content");
 }
 
 TEST_F(Opening, NeitherReadingNorWritingIsRefused)

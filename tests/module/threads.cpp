@@ -80,6 +80,26 @@ private:
     int failures_ = 0;
 };
 
+// Whether lookups, a listing and a failure all come out as they should.
+bool LookAround(const ComPtr<IFileSystem>& system, const TempFolder& folder)
+{
+    ComPtr<IFile> file;
+    std::uint32_t size = 0;
+    if (system->GetFile(Ole(folder / u"a.txt"), VARIANT_TRUE, file.Out()) != S_OK ||
+        file->GetSizeLow(&size) != S_OK || size != 5)
+        return false;
+    ComPtr<IFolder> found;
+    ComPtr<IFolderContents> contents;
+    std::uint32_t count = 0;
+    if (system->GetFolder(Ole(folder.Text()), VARIANT_TRUE, found.Out()) != S_OK ||
+        found->GetContents(contents.Out()) != S_OK || contents->GetCount(&count) != S_OK ||
+        count != 1)
+        return false;
+    ClearError();
+    return system->GetFile(Ole(folder / u"missing"), VARIANT_TRUE, file.Out()) == Win32Status(2) &&
+           TakeErrorText().starts_with(u"Failed to open");
+}
+
 TEST(Threads, WorkBesideEachOther)
 {
     const TempFolder folder;
@@ -98,6 +118,32 @@ TEST(Threads, WorkBesideEachOther)
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_THAT(failures, testing::Each(0));
+    EXPECT_EQ(host->References(), 1U);
+}
+
+// Once it has its host, a file system changes nothing in itself.
+TEST(Threads, ShareOneFileSystem)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u"a.txt", "12345");
+    const auto host = FakeHost::Make();
+    {
+        const auto system = TheModule().CreateFileSystem(CLSID_Win32FileSystem, host->Unknown());
+        std::vector<int> done(threadCount, 0);
+        std::vector<std::thread> threads;
+        for (int& count : done)
+        {
+            threads.emplace_back(
+                [&, own = system]
+                {
+                    for (int round = 0; round < rounds; ++round)
+                        count += LookAround(own, folder) ? 1 : 0;
+                });
+        }
+        for (std::thread& thread : threads)
+            thread.join();
+        EXPECT_THAT(done, testing::Each(rounds));
+    }
     EXPECT_EQ(host->References(), 1U);
 }
 

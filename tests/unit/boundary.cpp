@@ -48,13 +48,17 @@ TEST_F(Boundary, OurExceptionIsPublished)
     EXPECT_TRUE(error->interfaceId == IID_IFile);
 }
 
-TEST_F(Boundary, OurExceptionWithoutCodeIsAFailureAllTheSame)
+TEST_F(Boundary, OurExceptionWithACodeOfSuccessIsAFailureAllTheSame)
 {
-    EXPECT_EQ(AtBoundary(reporter,
-                         []() -> HRESULT {
-                             throw ComException(S_OK, u"text", {nullptr, 0});
-                         }),
-              DISP_E_EXCEPTION);
+    for (const HRESULT code : {S_OK, S_FALSE})
+    {
+        EXPECT_EQ(AtBoundary(reporter,
+                             [code]() -> HRESULT {
+                                 throw ComException(code, u"text", {nullptr, 0});
+                             }),
+                  DISP_E_EXCEPTION);
+        EXPECT_EQ(TakeErrorText(), u"text");
+    }
 }
 
 TEST_F(Boundary, ShortMemoryIsToldSo)

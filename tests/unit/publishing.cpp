@@ -50,6 +50,13 @@ TEST_F(Publishing, AnEmptyTextIsPublishedByPublishError)
     EXPECT_EQ(TakeErrorText(), u"");
 }
 
+TEST_F(Publishing, ATextEndsAtItsFirstNull)
+{
+    const std::u16string text(u"ab\0cd", 5);
+    EXPECT_EQ(PublishError(classId, text, interfaceId, E_FAIL), E_FAIL);
+    EXPECT_EQ(TakeErrorText(), u"ab");
+}
+
 TEST_F(Publishing, ALaterErrorReplacesAnEarlierOne)
 {
     PublishError(classId, u"first", interfaceId, E_FAIL);

@@ -108,6 +108,13 @@ TEST_F(FromAnotherObject, WithoutTextThereIsThePositionAlone)
     EXPECT_EQ(ThrownInsert(&object), u"ftpobjects@12");
 }
 
+TEST_F(FromAnotherObject, AnEmptyTextIsNone)
+{
+    LeaveText(u"");
+    EXPECT_EQ(ThrownInsert(&object), u"ftpobjects@12");
+    EXPECT_FALSE(TakeError()) << "it was looked at";
+}
+
 TEST_F(FromAnotherObject, ATextIsNotTakenFromAnInterfaceThatLeavesNone)
 {
     LeaveText(u"of something else");

@@ -4,14 +4,12 @@
 #include "platform/posix/nativepath.h"
 
 #include <cerrno>
-#include <sys/stat.h>
 
 namespace tarnwell::posix
 {
 namespace
 {
 
-constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr mode_t settableBits = 07777;
 
 bool IsDotFile(std::string_view leaf)

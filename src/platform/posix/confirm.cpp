@@ -1,14 +1,12 @@
 #include "platform/posix/confirm.h"
 
+#include "platform/posix/languages.h"
 #include "platform/posix/question.h"
-#include "platform/win32.h"
 
 namespace tarnwell::posix
 {
 namespace
 {
-
-constexpr LANGID japanese = 1041;
 
 // What stands before the name, and behind it for one item and for several.
 struct Wording

@@ -1,13 +1,12 @@
 #include "platform/posix/deletetree.h"
 
+#include "platform/posix/dirstream.h"
 #include "platform/posix/errnotable.h"
 #include "platform/posix/filehandle.h"
 #include "platform/posix/nativepath.h"
 
 #include <cerrno>
-#include <dirent.h>
 #include <fcntl.h>
-#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -21,15 +20,6 @@ namespace
 // and come back by "..".
 constexpr std::size_t openStreams = 32;
 
-struct CloseStream
-{
-    void operator()(DIR* stream) const
-    {
-        closedir(stream);
-    }
-};
-using Stream = std::unique_ptr<DIR, CloseStream>;
-
 // 0 or an errno; ENOTEMPTY for a folder with something in it.
 int RemoveEntry(int folder, const char* name)
 {
@@ -42,18 +32,13 @@ int RemoveEntry(int folder, const char* name)
     return errno == EEXIST ? ENOTEMPTY : errno;
 }
 
-bool IsDots(std::string_view name)
-{
-    return name == "." || name == "..";
-}
-
 // One folder on the way from the root of the tree to where the walk is.
 struct Level
 {
     std::string name;
     dev_t device = 0;
     ino_t inode = 0;
-    Stream stream;
+    DirStream stream;
     // Since the stream began.
     bool removedSome = false;
 };

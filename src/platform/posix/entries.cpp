@@ -1,10 +1,10 @@
 // Single entries of a folder: removing a file, making a folder.
+#include "platform/posix/attributes.h"
 #include "platform/posix/errnotable.h"
 #include "platform/posix/lasterror.h"
 #include "platform/posix/nativepath.h"
 
 #include <cerrno>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tarnwell::posix
@@ -16,7 +16,6 @@ namespace
 // from removal, where the system looks at the folder's permissions only.
 bool IsProtected(const std::string& path, const struct stat& entry)
 {
-    constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
     struct stat target;
     if (S_ISLNK(entry.st_mode))
         return stat(path.c_str(), &target) == 0 && S_ISDIR(target.st_mode);

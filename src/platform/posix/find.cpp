@@ -1,6 +1,7 @@
 // Listing a folder. This runs once per entry of folders with hundreds of thousands of them: no
 // allocation, and the record is filled in place.
 #include "platform/posix/attributes.h"
+#include "platform/posix/dirstream.h"
 #include "platform/posix/errnotable.h"
 #include "platform/posix/filehandle.h"
 #include "platform/posix/filetime.h"
@@ -11,9 +12,7 @@
 
 #include <cerrno>
 #include <cstring>
-#include <dirent.h>
 #include <fcntl.h>
-#include <memory>
 #include <new>
 
 namespace tarnwell::posix
@@ -24,27 +23,14 @@ namespace
 constexpr unsigned wantedFacts =
     STATX_TYPE | STATX_MODE | STATX_SIZE | STATX_ATIME | STATX_MTIME | STATX_BTIME;
 
-struct CloseStream
-{
-    void operator()(DIR* stream) const
-    {
-        closedir(stream);
-    }
-};
-
 // The object behind a find handle.
 struct Find
 {
     // Null where the entry itself was asked for: then there is only the one.
-    std::unique_ptr<DIR, CloseStream> stream;
+    DirStream stream;
     // The platform lists "." and ".." before all else, the system anywhere.
     int dotsGiven = 0;
 };
-
-bool IsDots(const char* name)
-{
-    return name[0] == '.' && (name[1] == 0 || (name[1] == '.' && name[2] == 0));
-}
 
 // Some network file systems have names that are longer than the record's: not representable.
 bool SetName(WIN32_FIND_DATAW& record, std::string_view name)
@@ -142,9 +128,9 @@ BOOL GiveNext(Find& find, WIN32_FIND_DATAW& record)
         const dirent* const entry = readdir(find.stream.get());
         if (entry == nullptr)
             return errno == 0 ? Fail(ERROR_NO_MORE_FILES) : FailWithErrno();
-        if (IsDots(entry->d_name))
-            continue;
         const std::string_view name = entry->d_name;
+        if (IsDots(name))
+            continue;
         const int number = ReadFacts(record, folder, entry->d_name, name, entry->d_type);
         // Gone since the folder was read.
         if (number == ENOENT)

@@ -1,13 +1,12 @@
 #include "platform/language.h"
 
+#include "platform/posix/languages.h"
+
 #include <cstdlib>
 #include <string_view>
 
 namespace
 {
-
-constexpr LANGID english = 2057;
-constexpr LANGID japanese = 1041;
 
 // The locale that rules messages: the first of these variables that says anything.
 std::string_view MessagesLocale()
@@ -28,7 +27,8 @@ extern "C" LANGID GetUserDefaultUILanguage()
     // Language, territory, character set, variant: "ja_JP.UTF-8@variant", all but the first
     // optional.
     const std::string_view locale = MessagesLocale();
-    return locale.substr(0, locale.find_first_of("_.@")) == "ja" ? japanese : english;
+    return locale.substr(0, locale.find_first_of("_.@")) == "ja" ? tarnwell::japanese
+                                                                 : tarnwell::english;
 }
 
 namespace tarnwell

@@ -1,6 +1,6 @@
 // The module's texts as Windows keeps them: per language, blocks of 16 texts, each text with its
 // length in front. All of it is laid out by the compiler.
-#include "platform/win32.h"
+#include "platform/posix/languages.h"
 
 #include <algorithm>
 #include <array>
@@ -99,8 +99,8 @@ template <Text text> constexpr Blocks BlocksOf(LANGID language)
 }
 
 // In the order in which Windows walks them.
-constexpr std::array<Blocks, 2> languages = {BlocksOf<&Row::japanese>(1041),
-                                             BlocksOf<&Row::english>(2057)};
+constexpr std::array<Blocks, 2> languages = {BlocksOf<&Row::japanese>(tarnwell::japanese),
+                                             BlocksOf<&Row::english>(tarnwell::english)};
 
 BOOL Fail(DWORD error)
 {

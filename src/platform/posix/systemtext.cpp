@@ -1,6 +1,7 @@
 #include "platform/posix/systemtext.h"
 
 #include "platform/posix/errnotable.h"
+#include "platform/posix/languages.h"
 
 #include <tarnwell/text.h>
 
@@ -58,7 +59,6 @@ int CounterpartOf(DWORD code)
 // The one status in use that says nothing at all, which the C library has no words for.
 std::u16string UnspecifiedError()
 {
-    constexpr LANGID japanese = 1041;
     return GetUserDefaultUILanguage() == japanese ? u"エラーを特定できません"
                                                   : u"Unspecified error";
 }

@@ -1,9 +1,7 @@
-// Deletion with a question and nobody to answer it.
+// Deletion with a question, which a stand-in for the dialog program answers, or nobody.
 #include "module/localtest.h"
-
-#include <cstdlib>
-#include <sys/wait.h>
-#include <unistd.h>
+#include "support/posix/child.h"
+#include "support/posix/dialogprogram.h"
 
 namespace tarnwell::test
 {
@@ -11,46 +9,99 @@ namespace tarnwell::test
 namespace
 {
 
+using testing::HasSubstr;
+using testing::Matcher;
+
+constexpr int asExpected = 0;
+constexpr int otherwise = 1;
+
 class Confirmation : public LocalTest
 {
 protected:
-    // The status of a deletion in a process of its own that has neither display nor terminal.
-    HRESULT DeleteUnseen(const ComPtr<IFileSystemItem>& item, bool recursive)
+    // Whether a deletion with a question comes out as `expected`. It runs in a process of its own,
+    // which has no terminal.
+    void DeleteGives(const ComPtr<IFileSystemItem>& item, bool recursive,
+                     const Matcher<Outcome>& expected) const
     {
-        int ends[2];
-        EXPECT_EQ(pipe(ends), 0);
-        const pid_t child = fork();
-        if (child == 0)
-        {
-            setsid();
-            unsetenv("DISPLAY");
-            unsetenv("WAYLAND_DISPLAY");
-            const HRESULT status =
-                item->Delete(VARIANT_FALSE, recursive ? VARIANT_TRUE : VARIANT_FALSE);
-            _exit(write(ends[1], &status, sizeof status) == sizeof status ? 0 : 1);
-        }
-        close(ends[1]);
-        HRESULT status = S_FALSE;
-        EXPECT_EQ(read(ends[0], &status, sizeof status), static_cast<ssize_t>(sizeof status));
-        close(ends[0]);
-        int code = 1;
-        waitpid(child, &code, 0);
-        EXPECT_EQ(code, 0);
-        return status;
+        const int code = ExitCodeOfChild(
+            [&]
+            {
+                dialog.UseHere(display);
+                const VARIANT_BOOL all = recursive ? VARIANT_TRUE : VARIANT_FALSE;
+                const Outcome outcome = OutcomeOf([&] { return item->Delete(VARIANT_FALSE, all); });
+                return testing::Value(outcome, expected) ? asExpected : otherwise;
+            });
+        EXPECT_EQ(code, asExpected) << "recursive: " << recursive;
     }
+
+    static Matcher<Outcome> Refusal(const std::u16string& path)
+    {
+        return Failed(E_FAIL, u"Can't delete the file or folder \"" + path + u"\".");
+    }
+
+    std::u16string MakeFullDirectory()
+    {
+        const std::u16string path = MakeDirectory(u"full");
+        WriteBytes(Joined(path, u"a.txt"), "content");
+        return path;
+    }
+
+    DialogProgram dialog;
+    bool display = true;
 };
 
 TEST_F(Confirmation, NobodyToAskIsANo)
 {
+    display = false;
+    dialog.AnswerWith(DialogProgram::yes);
     const std::u16string file = Put(u"a.txt");
     const std::u16string sub = MakeDirectory(u"sub");
     for (const bool recursive : {false, true})
     {
-        EXPECT_EQ(DeleteUnseen(File(file).As<IFileSystemItem>(), recursive), E_FAIL);
-        EXPECT_EQ(DeleteUnseen(Folder(sub).As<IFileSystemItem>(), recursive), E_FAIL);
+        DeleteGives(File(file).As<IFileSystemItem>(), recursive, Refusal(file));
+        DeleteGives(Folder(sub).As<IFileSystemItem>(), recursive, Refusal(sub));
     }
     EXPECT_TRUE(Exists(file));
     EXPECT_TRUE(Exists(sub));
+    EXPECT_EQ(dialog.Asked(), "");
+}
+
+TEST_F(Confirmation, ANoLeavesTheItem)
+{
+    dialog.AnswerWith(DialogProgram::no);
+    const std::u16string full = MakeFullDirectory();
+    for (const bool recursive : {false, true})
+        DeleteGives(Folder(full).As<IFileSystemItem>(), recursive, Refusal(full));
+    EXPECT_TRUE(Exists(Joined(full, u"a.txt")));
+    EXPECT_THAT(dialog.Asked(), HasSubstr("full?"));
+}
+
+TEST_F(Confirmation, AYesRemovesAFolderWithAllThatIsInIt)
+{
+    dialog.AnswerWith(DialogProgram::yes);
+    const std::u16string full = MakeFullDirectory();
+    DeleteGives(Folder(full).As<IFileSystemItem>(), true, Succeeded());
+    EXPECT_FALSE(Exists(full));
+}
+
+TEST_F(Confirmation, AYesRemovesNoFullFolderUnlessAllOfItIsMeant)
+{
+    dialog.AnswerWith(DialogProgram::yes);
+    const std::u16string full = MakeFullDirectory();
+    DeleteGives(Folder(full).As<IFileSystemItem>(), false, Refusal(full));
+    EXPECT_TRUE(Exists(Joined(full, u"a.txt")));
+    EXPECT_THAT(dialog.Asked(), HasSubstr("full?"));
+}
+
+TEST_F(Confirmation, AYesRemovesAFile)
+{
+    dialog.AnswerWith(DialogProgram::yes);
+    for (const bool recursive : {false, true})
+    {
+        const std::u16string file = Put(u"a.txt");
+        DeleteGives(File(file).As<IFileSystemItem>(), recursive, Succeeded());
+        EXPECT_FALSE(Exists(file));
+    }
 }
 
 } // namespace

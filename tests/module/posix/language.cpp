@@ -1,40 +1,12 @@
 // Failures in the language of the environment.
 #include "module/localtest.h"
-
-#include <cstdlib>
+#include "support/posix/environmentvalue.h"
 
 namespace tarnwell::test
 {
 
 namespace
 {
-
-class Environment
-{
-public:
-    Environment(const char* name, const char* value) : name_(name)
-    {
-        if (const char* const before = std::getenv(name))
-            before_ = before;
-        if (value == nullptr)
-            unsetenv(name);
-        else
-            setenv(name, value, 1);
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-    ~Environment()
-    {
-        if (before_)
-            setenv(name_, before_->c_str(), 1);
-        else
-            unsetenv(name_);
-    }
-
-private:
-    const char* name_;
-    std::optional<std::string> before_;
-};
 
 class Language : public LocalTest
 {
@@ -51,7 +23,7 @@ protected:
 
 TEST_F(Language, FollowsTheEnvironment)
 {
-    const Environment all("LC_ALL", "ja_JP.UTF-8");
+    const EnvironmentValue all("LC_ALL", "ja_JP.UTF-8");
     EXPECT_EQ(NullText(), japanese);
     const std::u16string path = folder / u"missing";
     EXPECT_THAT(GetFile(path), Failed(Win32Status(2), u"\"" + path + u"\" を開けませんでした。"));
@@ -61,7 +33,7 @@ TEST_F(Language, IsAskedForAtEachFailure)
 {
     EXPECT_EQ(NullText(), english);
     {
-        const Environment all("LC_ALL", "ja_JP.UTF-8");
+        const EnvironmentValue all("LC_ALL", "ja_JP.UTF-8");
         EXPECT_EQ(NullText(), japanese);
     }
     EXPECT_EQ(NullText(), english);
@@ -91,9 +63,9 @@ TEST_F(Language, IsThatOfTheFirstVariableThatIsSet)
 {
     for (const LanguageRow& row : languageRows)
     {
-        const Environment all("LC_ALL", row.all);
-        const Environment messages("LC_MESSAGES", row.messages);
-        const Environment lang("LANG", row.lang);
+        const EnvironmentValue all("LC_ALL", row.all);
+        const EnvironmentValue messages("LC_MESSAGES", row.messages);
+        const EnvironmentValue lang("LANG", row.lang);
         EXPECT_EQ(NullText(), row.isJapanese ? japanese : english) << &row - languageRows;
     }
 }

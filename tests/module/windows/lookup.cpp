@@ -40,30 +40,32 @@ TEST_F(WindowsLookup, TheParentBelowADriveIsTheDrive)
 
 TEST_F(WindowsLookup, DriveRelativePathsStaySo)
 {
-    const Facts missing = FactsOf(NewFile(u"C:no-such-file-of-tarnwell"));
-    EXPECT_EQ(missing.path, u"C:no-such-file-of-tarnwell");
-    EXPECT_EQ(missing.name, u"no-such-file-of-tarnwell");
-    EXPECT_EQ(missing.parent, u"C:");
-    const Facts rooted = FactsOf(Folder(u"\\windows"));
-    EXPECT_EQ(rooted.path, u"\\windows");
-    EXPECT_EQ(rooted.parent, u"\\");
-}
-
-TEST_F(WindowsLookup, AnExistingDriveRelativeFileStaysSo)
-{
     Put(u"a.txt");
-    const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(folder.Path());
-    const std::u16string path = folder.Text().substr(0, 2) + u"a.txt";
-    const Facts facts = FactsOf(File(path));
-    const auto names = NamesOf(List(folder.Text().substr(0, 2)));
-    std::filesystem::current_path(before);
-    EXPECT_EQ(facts.path, path);
+    const CurrentFolder current(folder.Path());
+    const std::u16string drive = folder.Text().substr(0, 2);
+
+    const Facts facts = FactsOf(File(drive + u"a.txt"));
+    EXPECT_EQ(facts.path, drive + u"a.txt");
     EXPECT_EQ(facts.name, u"a.txt");
-    EXPECT_THAT(names, testing::ElementsAre(u"a.txt")) << "no separator goes behind the colon";
+    EXPECT_EQ(facts.parent, drive);
+    const Facts missing = FactsOf(NewFile(drive + u"missing"));
+    EXPECT_EQ(missing.path, drive + u"missing");
+    EXPECT_EQ(missing.name, u"missing");
+    EXPECT_EQ(missing.parent, drive);
+    EXPECT_THAT(NamesOf(List(drive)), testing::ElementsAre(u"a.txt"))
+        << "no separator goes behind the colon";
 }
 
-TEST_F(WindowsLookup, ItemsOnASharesHaveTheirParents)
+TEST_F(WindowsLookup, PathsFromTheRootStaySo)
+{
+    const CurrentFolder current("C:\\");
+    const Facts facts = FactsOf(Folder(u"\\windows"));
+    EXPECT_EQ(facts.path, u"\\windows");
+    EXPECT_EQ(facts.name, u"windows");
+    EXPECT_EQ(facts.parent, u"\\");
+}
+
+TEST_F(WindowsLookup, ItemsOnSharesHaveTheirParents)
 {
     const Facts facts = FactsOf(NewFile(u"\\\\no-such-server\\share\\a\\b"));
     EXPECT_EQ(facts.name, u"b");

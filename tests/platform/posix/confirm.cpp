@@ -1,10 +1,11 @@
 // The question before a deletion, answered by somebody: on a pseudo-terminal, by a stand-in for the
 // dialog program, or by nobody.
 #include "platform/shelldelete.h"
-#include "support/tempfolder.h"
+#include "support/posix/dialogprogram.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <optional>
@@ -19,6 +20,8 @@ namespace
 {
 
 namespace fs = std::filesystem;
+
+using testing::HasSubstr;
 
 constexpr int cancelled = 77;
 constexpr int unexpected = 99;
@@ -45,21 +48,11 @@ protected:
     Confirm()
     {
         WriteBytes(folder_ / u"item", "");
-        fs::create_directory(programs_);
     }
 
     bool ItemIsThere() const
     {
         return fs::exists(folder_.Path() / "item");
-    }
-
-    // A dialog program that says what it was asked, and answers with `exitCode`.
-    void MakeProgram(const std::string& name, int exitCode) const
-    {
-        const fs::path program = programs_ / name;
-        WriteBytes(program.u16string(), "#!/bin/sh\nprintf '%s\\n' \"$@\" >" + asked_.string() +
-                                            "\nexit " + std::to_string(exitCode) + "\n");
-        fs::permissions(program, fs::perms::owner_all);
     }
 
     // Deletes in a child with a session of its own; with `typed`, on a terminal on which that is
@@ -76,15 +69,14 @@ protected:
             setsid();
             if (typed)
                 ioctl(slave, TIOCSCTTY, 0);
-            setenv("PATH", programs_.c_str(), 1);
-            unsetenv("WAYLAND_DISPLAY");
-            if (display)
-                setenv("DISPLAY", ":99", 1);
-            else
-                unsetenv("DISPLAY");
+            dialog_.UseHere(display);
             unsetenv("LC_ALL");
             setenv("LC_MESSAGES", "C", 1);
-            _exit(ExitCodeOf(ShellDelete({folder_ / name}, 0)));
+            const auto remove = [&]
+            {
+                return ExitCodeOf(ShellDelete({folder_ / name}, 0));
+            };
+            _exit(inBackground_ ? InBackground(remove) : remove());
         }
         close(slave);
         const std::string input = typed.value_or("");
@@ -101,9 +93,27 @@ protected:
         return outcome;
     }
 
+    // The exit code of a process that shares the terminal and may not use it. One that tries is
+    // stopped.
+    template <class Body> static int InBackground(Body body)
+    {
+        const pid_t child = fork();
+        if (child == 0)
+        {
+            setpgid(0, 0);
+            _exit(body());
+        }
+        int status = 0;
+        waitpid(child, &status, WUNTRACED);
+        if (WIFEXITED(status))
+            return WEXITSTATUS(status);
+        kill(child, SIGKILL);
+        return unexpected;
+    }
+
     TempFolder folder_;
-    fs::path programs_ = folder_.Path() / "bin";
-    fs::path asked_ = folder_.Path() / "asked";
+    DialogProgram dialog_;
+    bool inBackground_ = false;
 };
 
 TEST_F(Confirm, NobodyToAskIsNo)
@@ -129,6 +139,16 @@ TEST_F(Confirm, AnythingElseOnTheTerminalIsNo)
     }
 }
 
+// Reading there would stop the whole host.
+TEST_F(Confirm, InTheBackgroundTheTerminalIsNotAsked)
+{
+    inBackground_ = true;
+    const Outcome outcome = Delete("y\n", false);
+    EXPECT_EQ(outcome.exitCode, cancelled);
+    EXPECT_TRUE(ItemIsThere());
+    EXPECT_EQ(outcome.shown.find("[y/N]"), std::string::npos) << outcome.shown;
+}
+
 TEST_F(Confirm, TerminalIsNotSentControlCharacters)
 {
     const std::u16string name = u"a\x1b[2J\nb";
@@ -141,31 +161,29 @@ TEST_F(Confirm, TerminalIsNotSentControlCharacters)
 
 TEST_F(Confirm, DialogProgramAnswers)
 {
-    MakeProgram("zenity", 1);
+    dialog_.AnswerWith(DialogProgram::no);
     EXPECT_EQ(Delete("y\n", true).exitCode, cancelled);
     EXPECT_TRUE(ItemIsThere());
-    MakeProgram("zenity", 0);
+    dialog_.AnswerWith(DialogProgram::yes);
     EXPECT_EQ(Delete(std::nullopt, true).exitCode, 0);
     EXPECT_FALSE(ItemIsThere());
-    const std::string asked = ReadBytes(asked_.u16string());
-    EXPECT_NE(asked.find("--question"), std::string::npos) << asked;
-    EXPECT_NE(asked.find("item?"), std::string::npos) << asked;
+    EXPECT_THAT(dialog_.Asked(), HasSubstr("--question"));
+    EXPECT_THAT(dialog_.Asked(), HasSubstr("item?"));
 }
 
 TEST_F(Confirm, OtherDialogProgramIsTriedNext)
 {
-    MakeProgram("kdialog", 0);
+    dialog_.AnswerWith(DialogProgram::yes, "kdialog");
     EXPECT_EQ(Delete(std::nullopt, true).exitCode, 0);
     EXPECT_FALSE(ItemIsThere());
 }
 
 TEST_F(Confirm, DialogTextIsNotTakenForMarkup)
 {
-    MakeProgram("kdialog", 1);
+    dialog_.AnswerWith(DialogProgram::no, "kdialog");
     WriteBytes(folder_ / u"a&<b>", "");
     EXPECT_EQ(Delete(std::nullopt, true, u"a&<b>").exitCode, cancelled);
-    const std::string asked = ReadBytes(asked_.u16string());
-    EXPECT_NE(asked.find("a&amp;&lt;b&gt;"), std::string::npos) << asked;
+    EXPECT_THAT(dialog_.Asked(), HasSubstr("a&amp;&lt;b&gt;"));
 }
 
 TEST_F(Confirm, TerminalIsAskedWhereThereIsNoDialogProgram)
@@ -176,9 +194,9 @@ TEST_F(Confirm, TerminalIsAskedWhereThereIsNoDialogProgram)
 
 TEST_F(Confirm, MissingItemIsNotAskedAbout)
 {
-    MakeProgram("zenity", 0);
+    dialog_.AnswerWith(DialogProgram::yes);
     EXPECT_EQ(Delete(std::nullopt, true, u"none").exitCode, unexpected);
-    EXPECT_FALSE(fs::exists(asked_));
+    EXPECT_EQ(dialog_.Asked(), "");
 }
 
 } // namespace

@@ -1,11 +1,10 @@
 // The user's language and the system's words in it, by the environment.
 #include "platform/language.h"
 #include "platform/wide.h"
+#include "support/posix/environmentvalue.h"
 
 #include <gmock/gmock.h>
 
-#include <cstdlib>
-#include <optional>
 #include <string>
 
 namespace tarnwell::test
@@ -17,36 +16,10 @@ namespace
 constexpr LANGID english = 2057;
 constexpr LANGID japanese = 1041;
 
-// Puts the variables that rule the language back when the test is over.
+// The variables that rule the language are unset, and put back when the test is over.
 class Language : public testing::Test
 {
 protected:
-    Language()
-    {
-        for (Saved& variable : saved_)
-        {
-            if (const char* const value = std::getenv(variable.name))
-                variable.value = value;
-            unsetenv(variable.name);
-        }
-    }
-
-    ~Language() override
-    {
-        for (const Saved& variable : saved_)
-        {
-            if (variable.value)
-                setenv(variable.name, variable.value->c_str(), 1);
-            else
-                unsetenv(variable.name);
-        }
-    }
-
-    static void Set(const char* name, const char* value)
-    {
-        setenv(name, value, 1);
-    }
-
     static std::u16string SystemWords(DWORD code)
     {
         WCHAR* text = nullptr;
@@ -57,13 +30,10 @@ protected:
         return words;
     }
 
-private:
-    struct Saved
-    {
-        const char* name;
-        std::optional<std::string> value = std::nullopt;
-    };
-    Saved saved_[4] = {{"LC_ALL"}, {"LC_MESSAGES"}, {"LANG"}, {"LANGUAGE"}};
+    const EnvironmentValue all{"LC_ALL", nullptr};
+    const EnvironmentValue messages{"LC_MESSAGES", nullptr};
+    const EnvironmentValue lang{"LANG", nullptr};
+    const EnvironmentValue language{"LANGUAGE", nullptr};
 };
 
 TEST_F(Language, WithoutAnySettingIsEnglish)
@@ -76,7 +46,7 @@ TEST_F(Language, JapaneseInAllItsSpellings)
     for (const char* const locale :
          {"ja", "ja_JP", "ja_JP.UTF-8", "ja.UTF-8", "ja_JP.eucJP", "ja@variant"})
     {
-        Set("LANG", locale);
+        lang.Set(locale);
         EXPECT_EQ(WantedLanguage(), japanese) << locale;
     }
 }
@@ -85,31 +55,31 @@ TEST_F(Language, AllElseIsEnglish)
 {
     for (const char* const locale : {"C", "POSIX", "en_US.UTF-8", "de_DE", "jam_JM", "jax", "JA"})
     {
-        Set("LANG", locale);
+        lang.Set(locale);
         EXPECT_EQ(WantedLanguage(), english) << locale;
     }
 }
 
 TEST_F(Language, TheFirstSettingRules)
 {
-    Set("LANG", "ja_JP.UTF-8");
-    Set("LC_MESSAGES", "C");
+    lang.Set("ja_JP.UTF-8");
+    messages.Set("C");
     EXPECT_EQ(WantedLanguage(), english);
-    Set("LC_ALL", "ja_JP.UTF-8");
+    all.Set("ja_JP.UTF-8");
     EXPECT_EQ(WantedLanguage(), japanese);
 }
 
 TEST_F(Language, AnEmptySettingSaysNothing)
 {
-    Set("LC_ALL", "");
-    Set("LC_MESSAGES", "");
-    Set("LANG", "ja_JP.UTF-8");
+    all.Set("");
+    messages.Set("");
+    lang.Set("ja_JP.UTF-8");
     EXPECT_EQ(WantedLanguage(), japanese);
 }
 
 TEST_F(Language, SystemTextsAreTheLibrarysOwn)
 {
-    Set("LC_ALL", "C");
+    all.Set("C");
     EXPECT_EQ(SystemWords(ERROR_FILE_NOT_FOUND), u"No such file or directory\r\n");
     EXPECT_EQ(SystemWords(ERROR_ACCESS_DENIED), u"Permission denied\r\n");
     EXPECT_EQ(SystemWords(static_cast<DWORD>(E_NOTIMPL)), u"Function not implemented\r\n");
@@ -120,7 +90,7 @@ TEST_F(Language, SystemTextsAreTheLibrarysOwn)
 // The locale is generated for the tests and found through LOCPATH.
 TEST_F(Language, SystemTextsSpeakTheEnvironmentsLanguage)
 {
-    Set("LC_ALL", "ja_JP.UTF-8");
+    all.Set("ja_JP.UTF-8");
     const locale_t locale = newlocale(LC_MESSAGES_MASK, "", locale_t{});
     if (locale == locale_t{})
         GTEST_SKIP() << "no Japanese locale installed";
@@ -132,7 +102,7 @@ TEST_F(Language, SystemTextsSpeakTheEnvironmentsLanguage)
 
 TEST_F(Language, ALocaleThatIsNotInstalledLeavesEnglishTexts)
 {
-    Set("LC_ALL", "xx_XX.UTF-8");
+    all.Set("xx_XX.UTF-8");
     EXPECT_EQ(SystemWords(ERROR_FILE_NOT_FOUND), u"No such file or directory\r\n");
 }
 

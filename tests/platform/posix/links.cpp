@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 namespace tarnwell::test
 {
 namespace
@@ -25,11 +27,22 @@ protected:
         Link("sub", "tosub");
         Link("none", "dangling");
         Link("loop", "loop");
+        Link("file/x", "through");
+        Link(std::string(300, 'n'), "overlong");
     }
 
-    void Link(const char* target, const char* name)
+    void Link(const std::string& target, const char* name)
     {
         fs::create_symlink(target, folder_.Path() / name);
+    }
+    // Of the link and not of what it leads to.
+    std::uint64_t OwnTimeOf(const std::u16string& name)
+    {
+        constexpr std::uint64_t ticksUntil1970 = 116444736000000000;
+        struct stat entry = {};
+        EXPECT_EQ(lstat(fs::path(folder_ / name).c_str(), &entry), 0);
+        return ticksUntil1970 + static_cast<std::uint64_t>(entry.st_mtim.tv_sec) * 10000000 +
+               static_cast<std::uint64_t>(entry.st_mtim.tv_nsec) / 100;
     }
     bool Exists(const char* name)
     {
@@ -37,24 +50,27 @@ protected:
     }
 
     TempFolder folder_;
+    // To nothing, to themselves, through a file, and to what can be no name.
+    const std::vector<std::u16string> leadingNowhere_{u"dangling", u"loop", u"through",
+                                                      u"overlong"};
 };
 
 TEST_F(Links, ShowTheirTargetsKind)
 {
-    const auto attributes = [&](const char16_t* name)
+    const auto attributes = [&](const std::u16string& name)
     {
         return GetFileAttributesW(Wide(folder_ / name));
     };
     EXPECT_EQ(attributes(u"tofile"), FILE_ATTRIBUTE_REPARSE_POINT);
     EXPECT_EQ(attributes(u"tosub"), FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY);
-    EXPECT_EQ(attributes(u"dangling"), FILE_ATTRIBUTE_REPARSE_POINT);
-    EXPECT_EQ(attributes(u"loop"), FILE_ATTRIBUTE_REPARSE_POINT);
+    for (const std::u16string& name : leadingNowhere_)
+        EXPECT_EQ(attributes(name), FILE_ATTRIBUTE_REPARSE_POINT);
 }
 
 TEST_F(Links, AreListedWithTheirTargetsFacts)
 {
     const Listing listing = List(folder_ / u"*");
-    EXPECT_EQ(listing.records.size(), 8U);
+    EXPECT_EQ(listing.records.size(), 10U);
     const WIN32_FIND_DATAW* const file = listing.Find(u"file");
     const WIN32_FIND_DATAW* const toFile = listing.Find(u"tofile");
     ASSERT_TRUE(file != nullptr && toFile != nullptr);
@@ -69,13 +85,13 @@ TEST_F(Links, AreListedWithTheirTargetsFacts)
 TEST_F(Links, WithoutATargetAreListedWithTheirOwnTime)
 {
     const Listing listing = List(folder_ / u"*");
-    for (const char16_t* const name : {u"dangling", u"loop"})
+    for (const std::u16string& name : leadingNowhere_)
     {
         const WIN32_FIND_DATAW* const link = listing.Find(name);
         ASSERT_NE(link, nullptr);
         EXPECT_EQ(link->dwFileAttributes, FILE_ATTRIBUTE_REPARSE_POINT);
         EXPECT_EQ(SizeOf(*link), 0U);
-        EXPECT_NE(WriteTimeOf(*link), 0U);
+        EXPECT_EQ(WriteTimeOf(*link), OwnTimeOf(name));
     }
 }
 
@@ -90,22 +106,27 @@ TEST_F(Links, AreFoundByThemselves)
 
 TEST_F(Links, WithoutATargetOpenForALookupOnly)
 {
-    for (const char16_t* const name : {u"dangling", u"loop"})
+    for (const std::u16string& name : leadingNowhere_)
     {
         const OsHandle link =
             Opened(folder_ / name, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
         ASSERT_TRUE(link);
         FILETIME write = {};
         EXPECT_TRUE(GetFileTime(link.Get(), nullptr, nullptr, &write));
-        EXPECT_NE(write.dwHighDateTime, 0U);
+        EXPECT_EQ((std::uint64_t{write.dwHighDateTime} << 32) | write.dwLowDateTime,
+                  OwnTimeOf(name));
         LONG high = 0;
         EXPECT_EQ(SetFilePointer(link.Get(), 0, &high, FILE_END), INVALID_SET_FILE_POINTER);
         EXPECT_NE(GetLastError(), ERROR_SUCCESS);
     }
-    EXPECT_EQ(ErrorOfOpening(folder_ / u"dangling", GENERIC_READ, OPEN_EXISTING),
-              ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(ErrorOfOpening(folder_ / u"loop", GENERIC_READ, OPEN_EXISTING),
-              ERROR_CANT_RESOLVE_FILENAME);
+    const auto error = [&](const char16_t* name)
+    {
+        return ErrorOfOpening(folder_ / name, GENERIC_READ, OPEN_EXISTING);
+    };
+    EXPECT_EQ(error(u"dangling"), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(error(u"loop"), ERROR_CANT_RESOLVE_FILENAME);
+    EXPECT_EQ(error(u"through"), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(error(u"overlong"), ERROR_FILENAME_EXCED_RANGE);
 }
 
 TEST_F(Links, ToFilesAreDeletedAndToFoldersRefused)

@@ -1,94 +1,97 @@
 // The question before a deletion on a server, answered by a stand-in for the dialog program.
 #include "frame/confirmation.h"
 #include "support/fakehost.h"
-#include "support/tempfolder.h"
+#include "support/posix/child.h"
+#include "support/posix/dialogprogram.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <functional>
-#include <sstream>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace tarnwell::test
 {
 namespace
 {
 
-namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+constexpr int saidYes = 0;
+constexpr int saidNo = 1;
+constexpr int windowNotAskedFor = 2;
 
 class Confirmation : public testing::Test
 {
 protected:
-    Confirmation() : program_(folder_.Path() / "zenity"), asked_(folder_.Path() / "asked") {}
-
-    void AnswerWith(int exitCode) const
+    // The outcome of `ask`, run in a child with the stand-in on its path and with a display.
+    template <class Ask> int Run(Ask ask, const char* language = "C") const
     {
-        std::ofstream(program_) << "#!/bin/sh\nprintf '%s\\n' \"$@\" >" << asked_ << "\nexit "
-                                << exitCode << "\n";
-        fs::permissions(program_, fs::perms::owner_all);
+        return ExitCodeOfChild(
+            [&]
+            {
+                dialog.UseHere();
+                setenv("LC_ALL", language, 1);
+                const bool yes = ask(host->Unknown());
+                if (host->Calls() != std::vector<std::u16string>{u"GetWindow"})
+                    return windowNotAskedFor;
+                return yes ? saidYes : saidNo;
+            });
     }
 
-    std::string Asked() const
-    {
-        std::ostringstream text;
-        text << std::ifstream(asked_).rdbuf();
-        return text.str();
-    }
-
-    // The answer of `ask`, run in a child with the stand-in on its path and with a display.
-    bool Run(const std::function<bool()>& ask, const char* language = "C") const
-    {
-        const pid_t child = fork();
-        if (child == 0)
-        {
-            setsid();
-            setenv("PATH", (folder_.Path().string() + ":/usr/bin:/bin").c_str(), 1);
-            setenv("DISPLAY", ":0", 1);
-            setenv("LC_ALL", language, 1);
-            _exit(ask() ? 0 : 1);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    }
-
-    const TempFolder folder_;
-    const fs::path program_;
-    const fs::path asked_;
+    const DialogProgram dialog;
+    const ComPtr<FakeHost> host = FakeHost::Make();
 };
+
+bool AskAboutOne(::IUnknown* host)
+{
+    return ConfirmDeletionOfItem(host, u"ftp://host/dir/a.txt");
+}
 
 TEST_F(Confirmation, YesDeletesAndTheQuestionNamesTheItem)
 {
-    AnswerWith(0);
-    EXPECT_TRUE(Run([] { return ConfirmDeletionOfItem(nullptr, u"ftp://host/dir/a.txt"); }));
-    EXPECT_NE(
-        Asked().find("Are you sure that you want to delete this item?\n\nftp://host/dir/a.txt"),
-        std::string::npos)
-        << Asked();
+    dialog.AnswerWith(DialogProgram::yes);
+    EXPECT_EQ(Run(AskAboutOne), saidYes);
+    EXPECT_THAT(
+        dialog.Asked(),
+        HasSubstr("Are you sure that you want to delete this item?\n\nftp://host/dir/a.txt"));
 }
 
 TEST_F(Confirmation, AnyOtherAnswerDeletesNothing)
 {
-    AnswerWith(1);
-    EXPECT_FALSE(Run([] { return ConfirmDeletionOfItem(nullptr, u"ftp://host/a"); }));
-    EXPECT_FALSE(Run([] { return ConfirmDeletionOfItems(nullptr); }));
+    for (const int answer : {DialogProgram::no, 5, 255})
+    {
+        dialog.AnswerWith(answer);
+        EXPECT_EQ(Run(AskAboutOne), saidNo) << answer;
+        EXPECT_THAT(dialog.Asked(), HasSubstr("this item?"));
+        EXPECT_EQ(Run(ConfirmDeletionOfItems), saidNo) << answer;
+        EXPECT_THAT(dialog.Asked(), HasSubstr("these items?"));
+    }
 }
 
 TEST_F(Confirmation, SeveralItemsHaveOneQuestion)
 {
-    AnswerWith(0);
-    EXPECT_TRUE(Run([] { return ConfirmDeletionOfItems(nullptr); }));
-    EXPECT_NE(Asked().find("Are you sure that you want to delete these items?"), std::string::npos);
+    dialog.AnswerWith(DialogProgram::yes);
+    EXPECT_EQ(Run(ConfirmDeletionOfItems), saidYes);
+    EXPECT_THAT(dialog.Asked(), HasSubstr("Are you sure that you want to delete these items?"));
 }
 
 TEST_F(Confirmation, AsksInTheUsersLanguage)
 {
-    AnswerWith(0);
-    EXPECT_TRUE(Run([] { return ConfirmDeletionOfItems(nullptr); }, "ja_JP.UTF-8"));
-    EXPECT_NE(Asked().find("これらの項目を削除しますか?"), std::string::npos);
+    dialog.AnswerWith(DialogProgram::yes);
+    EXPECT_EQ(Run(ConfirmDeletionOfItems, "ja_JP.UTF-8"), saidYes);
+    EXPECT_THAT(dialog.Asked(), HasSubstr("これらの項目を削除しますか?"));
+}
+
+TEST_F(Confirmation, NeedsNoHost)
+{
+    dialog.AnswerWith(DialogProgram::yes);
+    const int code = ExitCodeOfChild(
+        [&]
+        {
+            dialog.UseHere();
+            return AskAboutOne(nullptr) ? saidYes : saidNo;
+        });
+    EXPECT_EQ(code, saidYes);
+    EXPECT_THAT(dialog.Asked(), HasSubstr("a.txt"));
 }
 
 } // namespace

@@ -1,0 +1,397 @@
+// Every platform call of every operation on local files fails in turn. Each time the operation
+// fails, with a text where that is promised, or the failure is one that it is meant to hide; and
+// nothing is leaked and nothing is lost.
+#include "faults/local.h"
+
+#include "local/filesystem.h"
+
+#include <tarnwell/items.h>
+
+#include <functional>
+#include <set>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+constexpr bool on = true;
+constexpr bool off = false;
+
+struct Action
+{
+    const char* name;
+    // Gets ready, without faults, and gives what is to be run with them.
+    std::function<std::function<HRESULT()>(const Local&)> prepare;
+    // Operations whose failures the action hides on purpose.
+    std::set<std::string> hidden;
+    bool leavesText = on;
+    // Whether "a.txt" is what the action changes, so that its content may be another after it.
+    bool changesFile = off;
+};
+
+void PrintTo(const Action& action, std::ostream* out)
+{
+    *out << action.name;
+}
+
+Action Creation()
+{
+    return {"Creation",
+            [](const Local&)
+            {
+                return []
+                {
+                    ComPtr<IFileSystem> made;
+                    const HRESULT status = MakeInstance<CWin32FileSystemObject>(
+                        nullptr, IID_IFileSystem, made.OutVoid());
+                    EXPECT_EQ(status == S_OK, static_cast<bool>(made));
+                    return status;
+                };
+            },
+            {},
+            off};
+}
+
+Action LookupOfFile()
+{
+    return {"LookupOfFile",
+            [](const Local& local)
+            {
+                return [&local]
+                {
+                    ComPtr<IFile> file;
+                    const HRESULT status =
+                        local.system->GetFile(Wide(local.Path(u"a.txt")), VARIANT_TRUE, file.Out());
+                    EXPECT_EQ(status == S_OK, static_cast<bool>(file));
+                    return status;
+                };
+            },
+            // What can't be opened has a size and a time of 0.
+            {"CreateFileW", "SetFilePointer", "GetFileTime", "CloseHandle"}};
+}
+
+Action LookupOfFolder()
+{
+    return {"LookupOfFolder",
+            [](const Local& local)
+            {
+                return [&local]
+                {
+                    ComPtr<IFolder> found;
+                    const HRESULT status = local.system->GetFolder(Wide(local.Path(u"sub")),
+                                                                   VARIANT_TRUE, found.Out());
+                    EXPECT_EQ(status == S_OK, static_cast<bool>(found));
+                    return status;
+                };
+            },
+            {"CreateFileW", "SetFilePointer", "GetFileTime", "CloseHandle"}};
+}
+
+Action LookupOfMissing()
+{
+    return {"LookupOfMissing",
+            [](const Local& local)
+            {
+                return [&local]
+                {
+                    ComPtr<IFile> file;
+                    return local.system->GetFile(Wide(local.Path(u"new")), VARIANT_FALSE,
+                                                 file.Out());
+                };
+            },
+            {"GetFileAttributesW", "CoFileTimeNow"}};
+}
+
+Action Texts()
+{
+    return {"Texts",
+            [](const Local& local)
+            {
+                return [item = local.Item(), system = local.system]
+                {
+                    Bstr text;
+                    for (const auto get : {&IFileSystemItem::GetName, &IFileSystemItem::GetPath,
+                                           &IFileSystemItem::GetParentPath})
+                    {
+                        const HRESULT status = (item.Get()->*get)(text.Out());
+                        EXPECT_EQ(status == S_OK, static_cast<bool>(text));
+                        if (FAILED(status))
+                            return status;
+                    }
+                    return system->CombinePath(u"a", u"b", text.Out());
+                };
+            },
+            {},
+            off};
+}
+
+Action Reading()
+{
+    return {"Reading",
+            [](const Local& local)
+            {
+                return [file = local.File()]
+                {
+                    ComPtr<IFileStream> stream;
+                    HRESULT status = file->Open(GENERIC_READ, OPEN_EXISTING, stream.Out());
+                    EXPECT_EQ(status == S_OK, static_cast<bool>(stream));
+                    if (FAILED(status))
+                        return status;
+                    char buffer[16];
+                    ULONG read = 0;
+                    status = stream.As<ISequentialStream>()->Read(buffer, sizeof buffer, &read);
+                    const HRESULT closing = stream->Close();
+                    return FAILED(status) ? status : closing;
+                };
+            },
+            {}};
+}
+
+Action ArchiveReading()
+{
+    return {"ArchiveReading",
+            [](const Local& local)
+            {
+                return [archive = local.Open().As<ILib7zInStream>()]
+                {
+                    char buffer[16];
+                    std::uint32_t processed = 77;
+                    const HRESULT status = archive->Read(buffer, sizeof buffer, &processed);
+                    EXPECT_EQ(processed, FAILED(status) ? 0 : content.size());
+                    return status;
+                };
+            },
+            {}};
+}
+
+Action Seeking()
+{
+    return {"Seeking",
+            [](const Local& local)
+            {
+                return [archive = local.Open().As<ILib7zInStream>()]
+                {
+                    return archive->Seek(0, FILE_BEGIN, nullptr);
+                };
+            },
+            {},
+            off};
+}
+
+Action Writing()
+{
+    return {"Writing",
+            [](const Local& local)
+            {
+                return [file = local.File()]
+                {
+                    ComPtr<IFileStream> stream;
+                    HRESULT status = file->Open(GENERIC_WRITE, CREATE_ALWAYS, stream.Out());
+                    if (FAILED(status))
+                        return status;
+                    ULONG written = 0;
+                    status = stream.As<ISequentialStream>()->Write("new", 3, &written);
+                    return status;
+                };
+            },
+            // The end is set once more for data streams only; nobody sees the last Release fail.
+            {"SetEndOfFile", "CloseHandle"},
+            on,
+            on};
+}
+
+Action Listing()
+{
+    return {"Listing",
+            [](const Local& local)
+            {
+                return [found = local.Folder()]
+                {
+                    ComPtr<IFolderContents> contents;
+                    HRESULT status = found->GetContents(contents.Out());
+                    EXPECT_EQ(status == S_OK, static_cast<bool>(contents));
+                    if (FAILED(status))
+                        return status;
+                    ComPtr<IFileSystemItem> item;
+                    status = contents->GetItem(0, item.Out());
+                    EXPECT_EQ(status == S_OK, static_cast<bool>(item));
+                    return status;
+                };
+            },
+            {"FindClose"}};
+}
+
+Action DeletionOfFile()
+{
+    return {"DeletionOfFile",
+            [](const Local& local)
+            {
+                return [item = local.Item()]
+                {
+                    return item->Delete(VARIANT_TRUE, VARIANT_FALSE);
+                };
+            },
+            {},
+            on,
+            on};
+}
+
+Action DeletionByShell()
+{
+    return {"DeletionByShell",
+            [](const Local& local)
+            {
+                return [item = local.Folder().As<IFileSystemItem>()]
+                {
+                    return item->Delete(VARIANT_TRUE, VARIANT_TRUE);
+                };
+            },
+            {}};
+}
+
+Action FolderCreation()
+{
+    return {"FolderCreation",
+            [](const Local& local)
+            {
+                return [made = local.Folder(u"new")]
+                {
+                    return made->Create(VARIANT_FALSE);
+                };
+            },
+            {}};
+}
+
+Action FolderPathCreation()
+{
+    return {"FolderPathCreation",
+            [](const Local& local)
+            {
+                return [made = local.Folder(u"sub/c/d")]
+                {
+                    return made->Create(VARIANT_TRUE);
+                };
+            },
+            // A level whose attributes can't be had isn't known to be a file.
+            {"GetFileAttributesW"}};
+}
+
+Action AttributeChange()
+{
+    return {"AttributeChange",
+            [](const Local& local)
+            {
+                return [item = local.Item()]
+                {
+                    const HRESULT status = item->SetAttributes(FILE_ATTRIBUTE_READONLY);
+                    std::uint32_t attributes = 0;
+                    EXPECT_EQ(item->GetAttributes(&attributes), S_OK);
+                    EXPECT_EQ(attributes == FILE_ATTRIBUTE_READONLY, status == S_OK);
+                    return status;
+                };
+            },
+            {}};
+}
+
+Action TimeChange()
+{
+    return {"TimeChange",
+            [](const Local& local)
+            {
+                return [item = local.File().As<IFileSystemItemExt>()]
+                {
+                    return item->SetModifiedTime(126256395061234500);
+                };
+            },
+            {"CloseHandle"}};
+}
+
+class EveryCall : public testing::TestWithParam<Action>
+{
+protected:
+    static int CallsWithoutFault()
+    {
+        const Local local;
+        const auto act = GetParam().prepare(local);
+        const Faults faults;
+        EXPECT_EQ(act(), S_OK);
+        return faults.Calls();
+    }
+
+    // The action with its n-th call failing.
+    static void RunWithFault(int n, DWORD error)
+    {
+        const Local local;
+        const Held before = Held::Now();
+        std::string operation;
+        HRESULT status = S_OK;
+        auto act = GetParam().prepare(local);
+        ClearError();
+        {
+            Faults faults;
+            faults.FailNth(n, error);
+            status = act();
+            ASSERT_EQ(faults.Failures(), 1);
+            operation = faults.Trace()[static_cast<std::size_t>(n - 1)];
+        }
+        const Result result{status, TakeErrorText()};
+        act = nullptr;
+        EXPECT_EQ(Held::Now(), before) << operation;
+        SCOPED_TRACE(operation);
+        ExpectOutcome(operation, result);
+        ExpectNothingLost(local, result.status);
+    }
+
+    static void ExpectOutcome(const std::string& operation, const Result& result)
+    {
+        if (GetParam().hidden.contains(operation))
+        {
+            EXPECT_EQ(result.status, S_OK);
+            return;
+        }
+        EXPECT_LT(result.status, 0);
+        EXPECT_EQ(result.text != u"(none)", GetParam().leavesText);
+    }
+
+    static void ExpectNothingLost(const Local& local, HRESULT status)
+    {
+        if (!GetParam().changesFile)
+        {
+            EXPECT_EQ(local.Content(), content);
+        }
+        if (FAILED(status))
+        {
+            EXPECT_TRUE(local.Has(u"a.txt"));
+            EXPECT_TRUE(local.Has(u"sub/b.txt"));
+        }
+    }
+};
+
+TEST_P(EveryCall, FailsInTurn)
+{
+    const int calls = CallsWithoutFault();
+    EXPECT_GT(calls, 0);
+    for (int n = 1; n <= calls; ++n)
+    {
+        for (const DWORD error : {ERROR_BUSY, ERROR_DISK_FULL, ERROR_NOT_ENOUGH_MEMORY})
+        {
+            SCOPED_TRACE(testing::Message() << "call " << n << ", error " << error);
+            RunWithFault(n, error);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Local, EveryCall,
+                         testing::Values(Creation(), LookupOfFile(), LookupOfFolder(),
+                                         LookupOfMissing(), Texts(), Reading(), ArchiveReading(),
+                                         Seeking(), Writing(), Listing(), DeletionOfFile(),
+                                         DeletionByShell(), FolderCreation(), FolderPathCreation(),
+                                         AttributeChange(), TimeChange()),
+                         [](const testing::TestParamInfo<Action>& info)
+                         { return std::string(info.param.name); });
+
+} // namespace
+
+} // namespace tarnwell::test

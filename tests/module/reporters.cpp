@@ -1,0 +1,83 @@
+// The interface that the error information names is the one that was called.
+#include "module/localtest.h"
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+// Failed, and named this interface.
+MATCHER_P(NamesInterface, id, "")
+{
+    return arg.status < 0 && arg.error && arg.error->interfaceId == id;
+}
+
+class Reporters : public LocalTest
+{
+protected:
+    Outcome Create(const std::u16string& path, VARIANT_BOOL recursive)
+    {
+        const auto item = NewFolder(path);
+        return OutcomeOf([&] { return item->Create(recursive); });
+    }
+};
+
+TEST_F(Reporters, OfAFolderThatIsNotMade)
+{
+    const std::u16string below = Joined(folder / u"missing", u"new");
+    EXPECT_THAT(Create(below, VARIANT_FALSE), NamesInterface(IID_IFolder));
+    EXPECT_THAT(Create(folder.Text(), VARIANT_FALSE), NamesInterface(IID_IFolder));
+}
+
+TEST_F(Reporters, OfAFolderThatWouldReplaceAFile)
+{
+    const std::u16string path = folder / u"later";
+    const auto item = NewFolder(path);
+    Put(u"later");
+    const Outcome outcome = OutcomeOf([&] { return item->Create(VARIANT_TRUE); });
+    EXPECT_THAT(outcome,
+                Failed(Win32Status(183),
+                       u"Unable to replace an existing file with a new folder \"" + path + u"\"."));
+    EXPECT_THAT(outcome, NamesInterface(IID_IFolder));
+}
+
+TEST_F(Reporters, OfAFolderThatIsNotListed)
+{
+    const auto missing = NewFolder(folder / u"missing");
+    ComPtr<IFolderContents> contents;
+    EXPECT_THAT(OutcomeOf([&] { return missing->GetContents(contents.Out()); }),
+                NamesInterface(IID_IFolder));
+}
+
+TEST_F(Reporters, OfAnIndexOutOfRange)
+{
+    const auto contents = List(folder.Text());
+    ComPtr<IFileSystemItem> item;
+    EXPECT_THAT(OutcomeOf([&] { return contents->GetItem(0, item.Out()); }),
+                NamesInterface(IID_IFolderContents));
+}
+
+TEST_F(Reporters, OfATimeThatIsNotSet)
+{
+    const auto item = NewFile(folder / u"missing").As<IFileSystemItemExt>();
+    EXPECT_THAT(OutcomeOf([&] { return item->SetModifiedTime(1000000000); }),
+                NamesInterface(IID_IFileSystemItemExt));
+}
+
+TEST_F(Reporters, OfNullPointers)
+{
+    const auto revisions = system.As<IFileSystemRevisions>();
+    EXPECT_THAT(OutcomeOf([&] { return revisions->HasRevisions(Ole(u"a"), 0, nullptr); }),
+                NamesInterface(IID_IFileSystemRevisions));
+    EXPECT_THAT(OutcomeOf([&] { return revisions->GetRevisions(Ole(u"a"), 0, nullptr); }),
+                NamesInterface(IID_IFileSystemRevisions));
+    const auto archive = Open(Put(u"a.txt")).As<ILib7zInStream>();
+    EXPECT_THAT(OutcomeOf([&] { return archive->Read(nullptr, 0, nullptr); }),
+                NamesInterface(IID_ISequentialStream))
+        << "deliberate: the archive's views claim no error information of their own";
+}
+
+} // namespace
+
+} // namespace tarnwell::test

@@ -1,0 +1,25 @@
+// Processes of a test's own.
+#pragma once
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tarnwell::test
+{
+
+// The exit code of a child that runs `body` and exits with what it gives; -1 if the child ended
+// otherwise. The child has a session of its own, and so no terminal.
+template <class Body> int ExitCodeOfChild(Body body)
+{
+    const pid_t child = fork();
+    if (child == 0)
+    {
+        setsid();
+        _exit(body());
+    }
+    int status = 0;
+    const bool ended = waitpid(child, &status, 0) == child;
+    return ended && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+} // namespace tarnwell::test

@@ -1,0 +1,104 @@
+// Addresses of files in Git working copies, and the search for their repository.
+#include "git/gituri.h"
+#include "frame/exception.h"
+#include "git/gitcommands.h"
+#include "support/tempfolder.h"
+
+#include <gtest/gtest.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+TEST(GitUri, HasAPathAndNothingElse)
+{
+    const GITUri uri(u"git://C:\\x\\a.txt#1234");
+    EXPECT_EQ(uri.GetScheme(), u"git");
+    EXPECT_EQ(uri.GetPath(), u"C:\\x\\a.txt#1234");
+    EXPECT_EQ(uri.GetUser() + uri.GetPassword() + uri.GetHost(), u"");
+    EXPECT_EQ(uri.GetPort(), noPort);
+}
+
+TEST(GitUri, CopiesLoseTheRevisionButForDisplay)
+{
+    const GITUri uri(u"git://C:\\x\\a.txt#1234");
+    EXPECT_EQ(uri.Clone()->GetText(), u"git://C:\\x\\a.txt");
+    EXPECT_NE(dynamic_cast<const GITUri*>(uri.Clone().get()), nullptr);
+    EXPECT_EQ(uri.ForComparison()->GetText(), u"git://C:\\x\\a.txt");
+    EXPECT_EQ(uri.ForDisplay()->GetText(), u"git://C:\\x\\a.txt#1234");
+    EXPECT_EQ(dynamic_cast<const GITUri*>(uri.ForDisplay().get()), nullptr);
+}
+
+TEST(GitUri, OtherSchemesAreRefused)
+{
+    for (const char16_t* text : {u"GIT://x", u"hg://x", u"gitx://x"})
+    {
+        try
+        {
+            const GITUri uri(text);
+            ADD_FAILURE() << "accepted";
+        }
+        catch (const ComException& exception)
+        {
+            EXPECT_EQ(static_cast<HRESULT>(exception.code), E_INVALIDARG);
+            EXPECT_EQ(exception.message, u"Invalid Git URI \"" + std::u16string(text) + u"\".");
+        }
+    }
+    EXPECT_THROW(GITUri(u"no address"), ComException);
+}
+
+TEST(GitUri, OnlyTheLastMarkerCounts)
+{
+    EXPECT_EQ(StripRevision(u"git://C:\\x#y\\a.txt#12"), u"git://C:\\x#y\\a.txt");
+    EXPECT_EQ(StripRevision(u"git://C:\\x#y\\a.txt"), u"git://C:\\x");
+    EXPECT_EQ(StripRevision(u"plain"), u"plain");
+    EXPECT_EQ(RevisionOf(u"a#b#c"), u"c");
+    EXPECT_EQ(RevisionOf(u"a#"), u"");
+    EXPECT_EQ(RevisionOf(u"a"), std::nullopt);
+    EXPECT_EQ(RevisionMarkerOf(u"a#b"), 1);
+    EXPECT_EQ(RevisionMarkerOf(u"ab"), -1);
+}
+
+TEST(GitUri, PathsAndAddressesMeanTheSameFile)
+{
+    EXPECT_EQ(ToolPath<GITUri>(u"C:\\x\\a.txt"), u"C:\\x\\a.txt");
+    EXPECT_EQ(ToolPath<GITUri>(u"git://C:\\x\\a.txt#12"), u"C:\\x\\a.txt");
+    EXPECT_EQ(ToolPath<GITUri>(u"/x/a.txt#12"), u"/x/a.txt");
+}
+
+TEST(GitRoot, IsTheNearestFolderWithARepository)
+{
+    const TempFolder folder;
+    fs::create_directories(folder.Path() / ".git");
+    fs::create_directories(folder.Path() / "sub" / "deep");
+    const std::u16string sub = folder / u"sub";
+    const std::optional<GitRoot> found = FindGitRoot(Joined(sub, u"a.txt"));
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->root, folder.Text());
+    EXPECT_EQ(found->relative, Joined(u"sub", u"a.txt"));
+    EXPECT_EQ(FindGitRoot(folder / u"a.txt")->relative, u"a.txt");
+    EXPECT_EQ(FindGitRoot(Joined(Joined(sub, u"deep"), u"b"))->relative,
+              Joined(Joined(u"sub", u"deep"), u"b"));
+}
+
+TEST(GitRoot, AFileOfThatNameDoesNotCount)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u".git", "gitdir: elsewhere");
+    EXPECT_FALSE(FindGitRoot(folder / u"a.txt"));
+}
+
+TEST(GitArguments, AreExactlyThese)
+{
+    EXPECT_EQ(GitLogArguments(u"/r/a b.txt"),
+              u"log --pretty=format:%H%n%an%n%at%n%x09%s%n! \"/r/a b.txt\"");
+    EXPECT_EQ(GitShowArguments(u"abc", Joined(u"sub", u"a.txt")), u"show \"abc:sub/a.txt\"");
+    EXPECT_EQ(GitShowArguments(std::nullopt, u"a.txt"), u"show \"HEAD:a.txt\"");
+    EXPECT_EQ(GitShowArguments(u"", u"a.txt"), u"show \":a.txt\"");
+}
+
+} // namespace
+} // namespace tarnwell::test
