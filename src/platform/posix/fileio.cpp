@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <limits>
+#include <optional>
 #include <unistd.h>
 
 namespace tarnwell::posix
@@ -84,7 +85,9 @@ extern "C" BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, DWORD* writte
     if (!CheckTransfer(written, overlapped))
         return 0;
     const int descriptor = DescriptorOf(file);
-    const NoPipeSignal noSignal;
+    std::optional<NoPipeSignal> noSignal;
+    if (IsPipe(file))
+        noSignal.emplace();
     const auto call = [&](DWORD done, DWORD rest)
     {
         return write(descriptor, static_cast<const BYTE*>(buffer) + done, rest);

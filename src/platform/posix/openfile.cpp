@@ -118,9 +118,8 @@ void LetTransfersWait(int descriptor, const Request& request)
 }
 
 // ERROR_SUCCESS, or why the open file may not be had. The system opens folders for reading.
-DWORD CheckOpened(int descriptor, const Request& request)
+DWORD CheckOpened(int descriptor, const Request& request, struct stat& entry)
 {
-    struct stat entry;
     if (fstat(descriptor, &entry) != 0)
     {
         FailWithErrno();
@@ -158,10 +157,11 @@ extern "C" HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD, SECURITY_ATTRIB
     FileDescriptor file = Open(*native, request);
     if (!file)
         return fail(LookupError(*native, errno));
-    if (const DWORD error = CheckOpened(file.Get(), request); error != ERROR_SUCCESS)
+    struct stat entry;
+    if (const DWORD error = CheckOpened(file.Get(), request, entry); error != ERROR_SUCCESS)
         return fail(error);
     if (request.Has(FILE_FLAG_DELETE_ON_CLOSE) && unlink(native->c_str()) != 0)
         return fail(LookupError(*native, errno));
     LetTransfersWait(file.Get(), request);
-    return HandleOf(file.Detach());
+    return HandleOf(file.Detach(), S_ISFIFO(entry.st_mode));
 }

@@ -15,8 +15,8 @@ extern "C" BOOL CreatePipe(HANDLE* read, HANDLE* write, SECURITY_ATTRIBUTES* sec
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
         return FailWithErrno();
-    *read = HandleOf(ends[0]);
-    *write = HandleOf(ends[1]);
+    *read = HandleOf(ends[0], true);
+    *write = HandleOf(ends[1], true);
     return 1;
 }
 

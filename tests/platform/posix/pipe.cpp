@@ -1,10 +1,12 @@
 // Pipes as only Linux has them.
 #include "platform/childrun.h"
 #include "platform/opened.h"
+#include "support/tempfolder.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <sys/stat.h>
 
 namespace tarnwell::test
 {
@@ -38,6 +40,19 @@ TEST(PipesPosix, WritingWithoutAReaderIsAnErrorAndNoSignal)
     sigset_t pending;
     sigpending(&pending);
     EXPECT_EQ(sigismember(&pending, SIGPIPE), 0);
+}
+
+TEST(PipesPosix, NamedPipeGivesNoSignalEither)
+{
+    ASSERT_EQ(signal(SIGPIPE, SIG_DFL), SIG_DFL);
+    const TempFolder folder;
+    const std::u16string path = folder / u"fifo";
+    ASSERT_EQ(mkfifo(std::filesystem::path(path).c_str(), 0600), 0);
+    OsHandle reader = OpenedForReading(path);
+    const OsHandle writer = Opened(path, GENERIC_WRITE, OPEN_EXISTING);
+    ASSERT_TRUE(writer);
+    EXPECT_TRUE(reader.Close());
+    EXPECT_EQ(ErrorOfWriting(writer), ERROR_BROKEN_PIPE);
 }
 
 TEST(PipesPosix, PendingSignalOfTheHostStays)
