@@ -17,6 +17,7 @@ protected:
     HANDLE Containing(std::string_view bytes)
     {
         const std::u16string path = folder_ / u"output";
+        file_.Close(); // an open file isn't written everywhere
         WriteBytes(path, bytes);
         file_ = OsHandle(CreateFileW(Wide(path), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
