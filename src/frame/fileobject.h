@@ -37,7 +37,7 @@ public:
     }
 
 protected:
-    ~FileObject() = default;
+    ~FileObject() override = default;
 
     static constexpr Reporter fileReporter{classId, IID_IFile};
 

@@ -43,7 +43,7 @@ public:
     }
 
 protected:
-    ~FolderObject() = default;
+    ~FolderObject() override = default;
 
     // Reads the folder now.
     virtual ComPtr<IFolderContents> MakeContents() = 0;

@@ -107,7 +107,7 @@ public:
     }
 
 protected:
-    ~IUriFileSystemItemImpl() = default;
+    ~IUriFileSystemItemImpl() override = default;
 
 private:
     static constexpr Reporter itemReporter{classId, IID_IFileSystemItem};

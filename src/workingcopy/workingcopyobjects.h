@@ -37,7 +37,7 @@ public:
     }
 
 protected:
-    ~WorkingCopyFileObject() = default;
+    ~WorkingCopyFileObject() override = default;
 
     std::ptrdiff_t FindRevisionMarker(std::u16string_view text) const final
     {
