@@ -5,6 +5,7 @@
 #include <tarnwell/host.h>
 
 #include <string_view>
+#include <utility>
 
 namespace tarnwell::host
 {
@@ -26,7 +27,7 @@ HRESULT Give(const std::u16string& text, BSTR* out)
 class HostObject final : public IHostWindow, public IHostCredentials, public IHostSettings
 {
 public:
-    explicit HostObject(const CommandLine& line) : line_(line) {}
+    explicit HostObject(CommandLine line) : line_(std::move(line)) {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
     {

@@ -11,7 +11,7 @@ namespace
 class ItemList final : public IItemList
 {
 public:
-    explicit ItemList(const std::vector<std::u16string>& addresses) : addresses_(addresses) {}
+    explicit ItemList(std::vector<std::u16string> addresses) : addresses_(std::move(addresses)) {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
     {

@@ -65,7 +65,7 @@ std::u16string ReadableSize(std::uint64_t bytes)
     // Tenths are cut, not rounded: 1023.99 KiB must not become 1024.0 KiB.
     std::size_t unit = 0;
     std::uint64_t rest = bytes;
-    while (rest >= 1024 * 1024)
+    while (rest >= std::uint64_t{1024} * 1024)
     {
         rest /= 1024;
         ++unit;

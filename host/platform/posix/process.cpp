@@ -1,8 +1,8 @@
 #include "system.h"
 
+#include <clocale>
 #include <cstdlib>
 #include <langinfo.h>
-#include <locale.h>
 #include <string>
 
 namespace tarnwell::host
