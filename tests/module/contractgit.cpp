@@ -1,5 +1,6 @@
 // The classes of the Git file system, and the revisions that it hands out.
-#include "module/contract.h"
+#include "module/contractrows.h"
+#include "module/localtest.h"
 
 namespace tarnwell::test
 {
@@ -62,7 +63,12 @@ ClassContract FileSystemContract()
             ClearedBy<IFileSystem>("GetFile", reinterpret_cast<IFile*>(1),
                                    [](IFileSystem* s, IFile** out)
                                    { return s->GetFile(Ole(u"x://y"), VARIANT_FALSE, out); }),
+            ClearedBy<IFileSystem>("CreateTempFile", reinterpret_cast<BSTR>(1),
+                                   [](IFileSystem* s, BSTR* out)
+                                   { return s->CreateTempFile(Ole(u"a"), out); }),
         },
+        [](::IUnknown* outer, const GUID& iid, void** out)
+        { return TheModule().CreateInstance(CLSID_GITFileSystem, outer, iid, out); },
     };
 }
 
@@ -74,33 +80,18 @@ ClassContract FileContract()
         {IID_IFileSystemItem, IID_IFileSystemItemComparableUrl, IID_IFile,
          IidOf<::ISupportErrorInfo>()},
         {IID_IFileSystemItem, IID_IFile},
-        {
-            NullOf<IFileSystemItem>("GetModifiedTime", Null::Bare,
-                                    [](IFileSystemItem* i) { return i->GetModifiedTime(nullptr); }),
-            NullOf<IFileSystemItem>("GetAttributes", Null::Bare,
-                                    [](IFileSystemItem* i) { return i->GetAttributes(nullptr); }),
-            NullOf<IFileSystemItem>("GetName", Null::Bare,
-                                    [](IFileSystemItem* i) { return i->GetName(nullptr); }),
-            NullOf<IFileSystemItem>("GetParentPath", Null::Bare,
-                                    [](IFileSystemItem* i) { return i->GetParentPath(nullptr); }),
-            NullOf<IFileSystemItem>("GetPath", Null::Bare,
-                                    [](IFileSystemItem* i) { return i->GetPath(nullptr); }),
-            NullOf<IFileSystemItemComparableUrl>("GetComparableName", Null::Bare,
-                                                 [](IFileSystemItemComparableUrl* i)
-                                                 { return i->GetComparableName(nullptr); }),
-            NullOf<IFileSystemItemComparableUrl>("GetComparableUrl", Null::Bare,
-                                                 [](IFileSystemItemComparableUrl* i)
-                                                 { return i->GetComparableUrl(nullptr); }),
-            NullOf<IFile>("GetSizeLow", Null::Message,
-                          [](IFile* f) { return f->GetSizeLow(nullptr); }),
-            NullOf<IFile>("GetSizeHigh", Null::Message,
-                          [](IFile* f) { return f->GetSizeHigh(nullptr); }),
+        AddressFileNulls({
             NullOf<IFile>("Open", Null::Bare,
                           [](IFile* f) { return f->Open(readAccess, openExisting, nullptr); }),
-        },
+        }),
         {
             ClearedBy<IFile>("GetSizeLow", std::uint32_t{7},
                              [](IFile* f, std::uint32_t* out) { return f->GetSizeLow(out); }),
+            ClearedBy<IFile>("GetSizeHigh", std::uint32_t{7},
+                             [](IFile* f, std::uint32_t* out) { return f->GetSizeHigh(out); }),
+            ClearedBy<IFileSystemItem>("GetModifiedTime", std::uint64_t{7},
+                                       [](IFileSystemItem* i, std::uint64_t* out)
+                                       { return i->GetModifiedTime(out); }),
             ClearedBy<IFileSystemItem>("GetAttributes", std::uint32_t{7},
                                        [](IFileSystemItem* i, std::uint32_t* out)
                                        { return i->GetAttributes(out); }),
@@ -117,12 +108,7 @@ ClassContract RevisionsContract()
         NoRevisions,
         {IID_IRevisions, IidOf<::ISupportErrorInfo>()},
         {IID_IRevisions},
-        {
-            NullOf<IRevisions>("GetCount", Null::Message,
-                               [](IRevisions* r) { return r->GetCount(nullptr); }),
-            NullOf<IRevisions>("GetItem", Null::Message,
-                               [](IRevisions* r) { return r->GetItem(0, nullptr); }),
-        },
+        RevisionsNulls(),
         {
             ClearedBy<IRevisions>("GetItem", reinterpret_cast<IRevision*>(1),
                                   [](IRevisions* r, IRevision** out)
@@ -136,6 +122,8 @@ ClassContract RevisionsContract()
 
 INSTANTIATE_TEST_SUITE_P(Git, Contract,
                          testing::Values(FileSystemContract(), FileContract(), RevisionsContract()),
+                         ContractName);
+INSTANTIATE_TEST_SUITE_P(Git, CreationContract, testing::Values(FileSystemContract()),
                          ContractName);
 
 } // namespace
