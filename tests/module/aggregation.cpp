@@ -9,7 +9,7 @@ namespace
 {
 
 // Classes that can be parts; to grow with each backend.
-constexpr GUID classes[] = {CLSID_Win32FileSystem, CLSID_GITFileSystem};
+constexpr GUID classes[] = {CLSID_Win32FileSystem, CLSID_HGFileSystem, CLSID_GITFileSystem};
 
 TEST(Aggregation, IsForIUnknownOnly)
 {

@@ -2,6 +2,7 @@
 // small stack, by every pattern that addresses are taken apart with.
 #include "frame/exception.h"
 #include "git/gituri.h"
+#include "mercurial/hguri.h"
 #include "support/smallstack.h"
 
 #include <gtest/gtest.h>
@@ -109,7 +110,8 @@ TEST_P(HostileAddresses, WhatNeverBecomesAnAddressIsRefused)
 
 INSTANTIATE_TEST_SUITE_P(Uri, HostileAddresses,
                          testing::Values(AddressClass{"Common", u"ftp", Make<Uri>},
-                                         AddressClass{"Git", u"git", Make<GITUri>}),
+                                         AddressClass{"Git", u"git", Make<GITUri>},
+                                         AddressClass{"Mercurial", u"hg", Make<HGUri>}),
                          [](const auto& info) { return info.param.name; });
 
 } // namespace
