@@ -65,6 +65,8 @@ void CheckParts(const Uri& uri, const UriParts& parts)
     Expect((hostAndPort == parts.host) == (parts.port == noPort), "a port follows where one is");
     Expect(uri.GetText().starts_with(parts.scheme + u"://"), "the scheme is where it was");
     Expect(uri.GetText().ends_with(parts.path), "the path is where it was");
+    Expect(parts.path.find_first_of(u"\n\r\u2028\u2029") == std::u16string::npos,
+           "a path is one line");
     Expect(uri.GetGroup(-1).empty() && uri.GetGroup(10000).empty(), "other groups are empty");
 }
 
@@ -78,6 +80,10 @@ void CheckComposed(const Uri& uri, UriParts parts)
     Expect(composed->Compose(parts)->GetText() == composed->GetText(), "once is enough");
     CheckSame(bare->GetParts(), {parts.scheme, {}, {}, parts.host, parts.port, parts.path},
               "credentials go, and nothing else");
+    UriParts local = parts;
+    local.host.clear();
+    Expect(uri.Compose(local)->GetText() == parts.scheme + u"://" + parts.path,
+           "without a host there is a path only");
     const std::size_t last = parts.path.rfind(u'/');
     parts.path.resize(last == std::u16string::npos ? 0 : last);
     CheckSame(uri.GetParent()->GetParts(), parts, "a parent differs in its path only");

@@ -2,6 +2,9 @@
 
 #include "support/output.h"
 #include "support/target.h"
+#include "workingcopy/workingcopyparser.h"
+
+#include <tarnwell/text.h>
 
 #include <algorithm>
 
@@ -13,9 +16,10 @@ namespace
 
 constexpr std::u16string_view path = u"/r/a#b/c.txt";
 
-// The first second and the last that a log can tell, as FILETIME values.
-constexpr std::uint64_t firstTime = 116444736000000000 - 2147483648ULL * 10000000;
-constexpr std::uint64_t lastTime = 116444736000000000 + 2147483647ULL * 10000000;
+// FILETIME values: second 0, and the first and the last that a log can tell.
+constexpr std::uint64_t startTime = 116444736000000000;
+constexpr std::uint64_t firstTime = startTime - 2147483648ULL * 10000000;
+constexpr std::uint64_t lastTime = startTime + 2147483647ULL * 10000000;
 
 void CheckWorkingCopy(const RevisionRecord& record)
 {
@@ -40,6 +44,13 @@ bool IsSame(const RevisionRecord& left, const RevisionRecord& right)
            left.description == right.description && left.modifiedTime == right.modifiedTime;
 }
 
+void CheckTime(std::u16string_view text)
+{
+    const std::uint64_t time = UnixTimeToFileTime(text);
+    Expect(text.starts_with(u'-') ? time <= startTime : time >= startTime,
+           "a number keeps its sign");
+}
+
 // Up to a line's end near the middle.
 std::string_view HalfOf(std::string_view bytes)
 {
@@ -62,6 +73,8 @@ void CheckLog(std::string_view bytes, LogReader read, std::u16string_view scheme
     constexpr std::size_t shortest = 8;
     Expect(records.empty() || (records.size() - 1) * shortest <= bytes.size() + 1,
            "nothing is made up");
+
+    CheckTime(DecodeName(bytes));
 
     const std::vector<RevisionRecord> first = read(file, OutputOf(HalfOf(bytes)));
     Expect(first.size() <= records.size() &&
