@@ -1,7 +1,7 @@
 // A revision of a real repository.
 #include "module/contractrows.h"
 #include "module/localtest.h"
-#include "support/posix/repository.h"
+#include "support/repository.h"
 
 namespace tarnwell::test
 {

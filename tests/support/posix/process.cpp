@@ -1,4 +1,4 @@
-#include "e2e/process.h"
+#include "support/process.h"
 
 #include <tarnwell/text.h>
 
@@ -25,7 +25,7 @@ std::vector<char*> Pointers(std::vector<std::string>& texts)
     return pointers;
 }
 
-std::vector<std::string> ArgumentsOf(const std::filesystem::path& program, const HostCall& call)
+std::vector<std::string> ArgumentsOf(const std::filesystem::path& program, const ProcessCall& call)
 {
     std::vector<std::string> arguments = {program.string()};
     for (const std::u16string& argument : call.arguments)
@@ -33,7 +33,7 @@ std::vector<std::string> ArgumentsOf(const std::filesystem::path& program, const
     return arguments;
 }
 
-std::vector<std::string> EnvironmentOf(const HostCall& call)
+std::vector<std::string> EnvironmentOf(const ProcessCall& call)
 {
     std::vector<std::string> variables;
     for (char** entry = environ; *entry != nullptr; ++entry)
@@ -102,7 +102,7 @@ int ExitCodeOf(pid_t child)
 
 } // namespace
 
-int RunProcess(const std::filesystem::path& program, const HostCall& call,
+int RunProcess(const std::filesystem::path& program, const ProcessCall& call,
                const ProcessFiles& files)
 {
     std::vector<std::string> arguments = ArgumentsOf(program, call);
@@ -114,9 +114,9 @@ int RunProcess(const std::filesystem::path& program, const HostCall& call,
     if (!call.folder.empty())
         actions.ChangeFolder(call.folder);
     pid_t child = 0;
-    Check(posix_spawn(&child, program.c_str(), actions.Get(), nullptr, Pointers(arguments).data(),
-                      Pointers(variables).data()),
-          "posix_spawn");
+    Check(posix_spawnp(&child, program.c_str(), actions.Get(), nullptr, Pointers(arguments).data(),
+                       Pointers(variables).data()),
+          "posix_spawnp");
     return ExitCodeOf(child);
 }
 

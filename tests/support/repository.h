@@ -4,6 +4,7 @@
 #include "support/tempfolder.h"
 
 #include <string>
+#include <vector>
 
 namespace tarnwell::test
 {
@@ -11,6 +12,7 @@ namespace tarnwell::test
 class Repository
 {
 public:
+    // Without clients, an empty folder.
     Repository();
 
     const TempFolder& Folder() const
@@ -22,9 +24,11 @@ public:
         return folder_ / name;
     }
 
-    // Runs "git `arguments`" in the repository, with no settings but its own; what it prints,
-    // without the line feed at its end. Throws if it fails.
-    std::string Git(const std::string& arguments) const;
+    // Runs Git in the repository, with arguments between blanks; what it prints, without the line
+    // feed at its end. Throws if it fails.
+    std::string Git(std::string_view words) const;
+    // The same with any arguments.
+    std::string Run(std::vector<std::string> arguments) const;
 
     // Writes the file and commits it; the commit's hash.
     std::string Commit(std::u16string_view name, std::string_view bytes, const std::string& subject,

@@ -7,7 +7,7 @@
 namespace tarnwell::test
 {
 
-// Sets the variable, or with null takes it away, for as long as it lives.
+// Sets the variable, or with null takes it away, for as long as it lives. Texts are UTF-8.
 class EnvironmentValue
 {
 public:
@@ -18,9 +18,15 @@ public:
 
     void Set(const char* value) const;
 
+    // Nothing if there is no such variable.
+    static std::optional<std::string> Of(const char* name);
+
 private:
     const char* name_;
     std::optional<std::string> before_;
 };
+
+// The variable that names the folder for temporary files.
+extern const char* const temporaryFolderVariable;
 
 } // namespace tarnwell::test

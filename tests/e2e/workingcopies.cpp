@@ -1,8 +1,9 @@
 // The host program on files of Git and Mercurial repositories.
 #include "e2e/hostrun.h"
 #include "e2e/json.h"
-#include "support/posix/mercurialrepository.h"
-#include "support/posix/repository.h"
+#include "support/clients.h"
+#include "support/mercurialrepository.h"
+#include "support/repository.h"
 
 #include <gmock/gmock.h>
 
@@ -20,6 +21,9 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 constexpr std::string_view author = "\xC3\x9Cml\xC3\xA4ut";
+
+const std::string oldBytes("old\r\n\n\0\x1A\xFF", 8);
+const std::string newBytes("new text\r\n");
 
 struct System
 {
@@ -47,14 +51,14 @@ History MakeHistory(const System& system)
     if (system.name == std::string("Git"))
     {
         const auto made = std::make_shared<Repository>();
-        const std::string oldest = made->Commit(u"sub/a b.txt", "old\r\n", "first", by);
-        const std::string newest = made->Commit(u"sub/a b.txt", "new text\r\n", "second", by);
+        const std::string oldest = made->Commit(u"sub/a b.txt", oldBytes, "first", by);
+        const std::string newest = made->Commit(u"sub/a b.txt", newBytes, "second", by);
         return {*made / u"sub/a b.txt", Widened(oldest), Widened(newest), made};
     }
     const auto made = std::make_shared<MercurialRepository>();
-    const std::string option = "-u '" + by + "'";
-    made->Commit(u"sub/a b.txt", "old\r\n", "first", option);
-    made->Commit(u"sub/a b.txt", "new text\r\n", "second", option);
+    const std::vector<std::string> option = {"-u", by};
+    made->Commit(u"sub/a b.txt", oldBytes, "first", option);
+    made->Commit(u"sub/a b.txt", newBytes, "second", option);
     return {*made / u"sub/a b.txt", u"0", u"1", made};
 }
 
@@ -62,19 +66,20 @@ History MakeHistory(const System& system)
 const History& HistoryOf(const System& system)
 {
     static std::map<const char*, History> made;
+    if (!WhyNoClients().empty())
+        return made[system.name];
     const auto found = made.find(system.name);
     return found == made.end() ? made.emplace(system.name, MakeHistory(system)).first->second
                                : found->second;
 }
 
-class WorkingCopies : public testing::TestWithParam<System>
+class WorkingCopies : public ClientTest, public testing::WithParamInterface<System>
 {
 protected:
     HostRun Run(const std::vector<std::u16string>& arguments,
-                std::vector<std::pair<std::string, std::string>> environment = {}) const
+                const std::vector<std::pair<std::string, std::string>>& environment = {}) const
     {
-        environment.emplace_back("HOME", home_.Path().string());
-        return RunHost({arguments, {}, std::move(environment), {}});
+        return RunHost({arguments, {}, environment, {}});
     }
 
     std::u16string Address(const std::u16string& revision = {}) const
@@ -82,7 +87,6 @@ protected:
         return GetParam().scheme + history_.path + (revision.empty() ? u"" : u"#" + revision);
     }
 
-    const TempFolder home_;
     const History& history_ = HistoryOf(GetParam());
 };
 
@@ -100,7 +104,7 @@ TEST_P(WorkingCopies, LogListsTheRevisions)
     EXPECT_EQ(lines[1].Text("description"), "second");
     EXPECT_EQ(lines[1].Text("author"), author);
     EXPECT_EQ(lines[2].Text("description"), "first");
-    EXPECT_EQ(Run({u"cat", Widened(lines[2].Text("uri"))}).output, "old\r\n");
+    EXPECT_EQ(Run({u"cat", Widened(lines[2].Text("uri"))}).output, oldBytes);
 }
 
 TEST_P(WorkingCopies, LogIsReadableToo)
@@ -112,15 +116,16 @@ TEST_P(WorkingCopies, LogIsReadableToo)
 
 TEST_P(WorkingCopies, LogOfWhatHasNoHistoryIsEmpty)
 {
-    const HostRun run = Run({u"log", GetParam().scheme + home_.Text()});
+    const TempFolder folder;
+    const HostRun run = Run({u"log", GetParam().scheme + folder.Text()});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.output + run.errors, "");
 }
 
 TEST_P(WorkingCopies, CatGivesTheBytesOfARevision)
 {
-    EXPECT_EQ(Run({u"cat", Address()}).output, "new text\r\n");
-    EXPECT_EQ(Run({u"cat", Address(history_.oldest)}).output, "old\r\n");
+    EXPECT_EQ(Run({u"cat", Address()}).output, newBytes);
+    EXPECT_EQ(Run({u"cat", Address(history_.oldest)}).output, oldBytes);
 }
 
 TEST_P(WorkingCopies, CatTellsWhatTheClientSays)

@@ -1,8 +1,10 @@
-#include "e2e/process.h"
+#include "support/process.h"
+
+#include "support/environmentvalue.h"
 
 #include <windows.h>
 
-#include <cstdlib>
+#include <forward_list>
 #include <stdexcept>
 
 namespace tarnwell::test
@@ -57,7 +59,7 @@ std::wstring Quoted(const std::wstring& argument)
     return result.append(backslashes, L'\\') + L"\"";
 }
 
-std::wstring CommandLineOf(const std::filesystem::path& program, const HostCall& call)
+std::wstring CommandLineOf(const std::filesystem::path& program, const ProcessCall& call)
 {
     std::wstring line = Quoted(program.wstring());
     for (const std::u16string& argument : call.arguments)
@@ -67,7 +69,7 @@ std::wstring CommandLineOf(const std::filesystem::path& program, const HostCall&
 
 } // namespace
 
-int RunProcess(const std::filesystem::path& program, const HostCall& call,
+int RunProcess(const std::filesystem::path& program, const ProcessCall& call,
                const ProcessFiles& files)
 {
     const OwnHandle input(OpenFor(files.input, GENERIC_READ, OPEN_EXISTING));
@@ -81,12 +83,14 @@ int RunProcess(const std::filesystem::path& program, const HostCall& call,
     startup.hStdError = errors.Get();
     std::wstring line = CommandLineOf(program, call);
     // The child takes its variables from this process: no test here runs beside another one.
+    // The last one set is put back first.
+    std::forward_list<EnvironmentValue> variables;
     for (const auto& [name, value] : call.environment)
-        _putenv_s(name.c_str(), value.c_str());
+        variables.emplace_front(name.c_str(), value.empty() ? nullptr : value.c_str());
     const wchar_t* const folder = call.folder.empty() ? nullptr : call.folder.c_str();
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder,
-                        &startup, &process))
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder, &startup,
+                        &process))
         throw std::runtime_error("CreateProcessW: error " + std::to_string(GetLastError()));
     const OwnHandle thread(process.hThread);
     const OwnHandle child(process.hProcess);
