@@ -37,6 +37,7 @@ int wmain(int count, wchar_t** texts, wchar_t** entries)
     if (!arguments.empty() && arguments[0] == "kill")
     {
         std::fputs("last words", stderr);
+        std::fflush(stderr);
         TerminateProcess(GetCurrentProcess(), 137);
     }
     return RunCommand(arguments, environment);
