@@ -1,5 +1,5 @@
-// What becomes of files in Git where the client, the repository or the content is out of the
-// ordinary. Clients that can't be had from the real one are scripts, first on the PATH.
+// What becomes of files in Git where the client or the repository is out of the ordinary. Clients
+// that can't be had from the real one are scripts, first on the PATH.
 #include "module/workingcopytest.h"
 #include "support/posix/child.h"
 #include "support/posix/environmentvalue.h"
@@ -8,7 +8,6 @@
 #include "support/posix/shellrun.h"
 
 #include <atomic>
-#include <fstream>
 #include <thread>
 
 namespace tarnwell::test
@@ -197,72 +196,6 @@ TEST_F(GitRuns, ARepositoryMayBeTheRootOfAMount)
     if (code == notPermitted)
         GTEST_SKIP() << "nothing may be mounted here";
     EXPECT_EQ(code, 0);
-}
-
-// ---- Content ----
-
-// Nothing but zeros and, at the start of each mebibyte, its number.
-class Blob
-{
-public:
-    static constexpr std::size_t piece = 1 << 20;
-    static constexpr std::size_t pieces = 300;
-
-    // Without allocations, as the caller looks at the memory in use.
-    static bool IsPiece(std::string_view bytes, std::size_t number)
-    {
-        const std::string text = std::to_string(number);
-        return bytes.size() == piece && bytes.starts_with(text) &&
-               bytes.find_first_not_of('\0', text.size()) == std::string_view::npos;
-    }
-    // With holes for the zeros.
-    static void Write(const std::u16string& path)
-    {
-        std::ofstream file(fs::path(path), std::ios::binary);
-        for (std::size_t i = 0; i < pieces; ++i)
-            file.seekp(static_cast<std::streamoff>(i * piece)) << i;
-        file.close();
-        fs::resize_file(fs::path(path), pieces * piece);
-    }
-};
-
-// In KiB, by its name in /proc.
-std::int64_t MemoryFact(const std::string& name)
-{
-    std::ifstream facts("/proc/self/status");
-    for (std::string line; std::getline(facts, line);)
-    {
-        if (line.starts_with(name + ":"))
-            return std::stoll(line.substr(name.size() + 1));
-    }
-    ADD_FAILURE() << "no " << name;
-    return 0;
-}
-
-TEST_F(GitRuns, ContentOfAnySizePassesTheHostsMemoryBy)
-{
-    Blob::Write(repository_ / u"big");
-    repository_.Git("-c core.bigFileThreshold=1m -c core.compression=1 add big");
-    repository_.Git("commit -q -m big");
-    std::string block(Blob::piece, '\0');
-    // From here on the peak counts anew.
-    std::ofstream("/proc/self/clear_refs") << 5;
-    const std::int64_t before = MemoryFact("VmRSS");
-
-    ComPtr<IFileStream> stream;
-    ASSERT_THAT(Open(Address(u"big"), stream), Succeeded());
-    const auto bytes = stream.As<::ISequentialStream>();
-    ULONG count = 0;
-    for (std::size_t i = 0; i < Blob::pieces; ++i)
-    {
-        ASSERT_EQ(bytes->Read(block.data(), Blob::piece, &count), S_OK);
-        ASSERT_TRUE(count == Blob::piece && Blob::IsPiece(block, i)) << i;
-    }
-    EXPECT_EQ(bytes->Read(block.data(), Blob::piece, &count), S_OK);
-    EXPECT_EQ(count, 0U);
-
-    constexpr std::int64_t allowed = 32 * 1024; // KiB
-    EXPECT_LT(MemoryFact("VmHWM") - before, allowed);
 }
 
 } // namespace
