@@ -74,10 +74,6 @@ public:
         return left;
     }
 
-protected:
-    Counted() = default;
-    ~Counted() = default;
-
 private:
     ModuleLock moduleLock_;
     CriticalSection section_; // each object has its own, as the free-threaded model asks

@@ -71,33 +71,38 @@ TEST(NoMemory, MakesNoClassObject)
     StopModule();
 }
 
+// What `make` leaves when the object that it makes first is refused.
+template <class Make> PublishedError ErrorWithoutMemory(Make&& make)
+{
+    ClearError();
+    refuse = true;
+    EXPECT_EQ(std::forward<Make>(make)(), E_OUTOFMEMORY);
+    return TakeError().value_or(PublishedError{});
+}
+
 TEST(NoMemory, MakesNoItemOfAnAddress)
 {
     ComPtr<IFileSystem> system;
     ASSERT_EQ(MakeInstance<GITFileSystemObject>(nullptr, IID_IFileSystem, system.OutVoid()), S_OK);
     auto* file = reinterpret_cast<IFile*>(1);
-    const Result result = ResultOf(
-        [&]
-        {
-            refuse = true;
-            return system->GetFile(u"git:///a", VARIANT_FALSE, &file);
-        });
-    EXPECT_THAT(result, FailsWith(E_OUTOFMEMORY, NoObject() + u" [interfaceimpl@"));
+    const PublishedError error =
+        ErrorWithoutMemory([&] { return system->GetFile(u"git:///a", VARIANT_FALSE, &file); });
+    EXPECT_EQ(WithoutLine(error.text), NoObject() + u" [interfaceimpl@N]");
+    EXPECT_TRUE(error.interfaceId == IID_IFileSystem);
     EXPECT_EQ(file, nullptr);
 }
 
 TEST(NoMemory, MakesNoRevisions)
 {
     auto* revisions = reinterpret_cast<IRevisions*>(1);
-    const Result result = ResultOf(
+    const PublishedError error = ErrorWithoutMemory(
         [&]
         {
-            refuse = true;
             return GetRevisionsHidingFailures(CLSID_GITFileSystem, &revisions,
                                               [] { return std::vector<RevisionRecord>(); });
         });
-    EXPECT_THAT(result, FailsWith(E_OUTOFMEMORY, NoObject()));
-    EXPECT_EQ(result.text, NoObject()) << "no position in the source";
+    EXPECT_EQ(error.text, NoObject()) << "no position in the source";
+    EXPECT_TRUE(error.interfaceId == IID_IFileSystemRevisions);
     EXPECT_EQ(revisions, nullptr);
 }
 
@@ -106,14 +111,10 @@ TEST(NoMemory, MakesNoRevision)
     ComPtr<IRevisions> revisions;
     ASSERT_EQ(MakeRevisions({RevisionRecord{}}, CLSID_GITFileSystem, revisions.Out()), S_OK);
     auto* revision = reinterpret_cast<IRevision*>(1);
-    const Result result = ResultOf(
-        [&]
-        {
-            refuse = true;
-            return revisions->GetItem(0, &revision);
-        });
-    EXPECT_EQ(result.status, E_OUTOFMEMORY);
-    EXPECT_EQ(result.text, NoObject());
+    const PublishedError error =
+        ErrorWithoutMemory([&] { return revisions->GetItem(0, &revision); });
+    EXPECT_EQ(error.text, NoObject());
+    EXPECT_TRUE(error.interfaceId == IID_IRevisions);
     EXPECT_EQ(revision, nullptr);
 }
 

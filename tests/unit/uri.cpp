@@ -127,8 +127,8 @@ TEST(Uri, PathsHoldNoLineEnd)
 
 TEST(Uri, WhatDoesNotMatchFailsAtEveryQuestion)
 {
-    for (const char16_t* text :
-         {u"nothing", u"", u"ftp:/host", u"://host", u"ftp://h/a\nb", u"ftp://h/a\u2028b"})
+    for (const char16_t* text : {u"nothing", u"", u"ftp:/user:password@host", u"://host",
+                                 u"ftp://h/a\nb", u"ftp://h/a\u2028b"})
     {
         const Uri uri(text);
         EXPECT_EQ(uri.GetText(), text);
