@@ -1,13 +1,12 @@
 #include "client/pairs.h"
 
+#include "support/costs.h"
 #include "support/files.h"
-#include "support/timing.h"
 
 #include "loader.h"
 
 #include <cstdio>
 #include <stdexcept>
-#include <sys/resource.h>
 
 namespace tarnwell::bench
 {
@@ -22,34 +21,6 @@ void Require(bool holds, const char* failure)
     if (!holds)
         throw std::runtime_error(failure);
 }
-
-// What this process and its ended children have had of the processors, in seconds.
-double ProcessorTime()
-{
-    double total = 0;
-    for (const int whose : {RUSAGE_SELF, RUSAGE_CHILDREN})
-    {
-        rusage usage{};
-        getrusage(whose, &usage);
-        for (const timeval& time : {usage.ru_utime, usage.ru_stime})
-            total += static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
-    }
-    return total;
-}
-
-// What one side took, round by round, in seconds.
-struct Costs
-{
-    std::vector<double> time;
-    std::vector<double> processor;
-
-    void Add(const std::function<void()>& action)
-    {
-        const double before = ProcessorTime();
-        time.push_back(SecondsOf(action));
-        processor.push_back(ProcessorTime() - before);
-    }
-};
 
 // Whether the pair is within its limit.
 bool Measure(const Pair& pair)
