@@ -1,5 +1,6 @@
 // Any text as an address of each class.
 #include "git/gituri.h"
+#include "mercurial/hguri.h"
 #include "support/addresses.h"
 
 #include <tarnwell/text.h>
@@ -57,6 +58,7 @@ struct AddressClass
 constexpr AddressClass classes[] = {
     {Make<Uri>, CheckPlain},
     {Make<GITUri>, CheckWorkingCopy<GITUri>},
+    {Make<HGUri>, CheckWorkingCopy<HGUri>},
 };
 
 } // namespace

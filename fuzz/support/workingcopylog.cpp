@@ -1,5 +1,6 @@
 #include "support/workingcopylog.h"
 
+#include "runner/trim.h"
 #include "support/output.h"
 #include "support/target.h"
 #include "workingcopy/workingcopyparser.h"
@@ -34,6 +35,8 @@ void CheckRevision(const RevisionRecord& record, const std::u16string& address)
     Expect(record.modifiedTime == record.revisionTime, "a revision has one time");
     Expect(record.modifiedTime >= firstTime && record.modifiedTime <= lastTime,
            "seconds have 32 bits");
+    Expect(record.description == TrimmedLeft(record.description),
+           "descriptions have no blanks in front");
     const std::u16string lines = record.id + record.author;
     Expect(lines.find(u'\n') == std::u16string::npos, "an id and an author are lines");
 }

@@ -1,12 +1,7 @@
-#include "client/repository.h"
+#include "client/gitimport.h"
 
 #include <cerrno>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
 #include <system_error>
-#include <unistd.h>
-#include <vector>
 
 namespace tarnwell::bench
 {
@@ -18,20 +13,6 @@ namespace
 constexpr const char* setUp = " -c core.compression=0";
 
 } // namespace
-
-void UseOwnSettings(const std::string& home)
-{
-    std::vector<std::string> hidden{"XDG_CONFIG_HOME"};
-    for (char** entry = environ; *entry != nullptr; ++entry)
-    {
-        if (std::strncmp(*entry, "GIT_", 4) == 0)
-            hidden.emplace_back(*entry, std::strcspn(*entry, "="));
-    }
-    for (const std::string& name : hidden)
-        unsetenv(name.c_str());
-    std::filesystem::create_directory(home);
-    setenv("HOME", home.c_str(), 1);
-}
 
 GitImport::GitImport(const std::string& folder)
 {

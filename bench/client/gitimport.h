@@ -1,4 +1,4 @@
-// Repositories for measuring, which the real clients make.
+// A Git repository that is made quickly, by the real client.
 #pragma once
 
 #include <cstdio>
@@ -7,9 +7,6 @@
 
 namespace tarnwell::bench
 {
-
-// Lets the clients see no settings but those in the new folder `home`, in place of the user's.
-void UseOwnSettings(const std::string& home);
 
 // A new Git repository at `folder`, with commits on its branch "main". It is complete when this
 // object is gone.
