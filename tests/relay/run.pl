@@ -131,7 +131,7 @@ sub answer {
     my ($folder) = receive_list($connection);
     my %caller = variables(receive_list($connection));
     die "not a client: $client\n" unless $clients{$client};
-    my $home = File::Temp->newdir;
+    my $home = File::Temp->newdir('tarnwell-home-XXXXXXXX', TMPDIR => 1);
     my %environment = client_environment(\%caller, $home->dirname);
     ($folder, @arguments) = map { unix_path($_, $caller{WINEPREFIX}) } $folder, @arguments;
     hand_over($connection, start($client, \@arguments, $folder, \%environment));
