@@ -158,10 +158,10 @@ TEST_F(Mercurial, ErrorTextFailsTheOpening)
     const Outcome outcome = FailedOpen(address);
     EXPECT_EQ(outcome.status, E_FAIL);
     ASSERT_TRUE(outcome.error);
-    EXPECT_TRUE(outcome.error->text.starts_with(u"An error occurred while accessing \"" + address +
-                                                u"\"\n\nabort: unknown revision '99'"))
-        << fs::path(outcome.error->text);
-    EXPECT_NE(outcome.error->text.find(u" [hgobjects@"), std::u16string::npos);
+    const std::u16string text = WithLineFeeds(outcome.error->text);
+    EXPECT_TRUE(text.starts_with(u"An error occurred while accessing \"" + address +
+                                 u"\"\n\nabort: unknown revision '99' [hgobjects@"))
+        << fs::path(text);
 }
 
 TEST_F(Mercurial, ABrokenExtensionsWarningFailsTheOpening)
