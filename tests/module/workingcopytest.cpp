@@ -17,6 +17,7 @@ Revision FactsOf(const ComPtr<IRevision>& revision)
     EXPECT_EQ(revision->GetDescription(description.Out()), S_OK);
     EXPECT_EQ(revision->GetAuthor(author.Out()), S_OK);
     EXPECT_EQ(revision->GetUri(uri.Out()), S_OK);
+    EXPECT_EQ(revision->GetModifiedTime(&found.modified), S_OK);
     EXPECT_EQ(revision->GetRevisionTime(&found.time), S_OK);
     found.id = id.View();
     found.description = description.View();
@@ -74,6 +75,15 @@ Outcome WorkingCopyTest::Open(const std::u16string& address, ComPtr<IFileStream>
 {
     const auto file = File(address);
     return OutcomeOf([&] { return file->Open(readAccess, openExisting, stream.Out()); });
+}
+
+Outcome WorkingCopyTest::FailedOpen(const std::u16string& address) const
+{
+    ComPtr<IFileStream> stream;
+    Outcome outcome = Open(address, stream);
+    EXPECT_LT(outcome.status, 0);
+    EXPECT_FALSE(stream);
+    return outcome;
 }
 
 std::string WorkingCopyTest::Content(const std::u16string& address) const

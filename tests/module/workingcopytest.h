@@ -13,6 +13,7 @@ namespace tarnwell::test
 struct Revision
 {
     std::u16string id, description, author, uri;
+    std::uint64_t modified = 0; // FILETIME values
     std::uint64_t time = 0;
 };
 
@@ -28,6 +29,8 @@ protected:
 
     ComPtr<IFile> File(const std::u16string& address) const;
     Outcome Open(const std::u16string& address, ComPtr<IFileStream>& stream) const;
+    // What Open says where it must fail.
+    Outcome FailedOpen(const std::u16string& address) const;
     std::string Content(const std::u16string& address) const;
 
     const ComPtr<IFileSystem> system;

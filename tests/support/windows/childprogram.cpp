@@ -1,4 +1,6 @@
-#include "platform/childrun.h"
+#include "support/childprogram.h"
+
+#include <windows.h>
 
 namespace tarnwell::test
 {

@@ -1,4 +1,4 @@
-#include "platform/childrun.h"
+#include "support/childprogram.h"
 
 namespace tarnwell::test
 {
