@@ -17,6 +17,7 @@ using LPVOID = void*;
 using LONGLONG = std::int64_t;
 using DWORD_PTR = std::uintptr_t;
 using LONG_PTR = std::intptr_t;
+using ULONG_PTR = std::uintptr_t;
 using LANGID = WORD;
 using WCHAR = char16_t;
 using LPWSTR = WCHAR*;
@@ -28,8 +29,9 @@ using HRSRC = void*;
 using HGLOBAL = void*;
 using HLOCAL = void*;
 
-// Callbacks have the plain calling convention.
+// Callbacks and the system's own calls have the plain calling convention.
 #define CALLBACK
+#define NTAPI
 
 // ---- Errors ------------------------------------------------------------------------------
 
@@ -72,6 +74,7 @@ inline constexpr DWORD ERROR_IO_DEVICE = 1117;
 inline constexpr DWORD ERROR_TOO_MANY_LINKS = 1142;
 inline constexpr DWORD ERROR_CANCELLED = 1223;
 inline constexpr DWORD ERROR_DISK_QUOTA_EXCEEDED = 1295;
+inline constexpr DWORD ERROR_NONE_MAPPED = 1332;
 inline constexpr DWORD ERROR_RESOURCE_TYPE_NOT_FOUND = 1813;
 inline constexpr DWORD ERROR_RESOURCE_NAME_NOT_FOUND = 1814;
 inline constexpr DWORD ERROR_RESOURCE_LANG_NOT_FOUND = 1815;
@@ -119,6 +122,8 @@ inline constexpr DWORD MAX_PATH = 260;
 
 inline constexpr DWORD GENERIC_READ = 0x80000000;
 inline constexpr DWORD GENERIC_WRITE = 0x40000000;
+inline constexpr DWORD FILE_LIST_DIRECTORY = 0x0001;
+inline constexpr DWORD FILE_READ_ATTRIBUTES = 0x0080;
 inline constexpr DWORD FILE_WRITE_ATTRIBUTES = 0x0100;
 inline constexpr DWORD FILE_SHARE_READ = 1;
 inline constexpr DWORD FILE_SHARE_WRITE = 2;
@@ -166,7 +171,8 @@ extern "C"
     // takes the name away at once and follows no link.
     HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                        DWORD disposition, DWORD flags, HANDLE templateFile);
-    // Of files, pipes, processes and threads. One of a process or thread must not be closed twice.
+    // Of files, pipes, processes, threads and events. Only those of files and pipes may be closed
+    // twice.
     BOOL CloseHandle(HANDLE handle);
     // Both go on to the full size or the end of the file. The end of a pipe is success with 0
     // bytes. Writing to a pipe that nobody reads is ERROR_BROKEN_PIPE, and no signal.
@@ -333,7 +339,7 @@ extern "C"
     BOOL CreateProcessW(LPCWSTR application, LPWSTR commandLine, SECURITY_ATTRIBUTES* process,
                         SECURITY_ATTRIBUTES* thread, BOOL inherit, DWORD flags, LPVOID environment,
                         LPCWSTR folder, STARTUPINFOW* startup, PROCESS_INFORMATION* information);
-    // For processes and threads, and without a limit: `milliseconds` must be INFINITE.
+    // For processes, threads and events, and without a limit: `milliseconds` must be INFINITE.
     DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
     // 128 and the signal's number for a process that a signal ended. ERROR_WAIT_NO_CHILDREN if the
     // host took the code away, as one does that ignores SIGCHLD or waits for all its children.
@@ -343,6 +349,55 @@ extern "C"
     // `security` and `id` must be null, `stackSize` and `flags` 0. 0 if there is no thread.
     std::uintptr_t _beginthreadex(void* security, unsigned stackSize, unsigned (*start)(void*),
                                   void* argument, unsigned flags, unsigned* id);
+
+    // Once set, an event stays so: `manualReset` must be set, `initialState` clear, and `security`
+    // and `name` null. Null if there is no event.
+    HANDLE CreateEventW(SECURITY_ATTRIBUTES* security, BOOL manualReset, BOOL initialState,
+                        LPCWSTR name);
+    BOOL SetEvent(HANDLE event);
+}
+
+// ---- Control codes ---------------------------------------------------------------------------
+
+using NTSTATUS = LONG;
+
+struct IO_STATUS_BLOCK
+{
+    union
+    {
+        NTSTATUS Status;
+        void* Pointer;
+    };
+    ULONG_PTR Information;
+};
+
+// Never called; only null pointers to it are passed.
+using PIO_APC_ROUTINE = void (*)(void* context, IO_STATUS_BLOCK* status, ULONG reserved);
+
+// ---- The user and the calendar ---------------------------------------------------------------
+
+// In UTC.
+struct SYSTEMTIME
+{
+    WORD wYear;
+    WORD wMonth;
+    WORD wDayOfWeek;
+    WORD wDay;
+    WORD wHour;
+    WORD wMinute;
+    WORD wSecond;
+    WORD wMilliseconds;
+};
+
+extern "C"
+{
+    // The name of the user with whose rights the process acts. `size` is in units and receives
+    // what the name takes with its terminator, also with ERROR_INSUFFICIENT_BUFFER.
+    // ERROR_NONE_MAPPED if that user has no name.
+    BOOL GetUserNameW(LPWSTR name, DWORD* size);
+    // The day of the week isn't looked at. ERROR_INVALID_PARAMETER for what is no day and time
+    // from the year 1601 on.
+    BOOL SystemTimeToFileTime(const SYSTEMTIME* parts, FILETIME* time);
 }
 
 // ---- Components ------------------------------------------------------------------------------
