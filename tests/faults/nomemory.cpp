@@ -1,7 +1,11 @@
-// No memory for an object: nothing is made, and the host is told so.
+// No memory for an object: nothing is made, and the host is told so. None for what was only to be
+// found out: nothing is found.
 #include "faults/local.h"
 
+#include "local/snapshots.h"
 #include "module/lifecycle.h"
+#include "support/snapshotserver.h"
+#include "support/snapshotshare.h"
 
 #include <tarnwell/classes.h>
 #include <tarnwell/pointers.h>
@@ -15,7 +19,21 @@ namespace
 thread_local bool refuse = false;
 }
 
-// Objects of the module's classes are the only ones made this way.
+// What must not throw is made this way: objects, and a buffer of a size that somebody else tells.
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    if (refuse)
+        return nullptr;
+    try
+    {
+        return ::operator new[](size);
+    }
+    catch (...)
+    {
+        return nullptr;
+    }
+}
+
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
     if (refuse)
@@ -60,6 +78,22 @@ TEST(NoMemory, MakesNoClassObject)
     EXPECT_EQ(status, E_OUTOFMEMORY);
     EXPECT_EQ(out, nullptr);
     StopModule();
+}
+
+TEST(NoMemory, ForTheAnswerOfAFileServerMakesNoSnapshots)
+{
+    const SnapshotShare share;
+    SnapshotServer server;
+    server.Hold({u"@GMT-2024.05.01-10.30.00"});
+    server.start = {SnapshotServer::Header(1, 0, 0xFFFFFFEF)};
+    server.onCall = [](const SnapshotServer::Call&)
+    {
+        refuse = true;
+    };
+    const std::size_t count = ListSnapshots(u"C:\\a").size();
+    refuse = false;
+    EXPECT_EQ(count, 0U);
+    EXPECT_EQ(server.calls.size(), 1U) << "there is no second question";
 }
 
 } // namespace
