@@ -29,7 +29,8 @@ std::u16string UserName()
     constexpr DWORD longestName = 256;
     WCHAR name[longestName + 1] = {};
     DWORD size = longestName + 1;
-    return GetUserNameW(name, &size) ? std::u16string(Units(name)) : std::u16string();
+    GetUserNameW(name, &size);
+    return std::u16string(Units(name));
 }
 
 // With no more than what the snapshots tell.

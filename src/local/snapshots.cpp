@@ -20,9 +20,9 @@ std::vector<SnapshotEntry> ListSnapshots(std::u16string_view path)
     std::vector<SnapshotEntry> entries;
     for (const std::u16string& token : QuerySnapshotTokens(share))
     {
-        std::u16string version = share + u'\\' + token + u'\\';
-        version += item->rest;
-        entries.push_back({std::move(version), SnapshotTimeFromToken(token)});
+        SnapshotEntry& entry = entries.emplace_back();
+        entry.path.append(share).append(u"\\").append(token).append(u"\\").append(item->rest);
+        entry.time = SnapshotTimeFromToken(token);
     }
     std::stable_sort(entries.begin(), entries.end(),
                      [](const SnapshotEntry& left, const SnapshotEntry& right)

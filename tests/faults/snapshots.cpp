@@ -149,6 +149,7 @@ TEST_F(FailingSnapshots, AVersionThatCannotBeOpenedIsLeftOut)
     Faults faults;
     faults.Fail("CreateFileW", 3, ERROR_ACCESS_DENIED);
     const ComPtr<IRevisions> list = List();
+    EXPECT_EQ(faults.Calls("GetFileTime"), 2) << "it is not asked for its time";
     std::uint32_t count = 0;
     EXPECT_EQ(list->GetCount(&count), S_OK);
     ASSERT_EQ(count, 3U);
