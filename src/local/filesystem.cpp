@@ -2,7 +2,9 @@
 
 #include "frame/boundary.h"
 #include "frame/paths.h"
+#include "frame/revisions.h"
 #include "frame/text.h"
+#include "local/earlierversions.h"
 #include "local/lookup.h"
 
 namespace tarnwell
@@ -83,7 +85,27 @@ HRESULT CWin32FileSystemObject::CombinePath(const OLECHAR* base, const OLECHAR* 
                       });
 }
 
-// Copying, temporary names, list deletion and snapshots are not built yet and say so.
+HRESULT CWin32FileSystemObject::HasRevisions(const OLECHAR* path, std::uint32_t, VARIANT_BOOL* has)
+{
+    return AtBoundary(revisionsReporter, NullPointer::Published, has,
+                      [&]
+                      {
+                          *has = HasEarlierVersions(FromHost(path)) ? VARIANT_TRUE : VARIANT_FALSE;
+                          return S_OK;
+                      });
+}
+
+HRESULT CWin32FileSystemObject::GetRevisions(const OLECHAR* path, std::uint32_t,
+                                             IRevisions** revisions)
+{
+    return AtBoundary(revisionsReporter, NullPointer::Published, revisions,
+                      [&] {
+                          return MakeRevisions(ListEarlierVersions(FromHost(path)),
+                                               CLSID_Win32FileSystem, revisions);
+                      });
+}
+
+// Copying, temporary names and list deletion are not built yet and say so.
 
 HRESULT CWin32FileSystemObject::CopyItem(const OLECHAR* source, const OLECHAR* destination,
                                          ICopyProgress* progress)
@@ -105,17 +127,6 @@ HRESULT CWin32FileSystemObject::CreateTempFile(const OLECHAR*, BSTR* tempPath)
 HRESULT CWin32FileSystemObject::DeleteItems(IItemList*, VARIANT_BOOL, VARIANT_BOOL)
 {
     return E_NOTIMPL;
-}
-
-HRESULT CWin32FileSystemObject::HasRevisions(const OLECHAR*, std::uint32_t, VARIANT_BOOL* has)
-{
-    return AtBoundary(revisionsReporter, NullPointer::Published, has, [] { return E_NOTIMPL; });
-}
-
-HRESULT CWin32FileSystemObject::GetRevisions(const OLECHAR*, std::uint32_t, IRevisions** revisions)
-{
-    return AtBoundary(revisionsReporter, NullPointer::Published, revisions,
-                      [] { return E_NOTIMPL; });
 }
 
 } // namespace tarnwell

@@ -4,10 +4,13 @@
 #include "faults/local.h"
 
 #include "local/filesystem.h"
+#include "support/snapshotserver.h"
+#include "support/snapshotshare.h"
 
 #include <tarnwell/items.h>
 
 #include <functional>
+#include <memory>
 #include <set>
 
 namespace tarnwell::test
@@ -308,6 +311,63 @@ Action TimeChange()
             {"CloseHandle"}};
 }
 
+// A volume whose one snapshot has the file "a.txt", with its file server.
+struct Volume
+{
+    Volume()
+    {
+        server.Hold({u"@GMT-2024.05.01-10.30.00"});
+        share.Put(u"@GMT-2024.05.01-10.30.00\\a.txt", "old");
+    }
+
+    SnapshotShare share;
+    SnapshotServer server;
+};
+
+// Everything on the way to the snapshots may fail unseen.
+const std::set<std::string> hiddenBySnapshots = {"CreateEventW",         "CreateFileW",
+                                                 "CloseHandle",          "GetFileTime",
+                                                 "SystemTimeToFileTime", "GetUserNameW"};
+
+Action QuestionForRevisions()
+{
+    return {"QuestionForRevisions",
+            [](const Local& local)
+            {
+                return [revisions = local.system.As<IFileSystemRevisions>(),
+                        volume = std::make_shared<Volume>()]
+                {
+                    VARIANT_BOOL has = VARIANT_FALSE;
+                    return revisions->HasRevisions(u"C:\\a.txt", 0, &has);
+                };
+            },
+            hiddenBySnapshots, off};
+}
+
+Action ListOfRevisions()
+{
+    return {
+        "ListOfRevisions",
+        [](const Local& local)
+        {
+            return [revisions = local.system.As<IFileSystemRevisions>(),
+                    volume = std::make_shared<Volume>()]
+            {
+                ComPtr<IRevisions> list;
+                const HRESULT status = revisions->GetRevisions(u"C:\\a.txt", 0, list.Out());
+                EXPECT_EQ(status == S_OK, static_cast<bool>(list));
+                return status;
+            };
+        },
+        // The last four are on the way to the name of the live file's record.
+        []
+        {
+            std::set<std::string> hidden = hiddenBySnapshots;
+            hidden.insert({"FindResourceExW", "LoadResource", "LockResource", "FormatMessageW"});
+            return hidden;
+        }()};
+}
+
 class EveryCall : public testing::TestWithParam<Action>
 {
 protected:
@@ -383,14 +443,13 @@ TEST_P(EveryCall, FailsInTurn)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Local, EveryCall,
-                         testing::Values(Creation(), LookupOfFile(), LookupOfFolder(),
-                                         LookupOfMissing(), Texts(), Reading(), ArchiveReading(),
-                                         Seeking(), Writing(), Listing(), DeletionOfFile(),
-                                         DeletionByShell(), FolderCreation(), FolderPathCreation(),
-                                         AttributeChange(), TimeChange()),
-                         [](const testing::TestParamInfo<Action>& info)
-                         { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Local, EveryCall,
+    testing::Values(Creation(), LookupOfFile(), LookupOfFolder(), LookupOfMissing(), Texts(),
+                    Reading(), ArchiveReading(), Seeking(), Writing(), Listing(), DeletionOfFile(),
+                    DeletionByShell(), FolderCreation(), FolderPathCreation(), AttributeChange(),
+                    TimeChange(), QuestionForRevisions(), ListOfRevisions()),
+    [](const testing::TestParamInfo<Action>& info) { return std::string(info.param.name); });
 
 } // namespace
 
