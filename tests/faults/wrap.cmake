@@ -7,6 +7,7 @@ set(cannotFail
 
 set(operations ${CMAKE_CURRENT_LIST_DIR}/operations.inc)
 set(headers ${PROJECT_SOURCE_DIR}/src/platform/posix/win32.h
+            ${PROJECT_SOURCE_DIR}/src/platform/posix/win32copy.h
             ${PROJECT_SOURCE_DIR}/include/tarnwell/com.h)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${operations} ${headers})
 

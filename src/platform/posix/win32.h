@@ -71,6 +71,7 @@ inline constexpr DWORD ERROR_INVALID_FLAGS = 1004;
 inline constexpr DWORD ERROR_IO_DEVICE = 1117;
 inline constexpr DWORD ERROR_TOO_MANY_LINKS = 1142;
 inline constexpr DWORD ERROR_CANCELLED = 1223;
+inline constexpr DWORD ERROR_REQUEST_ABORTED = 1235;
 inline constexpr DWORD ERROR_DISK_QUOTA_EXCEEDED = 1295;
 inline constexpr DWORD ERROR_RESOURCE_TYPE_NOT_FOUND = 1813;
 inline constexpr DWORD ERROR_RESOURCE_NAME_NOT_FOUND = 1814;
@@ -424,3 +425,7 @@ extern "C"
     DWORD_PTR SHGetFileInfoW(LPCWSTR path, DWORD attributes, SHFILEINFOW* info, UINT size,
                              UINT flags);
 }
+
+// ---- By theme --------------------------------------------------------------------------------
+
+#include "platform/posix/win32copy.h" // IWYU pragma: export
