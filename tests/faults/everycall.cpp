@@ -5,9 +5,13 @@
 
 #include "local/filesystem.h"
 
+#include "support/fakeprogress.h"
+#include "support/posix/trash.h"
+
 #include <tarnwell/items.h>
 
 #include <functional>
+#include <memory>
 #include <set>
 
 namespace tarnwell::test
@@ -308,6 +312,59 @@ Action TimeChange()
             {"CloseHandle"}};
 }
 
+Action Copying()
+{
+    return {"Copying",
+            [](const Local& local)
+            {
+                return [&local, progress = std::make_shared<FakeProgress>()]
+                {
+                    const HRESULT status = local.system->CopyItem(
+                        Wide(local.Path(u"a.txt")), Wide(local.Path(u"copy")), progress.get());
+                    EXPECT_EQ(local.Has(u"copy"), SUCCEEDED(status));
+                    return status;
+                };
+            },
+            // The plain copy comes to its help.
+            {"FindExtendedCopy"}};
+}
+
+Action TempFileCreation()
+{
+    return {"TempFileCreation",
+            [](const Local& local)
+            {
+                return [&local]
+                {
+                    Bstr made;
+                    const HRESULT status =
+                        local.system->CreateTempFile(Wide(local.Path(u"a.txt")), made.Out());
+                    EXPECT_EQ(SUCCEEDED(status), static_cast<bool>(made));
+                    return status;
+                };
+            },
+            // There are other names. An empty file has nothing to lose when it is closed.
+            {"CreateFileW", "CloseHandle"},
+            off};
+}
+
+Action DeletionOfList()
+{
+    return {"DeletionOfList",
+            [](const Local& local)
+            {
+                return [&local, trash = std::make_shared<Trash>()]
+                {
+                    FakeItemList list({local.Path(u"a.txt"), local.Path(u"sub")});
+                    return local.system->DeleteItems(&list, VARIANT_TRUE, VARIANT_TRUE);
+                };
+            },
+            // The list's texts are the test's own.
+            {"SysAllocStringLen"},
+            on,
+            on};
+}
+
 class EveryCall : public testing::TestWithParam<Action>
 {
 protected:
@@ -383,14 +440,13 @@ TEST_P(EveryCall, FailsInTurn)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Local, EveryCall,
-                         testing::Values(Creation(), LookupOfFile(), LookupOfFolder(),
-                                         LookupOfMissing(), Texts(), Reading(), ArchiveReading(),
-                                         Seeking(), Writing(), Listing(), DeletionOfFile(),
-                                         DeletionByShell(), FolderCreation(), FolderPathCreation(),
-                                         AttributeChange(), TimeChange()),
-                         [](const testing::TestParamInfo<Action>& info)
-                         { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Local, EveryCall,
+    testing::Values(Creation(), LookupOfFile(), LookupOfFolder(), LookupOfMissing(), Texts(),
+                    Reading(), ArchiveReading(), Seeking(), Writing(), Listing(), DeletionOfFile(),
+                    DeletionByShell(), FolderCreation(), FolderPathCreation(), AttributeChange(),
+                    TimeChange(), Copying(), TempFileCreation(), DeletionOfList()),
+    [](const testing::TestParamInfo<Action>& info) { return std::string(info.param.name); });
 
 } // namespace
 

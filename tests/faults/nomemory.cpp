@@ -1,7 +1,9 @@
 // No memory for an object: nothing is made, and the host is told so.
 #include "faults/local.h"
 
+#include "local/copystreams.h"
 #include "module/lifecycle.h"
+#include "support/fakeprogress.h"
 
 #include <tarnwell/classes.h>
 #include <tarnwell/pointers.h>
@@ -13,21 +15,33 @@
 namespace
 {
 thread_local bool refuse = false;
-}
+thread_local bool refuseBuffers = false;
 
-// Objects of the module's classes are the only ones made this way.
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+template <class Allocate> void* AllocateUnless(bool refused, Allocate allocate) noexcept
 {
-    if (refuse)
+    if (refused)
         return nullptr;
     try
     {
-        return ::operator new(size);
+        return allocate();
     }
     catch (...)
     {
         return nullptr;
     }
+}
+} // namespace
+
+// Objects of the module's classes are the only ones made this way.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return AllocateUnless(refuse, [size] { return ::operator new(size); });
+}
+
+// And the buffers of its copies.
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    return AllocateUnless(refuseBuffers, [size] { return ::operator new[](size); });
 }
 
 namespace tarnwell::test
@@ -60,6 +74,18 @@ TEST(NoMemory, MakesNoClassObject)
     EXPECT_EQ(status, E_OUTOFMEMORY);
     EXPECT_EQ(out, nullptr);
     StopModule();
+}
+
+TEST(NoMemory, CopiesNothingThroughStreams)
+{
+    const Local local;
+    FakeProgress progress;
+    refuseBuffers = true;
+    const HRESULT status = CopyThroughStreams(*local.system.Get(), local.Path(u"a.txt"),
+                                              local.Path(u"copy"), progress);
+    refuseBuffers = false;
+    EXPECT_EQ(status, E_OUTOFMEMORY);
+    EXPECT_EQ(progress.Questions(), 0);
 }
 
 } // namespace
