@@ -2,6 +2,7 @@
 #include "frame/text.h"
 #include "local/filesystem.h"
 #include "support/errorinfo.h"
+#include "support/fakeprogress.h"
 #include "support/tempfolder.h"
 #include "unit/fakebackup.h"
 
@@ -95,6 +96,31 @@ TEST_F(NamedStreams, AStreamOfAMissingFileIsMissing)
     EXPECT_FALSE(Open(folder_ / u"missing:s1", VARIANT_TRUE));
     EXPECT_EQ(status_, StatusFromError(ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(backup_.walks, 0);
+}
+
+TEST_F(NamedStreams, AStreamIsCopiedThroughItsStreamAndTheFlagsMeanNothing)
+{
+    const std::string bytes(100'000, 's');
+    const std::u16string target = folder_ / u"b.txt";
+    WriteBytes(file_ + u":s1", bytes);
+    WriteBytes(target, "old");
+    FakeProgress progress;
+    EXPECT_EQ(system_.As<IFileSystemCopyEx>()->CopyItemEx(Wide(file_ + u":s1"), Wide(target),
+                                                          COPY_FILE_FAIL_IF_EXISTS, &progress),
+              S_OK);
+    EXPECT_TRUE(ReadBytes(target) == bytes);
+    EXPECT_THAT(progress.presets, testing::ElementsAre(VARIANT_FALSE, VARIANT_FALSE));
+}
+
+TEST_F(NamedStreams, AnInnerTextIsReplacedByThatOfTheCopy)
+{
+    FakeProgress progress;
+    const std::u16string target = folder_ / u"missing\\b.txt:s";
+    ClearError();
+    EXPECT_EQ(system_->CopyItem(Wide(file_), Wide(target), &progress),
+              StatusFromError(ERROR_PATH_NOT_FOUND));
+    EXPECT_TRUE(
+        TakeErrorText().starts_with(u"Failed to copy \"" + file_ + u"\" to \"" + target + u"\". "));
 }
 
 TEST_F(NamedStreams, PlainPathsAreNotWalked)
