@@ -74,7 +74,7 @@ ssize_t ContentCopy::Some(std::size_t size)
     return SomeByHand(size);
 }
 
-ssize_t ContentCopy::SomeInKernel(std::size_t size)
+ssize_t ContentCopy::SomeInKernel(std::size_t size) const
 {
     ssize_t count = -1;
     do

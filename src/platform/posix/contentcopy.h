@@ -29,7 +29,7 @@ private:
     // At most `size` bytes; as Next.
     off_t Piece(off_t size);
     ssize_t Some(std::size_t size);
-    ssize_t SomeInKernel(std::size_t size);
+    ssize_t SomeInKernel(std::size_t size) const;
     ssize_t SomeByHand(std::size_t size);
     // Moves both files to where the source's next bytes are. How many lie there; 0 and -1 as
     // Next.
