@@ -33,7 +33,7 @@ public:
 };
 
 // Classes that can be parts; to grow with each backend.
-constexpr GUID classes[] = {CLSID_Win32FileSystem, CLSID_GITFileSystem};
+constexpr GUID classes[] = {CLSID_Win32FileSystem, CLSID_HGFileSystem, CLSID_GITFileSystem};
 
 TEST(Aggregation, IsForIUnknownOnly)
 {
