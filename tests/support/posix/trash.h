@@ -1,7 +1,7 @@
 // A user's trash for the time of a test, beside the system's temporary files.
 #pragma once
 
-#include "support/posix/environmentvalue.h"
+#include "support/environmentvalue.h"
 #include "support/tempfolder.h"
 
 #include <optional>
