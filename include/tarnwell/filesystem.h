@@ -79,12 +79,14 @@ protected:
 
 struct IFileSystemRevisions : ::IUnknown
 {
-    // Whether at least one other revision of the item is known. `reserved` is ignored. The
-    // version-control systems hide failures here: false and S_OK.
+    // Whether at least one other revision of the item is known. `reserved` is ignored. Failures
+    // on the way are hidden here: false and S_OK.
     virtual HRESULT STDMETHODCALLTYPE HasRevisions(const OLECHAR* path, std::uint32_t reserved,
                                                    VARIANT_BOOL* has) = 0;
 
-    // The item's revisions, the latest first. `reserved` is ignored.
+    // The item's revisions, the latest first. `reserved` is ignored. Failures on the way are
+    // hidden: an empty list and S_OK. Of the local file system these are the versions that the
+    // snapshots of the item's volume hold, for absolute paths; on Linux there are none.
     virtual HRESULT STDMETHODCALLTYPE GetRevisions(const OLECHAR* path, std::uint32_t reserved,
                                                    IRevisions** revisions) = 0;
 

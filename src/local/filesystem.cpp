@@ -3,8 +3,10 @@
 #include "frame/boundary.h"
 #include "frame/hostuser.h"
 #include "frame/paths.h"
+#include "frame/revisions.h"
 #include "frame/text.h"
 #include "local/copy.h"
+#include "local/earlierversions.h"
 #include "local/lookup.h"
 #include "local/shelldelete.h"
 #include "local/tempname.h"
@@ -111,6 +113,26 @@ HRESULT CWin32FileSystemObject::CombinePath(const OLECHAR* base, const OLECHAR* 
                       });
 }
 
+HRESULT CWin32FileSystemObject::HasRevisions(const OLECHAR* path, std::uint32_t, VARIANT_BOOL* has)
+{
+    return AtBoundary(revisionsReporter, NullPointer::Published, has,
+                      [&]
+                      {
+                          *has = HasEarlierVersions(FromHost(path)) ? VARIANT_TRUE : VARIANT_FALSE;
+                          return S_OK;
+                      });
+}
+
+HRESULT CWin32FileSystemObject::GetRevisions(const OLECHAR* path, std::uint32_t,
+                                             IRevisions** revisions)
+{
+    return AtBoundary(revisionsReporter, NullPointer::Published, revisions,
+                      [&] {
+                          return MakeRevisions(ListEarlierVersions(FromHost(path)),
+                                               CLSID_Win32FileSystem, revisions);
+                      });
+}
+
 HRESULT CWin32FileSystemObject::CopyItem(const OLECHAR* source, const OLECHAR* destination,
                                          ICopyProgress* progress)
 {
@@ -173,19 +195,6 @@ HRESULT CWin32FileSystemObject::DeleteItems(IItemList* items, VARIANT_BOOL noCon
                 return S_OK;
             return PublishFailure(systemReporter, MessageId::DeleteListFailed, E_FAIL);
         });
-}
-
-// Snapshots are not built yet and say so.
-
-HRESULT CWin32FileSystemObject::HasRevisions(const OLECHAR*, std::uint32_t, VARIANT_BOOL* has)
-{
-    return AtBoundary(revisionsReporter, NullPointer::Published, has, [] { return E_NOTIMPL; });
-}
-
-HRESULT CWin32FileSystemObject::GetRevisions(const OLECHAR*, std::uint32_t, IRevisions** revisions)
-{
-    return AtBoundary(revisionsReporter, NullPointer::Published, revisions,
-                      [] { return E_NOTIMPL; });
 }
 
 } // namespace tarnwell

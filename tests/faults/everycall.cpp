@@ -4,6 +4,8 @@
 #include "faults/local.h"
 
 #include "local/filesystem.h"
+#include "support/snapshotserver.h"
+#include "support/snapshotshare.h"
 
 #include "support/fakeprogress.h"
 #include "support/posix/trash.h"
@@ -365,6 +367,63 @@ Action DeletionOfList()
             on};
 }
 
+// A volume whose one snapshot has the file "a.txt", with its file server.
+struct Volume
+{
+    Volume()
+    {
+        server.Hold({u"@GMT-2024.05.01-10.30.00"});
+        share.Put(u"@GMT-2024.05.01-10.30.00\\a.txt", "old");
+    }
+
+    SnapshotShare share;
+    SnapshotServer server;
+};
+
+// Everything on the way to the snapshots may fail unseen.
+const std::set<std::string> hiddenBySnapshots = {"CreateEventW",         "CreateFileW",
+                                                 "CloseHandle",          "GetFileTime",
+                                                 "SystemTimeToFileTime", "GetUserNameW"};
+
+Action QuestionForRevisions()
+{
+    return {"QuestionForRevisions",
+            [](const Local& local)
+            {
+                return [revisions = local.system.As<IFileSystemRevisions>(),
+                        volume = std::make_shared<Volume>()]
+                {
+                    VARIANT_BOOL has = VARIANT_FALSE;
+                    return revisions->HasRevisions(u"C:\\a.txt", 0, &has);
+                };
+            },
+            hiddenBySnapshots, off};
+}
+
+Action ListOfRevisions()
+{
+    return {
+        "ListOfRevisions",
+        [](const Local& local)
+        {
+            return [revisions = local.system.As<IFileSystemRevisions>(),
+                    volume = std::make_shared<Volume>()]
+            {
+                ComPtr<IRevisions> list;
+                const HRESULT status = revisions->GetRevisions(u"C:\\a.txt", 0, list.Out());
+                EXPECT_EQ(status == S_OK, static_cast<bool>(list));
+                return status;
+            };
+        },
+        // The last four are on the way to the name of the live file's record.
+        []
+        {
+            std::set<std::string> hidden = hiddenBySnapshots;
+            hidden.insert({"FindResourceExW", "LoadResource", "LockResource", "FormatMessageW"});
+            return hidden;
+        }()};
+}
+
 class EveryCall : public testing::TestWithParam<Action>
 {
 protected:
@@ -445,7 +504,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Creation(), LookupOfFile(), LookupOfFolder(), LookupOfMissing(), Texts(),
                     Reading(), ArchiveReading(), Seeking(), Writing(), Listing(), DeletionOfFile(),
                     DeletionByShell(), FolderCreation(), FolderPathCreation(), AttributeChange(),
-                    TimeChange(), Copying(), TempFileCreation(), DeletionOfList()),
+                    TimeChange(), Copying(), TempFileCreation(), DeletionOfList(),
+                    QuestionForRevisions(), ListOfRevisions()),
     [](const testing::TestParamInfo<Action>& info) { return std::string(info.param.name); });
 
 } // namespace
