@@ -45,7 +45,8 @@ struct IFileSystem : ::IUnknown
     // file is the caller's to remove. Local only.
     virtual HRESULT STDMETHODCALLTYPE CreateTempFile(const OLECHAR* path, BSTR* tempPath) = 0;
 
-    // Deletes all listed items. Local items go to the recycle bin or trash, FTP items for good.
+    // Deletes all listed items. Local items go to the recycle bin or trash, and stay where there
+    // is none on Linux; FTP items go for good.
     // `noConfirm` leaves out the question to the user; a "no" to it counts as success. Local and
     // FTP only.
     virtual HRESULT STDMETHODCALLTYPE DeleteItems(IItemList* items, VARIANT_BOOL noConfirm,

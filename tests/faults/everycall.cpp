@@ -7,6 +7,9 @@
 #include "support/snapshotserver.h"
 #include "support/snapshotshare.h"
 
+#include "support/fakeprogress.h"
+#include "support/posix/trash.h"
+
 #include <tarnwell/items.h>
 
 #include <functional>
@@ -311,6 +314,59 @@ Action TimeChange()
             {"CloseHandle"}};
 }
 
+Action Copying()
+{
+    return {"Copying",
+            [](const Local& local)
+            {
+                return [&local, progress = std::make_shared<FakeProgress>()]
+                {
+                    const HRESULT status = local.system->CopyItem(
+                        Wide(local.Path(u"a.txt")), Wide(local.Path(u"copy")), progress.get());
+                    EXPECT_EQ(local.Has(u"copy"), SUCCEEDED(status));
+                    return status;
+                };
+            },
+            // The plain copy comes to its help.
+            {"FindExtendedCopy"}};
+}
+
+Action TempFileCreation()
+{
+    return {"TempFileCreation",
+            [](const Local& local)
+            {
+                return [&local]
+                {
+                    Bstr made;
+                    const HRESULT status =
+                        local.system->CreateTempFile(Wide(local.Path(u"a.txt")), made.Out());
+                    EXPECT_EQ(SUCCEEDED(status), static_cast<bool>(made));
+                    return status;
+                };
+            },
+            // There are other names. An empty file has nothing to lose when it is closed.
+            {"CreateFileW", "CloseHandle"},
+            off};
+}
+
+Action DeletionOfList()
+{
+    return {"DeletionOfList",
+            [](const Local& local)
+            {
+                return [&local, trash = std::make_shared<Trash>()]
+                {
+                    FakeItemList list({local.Path(u"a.txt"), local.Path(u"sub")});
+                    return local.system->DeleteItems(&list, VARIANT_TRUE, VARIANT_TRUE);
+                };
+            },
+            // The list's texts are the test's own.
+            {"SysAllocStringLen"},
+            on,
+            on};
+}
+
 // A volume whose one snapshot has the file "a.txt", with its file server.
 struct Volume
 {
@@ -448,7 +504,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Creation(), LookupOfFile(), LookupOfFolder(), LookupOfMissing(), Texts(),
                     Reading(), ArchiveReading(), Seeking(), Writing(), Listing(), DeletionOfFile(),
                     DeletionByShell(), FolderCreation(), FolderPathCreation(), AttributeChange(),
-                    TimeChange(), QuestionForRevisions(), ListOfRevisions()),
+                    TimeChange(), Copying(), TempFileCreation(), DeletionOfList(),
+                    QuestionForRevisions(), ListOfRevisions()),
     [](const testing::TestParamInfo<Action>& info) { return std::string(info.param.name); });
 
 } // namespace

@@ -5,8 +5,10 @@
 #include "frame/messages.h"
 #include "frame/revisioncalls.h"
 #include "git/gitobjects.h"
+#include "local/copystreams.h"
 #include "local/snapshots.h"
 #include "module/lifecycle.h"
+#include "support/fakeprogress.h"
 #include "support/snapshotserver.h"
 #include "support/snapshotshare.h"
 
@@ -23,12 +25,14 @@ namespace
 {
 // The next object isn't made.
 thread_local bool refuse = false;
+// No buffer is, until this is taken back.
+thread_local bool refuseBuffers = false;
 } // namespace
 
 // What must not throw is made this way: objects, and a buffer of a size that somebody else tells.
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
 {
-    if (std::exchange(refuse, false))
+    if (refuseBuffers || std::exchange(refuse, false))
         return nullptr;
     try
     {
@@ -170,6 +174,18 @@ TEST(NoMemory, GivesNoText)
         EXPECT_EQ(text, nullptr);
         EXPECT_EQ(faults.Failures(), 1);
     }
+}
+
+TEST(NoMemory, CopiesNothingThroughStreams)
+{
+    const Local local;
+    FakeProgress progress;
+    refuseBuffers = true;
+    const HRESULT status = CopyThroughStreams(*local.system.Get(), local.Path(u"a.txt"),
+                                              local.Path(u"copy"), progress);
+    refuseBuffers = false;
+    EXPECT_EQ(status, E_OUTOFMEMORY);
+    EXPECT_EQ(progress.Questions(), 0);
 }
 
 TEST(NoMemory, ForTheAnswerOfAFileServerMakesNoSnapshots)

@@ -6,6 +6,7 @@
 #include "platform/posix/win32/calendar.h"
 #include "platform/posix/win32/components.h"
 #include "platform/posix/win32/control.h"
+#include "platform/posix/win32/copy.h"
 #include "platform/posix/win32/dialogs.h"
 #include "platform/posix/win32/errors.h"
 #include "platform/posix/win32/files.h"

@@ -41,6 +41,7 @@ inline constexpr DWORD ERROR_INVALID_FLAGS = 1004;
 inline constexpr DWORD ERROR_IO_DEVICE = 1117;
 inline constexpr DWORD ERROR_TOO_MANY_LINKS = 1142;
 inline constexpr DWORD ERROR_CANCELLED = 1223;
+inline constexpr DWORD ERROR_REQUEST_ABORTED = 1235;
 inline constexpr DWORD ERROR_DISK_QUOTA_EXCEEDED = 1295;
 inline constexpr DWORD ERROR_NONE_MAPPED = 1332;
 inline constexpr DWORD ERROR_RESOURCE_TYPE_NOT_FOUND = 1813;
