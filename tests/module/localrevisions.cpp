@@ -19,8 +19,7 @@ protected:
     Outcome List(const std::u16string& path)
     {
         return OutcomeOf(
-            [&]
-            {
+            [&] {
                 return system.As<IFileSystemRevisions>()->GetRevisions(Ole(path), 1,
                                                                        revisions.Out());
             });
