@@ -98,6 +98,7 @@ TEST_F(HgLog, DescriptionsKeepWhatStandsAtTheirEnd)
     EXPECT_EQ(Read("1\na\n1\n\tone  \n\t \n!\n")[1].description, u"one  \n");
     EXPECT_EQ(Read("1\na\n1\n\t!\n!\n")[1].description, u"!");
     EXPECT_EQ(Read("1\na\n1\n\t\n!\n")[1].description, u"");
+    EXPECT_EQ(Read("1\na\n1\n\t \n\t \n\tone\n!\n")[1].description, u"one");
 }
 
 TEST_F(HgLog, AnEmptyLineEndsTheListAndNewerOnesStay)
