@@ -1,5 +1,7 @@
 #include "faults/faults.h"
 
+#include "platform/extendedcopy.h"
+
 #include <algorithm>
 #include <mutex>
 #include <optional>
