@@ -4,6 +4,7 @@
 #include "git/gitobjects.h"
 #include "local/filesystem.h"
 #include "module/classfactory.h"
+#include "subversion/svnobjects.h"
 
 #include <tarnwell/classes.h>
 
@@ -36,7 +37,7 @@ struct ClassRow
 constinit ClassRow rows[] = {
     {CLSID_Win32FileSystem, MakeInstance<CWin32FileSystemObject>},
     {CLSID_P4FileSystem, NotBuiltYet},
-    {CLSID_SVNFileSystem, NotBuiltYet},
+    {CLSID_SVNFileSystem, MakeInstance<SVNFileSystemObject>},
     {CLSID_FTPFileSystem, NotBuiltYet},
     {CLSID_HGFileSystem, NotBuiltYet},
     {CLSID_GITFileSystem, MakeInstance<GITFileSystemObject>},

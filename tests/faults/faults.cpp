@@ -1,5 +1,7 @@
 #include "faults/faults.h"
 
+#include "platform/xml.h"
+
 #include <algorithm>
 #include <mutex>
 #include <optional>
