@@ -3,6 +3,7 @@
 #include "frame/comobject.h"
 #include "git/gitobjects.h"
 #include "local/filesystem.h"
+#include "mercurial/hgobjects.h"
 #include "module/classfactory.h"
 #include "subversion/svnobjects.h"
 
@@ -39,7 +40,7 @@ constinit ClassRow rows[] = {
     {CLSID_P4FileSystem, NotBuiltYet},
     {CLSID_SVNFileSystem, MakeInstance<SVNFileSystemObject>},
     {CLSID_FTPFileSystem, NotBuiltYet},
-    {CLSID_HGFileSystem, NotBuiltYet},
+    {CLSID_HGFileSystem, MakeInstance<HGFileSystemObject>},
     {CLSID_GITFileSystem, MakeInstance<GITFileSystemObject>},
 };
 

@@ -1,24 +1,9 @@
 #include "support/posix/repository.h"
 
-#include <array>
-#include <cstdio>
-#include <memory>
-#include <stdexcept>
+#include "support/posix/shellrun.h"
 
 namespace tarnwell::test
 {
-namespace
-{
-
-std::string Quoted(const std::string& text)
-{
-    std::string quoted = "'";
-    for (const char c : text)
-        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return quoted + "'";
-}
-
-} // namespace
 
 Repository::Repository()
 {
@@ -27,28 +12,11 @@ Repository::Repository()
 
 std::string Repository::Git(const std::string& arguments) const
 {
-    const std::string command = "cd " + Quoted(folder_.Path().string()) +
-                                " && HOME=" + Quoted(folder_.Path().string()) +
-                                " GIT_CONFIG_NOSYSTEM=1 LC_ALL=C.UTF-8 git -c user.name=Ann"
-                                " -c user.email=ann@example.org " +
-                                arguments + " 2>&1";
-    int status = -1;
-    std::string output;
-    {
-        FILE* const pipe = popen(command.c_str(), "r");
-        std::array<char, 4096> block;
-        for (std::size_t count = 1; count > 0;)
-        {
-            count = fread(block.data(), 1, block.size(), pipe);
-            output.append(block.data(), count);
-        }
-        status = pclose(pipe);
-    }
-    if (status != 0)
-        throw std::runtime_error("git " + arguments + ": " + output);
-    if (output.ends_with('\n'))
-        output.pop_back();
-    return output;
+    const std::string folder = ShellQuoted(folder_.Path().string());
+    return ShellRun("cd " + folder + " && HOME=" + folder +
+                    " GIT_CONFIG_NOSYSTEM=1 LC_ALL=C.UTF-8 git -c user.name=Ann"
+                    " -c user.email=ann@example.org " +
+                    arguments);
 }
 
 std::string Repository::Commit(std::u16string_view name, std::string_view bytes,
@@ -59,7 +27,7 @@ std::string Repository::Commit(std::u16string_view name, std::string_view bytes,
     WriteBytes(path, bytes);
     Git("add -A");
     Git("commit -q --allow-empty-message --allow-empty --author=" +
-        Quoted(author + " <a@example.org>") + " -m " + Quoted(subject));
+        ShellQuoted(author + " <a@example.org>") + " -m " + ShellQuoted(subject));
     return Git("rev-parse HEAD");
 }
 

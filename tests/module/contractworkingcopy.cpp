@@ -1,4 +1,4 @@
-// The classes of the Git file system, and the revisions that it hands out.
+// The classes of the file systems of working copies, and the revisions that they hand out.
 #include "module/contract.h"
 
 namespace tarnwell::test
@@ -7,41 +7,56 @@ namespace tarnwell::test
 namespace
 {
 
-ComPtr<IFileSystem> System()
+struct System
 {
-    return TheModule().CreateFileSystem(CLSID_GITFileSystem);
+    const char* name;
+    const char* fileName;
+    const GUID& classId;
+    const char16_t* address; // of a file
+};
+
+constexpr System git{"GITFileSystem", "GITFile", CLSID_GITFileSystem, u"git://x/a.txt"};
+constexpr System mercurial{"HGFileSystem", "HGFile", CLSID_HGFileSystem, u"hg://x/a.txt"};
+
+template <const System& system> ComPtr<IFileSystem> Make()
+{
+    return TheModule().CreateFileSystem(system.classId);
 }
 
-ComPtr<::IUnknown> File(const TempFolder&)
+template <const System& system> ComPtr<::IUnknown> File(const TempFolder&)
 {
     ComPtr<IFile> file;
-    System()->GetFile(Ole(u"git://x/a.txt"), VARIANT_FALSE, file.Out());
-    return file.As<::IUnknown>();
+    Make<system>()->GetFile(Ole(system.address), VARIANT_FALSE, file.Out());
+    return file.template As<::IUnknown>();
 }
 
-// Of an item without history, so that no client and no repository is needed.
-ComPtr<::IUnknown> NoRevisions(const TempFolder& folder)
+// Of a folder, which has no history, so that no client and no repository is needed.
+template <const System& system> ComPtr<::IUnknown> NoRevisions(const TempFolder& folder)
 {
     ComPtr<IRevisions> revisions;
-    System().As<IFileSystemRevisions>()->GetRevisions(Ole(folder.Text()), 0, revisions.Out());
+    Make<system>().template As<IFileSystemRevisions>()->GetRevisions(Ole(folder.Text()), 0,
+                                                                     revisions.Out());
     return revisions.As<::IUnknown>();
 }
 
-ClassContract FileSystemContract()
+template <const System& system> ClassContract FileSystemContract()
 {
     return {
-        "GITFileSystem",
-        [](const TempFolder&) { return System().As<::IUnknown>(); },
+        system.name,
+        [](const TempFolder&) { return Make<system>().template As<::IUnknown>(); },
         {IID_IFileSystemRevisions, IID_IFileSystemInit, IID_IFileSystem,
          IidOf<::ISupportErrorInfo>()},
         {IID_IFileSystem, IID_IFileSystemInit, IID_IFileSystemRevisions},
         {
             NullOf<IFileSystem>("GetFolder", Null::Bare,
-                                [](IFileSystem* s)
-                                { return s->GetFolder(Ole(u"git://x"), VARIANT_FALSE, nullptr); }),
+                                [](IFileSystem* s) {
+                                    return s->GetFolder(Ole(system.address), VARIANT_FALSE,
+                                                        nullptr);
+                                }),
             NullOf<IFileSystem>("GetFile", Null::Bare,
-                                [](IFileSystem* s)
-                                { return s->GetFile(Ole(u"git://x"), VARIANT_FALSE, nullptr); }),
+                                [](IFileSystem* s) {
+                                    return s->GetFile(Ole(system.address), VARIANT_FALSE, nullptr);
+                                }),
             NullOf<IFileSystem>("GetOperationMask", Null::Bare,
                                 [](IFileSystem* s)
                                 { return s->GetOperationMask(0, nullptr, nullptr); }),
@@ -57,8 +72,9 @@ ClassContract FileSystemContract()
         },
         {
             ClearedBy<IFileSystem>("GetFolder", reinterpret_cast<IFolder*>(1),
-                                   [](IFileSystem* s, IFolder** out)
-                                   { return s->GetFolder(Ole(u"git://x"), VARIANT_FALSE, out); }),
+                                   [](IFileSystem* s, IFolder** out) {
+                                       return s->GetFolder(Ole(system.address), VARIANT_FALSE, out);
+                                   }),
             ClearedBy<IFileSystem>("GetFile", reinterpret_cast<IFile*>(1),
                                    [](IFileSystem* s, IFile** out)
                                    { return s->GetFile(Ole(u"x://y"), VARIANT_FALSE, out); }),
@@ -66,11 +82,11 @@ ClassContract FileSystemContract()
     };
 }
 
-ClassContract FileContract()
+template <const System& system> ClassContract FileContract()
 {
     return {
-        "GITFile",
-        File,
+        system.fileName,
+        File<system>,
         {IID_IFileSystemItem, IID_IFileSystemItemComparableUrl, IID_IFile,
          IidOf<::ISupportErrorInfo>()},
         {IID_IFileSystemItem, IID_IFile},
@@ -110,11 +126,11 @@ ClassContract FileContract()
     };
 }
 
-ClassContract RevisionsContract()
+template <const System& system> ClassContract RevisionsContract()
 {
     return {
         "OtherRevisions",
-        NoRevisions,
+        NoRevisions<system>,
         {IID_IRevisions, IidOf<::ISupportErrorInfo>()},
         {IID_IRevisions},
         {
@@ -134,9 +150,14 @@ ClassContract RevisionsContract()
     };
 }
 
-INSTANTIATE_TEST_SUITE_P(Git, Contract,
-                         testing::Values(FileSystemContract(), FileContract(), RevisionsContract()),
-                         ContractName);
+template <const System& system> auto Contracts()
+{
+    return testing::Values(FileSystemContract<system>(), FileContract<system>(),
+                           RevisionsContract<system>());
+}
+
+INSTANTIATE_TEST_SUITE_P(Git, Contract, Contracts<git>(), ContractName);
+INSTANTIATE_TEST_SUITE_P(Mercurial, Contract, Contracts<mercurial>(), ContractName);
 
 } // namespace
 
