@@ -6,7 +6,7 @@
 #include "subversion/svnuri.h"
 #include "support/components.h"
 #include "support/tempfolder.h"
-#include "unit/svnoutput.h"
+#include "support/svnoutput.h"
 
 #include <gtest/gtest.h>
 
