@@ -2,6 +2,7 @@
 // nothing is leaked and nothing stays behind.
 #include "faults/local.h"
 
+#include "frame/pattern.h"
 #include "subversion/svnobjects.h"
 #include "support/fakehost.h"
 #include "support/posix/environmentvalue.h"
@@ -96,6 +97,7 @@ protected:
     }
 
     const StandInClient client_{"svn", body};
+    const TempFolder output_;
     const TempFolder temporary_;
     const EnvironmentValue variable_{"TMPDIR", temporary_.Path().c_str()};
     ComPtr<IFileSystem> system_;
@@ -165,6 +167,28 @@ TEST_F(FailingSubversion, AnExitCodeThatIsNotToldIsAFailure)
     EXPECT_THAT(ListWith("GetExitCodeProcess", 1),
                 FailsWith(E_FAIL, u"An error occurred while accessing \"" + address +
                                       u"\"\n\nsvn: warning ["));
+}
+
+// However long it is: so that no walk goes over it once for each item.
+TEST_F(FailingSubversion, EachFactOfAListingIsAskedForOnce)
+{
+    constexpr int count = 2000;
+    std::string items;
+    for (int i = 0; i < count; ++i)
+        items += "<entry kind=\"file\"><name>" + std::to_string(i) +
+                 "</name><size>1</size><commit revision=\"1\"><date>2024-03-05T10:20:30.1Z</date>"
+                 "</commit></entry>";
+    WriteBytes(output_ / u"list", "<lists><list path=\"file:///r\">" + items + "</list></lists>");
+    const StandInClient client("svn", "cat " + (output_.Path() / "list").string());
+    const std::uint64_t matches = PatternMatchCount();
+    const Faults faults;
+    EXPECT_EQ(List(), S_OK);
+    EXPECT_EQ(faults.Calls("CreateProcessW"), 1);
+    EXPECT_EQ(faults.Calls("LoadXml"), 1);
+    EXPECT_EQ(faults.Calls("SelectXmlNodes"), 1);
+    EXPECT_EQ(faults.Calls("ReadXmlText"), 1 + 5 * count);
+    EXPECT_EQ(faults.Calls("SystemTimeToFileTime"), count);
+    EXPECT_LE(PatternMatchCount() - matches, count + 10U);
 }
 
 TEST_F(FailingSubversion, RevisionsHideEveryFailure)

@@ -1,5 +1,6 @@
 // Calendar times become file times.
 #include "platform/win32.h"
+#include "support/wine.h"
 
 #include <gtest/gtest.h>
 
@@ -33,7 +34,7 @@ TEST(SystemTime, TheDayOfTheWeekIsNotLookedAt)
 TEST(SystemTime, WhatIsNoTimeIsRefused)
 {
     for (const SYSTEMTIME& parts :
-         {SYSTEMTIME{1600, 12, 0, 31, 0, 0, 0, 0}, SYSTEMTIME{2023, 2, 0, 29, 0, 0, 0, 0},
+         {SYSTEMTIME{1600, 12, 0, 31, 0, 0, 0, 0}, SYSTEMTIME{2023, 2, 0, 30, 0, 0, 0, 0},
           SYSTEMTIME{2023, 0, 0, 1, 0, 0, 0, 0}, SYSTEMTIME{2023, 13, 0, 1, 0, 0, 0, 0},
           SYSTEMTIME{2023, 1, 0, 0, 0, 0, 0, 0}, SYSTEMTIME{2023, 4, 0, 31, 0, 0, 0, 0},
           SYSTEMTIME{2023, 1, 0, 1, 24, 0, 0, 0}, SYSTEMTIME{2023, 1, 0, 1, 0, 60, 0, 0},
@@ -43,6 +44,15 @@ TEST(SystemTime, WhatIsNoTimeIsRefused)
         EXPECT_EQ(TicksOf(parts), 0U) << parts.wYear << "-" << parts.wMonth << "-" << parts.wDay;
         EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
     }
+}
+
+TEST(SystemTime, TheLeapDayIsOneOfLeapYearsOnly)
+{
+    EXPECT_NE(TicksOf({2000, 2, 0, 29, 0, 0, 0, 0}), 0U);
+    if (IsUnderWine())
+        GTEST_SKIP() << "Wine has it in every year";
+    EXPECT_EQ(TicksOf({2023, 2, 0, 29, 0, 0, 0, 0}), 0U);
+    EXPECT_EQ(TicksOf({1900, 2, 0, 29, 0, 0, 0, 0}), 0U);
 }
 
 } // namespace

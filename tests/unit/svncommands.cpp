@@ -3,6 +3,7 @@
 #include "frame/exception.h"
 #include "frame/pattern.h"
 #include "subversion/svnuri.h"
+#include "support/errorinfo.h"
 #include "support/fakehost.h"
 
 #include <gmock/gmock.h>
@@ -46,7 +47,7 @@ protected:
         {
             EXPECT_EQ(static_cast<HRESULT>(exception.code), E_FAIL);
             EXPECT_EQ(std::u16string(exception.file), u"svnobjects");
-            return exception.message;
+            return WithLineFeeds(exception.message);
         }
     }
 
@@ -149,7 +150,7 @@ TEST_F(SvnCommands, WarningsOfASuccessfulRunAreIgnored)
 TEST_F(SvnCommands, ErrorTextWithAnExitCodeIsAFailure)
 {
     EXPECT_EQ(Check(u"\r\n\tsvn: E1: gone\r\nsvn: E2: really \n", 1),
-              u"An error occurred while accessing \"svn://u:p@h/r\"\n\nsvn: E1: gone\r\nsvn: E2: "
+              u"An error occurred while accessing \"svn://u:p@h/r\"\n\nsvn: E1: gone\nsvn: E2: "
               u"really");
     EXPECT_THAT(host_->Calls(), IsEmpty());
 }

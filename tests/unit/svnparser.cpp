@@ -5,8 +5,8 @@
 #include "platform/wide.h"
 #include "subversion/svnuri.h"
 #include "support/components.h"
-#include "support/tempfolder.h"
 #include "support/svnoutput.h"
+#include "support/tempfolder.h"
 
 #include <gtest/gtest.h>
 
@@ -254,6 +254,28 @@ TEST_F(SvnParser, ABrokenLogHasNoRevisions)
             EXPECT_LT(static_cast<HRESULT>(exception.code), 0);
         }
     }
+}
+
+TEST_F(SvnParser, LongListingsAndLogsAreReadWhole)
+{
+    constexpr std::size_t count = 20000;
+    std::string items;
+    std::string entries;
+    for (std::size_t i = 0; i < count; ++i)
+    {
+        const std::string number = std::to_string(i);
+        const std::string date = "<date>2024-03-05T10:20:30.1Z</date>";
+        items += "<entry kind=\"dir\"><name>" + number + "</name><commit revision=\"1\">" + date +
+                 "</commit></entry>\n";
+        entries += "<logentry revision=\"" + number + "\"><author>Ann</author>" + date +
+                   "<paths><path action=\"M\">/a</path></paths></logentry>\n";
+    }
+    const FSItems list = List("<lists><list path=\"svn://h\">" + items + "</list></lists>");
+    ASSERT_EQ(list.size(), count);
+    EXPECT_EQ(list.back()->text, u"svn://h/19999");
+    const auto log = Log("<log>" + entries + "</log>");
+    ASSERT_EQ(log.size(), count);
+    EXPECT_EQ(log.back().id, u"19999");
 }
 
 TEST_F(SvnParser, AFileThatCannotBeReadIsAFailure)

@@ -48,7 +48,7 @@ TEST(SvnDate, IsFoundInsideText)
 TEST(SvnDate, NoSuchDayIsNone)
 {
     for (const std::u16string_view text :
-         {u"2024-13-05T10:20:30.1Z", u"2023-02-29T10:20:30.1Z", u"2024-03-05T24:20:30.1Z",
+         {u"2024-13-05T10:20:30.1Z", u"2023-04-31T10:20:30.1Z", u"2024-03-05T24:20:30.1Z",
           u"2024-03-05T10:60:30.1Z", u"2024-03-05T10:20:60.1Z", u"1600-03-05T10:20:30.1Z",
           u"0-0-0T0:0:0.0Z", u"99999999999999999999-03-05T10:20:30.1Z"})
         EXPECT_EQ(ParseSvnDate(text), 0U);
