@@ -2,6 +2,8 @@
 // loading the module.
 #include "frame/text.h"
 #include "module/lifecycle.h"
+#include "support/files.h"
+#include "support/folder.h"
 
 #include <tarnwell/pointers.h>
 #include <tarnwell/tarnwell.h>
@@ -28,21 +30,17 @@ namespace
 {
 
 using namespace tarnwell;
+using namespace tarnwell::bench;
 
 constexpr int fileCount = 100'000;
 constexpr std::size_t fileSize = std::size_t{1} << 30;
-constexpr std::uint32_t pieceSize = 64 * 1024;
-constexpr std::uint32_t readAccess = 0x80000000;
-constexpr std::uint32_t openExisting = 3;
 
-// A folder of its own that goes away with the program.
+// What is listed and read.
 class Ground
 {
 public:
     Ground()
     {
-        std::string name = std::filesystem::temp_directory_path() / "tarnwell-bench-XXXXXX";
-        path_ = mkdtemp(name.data());
         std::filesystem::create_directory(Many());
         for (int i = 0; i < fileCount; ++i)
             std::ofstream(Many() + "/file number " + std::to_string(i) + ".txt") << i;
@@ -51,32 +49,23 @@ public:
         for (std::size_t written = 0; written < fileSize; written += block.size())
             big.write(block.data(), static_cast<std::streamsize>(block.size()));
     }
-    ~Ground()
-    {
-        std::filesystem::remove_all(path_);
-    }
     std::string Many() const
     {
-        return path_ + "/many";
+        return folder_ / "many";
     }
     std::string Big() const
     {
-        return path_ + "/big";
+        return folder_ / "big";
     }
 
 private:
-    std::string path_;
+    const TempFolder folder_;
 };
 
 const Ground& TheGround()
 {
     static const Ground ground;
     return ground;
-}
-
-std::u16string Widened(const std::string& ascii)
-{
-    return {ascii.begin(), ascii.end()};
 }
 
 ComPtr<IFileSystem> MakeLocal()
@@ -159,9 +148,10 @@ void ListingThroughModule(benchmark::State& state)
 void ReadingBare(benchmark::State& state)
 {
     std::vector<char> buffer(pieceSize);
+    const std::string path = TheGround().Big();
     for (auto _ : state)
     {
-        const int file = open(TheGround().Big().c_str(), O_RDONLY | O_CLOEXEC);
+        const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
         while (read(file, buffer.data(), buffer.size()) > 0)
         {
         }
@@ -173,20 +163,9 @@ void ReadingBare(benchmark::State& state)
 void ReadingThroughModule(benchmark::State& state)
 {
     const auto system = MakeLocal();
-    std::vector<char> buffer(pieceSize);
     const std::u16string path = Widened(TheGround().Big());
     for (auto _ : state)
-    {
-        ComPtr<IFile> file;
-        ComPtr<IFileStream> stream;
-        if (FAILED(system->GetFile(path.c_str(), VARIANT_TRUE, file.Out())) ||
-            FAILED(file->Open(readAccess, openExisting, stream.Out())))
-            std::abort();
-        const auto data = stream.As<::ISequentialStream>();
-        std::uint32_t count = 1;
-        while (count > 0)
-            data->Read(buffer.data(), pieceSize, &count);
-    }
+        benchmark::DoNotOptimize(ReadThrough(system.Get(), path));
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * fileSize));
 }
 

@@ -17,16 +17,22 @@ BufferedReader::BufferedReader(HANDLE handle, Decoding decoding)
 
 bool BufferedReader::ReadLine(std::u16string& line)
 {
-    std::string bytes;
-    for (std::string_view block = Available(); !block.empty(); block = Available())
+    // Most lines lie in one block and are decoded where they are.
+    std::string carried;
+    std::string_view block = Available();
+    std::size_t feed = block.find('\n');
+    while (feed == std::string_view::npos && !block.empty())
     {
-        const std::size_t feed = block.find('\n');
-        bytes += block.substr(0, feed);
-        Consume(std::min(block.size(), feed == std::string_view::npos ? feed : feed + 1));
-        if (feed != std::string_view::npos)
-            break;
+        carried += block;
+        Consume(block.size());
+        block = Available();
+        feed = block.find('\n');
     }
+    std::string_view bytes = block.substr(0, feed);
+    if (!carried.empty())
+        bytes = carried += bytes;
     line = Decode(bytes, decoding_);
+    Consume(std::min(block.size(), feed + 1));
     if (line.ends_with(u'\r'))
         line.pop_back();
     return !bytes.empty();

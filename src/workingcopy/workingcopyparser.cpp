@@ -53,12 +53,12 @@ std::optional<RevisionRecord> ReadRecord(BufferedReader& reader, Descriptions de
     std::u16string time;
     if (!reader.ReadLine(record.id) || !reader.ReadLine(record.author) || !reader.ReadLine(time))
         return std::nullopt;
-    const std::optional<std::u16string> description = ReadDescription(reader);
+    std::optional<std::u16string> description = ReadDescription(reader);
     if (!description)
         return std::nullopt;
-    record.description = descriptions == Descriptions::Trimmed
-                             ? std::u16string(Trimmed(*description))
-                             : *description;
+    if (descriptions == Descriptions::Trimmed)
+        description->assign(Trimmed(*description));
+    record.description = std::move(*description);
     record.modifiedTime = UnixTimeToFileTime(time);
     record.revisionTime = record.modifiedTime;
     return record;

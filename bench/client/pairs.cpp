@@ -1,0 +1,105 @@
+#include "client/pairs.h"
+
+#include "support/files.h"
+#include "support/timing.h"
+
+#include "loader.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+namespace tarnwell::bench
+{
+
+namespace
+{
+
+constexpr double allowance = 3e-3; // seconds, for the start of a process
+
+void Require(bool holds, const char* failure)
+{
+    if (!holds)
+        throw std::runtime_error(failure);
+}
+
+// Whether the pair is within its limit.
+bool Measure(const Pair& pair)
+{
+    std::vector<double> module;
+    std::vector<double> bare;
+    // The first round finds the caches cold and isn't counted. Who comes first changes, so that
+    // neither is always the one behind the other.
+    for (int round = 0; round <= pair.rounds; ++round)
+    {
+        double moduleTime = 0;
+        if (round % 2 == 0)
+            moduleTime = SecondsOf(pair.module);
+        const double bareTime = SecondsOf(pair.bare);
+        if (round % 2 == 1)
+            moduleTime = SecondsOf(pair.module);
+        if (round == 0)
+            continue;
+        module.push_back(moduleTime);
+        bare.push_back(bareTime);
+    }
+    const double moduleMedian = MedianOf(module);
+    const double bareMedian = MedianOf(bare);
+    const bool isWithin = moduleMedian <= bareMedian * pair.factor + allowance;
+    std::printf("%-34s %5d %9.2f ms %9.2f ms %7.3f   %.2f + 3 ms: %s\n", pair.name.c_str(),
+                pair.rounds, moduleMedian * 1e3, bareMedian * 1e3, moduleMedian / bareMedian,
+                pair.factor, isWithin ? "within" : "BEYOND");
+    std::fflush(stdout);
+    return isWithin;
+}
+
+} // namespace
+
+ComPtr<IFileSystem> MakeFileSystem(const GUID& classId)
+{
+    static const host::Module module(host::Module::DefaultFile());
+    ComPtr<IFileSystem> system = module.CreateFileSystem(classId);
+    Require(static_cast<bool>(system), "the module has no such file system");
+    return system;
+}
+
+Pair Reading(std::string name, int rounds, double factor, const ComPtr<IFileSystem>& system,
+             const std::string& address, std::uint64_t size, const BareRun& bare)
+{
+    return {std::move(name), rounds, factor,
+            [=, wide = Widened(address)]
+            { Require(ReadThrough(system.Get(), wide) == size, "the module reads another size"); },
+            [=]
+            {
+                Require(RunBare(bare) == size, "the client writes another size");
+            }};
+}
+
+Pair ListingRevisions(std::string name, int rounds, double factor,
+                      const ComPtr<IFileSystem>& system, const std::string& address,
+                      std::uint32_t count, const BareRun& bare)
+{
+    return {std::move(name), rounds, factor,
+            [=, wide = Widened(address)]
+            {
+                ComPtr<IRevisions> revisions;
+                std::uint32_t found = 0;
+                system.As<IFileSystemRevisions>()->GetRevisions(wide.c_str(), 0, revisions.Out());
+                revisions->GetCount(&found);
+                Require(found == count, "the module lists another number of revisions");
+            },
+            [=]
+            {
+                Require(RunBare(bare) > 0, "the client lists nothing");
+            }};
+}
+
+int Measure(const std::vector<Pair>& pairs)
+{
+    std::printf("%-34s %5s %12s %12s %7s   limit\n", "", "pairs", "module", "bare", "ratio");
+    int result = 0;
+    for (const Pair& pair : pairs)
+        result |= Measure(pair) ? 0 : 1;
+    return result;
+}
+
+} // namespace tarnwell::bench

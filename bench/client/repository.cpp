@@ -1,0 +1,73 @@
+#include "client/repository.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+#include <unistd.h>
+#include <vector>
+
+namespace tarnwell::bench
+{
+
+namespace
+{
+
+// Without packing, which takes long and would slow the client that is measured.
+constexpr const char* setUp = " -c core.compression=0";
+
+} // namespace
+
+void UseOwnSettings(const std::string& home)
+{
+    std::vector<std::string> hidden{"XDG_CONFIG_HOME"};
+    for (char** entry = environ; *entry != nullptr; ++entry)
+    {
+        if (std::strncmp(*entry, "GIT_", 4) == 0)
+            hidden.emplace_back(*entry, std::strcspn(*entry, "="));
+    }
+    for (const std::string& name : hidden)
+        unsetenv(name.c_str());
+    std::filesystem::create_directory(home);
+    setenv("HOME", home.c_str(), 1);
+}
+
+GitImport::GitImport(const std::string& folder)
+{
+    const std::string command = "git init -q -b main '" + folder + "' && git -C '" + folder + "'" +
+                                setUp + " fast-import --quiet";
+    pipe_.reset(popen(command.c_str(), "w"));
+    if (!pipe_)
+        throw std::system_error(errno, std::generic_category(), "git");
+}
+
+void GitImport::Commit(const std::string& subject)
+{
+    constexpr int firstTime = 1'700'000'000; // seconds
+    std::fprintf(pipe_.get(),
+                 "commit refs/heads/main\ncommitter Ann Example <ann@example.org> %d +0000\n",
+                 firstTime + commits_);
+    Data(subject);
+    ++commits_;
+}
+
+void GitImport::File(const std::string& name, const std::string& bytes)
+{
+    std::fprintf(pipe_.get(), "M 100644 inline %s\n", name.c_str());
+    Data(bytes);
+}
+
+void GitImport::Data(const std::string& bytes)
+{
+    std::fprintf(pipe_.get(), "data %zu\n", bytes.size());
+    std::fwrite(bytes.data(), 1, bytes.size(), pipe_.get());
+    std::fputc('\n', pipe_.get());
+}
+
+void GitImport::Finish::operator()(std::FILE* pipe) const
+{
+    pclose(pipe);
+}
+
+} // namespace tarnwell::bench

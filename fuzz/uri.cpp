@@ -1,0 +1,76 @@
+// Any text as an address of each class.
+#include "git/gituri.h"
+#include "mercurial/hguri.h"
+#include "support/addresses.h"
+
+#include <tarnwell/text.h>
+
+namespace tarnwell::fuzz
+{
+
+namespace
+{
+
+// `uri` is null where the text is no address of the class.
+using Check = void (*)(const std::u16string& text, const Uri* uri);
+
+void CheckPlain(const std::u16string& text, const Uri* uri)
+{
+    Expect(LooksLikeUri(text) == (uri != nullptr && uri->GetScheme().size() > 1),
+           "a scheme of two letters makes an address");
+    if (uri == nullptr)
+        return;
+    Expect(uri->GetGroup(0) == text, "the whole text is matched");
+    Expect(uri->Clone()->GetText() == text, "a copy is the same address");
+    Expect(uri->ForDisplay()->GetText() == uri->WithoutCredentials()->GetText(),
+           "an address is shown without its credentials");
+    Expect(uri->ForComparison()->GetText() == uri->WithoutCredentials()->GetText(),
+           "an address is compared without its credentials");
+}
+
+template <class Address> void CheckWorkingCopy(const std::u16string& text, const Uri* uri)
+{
+    const std::u16string path = uri == nullptr ? text : uri->GetPath();
+    const std::u16string file(StripRevision(path));
+    const std::optional<std::u16string_view> revision = RevisionOf(path);
+    Expect(ToolPath<Address>(text) == file, "the client's path is without the revision");
+    Expect(path == (revision ? file + u"#" + std::u16string(*revision) : file),
+           "a path is a file and its revision");
+    if (uri == nullptr)
+        return;
+    const std::u16string start = uri->GetScheme() + u"://";
+    Expect(text == start + path, "there is a scheme, a path and nothing else");
+    Expect(uri->Clone()->GetText() == start + file, "a copy is without the revision");
+    Expect(uri->ForComparison()->GetText() == start + file, "the revision isn't compared");
+    Expect(uri->ForDisplay()->GetText() == text, "the revision is shown");
+    const Address other(start + file + u"#1");
+    Expect(StripRevision(other.GetPath()) == file && RevisionOf(other.GetPath()) == u"1",
+           "another revision is of the same file");
+}
+
+// A row for each class of addresses.
+struct AddressClass
+{
+    std::shared_ptr<Uri> (*make)(const std::u16string& text);
+    Check check;
+};
+
+constexpr AddressClass classes[] = {
+    {Make<Uri>, CheckPlain},
+    {Make<GITUri>, CheckWorkingCopy<GITUri>},
+    {Make<HGUri>, CheckWorkingCopy<HGUri>},
+};
+
+} // namespace
+
+void Try(std::string_view bytes)
+{
+    const std::u16string text = DecodeName(bytes);
+    for (const AddressClass& row : classes)
+    {
+        const std::shared_ptr<Uri> uri = row.make(text);
+        row.check(text, uri && CheckAddress(*uri) ? uri.get() : nullptr);
+    }
+}
+
+} // namespace tarnwell::fuzz
