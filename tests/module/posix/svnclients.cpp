@@ -2,6 +2,9 @@
 #include "module/posix/svntest.h"
 #include "support/posix/standinclient.h"
 
+#include <atomic>
+#include <thread>
+
 namespace tarnwell::test
 {
 namespace
@@ -117,6 +120,27 @@ TEST_F(SvnClients, ALongErrorTextIsReadWhole)
     const Outcome outcome =
         FailureWith("yes 'svn: E1: something is wrong here' | head -c 3000000 >&2; exit 1");
     EXPECT_GT(outcome.error->text.size(), 2'900'000U);
+}
+
+TEST_F(SvnClients, RunSideBySide)
+{
+    constexpr int threadCount = 4;
+    const StandInClient client("svn",
+                               "case \"$*\" in *cat*) echo content;; *)\n" + listing + ";; esac");
+    std::vector<std::thread> threads;
+    std::atomic<int> right{0};
+    for (int i = 0; i < threadCount; ++i)
+    {
+        threads.emplace_back(
+            [&]
+            {
+                for (int round = 0; round < 5; ++round)
+                    right += List(address).size() == 1 && Content(address) == "content\n" ? 1 : 0;
+            });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(right, threadCount * 5);
 }
 
 TEST_F(SvnClients, AMissingClientIsNamed)
