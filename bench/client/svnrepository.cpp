@@ -24,8 +24,8 @@ constexpr const char* endOfProperties = "PROPS-END\n";
 
 SvnImport::SvnImport(const std::string& folder)
 {
-    const std::string command =
-        "svnadmin create '" + folder + "' && exec svnadmin load -q '" + folder + "'";
+    const std::string command = "svnadmin create '" + folder +
+                                "' && exec svnadmin load -q --no-flush-to-disk '" + folder + "'";
     pipe_.reset(popen(command.c_str(), "w"));
     if (!pipe_)
         throw std::system_error(errno, std::generic_category(), "svnadmin");
@@ -42,32 +42,24 @@ void SvnImport::Commit(const std::string& message)
                  ++revisions_, properties.size(), properties.size(), properties.c_str());
 }
 
-void SvnImport::Folder(const std::string& name)
-{
-    Node(name, "dir", "add", {});
-}
-
 void SvnImport::AddFile(const std::string& name, const std::string& bytes)
 {
-    Node(name, "file", "add", bytes);
+    File(name, "add", bytes);
 }
 
 void SvnImport::ChangeFile(const std::string& name, const std::string& bytes)
 {
-    Node(name, "file", "change", bytes);
+    File(name, "change", bytes);
 }
 
-void SvnImport::Node(const std::string& name, const char* kind, const char* action,
-                     const std::string& bytes)
+void SvnImport::File(const std::string& name, const char* action, const std::string& bytes)
 {
     const std::string properties = endOfProperties;
     std::fprintf(pipe_.get(),
-                 "Node-path: %s\nNode-kind: %s\nNode-action: %s\nProp-content-length: %zu\n",
-                 name.c_str(), kind, action, properties.size());
-    if (kind == std::string("file"))
-        std::fprintf(pipe_.get(), "Text-content-length: %zu\n", bytes.size());
-    std::fprintf(pipe_.get(), "Content-length: %zu\n\n%s", properties.size() + bytes.size(),
-                 properties.c_str());
+                 "Node-path: %s\nNode-kind: file\nNode-action: %s\nProp-content-length: %zu\n"
+                 "Text-content-length: %zu\nContent-length: %zu\n\n%s",
+                 name.c_str(), action, properties.size(), bytes.size(),
+                 properties.size() + bytes.size(), properties.c_str());
     std::fwrite(bytes.data(), 1, bytes.size(), pipe_.get());
     std::fputs("\n\n", pipe_.get());
 }

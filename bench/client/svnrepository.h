@@ -17,13 +17,11 @@ public:
 
     // The next revision. What it adds or changes comes behind it.
     void Commit(const std::string& message);
-    void Folder(const std::string& name);
     void AddFile(const std::string& name, const std::string& bytes);
     void ChangeFile(const std::string& name, const std::string& bytes);
 
 private:
-    void Node(const std::string& name, const char* kind, const char* action,
-              const std::string& bytes);
+    void File(const std::string& name, const char* action, const std::string& bytes);
 
     struct Finish
     {
