@@ -1,12 +1,12 @@
 // Git's file system against the client that it runs: content at a revision, and revisions.
+#include "client/gitimport.h"
 #include "client/pairs.h"
-#include "client/repository.h"
+#include "client/settings.h"
 #include "support/folder.h"
 
 #include <tarnwell/classes.h>
 
 #include <cstdio>
-#include <exception>
 #include <random>
 #include <string>
 
@@ -58,7 +58,9 @@ BareRun Log(const std::string& folder, const std::string& path)
     return {{"git", "log", "--pretty=format:%H%n%an%n%at%n%x09%s%n!", path}, folder};
 }
 
-int Run()
+} // namespace
+
+int tarnwell::bench::Run()
 {
     const TempFolder ground;
     UseOwnSettings(ground / "home");
@@ -79,19 +81,4 @@ int Run()
                 Show(contents, "big.bin")),
         ListingRevisions("10,000 revisions", 30, 1.1, git, log, commitCount + 1, Log(history, log)),
     });
-}
-
-} // namespace
-
-int main()
-{
-    try
-    {
-        return Run();
-    }
-    catch (const std::exception& failure)
-    {
-        std::fprintf(stderr, "git-bench: %s\n", failure.what());
-        return 2;
-    }
 }

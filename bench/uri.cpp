@@ -1,6 +1,6 @@
 // One question to an address: what it costs to take it apart.
 #include "git/gituri.h"
-#include "support/timing.h"
+#include "support/costs.h"
 
 #include <cstdio>
 #include <string>
@@ -23,19 +23,20 @@ static_assert(plain.size() == 60 && local.size() == 60);
 // Whether the question is within its limit.
 template <class Ask> bool Measure(const char* name, const Uri& uri, Ask&& ask)
 {
-    std::vector<double> times;
+    bench::Costs costs;
     std::size_t units = 0;
     for (int round = 0; round < rounds; ++round)
-        times.push_back(bench::SecondsOf(
+        costs.Add(
             [&]
             {
                 for (int i = 0; i < questions; ++i)
                     units += ask(uri);
-            }));
-    const double median = bench::MedianOf(times) / questions;
-    const bool isAnswered = units > 0;
-    const bool isWithin = isAnswered && median < limit;
-    std::printf("%-34s %7.3f us   2 us: %s\n", name, median * 1e6, isWithin ? "within" : "BEYOND");
+            });
+    const double time = bench::MedianOf(costs.time) / questions;
+    const double processor = bench::MedianOf(costs.processor) / questions;
+    const bool isWithin = units > 0 && time < limit;
+    std::printf("%-28s %7.3f us, %.3f of the processor; 2 us: %s\n", name, time * 1e6,
+                processor * 1e6, isWithin ? "within" : "BEYOND");
     return isWithin;
 }
 

@@ -34,8 +34,11 @@ Pair ListingRevisions(std::string name, int rounds, double factor,
                       const ComPtr<IFileSystem>& system, const std::string& address,
                       std::uint32_t count, const BareRun& bare);
 
-// Measures the pairs and prints their medians, each pair's rounds interleaved. What `main`
-// returns: 0 if all are within their limits.
+// Measures the pairs and prints their medians, each pair's rounds interleaved. 0 if all are within
+// their limits.
 int Measure(const std::vector<Pair>& pairs);
+
+// Defined by each program: makes what is measured, and gives what Measure gives.
+int Run();
 
 } // namespace tarnwell::bench

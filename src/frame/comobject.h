@@ -52,8 +52,9 @@ protected:
     ~ErrorInfoFor() = default;
 };
 
-// A whole object on its own.
-template <class T> class ComObject final : public T
+// What every object has: a count of its own references, by which it lives, and a lock. `Object` is
+// the whole, `Base` what it is made of.
+template <class Object, class Base> class Counted : public Base
 {
 public:
     HRESULT InitializeLock()
@@ -61,16 +62,6 @@ public:
         return section_.Initialize();
     }
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
-    {
-        if (out == nullptr)
-            return E_POINTER;
-        *out = FindInterface(static_cast<T*>(this), iid, typename T::Interfaces());
-        if (*out == nullptr)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
     ULONG STDMETHODCALLTYPE AddRef() override
     {
         return count_.fetch_add(1, std::memory_order_relaxed) + 1;
@@ -79,7 +70,7 @@ public:
     {
         const ULONG left = count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
         if (left == 0)
-            delete this;
+            delete static_cast<Object*>(this);
         return left;
     }
 
@@ -89,17 +80,28 @@ private:
     std::atomic<ULONG> count_{0};
 };
 
+// A whole object on its own.
+template <class T> class ComObject final : public Counted<ComObject<T>, T>
+{
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
+    {
+        if (out == nullptr)
+            return E_POINTER;
+        *out = FindInterface(static_cast<T*>(this), iid, typename T::Interfaces());
+        if (*out == nullptr)
+            return E_NOINTERFACE;
+        this->AddRef();
+        return S_OK;
+    }
+};
+
 // An object that is a part of `outer`, which it holds no reference to: its interfaces count and
 // ask there. Only its own IUnknown, which the outer object holds, is its own.
-template <class T> class AggregatedObject final : public ::IUnknown
+template <class T> class AggregatedObject final : public Counted<AggregatedObject<T>, ::IUnknown>
 {
 public:
     explicit AggregatedObject(::IUnknown* outer) : part_(outer) {}
-
-    HRESULT InitializeLock()
-    {
-        return section_.Initialize();
-    }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
     {
@@ -108,7 +110,7 @@ public:
         *out = nullptr;
         if (iid == IidOf<::IUnknown>())
         {
-            AddRef();
+            this->AddRef();
             *out = static_cast<::IUnknown*>(this);
             return S_OK;
         }
@@ -117,17 +119,6 @@ public:
             return E_NOINTERFACE;
         part_.AddRef();
         return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override
-    {
-        return count_.fetch_add(1, std::memory_order_relaxed) + 1;
-    }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        const ULONG left = count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
-        if (left == 0)
-            delete this;
-        return left;
     }
 
 private:
@@ -153,9 +144,6 @@ private:
         ::IUnknown* outer_;
     };
 
-    ModuleLock moduleLock_;
-    CriticalSection section_;
-    std::atomic<ULONG> count_{0};
     Part part_;
 };
 

@@ -71,6 +71,7 @@ public:
         return AtBoundary(reporter, NullPointer::Bare, mask,
                           [&]
                           {
+                              *mask = everyOperation;
                               const auto held = ComPtr<::IUnknown>::Share(other);
                               *mask = GetOperationMaskFor(kind, other);
                               return S_OK;
@@ -87,13 +88,15 @@ public:
 protected:
     ~FileSystemObject() = default;
 
+    static constexpr std::uint32_t everyOperation = 65535;
+
     // A new item for an address as the host gave it.
     virtual ComPtr<IFile> CreateFileObject(const std::u16string& path, bool mustExist) = 0;
     virtual ComPtr<IFolder> CreateFolderObject(const std::u16string& path, bool mustExist) = 0;
     // The operations that are offered for items of a kind, as hosts understand the bits.
     virtual std::uint32_t GetOperationMaskFor(std::uint32_t kind, ::IUnknown*) const
     {
-        return kind <= 1 ? 5 : 65535;
+        return kind <= 1 ? 5 : everyOperation;
     }
 
     static constexpr Reporter reporter{classId, IID_IFileSystem};

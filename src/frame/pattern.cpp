@@ -3,7 +3,6 @@
 #include <boost/regex.hpp>
 
 #include <algorithm>
-#include <atomic>
 #include <stdexcept>
 
 namespace tarnwell
@@ -11,8 +10,6 @@ namespace tarnwell
 
 namespace
 {
-
-std::atomic<std::uint64_t> matchCount{0};
 
 // The engine is at its best with bytes, and no expression names a unit beyond ASCII: so each unit
 // becomes the byte that stands for it in every expression. The two line ends beyond ASCII become
@@ -53,7 +50,6 @@ std::string WithStrictDots(std::u16string_view expression)
 // Runs `attempt` over the folded text and tells its groups in terms of `text`.
 template <class Attempt> bool Try(std::u16string_view text, Groups& groups, Attempt&& attempt)
 {
-    matchCount.fetch_add(1, std::memory_order_relaxed);
     const std::string folded = Fold(text);
     const char* const begin = folded.data();
     boost::cmatch match;
@@ -103,11 +99,6 @@ bool Pattern::Search(std::u16string_view text, Groups& groups) const
     return Try(text, groups,
                [&](const char* begin, const char* end, boost::cmatch& match)
                { return boost::regex_search(begin, end, match, compiled_->expression); });
-}
-
-std::uint64_t PatternMatchCount()
-{
-    return matchCount.load(std::memory_order_relaxed);
 }
 
 } // namespace tarnwell

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -35,9 +34,5 @@ private:
     struct Compiled;
     std::unique_ptr<const Compiled> compiled_;
 };
-
-// How many matches were tried in this process so far: what tests hold against the number of
-// children listed.
-std::uint64_t PatternMatchCount();
 
 } // namespace tarnwell

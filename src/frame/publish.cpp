@@ -53,17 +53,13 @@ std::u16string FullText(const ComException& exception)
     return exception.message + u" [" + PositionText(exception.file, exception.line) + u"]";
 }
 
-// Publishes what `makeText` gives. An empty text isn't published; and where memory is too short
-// for the text, the status is what matters.
+// Publishes what `makeText` gives. Where memory is too short for it, the status is what matters.
 template <class MakeText>
 HRESULT PublishText(const Reporter& reporter, HRESULT status, MakeText&& makeText) noexcept
 {
     try
     {
-        const std::u16string text = makeText();
-        if (text.empty())
-            return EnsureFailed(status);
-        return PublishError(reporter.classId, text, reporter.interfaceId, status);
+        return PublishError(reporter.classId, makeText(), reporter.interfaceId, status);
     }
     catch (...)
     {
@@ -92,6 +88,8 @@ HRESULT PublishException(const ComException& exception, const GUID& classId,
                          const GUID& interfaceId) noexcept
 {
     const auto status = static_cast<HRESULT>(exception.code);
+    if (exception.message.empty() && exception.file == nullptr)
+        return EnsureFailed(status);
     return PublishText({classId, interfaceId}, status, [&] { return FullText(exception); });
 }
 

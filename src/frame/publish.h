@@ -21,11 +21,13 @@ struct Reporter
 HRESULT PublishError(const GUID& classId, const std::u16string& text, const GUID& interfaceId,
                      HRESULT status) noexcept;
 
-// The exception's message with its position in the source. Returns its code.
+// The exception's message with its position in the source; nothing is published if it has neither.
+// Returns its code.
 HRESULT PublishException(const ComException& exception, const GUID& classId,
                          const GUID& interfaceId) noexcept;
 
-// Publishes a message, without or with the system's text for the status behind it.
+// Publishes a message, without or with the system's text for the status behind it. A message
+// without a text is published as an empty one.
 HRESULT PublishMessage(const Reporter& reporter, MessageId id, HRESULT status,
                        Inserts inserts = {}) noexcept;
 HRESULT PublishFailure(const Reporter& reporter, MessageId id, HRESULT status,

@@ -109,17 +109,31 @@ UriParts Uri::GetParts() const
             text(numbers.path)};
 }
 
+// Every pattern begins with the scheme and "://", and ends in what takes anything but line ends.
+bool Uri::HasScheme(std::u16string_view scheme) const
+{
+    const std::u16string_view text = text_;
+    if (text.starts_with(scheme) && text.substr(scheme.size()).starts_with(u"://") &&
+        text.find_first_of(u"\n\r\u2028\u2029") == std::u16string_view::npos)
+        return true;
+    return GetScheme() == scheme;
+}
+
 std::shared_ptr<Uri> Uri::GetParent() const
 {
-    UriParts parts = GetParts();
-    const std::size_t last = parts.path.rfind(u'/');
-    parts.path.resize(last == std::u16string::npos ? 0 : last);
-    return Compose(parts);
+    return ComposeParent(GetParts());
 }
 
 std::shared_ptr<Uri> Uri::Compose(const UriParts& parts) const
 {
     return Create(ComposedText(parts));
+}
+
+std::shared_ptr<Uri> Uri::ComposeParent(UriParts parts) const
+{
+    const std::size_t last = parts.path.rfind(u'/');
+    parts.path.resize(last == std::u16string::npos ? 0 : last);
+    return Compose(parts);
 }
 
 std::shared_ptr<Uri> Uri::WithoutCredentials() const

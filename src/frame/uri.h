@@ -60,6 +60,8 @@ public:
     // A new address of this object's class. A user without a host is dropped, and a password
     // without a user.
     std::shared_ptr<Uri> Compose(const UriParts& parts) const;
+    // The parent of what would be composed.
+    std::shared_ptr<Uri> ComposeParent(UriParts parts) const;
 
     std::shared_ptr<Uri> WithoutCredentials() const;
     virtual std::shared_ptr<Uri> ForDisplay() const;
@@ -73,6 +75,10 @@ public:
     std::u16string GetGroup(int index) const;
 
 protected:
+    // Whether the scheme is exactly this one. Fails as all questions do, but asks the pattern only
+    // where it isn't plain to see: the addresses of a listing are checked so one by one.
+    bool HasScheme(std::u16string_view scheme) const;
+
     // Which capture group of the pattern holds which part; `noGroup` for a part that the class's
     // addresses don't have.
     struct GroupNumbers

@@ -1,7 +1,6 @@
 #include "frame/uriitem.h"
 
 #include "frame/interfaceimpl.h"
-#include "frame/paths.h"
 
 namespace tarnwell
 {
@@ -20,7 +19,19 @@ FSItem RootFacts()
     return root;
 }
 
+std::u16string_view UpToMarker(std::u16string_view text, std::ptrdiff_t marker)
+{
+    return marker < 0 ? text : text.substr(0, static_cast<std::size_t>(marker));
+}
+
 } // namespace
+
+std::u16string_view LeafOfAddress(std::u16string_view path, std::ptrdiff_t marker,
+                                  const PathRules& rules)
+{
+    const std::size_t last = UpToMarker(path, marker).find_last_of(rules.separators);
+    return last == std::u16string_view::npos ? path : path.substr(last + 1);
+}
 
 std::ptrdiff_t UriItem::FindRevisionMarker(std::u16string_view) const
 {
@@ -68,22 +79,21 @@ void UriItem::Load()
     loaded_ = true;
 }
 
-std::u16string UriItem::Name() const
+std::u16string UriItem::Name()
 {
-    const std::u16string path = uri_->GetPath();
-    return NameOf(LeafOf(path));
+    const std::u16string_view path = Parts().path;
+    return NameOf(LeafOfAddress(path, FindRevisionMarker(path)));
 }
 
 // The marker is looked for in the path alone, so that an address with a user keeps its parent.
-std::u16string UriItem::ParentPath() const
+std::u16string UriItem::ParentPath()
 {
-    const std::u16string path = uri_->GetPath();
-    const std::size_t cut = path.size() - CutAtMarker(path).size();
-    const std::u16string& text = uri_->GetText();
-    return uri_->Create(text.substr(0, text.size() - cut))->GetParent()->GetText();
+    UriParts parts = Parts();
+    parts.path.resize(CutAtMarker(parts.path).size());
+    return uri_->ComposeParent(std::move(parts))->GetText();
 }
 
-std::u16string UriItem::ComparableName() const
+std::u16string UriItem::ComparableName()
 {
     return std::u16string(CutAtMarker(Name()));
 }
@@ -95,16 +105,14 @@ std::u16string UriItem::ComparableUrl() const
 
 std::u16string_view UriItem::CutAtMarker(std::u16string_view text) const
 {
-    const std::ptrdiff_t marker = FindRevisionMarker(text);
-    return marker < 0 ? text : text.substr(0, static_cast<std::size_t>(marker));
+    return UpToMarker(text, FindRevisionMarker(text));
 }
 
-// From the last separator in front of the revision up to the end, the revision included.
-std::u16string_view UriItem::LeafOf(std::u16string_view path) const
+const UriParts& UriItem::Parts()
 {
-    const std::u16string_view withoutRevision = CutAtMarker(path);
-    const std::size_t last = withoutRevision.find_last_of(platformPathRules.separators);
-    return last == std::u16string_view::npos ? path : path.substr(last + 1);
+    if (!parts_)
+        parts_ = uri_->GetParts();
+    return *parts_;
 }
 
 } // namespace tarnwell

@@ -7,15 +7,23 @@
 #include "frame/hostuser.h"
 #include "frame/text.h"
 #include "frame/uri.h"
+#include "platform/pathrules.h"
 
 #include <tarnwell/items.h>
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace tarnwell
 {
+
+// The last component of the path of an address: from the last separator in front of the revision,
+// which begins at `marker` (-1 if there is none), to the end, the revision included.
+std::u16string_view LeafOfAddress(std::u16string_view path, std::ptrdiff_t marker,
+                                  const PathRules& rules = platformPathRules);
 
 // The part without interfaces. A backend supplies the two virtual operations.
 class UriItem : public HostUIUser
@@ -45,17 +53,19 @@ protected:
     {
         return uri_;
     }
-    std::u16string Name() const;
-    std::u16string ParentPath() const;
-    std::u16string ComparableName() const;
+    std::u16string Name();
+    std::u16string ParentPath();
+    std::u16string ComparableName();
     std::u16string ComparableUrl() const;
 
 private:
     std::u16string_view CutAtMarker(std::u16string_view text) const;
-    std::u16string_view LeafOf(std::u16string_view path) const;
+    // What the address is made of: taken apart once, however much is asked of a listed item.
+    const UriParts& Parts();
     void Load();
 
     std::shared_ptr<Uri> uri_;
+    std::optional<UriParts> parts_;
     FSItem facts_;
     bool loaded_ = false;
     bool exists_ = false;

@@ -57,8 +57,8 @@ std::vector<RevisionRecord> GetHgLog(const std::u16string& text)
 ComPtr<IFileStream> GetHgContent(const Uri& uri)
 {
     const std::u16string path = uri.GetPath();
-    auto output = RunHg(HgCatArguments(RevisionOf(path), std::u16string(StripRevision(path))),
-                        uri.GetText());
+    auto output =
+        RunHg(HgCatArguments(RevisionOf(path), std::u16string(StripRevision(path))), uri.GetText());
     return MakeReadStream(std::move(output), mercurialClient.source);
 }
 

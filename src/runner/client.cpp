@@ -8,6 +8,7 @@
 #include "runner/streamreader.h"
 #include "runner/trim.h"
 
+#include <new>
 #include <optional>
 
 namespace tarnwell
@@ -24,12 +25,6 @@ struct Pipe
     OsHandle write;
 };
 
-[[noreturn]] void ThrowStartFailure(const ClientRow& row, MessageId message, DWORD error)
-{
-    const HRESULT status = EnsureFailed(StatusFromError(error));
-    throw ComException(status, FormatMessageWithStatus(message, status), At(row.source));
-}
-
 // A pipe whose ends are both inheritable. The parent's end of each is taken out of that at once: a
 // client that held the other end of its own input would never see it end.
 Pipe MakePipe(const ClientRow& row, OsHandle Pipe::*parentEnd)
@@ -38,10 +33,10 @@ Pipe MakePipe(const ClientRow& row, OsHandle Pipe::*parentEnd)
     HANDLE read = INVALID_HANDLE_VALUE;
     HANDLE write = INVALID_HANDLE_VALUE;
     if (!CreatePipe(&read, &write, &inheritable, pipeSize))
-        ThrowStartFailure(row, row.communication, GetLastError());
+        ThrowClientFailure(row, row.communication, GetLastError());
     Pipe pipe{OsHandle(read), OsHandle(write)};
     if (!SetHandleInformation((pipe.*parentEnd).Get(), HANDLE_FLAG_INHERIT, 0))
-        ThrowStartFailure(row, row.communication, GetLastError());
+        ThrowClientFailure(row, row.communication, GetLastError());
     return pipe;
 }
 
@@ -84,17 +79,10 @@ Process StartProcess(const ClientRow& row, const ClientCall& call, STARTUPINFOW 
                         &startup, &started))
     {
         const DWORD error = GetLastError();
-        ThrowStartFailure(row, error == ERROR_FILE_NOT_FOUND ? row.notFound : row.communication,
-                          error);
+        ThrowClientFailure(row, error == ERROR_FILE_NOT_FOUND ? row.notFound : row.communication,
+                           error);
     }
     return {OsHandle(started.hProcess), OsHandle(started.hThread)};
-}
-
-// A client must not wait for a reader that doesn't run: its pipe is closed then.
-void StartReader(Thread& reader, Pipe& pipe)
-{
-    if (!reader.Start())
-        pipe.read.Close();
 }
 
 } // namespace
@@ -116,24 +104,32 @@ ClientOutcome RunClient(const ClientRow& row, const ClientCall& call)
         StartProcess(row, call,
                      HiddenWith(input.read.Get(), output ? output->write.Get() : call.outputFile,
                                 errors.write.Get()));
-    // From here on nothing throws. The client alone holds its ends now.
+    // Until all have ended nothing throws. The client alone holds its ends now.
     input.write.Close();
     input.read.Close();
     errors.write.Close();
     if (output)
     {
         output->write.Close();
-        StartReader(*outputReader, *output);
+        outputReader->Start(output->read);
     }
-    StartReader(errorReader, errors);
+    errorReader.Start(errors.read);
 
     ClientOutcome outcome;
     outcome.exitCode = process.WaitForExitCode(outcome.exitCode);
     if (outputReader)
         outputReader->Wait();
     errorReader.Wait();
+    if (!errorReader.isWhole)
+        throw std::bad_alloc();
     outcome.errors = std::move(errorReader.text);
     return outcome;
+}
+
+void ThrowClientFailure(const ClientRow& row, MessageId message, DWORD error)
+{
+    const HRESULT status = EnsureFailed(StatusFromError(error));
+    throw ComException(status, FormatMessageWithStatus(message, status), At(row.source));
 }
 
 void ThrowReportedErrors(const ClientRow& row, const std::u16string& address,

@@ -45,8 +45,11 @@ struct ClientOutcome
     std::u16string errors; // all of the error stream
 };
 
-// Throws only if the client can't be started.
+// Throws only if the client can't be started, or memory is too short for its error text.
 ClientOutcome RunClient(const ClientRow& row, const ClientCall& call);
+
+// Throws a message of the row's, for a platform call around the client that has failed.
+[[noreturn]] void ThrowClientFailure(const ClientRow& row, MessageId message, DWORD error);
 
 // Any text on the error stream is a failure, a warning included, and nothing else is: exit codes
 // are not looked at.

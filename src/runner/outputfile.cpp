@@ -13,6 +13,10 @@ namespace tarnwell
 namespace
 {
 
+// With its terminator. No text of its own size: nothing may fail between a file's making and its
+// opening.
+using FileName = std::array<WCHAR, MAX_PATH>;
+
 // The folder for temporary files; the current one if there is none that fits.
 std::u16string TemporaryFolder()
 {
@@ -23,12 +27,12 @@ std::u16string TemporaryFolder()
 }
 
 // Makes the file, empty.
-std::u16string NewFileName(const std::u16string& address, const char16_t* source)
+FileName NewFile(const std::u16string& address, const char16_t* source)
 {
-    std::array<WCHAR, MAX_PATH> name{};
+    FileName name{};
     const std::u16string folder = TemporaryFolder();
     if (GetTempFileNameW(Wide(folder), Wide(u"vrl"), 0, name.data()) != 0)
-        return std::u16string(Units(name.data()));
+        return name;
     const HRESULT status = EnsureFailed(StatusFromLastError());
     throw ComException(status,
                        FormatMessageWithStatus(MessageId::TemporaryFileFailed, status, {address}),
@@ -39,22 +43,24 @@ std::u16string NewFileName(const std::u16string& address, const char16_t* source
 
 std::shared_ptr<OsHandle> MakeOutputFile(const std::u16string& address, const char16_t* source)
 {
-    const std::u16string name = NewFileName(address, source);
+    const FileName name = NewFile(address, source);
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, 1};
-    auto file = std::make_shared<OsHandle>(
-        CreateFileW(Wide(name), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, &inheritable,
-                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
-    if (*file)
-        return file;
+    OsHandle file(CreateFileW(name.data(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
+                              &inheritable, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+    if (file)
+        return std::make_shared<OsHandle>(std::move(file));
     const HRESULT status = EnsureFailed(StatusFromLastError());
-    DeleteFileW(Wide(name));
-    throw ComException(status, FormatMessageWithStatus(MessageId::OpenFailed, status, {name}),
+    DeleteFileW(name.data());
+    throw ComException(status,
+                       FormatMessageWithStatus(MessageId::OpenFailed, status,
+                                               {std::u16string(Units(name.data()))}),
                        At(source));
 }
 
-void Rewind(const OsHandle& file)
+bool Rewind(const OsHandle& file)
 {
-    SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN);
+    return SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN) == 0;
 }
 
 } // namespace tarnwell

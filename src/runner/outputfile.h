@@ -14,7 +14,8 @@ namespace tarnwell
 // the file system in it.
 std::shared_ptr<OsHandle> MakeOutputFile(const std::u16string& address, const char16_t* source);
 
-// Back to the start, to read what the client wrote.
-void Rewind(const OsHandle& file);
+// Back to the start, to read what the client wrote. False, with the last error set, if it stays at
+// the end, where there is nothing to read.
+bool Rewind(const OsHandle& file);
 
 } // namespace tarnwell

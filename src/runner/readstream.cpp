@@ -2,7 +2,6 @@
 
 #include "frame/exception.h"
 #include "frame/messages.h"
-#include "runner/outputfile.h"
 
 namespace tarnwell
 {
@@ -36,7 +35,6 @@ HRESULT ReadStreamObject::Write(const void*, ULONG, ULONG* written)
 
 ComPtr<IFileStream> MakeReadStream(std::shared_ptr<OsHandle> file, const char16_t* source)
 {
-    Rewind(*file);
     ComPtr<ComObject<ReadStreamObject>> stream;
     const HRESULT status = MakeObject<ReadStreamObject>(stream);
     if (FAILED(status))

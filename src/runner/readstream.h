@@ -36,7 +36,7 @@ private:
     std::shared_ptr<OsHandle> file_;
 };
 
-// A new stream over `file` from its start. Throws message 114 if it can't be made.
+// A new stream over `file`, from where it stands. Throws message 114 if it can't be made.
 ComPtr<IFileStream> MakeReadStream(std::shared_ptr<OsHandle> file, const char16_t* source);
 
 } // namespace tarnwell

@@ -11,7 +11,7 @@ unsigned StreamReaderThread::Run() noexcept
     }
     catch (...)
     {
-        text.clear();
+        isWhole = false;
     }
     return 0;
 }

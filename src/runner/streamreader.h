@@ -16,8 +16,10 @@ public:
 
     unsigned Run() noexcept override;
 
-    // To be read after Wait only. Empty if memory was too short for it.
+    // To be read after Wait only.
     std::u16string text;
+    // False if memory was too short for the text, which is empty then.
+    bool isWhole = true;
 };
 
 } // namespace tarnwell

@@ -5,30 +5,33 @@
 namespace tarnwell
 {
 
-namespace
+unsigned STDMETHODCALLTYPE Thread::RunToEnd(void* thread)
 {
-
-unsigned STDMETHODCALLTYPE RunThread(void* thread)
-{
-    return static_cast<Thread*>(thread)->Run();
+    auto* const self = static_cast<Thread*>(thread);
+    const unsigned value = self->Run();
+    self->input_->Close();
+    self->hasEnded_ = true;
+    self->hasEnded_.notify_all();
+    return value;
 }
 
-} // namespace
-
-bool Thread::Start()
+void Thread::Start(OsHandle& input)
 {
-    const std::uintptr_t started = _beginthreadex(nullptr, 0, RunThread, this, 0, nullptr);
+    input_ = &input;
+    const std::uintptr_t started = _beginthreadex(nullptr, 0, RunToEnd, this, 0, nullptr);
     if (started == 0)
-        return false;
-    static_cast<OsHandle&>(*this) = OsHandle(reinterpret_cast<HANDLE>(started));
-    return true;
+        input.Close();
+    else
+        static_cast<OsHandle&>(*this) = OsHandle(reinterpret_cast<HANDLE>(started));
 }
 
 void Thread::Wait()
 {
     if (!*this)
         return;
-    WaitForSingleObject(Get(), INFINITE);
+    // Where the system refuses to wait, the thread must not outlive what it works on all the same.
+    if (WaitForSingleObject(Get(), INFINITE) != WAIT_OBJECT_0)
+        hasEnded_.wait(false);
     Close();
 }
 

@@ -84,7 +84,10 @@ std::u16string_view SvnRealScheme(std::u16string_view scheme)
 
 SVNUri::SVNUri(std::u16string text) : Uri(std::move(text))
 {
-    CheckScheme(GetScheme(), GetText());
+    const std::u16string_view scheme =
+        std::u16string_view(GetText()).substr(0, GetText().find(u':'));
+    if (FindScheme(scheme) == nullptr || !HasScheme(scheme))
+        CheckScheme(GetScheme(), GetText());
 }
 
 std::shared_ptr<Uri> SVNUri::ForDisplay() const

@@ -16,7 +16,8 @@ std::shared_ptr<OsHandle> CaptureOutput(const ClientRow& row, const WorkingCopyC
     run.outputFile = output->Get();
     const ClientOutcome outcome = RunClient(row, run);
     ThrowReportedErrors(row, call.address, outcome.errors);
-    Rewind(*output);
+    if (!Rewind(*output))
+        ThrowClientFailure(row, row.communication, GetLastError());
     return output;
 }
 

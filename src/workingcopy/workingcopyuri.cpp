@@ -27,7 +27,7 @@ std::optional<std::u16string_view> RevisionOf(std::u16string_view text)
 
 WorkingCopyUri::WorkingCopyUri(std::u16string text, const AddressRow& row) : Uri(std::move(text))
 {
-    if (GetScheme() != row.scheme)
+    if (!HasScheme(row.scheme))
         throw ComException(E_INVALIDARG, FormatMessageById(row.invalid, {GetText()}),
                            At(row.source));
 }

@@ -2,31 +2,18 @@
 // environment in, output and exit code out.
 #pragma once
 
+#include "support/process.h"
+
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace tarnwell::test
 {
 
-struct HostCall
-{
-    std::vector<std::u16string> arguments;
-    std::string input;
-    // Variables in addition to those of the test; an empty value removes one.
-    std::vector<std::pair<std::string, std::string>> environment;
-    // Empty: that of the test.
-    std::filesystem::path folder;
-};
-
-struct HostRun
-{
-    int exitCode;
-    std::string output;
-    std::string errors;
-};
+using HostCall = ProcessCall;
+using HostRun = ProcessRun;
 
 HostRun RunHost(const HostCall& call);
 HostRun RunHost(const std::vector<std::u16string>& arguments);

@@ -1,6 +1,9 @@
 // No memory for an object: nothing is made, and the host is told so.
 #include "faults/local.h"
 
+#include "frame/messages.h"
+#include "frame/revisioncalls.h"
+#include "git/gitobjects.h"
 #include "module/lifecycle.h"
 
 #include <tarnwell/classes.h>
@@ -8,17 +11,20 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <new>
+#include <utility>
 
 namespace
 {
+// The next object isn't made.
 thread_local bool refuse = false;
-}
+} // namespace
 
-// Objects of the module's classes are the only ones made this way.
+// All objects that a host gets are made this way.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
-    if (refuse)
+    if (std::exchange(refuse, false))
         return nullptr;
     try
     {
@@ -35,6 +41,11 @@ namespace tarnwell::test
 namespace
 {
 
+std::u16string NoObject()
+{
+    return FormatMessageWithStatus(MessageId::SupportObjectFailed, E_OUTOFMEMORY);
+}
+
 TEST(NoMemory, MakesNoObject)
 {
     ComPtr<::IClassFactory> factory;
@@ -44,7 +55,6 @@ TEST(NoMemory, MakesNoObject)
     void* out = &out;
     refuse = true;
     const HRESULT status = factory->CreateInstance(nullptr, IidOf<::IUnknown>(), &out);
-    refuse = false;
     EXPECT_EQ(status, E_OUTOFMEMORY);
     EXPECT_EQ(out, nullptr);
     StopModule();
@@ -56,10 +66,91 @@ TEST(NoMemory, MakesNoClassObject)
     void* out = &out;
     refuse = true;
     const HRESULT status = DllGetClassObject(CLSID_P4FileSystem, IidOf<::IUnknown>(), &out);
-    refuse = false;
     EXPECT_EQ(status, E_OUTOFMEMORY);
     EXPECT_EQ(out, nullptr);
     StopModule();
+}
+
+// What `make` leaves when the object that it makes first is refused.
+template <class Make> PublishedError ErrorWithoutMemory(Make&& make)
+{
+    ClearError();
+    refuse = true;
+    EXPECT_EQ(std::forward<Make>(make)(), E_OUTOFMEMORY);
+    return TakeError().value_or(PublishedError{});
+}
+
+TEST(NoMemory, MakesNoItemOfAnAddress)
+{
+    ComPtr<IFileSystem> system;
+    ASSERT_EQ(MakeInstance<GITFileSystemObject>(nullptr, IID_IFileSystem, system.OutVoid()), S_OK);
+    auto* file = reinterpret_cast<IFile*>(1);
+    const PublishedError error =
+        ErrorWithoutMemory([&] { return system->GetFile(u"git:///a", VARIANT_FALSE, &file); });
+    EXPECT_EQ(WithoutLine(error.text), NoObject() + u" [interfaceimpl@N]");
+    EXPECT_TRUE(error.interfaceId == IID_IFileSystem);
+    EXPECT_EQ(file, nullptr);
+}
+
+TEST(NoMemory, MakesNoRevisions)
+{
+    auto* revisions = reinterpret_cast<IRevisions*>(1);
+    const PublishedError error = ErrorWithoutMemory(
+        [&]
+        {
+            return GetRevisionsHidingFailures(CLSID_GITFileSystem, &revisions,
+                                              [] { return std::vector<RevisionRecord>(); });
+        });
+    EXPECT_EQ(error.text, NoObject()) << "no position in the source";
+    EXPECT_TRUE(error.interfaceId == IID_IFileSystemRevisions);
+    EXPECT_EQ(revisions, nullptr);
+}
+
+TEST(NoMemory, MakesNoRevision)
+{
+    ComPtr<IRevisions> revisions;
+    ASSERT_EQ(MakeRevisions({RevisionRecord{}}, CLSID_GITFileSystem, revisions.Out()), S_OK);
+    auto* revision = reinterpret_cast<IRevision*>(1);
+    const PublishedError error =
+        ErrorWithoutMemory([&] { return revisions->GetItem(0, &revision); });
+    EXPECT_EQ(error.text, NoObject());
+    EXPECT_TRUE(error.interfaceId == IID_IRevisions);
+    EXPECT_EQ(revision, nullptr);
+}
+
+TEST(NoMemory, GivesNoText)
+{
+    ComPtr<IFileSystem> system;
+    ComPtr<IFile> file;
+    ComPtr<IRevisions> revisions;
+    ComPtr<IRevision> revision;
+    ASSERT_EQ(MakeInstance<GITFileSystemObject>(nullptr, IID_IFileSystem, system.OutVoid()), S_OK);
+    ASSERT_EQ(system->GetFile(u"git:///a", VARIANT_FALSE, file.Out()), S_OK);
+    ASSERT_EQ(MakeRevisions({RevisionRecord{}}, CLSID_GITFileSystem, revisions.Out()), S_OK);
+    ASSERT_EQ(revisions->GetItem(0, revision.Out()), S_OK);
+    const auto item = file.As<IFileSystemItem>();
+    const auto comparable = file.As<IFileSystemItemComparableUrl>();
+    const std::function<HRESULT(BSTR*)> getters[] = {
+        [&](BSTR* out) { return item->GetName(out); },
+        [&](BSTR* out) { return item->GetPath(out); },
+        [&](BSTR* out) { return item->GetParentPath(out); },
+        [&](BSTR* out) { return comparable->GetComparableName(out); },
+        [&](BSTR* out) { return comparable->GetComparableUrl(out); },
+        [&](BSTR* out) { return system->CombinePath(u"a", u"b", out); },
+        [&](BSTR* out) { return revision->GetRevisionId(out); },
+        [&](BSTR* out) { return revision->GetDescription(out); },
+        [&](BSTR* out) { return revision->GetAuthor(out); },
+        [&](BSTR* out) { return revision->GetUri(out); },
+    };
+    for (const auto& get : getters)
+    {
+        Faults faults;
+        faults.Fail("SysAllocStringLen", 1, ERROR_NOT_ENOUGH_MEMORY);
+        auto text = reinterpret_cast<BSTR>(1);
+        EXPECT_EQ(get(&text), E_OUTOFMEMORY);
+        EXPECT_EQ(text, nullptr);
+        EXPECT_EQ(faults.Failures(), 1);
+    }
 }
 
 } // namespace

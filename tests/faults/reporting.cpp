@@ -96,6 +96,17 @@ TEST_F(Reporting, ATextMissingInBothLanguagesIsEmpty)
     EXPECT_EQ(local.system->GetFile(u"a", VARIANT_TRUE, nullptr), E_POINTER);
 }
 
+TEST_F(Reporting, WithoutATextTheErrorIsPublishedAllTheSame)
+{
+    Faults faults;
+    faults.Fail("FindResourceExW", 1, ERROR_RESOURCE_LANG_NOT_FOUND);
+    faults.Fail("FindResourceExW", 2, ERROR_RESOURCE_LANG_NOT_FOUND);
+    const Result result =
+        ResultOf([&] { return local.system->GetFile(u"a", VARIANT_TRUE, nullptr); });
+    EXPECT_EQ(result.status, E_POINTER);
+    EXPECT_EQ(result.text, u"");
+}
+
 TEST_F(Reporting, ATextThatCannotBeLoadedIsEmpty)
 {
     for (const char* const operation : {"LoadResource", "LockResource"})

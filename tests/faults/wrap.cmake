@@ -6,9 +6,9 @@ set(cannotFail
     FreeEnvironmentStringsW)
 
 set(operations ${CMAKE_CURRENT_LIST_DIR}/operations.inc)
-set(headers ${PROJECT_SOURCE_DIR}/src/platform/posix/win32.h
-            ${PROJECT_SOURCE_DIR}/src/platform/xml.h
-            ${PROJECT_SOURCE_DIR}/include/tarnwell/com.h)
+file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/platform/posix/win32/*.h)
+list(APPEND headers ${PROJECT_SOURCE_DIR}/src/platform/xml.h
+                    ${PROJECT_SOURCE_DIR}/include/tarnwell/com.h)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${operations} ${headers})
 
 set(wrapped)

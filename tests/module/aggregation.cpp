@@ -1,36 +1,12 @@
 // A file system object as a part of another object.
 #include "module/localtest.h"
+#include "support/whole.h"
 
 namespace tarnwell::test
 {
 
 namespace
 {
-
-// Hands out its own IUnknown and all that its part has.
-class Whole final : public ::IUnknown
-{
-public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
-    {
-        if (iid != IidOf<::IUnknown>())
-            return part->QueryInterface(iid, out);
-        *out = this;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override
-    {
-        return ++count;
-    }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        return --count;
-    }
-
-    ComPtr<::IUnknown> part;
-    ULONG count = 1;
-};
 
 // Classes that can be parts; to grow with each backend.
 constexpr GUID classes[] = {CLSID_Win32FileSystem, CLSID_SVNFileSystem, CLSID_HGFileSystem,

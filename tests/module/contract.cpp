@@ -1,5 +1,7 @@
 #include "module/contract.h"
 
+#include "support/whole.h"
+
 #include <algorithm>
 
 namespace tarnwell::test
@@ -148,6 +150,64 @@ TEST_P(Contract, CountsItsReferences)
     EXPECT_EQ(object->AddRef(), count + 1);
     EXPECT_EQ(object->Release(), count);
     EXPECT_EQ(object->Release(), count - 1);
+}
+
+TEST_P(CreationContract, IsByAnyOfTheInterfaces)
+{
+    for (const KnownInterface& known : knownInterfaces)
+    {
+        void* made = &made;
+        const HRESULT status = GetParam().create(nullptr, known.id, &made);
+        const bool promised = Contains(GetParam().interfaces, known.id);
+        EXPECT_EQ(status, promised ? S_OK : E_NOINTERFACE) << known.name;
+        EXPECT_EQ(made != nullptr, promised) << known.name;
+        ComPtr<::IUnknown>::Adopt(static_cast<::IUnknown*>(made));
+    }
+}
+
+TEST_P(CreationContract, AsAPartAnswersAsTheWholeDoes)
+{
+    Whole whole;
+    ASSERT_EQ(GetParam().create(&whole, IidOf<::IUnknown>(), whole.part.OutVoid()), S_OK);
+    EXPECT_NE(whole.part.Get(), &whole) << "the part's own IUnknown";
+    EXPECT_EQ(whole.part.As<::IUnknown>().Get(), whole.part.Get());
+    for (const KnownInterface& known : knownInterfaces)
+    {
+        ComPtr<::IUnknown> view;
+        const HRESULT status = whole.part->QueryInterface(known.id, view.OutVoid());
+        const bool promised = Contains(GetParam().interfaces, known.id);
+        ASSERT_EQ(status, promised ? S_OK : E_NOINTERFACE) << known.name;
+        EXPECT_EQ(whole.count, promised ? 2U : 1U) << known.name;
+        if (promised)
+        {
+            EXPECT_EQ(view.As<::IUnknown>().Get(), &whole) << known.name;
+        }
+    }
+    EXPECT_EQ(whole.count, 1U);
+}
+
+TEST_P(CreationContract, AsAPartClaimsErrorInformationByItsList)
+{
+    Whole whole;
+    ASSERT_EQ(GetParam().create(&whole, IidOf<::IUnknown>(), whole.part.OutVoid()), S_OK);
+    const auto support = whole.part.As<::ISupportErrorInfo>();
+    ASSERT_TRUE(support);
+    for (const KnownInterface& known : knownInterfaces)
+    {
+        EXPECT_EQ(support->InterfaceSupportsErrorInfo(known.id),
+                  Contains(GetParam().errorInfo, known.id) ? S_OK : S_FALSE)
+            << known.name;
+    }
+}
+
+TEST_P(CreationContract, AsAPartRefusesNullOutPointers)
+{
+    Whole whole;
+    ASSERT_EQ(GetParam().create(&whole, IidOf<::IUnknown>(), whole.part.OutVoid()), S_OK);
+    EXPECT_EQ(whole.part->QueryInterface(GetParam().interfaces.front(), nullptr), E_POINTER);
+    for (const NullCall& row : GetParam().nulls)
+        EXPECT_EQ(row.call(whole.part.Get()), E_POINTER) << row.method;
+    EXPECT_EQ(whole.count, 1U);
 }
 
 } // namespace tarnwell::test

@@ -3,9 +3,15 @@
 // failed call clears its out values. A backend adds rows and nothing else.
 #pragma once
 
-#include "module/localtest.h"
+#include "module/outcome.h"
+#include "support/tempfolder.h"
+
+#include <tarnwell/tarnwell.h>
+
+#include <gmock/gmock.h>
 
 #include <functional>
+#include <vector>
 
 namespace tarnwell::test
 {
@@ -31,6 +37,9 @@ struct FailingCall
     std::function<bool(::IUnknown*)> clears;
 };
 
+// Makes an object, plain or as a part of `outer`, and asks it for `iid`.
+using Creation = std::function<HRESULT(::IUnknown* outer, const GUID& iid, void** out)>;
+
 struct ClassContract
 {
     const char* name;
@@ -40,6 +49,8 @@ struct ClassContract
     std::vector<GUID> errorInfo;
     std::vector<NullCall> nulls;
     std::vector<FailingCall> failures;
+    // How the host makes one itself; nothing for objects that others hand out.
+    Creation create = {};
 };
 
 void PrintTo(const ClassContract& contract, std::ostream* out);
@@ -52,6 +63,11 @@ protected:
 
     TempFolder folder;
     ComPtr<::IUnknown> object;
+};
+
+// Of the classes that hosts make themselves.
+class CreationContract : public testing::TestWithParam<ClassContract>
+{
 };
 
 // Rows for methods of interface `I`.

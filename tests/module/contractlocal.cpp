@@ -1,5 +1,6 @@
 // The classes of the local file system.
 #include "module/contract.h"
+#include "module/localtest.h"
 
 #include <memory>
 
@@ -84,6 +85,8 @@ ClassContract FileSystemContract()
                                    [missing](IFileSystem* s, IFile** out)
                                    { return s->GetFile(Ole(missing), VARIANT_TRUE, out); }),
         },
+        [](::IUnknown* outer, const GUID& iid, void** out)
+        { return TheModule().CreateInstance(CLSID_Win32FileSystem, outer, iid, out); },
     };
 }
 
@@ -184,6 +187,8 @@ ClassContract StreamContract()
 INSTANTIATE_TEST_SUITE_P(Local, Contract,
                          testing::Values(FileSystemContract(), FileContract(), FolderContract(),
                                          ContentsContract(), StreamContract()),
+                         ContractName);
+INSTANTIATE_TEST_SUITE_P(Local, CreationContract, testing::Values(FileSystemContract()),
                          ContractName);
 
 // A folder that can't be read any more when its contents are asked for.

@@ -1,5 +1,6 @@
 // The classes of the Subversion file system, but for those that only a client's answer makes.
-#include "module/contract.h"
+#include "module/contractrows.h"
+#include "module/localtest.h"
 
 namespace tarnwell::test
 {
@@ -63,48 +64,33 @@ ClassContract FileSystemContract()
             ClearedBy<IFileSystem>("GetFile", reinterpret_cast<IFile*>(1),
                                    [](IFileSystem* s, IFile** out)
                                    { return s->GetFile(Ole(u"x://y"), VARIANT_FALSE, out); }),
+            ClearedBy<IFileSystem>("CreateTempFile", reinterpret_cast<BSTR>(1),
+                                   [](IFileSystem* s, BSTR* out)
+                                   { return s->CreateTempFile(Ole(u"a"), out); }),
         },
-    };
-}
-
-// Of both kinds of item.
-std::vector<NullCall> ItemNulls()
-{
-    return {
-        NullOf<IFileSystemItem>("GetModifiedTime", Null::Bare,
-                                [](IFileSystemItem* i) { return i->GetModifiedTime(nullptr); }),
-        NullOf<IFileSystemItem>("GetAttributes", Null::Bare,
-                                [](IFileSystemItem* i) { return i->GetAttributes(nullptr); }),
-        NullOf<IFileSystemItem>("GetName", Null::Bare,
-                                [](IFileSystemItem* i) { return i->GetName(nullptr); }),
-        NullOf<IFileSystemItem>("GetParentPath", Null::Bare,
-                                [](IFileSystemItem* i) { return i->GetParentPath(nullptr); }),
-        NullOf<IFileSystemItem>("GetPath", Null::Bare,
-                                [](IFileSystemItem* i) { return i->GetPath(nullptr); }),
-        NullOf<IFileSystemItemComparableUrl>("GetComparableName", Null::Bare,
-                                             [](IFileSystemItemComparableUrl* i)
-                                             { return i->GetComparableName(nullptr); }),
-        NullOf<IFileSystemItemComparableUrl>("GetComparableUrl", Null::Bare,
-                                             [](IFileSystemItemComparableUrl* i)
-                                             { return i->GetComparableUrl(nullptr); }),
+        [](::IUnknown* outer, const GUID& iid, void** out)
+        { return TheModule().CreateInstance(CLSID_SVNFileSystem, outer, iid, out); },
     };
 }
 
 // Without a host object there are no credentials, so that no client is run.
 ClassContract FileContract()
 {
-    ClassContract contract{
+    return {
         "SVNFile",
         File,
         {IID_IFileSystemItem, IID_IFileSystemItemComparableUrl, IID_IFile,
          IidOf<::ISupportErrorInfo>()},
         {IID_IFileSystemItem, IID_IFile},
-        ItemNulls(),
+        AddressFileNulls({}),
         {
             ClearedBy<IFile>("GetSizeLow", std::uint32_t{7},
                              [](IFile* f, std::uint32_t* out) { return f->GetSizeLow(out); }),
             ClearedBy<IFile>("GetSizeHigh", std::uint32_t{7},
                              [](IFile* f, std::uint32_t* out) { return f->GetSizeHigh(out); }),
+            ClearedBy<IFileSystemItem>("GetModifiedTime", std::uint64_t{7},
+                                       [](IFileSystemItem* i, std::uint64_t* out)
+                                       { return i->GetModifiedTime(out); }),
             ClearedBy<IFileSystemItem>("GetAttributes", std::uint32_t{7},
                                        [](IFileSystemItem* i, std::uint32_t* out)
                                        { return i->GetAttributes(out); }),
@@ -113,35 +99,32 @@ ClassContract FileContract()
                              { return f->Open(readAccess, openExisting, out); }),
         },
     };
-    contract.nulls.push_back(NullOf<IFile>("GetSizeLow", Null::Message,
-                                           [](IFile* f) { return f->GetSizeLow(nullptr); }));
-    contract.nulls.push_back(NullOf<IFile>("GetSizeHigh", Null::Message,
-                                           [](IFile* f) { return f->GetSizeHigh(nullptr); }));
-    return contract;
 }
 
 ClassContract FolderContract()
 {
-    ClassContract contract{
+    return {
         "SVNFolder",
         Folder,
         {IID_IFileSystemItem, IID_IFileSystemItemComparableUrl, IID_IFolder,
          IidOf<::ISupportErrorInfo>()},
         {IID_IFileSystemItem, IID_IFolder},
-        ItemNulls(),
+        AddressItemNulls({
+            NullOf<IFolder>("GetContents", Null::Bare,
+                            [](IFolder* f) { return f->GetContents(nullptr); }),
+        }),
         {
             ClearedBy<IFolder>("GetContents", reinterpret_cast<IFolderContents*>(1),
                                [](IFolder* f, IFolderContents** out)
                                { return f->GetContents(out); }),
         },
     };
-    contract.nulls.push_back(NullOf<IFolder>("GetContents", Null::Bare,
-                                             [](IFolder* f) { return f->GetContents(nullptr); }));
-    return contract;
 }
 
 INSTANTIATE_TEST_SUITE_P(Subversion, Contract,
                          testing::Values(FileSystemContract(), FileContract(), FolderContract()),
+                         ContractName);
+INSTANTIATE_TEST_SUITE_P(Subversion, CreationContract, testing::Values(FileSystemContract()),
                          ContractName);
 
 } // namespace

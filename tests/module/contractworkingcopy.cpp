@@ -1,5 +1,6 @@
 // The classes of the file systems of working copies, and the revisions that they hand out.
-#include "module/contract.h"
+#include "module/contractrows.h"
+#include "module/localtest.h"
 
 namespace tarnwell::test
 {
@@ -78,7 +79,12 @@ template <const System& system> ClassContract FileSystemContract()
             ClearedBy<IFileSystem>("GetFile", reinterpret_cast<IFile*>(1),
                                    [](IFileSystem* s, IFile** out)
                                    { return s->GetFile(Ole(u"x://y"), VARIANT_FALSE, out); }),
+            ClearedBy<IFileSystem>("CreateTempFile", reinterpret_cast<BSTR>(1),
+                                   [](IFileSystem* s, BSTR* out)
+                                   { return s->CreateTempFile(Ole(u"a"), out); }),
         },
+        [](::IUnknown* outer, const GUID& iid, void** out)
+        { return TheModule().CreateInstance(system.classId, outer, iid, out); },
     };
 }
 
@@ -90,33 +96,18 @@ template <const System& system> ClassContract FileContract()
         {IID_IFileSystemItem, IID_IFileSystemItemComparableUrl, IID_IFile,
          IidOf<::ISupportErrorInfo>()},
         {IID_IFileSystemItem, IID_IFile},
-        {
-            NullOf<IFileSystemItem>("GetModifiedTime", Null::Bare,
-                                    [](IFileSystemItem* i) { return i->GetModifiedTime(nullptr); }),
-            NullOf<IFileSystemItem>("GetAttributes", Null::Bare,
-                                    [](IFileSystemItem* i) { return i->GetAttributes(nullptr); }),
-            NullOf<IFileSystemItem>("GetName", Null::Bare,
-                                    [](IFileSystemItem* i) { return i->GetName(nullptr); }),
-            NullOf<IFileSystemItem>("GetParentPath", Null::Bare,
-                                    [](IFileSystemItem* i) { return i->GetParentPath(nullptr); }),
-            NullOf<IFileSystemItem>("GetPath", Null::Bare,
-                                    [](IFileSystemItem* i) { return i->GetPath(nullptr); }),
-            NullOf<IFileSystemItemComparableUrl>("GetComparableName", Null::Bare,
-                                                 [](IFileSystemItemComparableUrl* i)
-                                                 { return i->GetComparableName(nullptr); }),
-            NullOf<IFileSystemItemComparableUrl>("GetComparableUrl", Null::Bare,
-                                                 [](IFileSystemItemComparableUrl* i)
-                                                 { return i->GetComparableUrl(nullptr); }),
-            NullOf<IFile>("GetSizeLow", Null::Message,
-                          [](IFile* f) { return f->GetSizeLow(nullptr); }),
-            NullOf<IFile>("GetSizeHigh", Null::Message,
-                          [](IFile* f) { return f->GetSizeHigh(nullptr); }),
+        AddressFileNulls({
             NullOf<IFile>("Open", Null::Bare,
                           [](IFile* f) { return f->Open(readAccess, openExisting, nullptr); }),
-        },
+        }),
         {
             ClearedBy<IFile>("GetSizeLow", std::uint32_t{7},
                              [](IFile* f, std::uint32_t* out) { return f->GetSizeLow(out); }),
+            ClearedBy<IFile>("GetSizeHigh", std::uint32_t{7},
+                             [](IFile* f, std::uint32_t* out) { return f->GetSizeHigh(out); }),
+            ClearedBy<IFileSystemItem>("GetModifiedTime", std::uint64_t{7},
+                                       [](IFileSystemItem* i, std::uint64_t* out)
+                                       { return i->GetModifiedTime(out); }),
             ClearedBy<IFileSystemItem>("GetAttributes", std::uint32_t{7},
                                        [](IFileSystemItem* i, std::uint32_t* out)
                                        { return i->GetAttributes(out); }),
@@ -133,12 +124,7 @@ template <const System& system> ClassContract RevisionsContract()
         NoRevisions<system>,
         {IID_IRevisions, IidOf<::ISupportErrorInfo>()},
         {IID_IRevisions},
-        {
-            NullOf<IRevisions>("GetCount", Null::Message,
-                               [](IRevisions* r) { return r->GetCount(nullptr); }),
-            NullOf<IRevisions>("GetItem", Null::Message,
-                               [](IRevisions* r) { return r->GetItem(0, nullptr); }),
-        },
+        RevisionsNulls(),
         {
             ClearedBy<IRevisions>("GetItem", reinterpret_cast<IRevision*>(1),
                                   [](IRevisions* r, IRevision** out)
@@ -158,6 +144,10 @@ template <const System& system> auto Contracts()
 
 INSTANTIATE_TEST_SUITE_P(Git, Contract, Contracts<git>(), ContractName);
 INSTANTIATE_TEST_SUITE_P(Mercurial, Contract, Contracts<mercurial>(), ContractName);
+INSTANTIATE_TEST_SUITE_P(WorkingCopies, CreationContract,
+                         testing::Values(FileSystemContract<git>(),
+                                         FileSystemContract<mercurial>()),
+                         ContractName);
 
 } // namespace
 

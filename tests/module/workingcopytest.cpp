@@ -6,36 +6,42 @@ namespace tarnwell::test
 namespace
 {
 
-template <class Get> std::u16string TextOf(Get get)
+Revision FactsOf(const ComPtr<IRevision>& revision)
 {
-    Bstr text;
-    EXPECT_EQ(get(text.Out()), S_OK);
-    return std::u16string(text.View());
-}
-
-Revision ReadRevision(const ComPtr<IRevision>& revision)
-{
+    Bstr id;
+    Bstr description;
+    Bstr author;
+    Bstr uri;
     Revision found;
-    found.id = TextOf([&](BSTR* out) { return revision->GetRevisionId(out); });
-    found.description = TextOf([&](BSTR* out) { return revision->GetDescription(out); });
-    found.author = TextOf([&](BSTR* out) { return revision->GetAuthor(out); });
-    found.uri = TextOf([&](BSTR* out) { return revision->GetUri(out); });
+    EXPECT_EQ(revision->GetRevisionId(id.Out()), S_OK);
+    EXPECT_EQ(revision->GetDescription(description.Out()), S_OK);
+    EXPECT_EQ(revision->GetAuthor(author.Out()), S_OK);
+    EXPECT_EQ(revision->GetUri(uri.Out()), S_OK);
     EXPECT_EQ(revision->GetModifiedTime(&found.modified), S_OK);
     EXPECT_EQ(revision->GetRevisionTime(&found.time), S_OK);
+    found.id = id.View();
+    found.description = description.View();
+    found.author = author.View();
+    found.uri = uri.View();
     return found;
 }
 
 } // namespace
 
-WorkingCopyTest::WorkingCopyTest(const GUID& classId)
-    : system_(TheModule().CreateFileSystem(classId))
+std::u16string Widened(const std::string& ascii)
+{
+    return {ascii.begin(), ascii.end()};
+}
+
+WorkingCopyTest::WorkingCopyTest(const GUID& systemClass)
+    : system(TheModule().CreateFileSystem(systemClass))
 {
 }
 
 std::vector<Revision> WorkingCopyTest::Revisions(const std::u16string& address) const
 {
     ComPtr<IRevisions> revisions;
-    EXPECT_EQ(system_.As<IFileSystemRevisions>()->GetRevisions(Ole(address), 0, revisions.Out()),
+    EXPECT_EQ(system.As<IFileSystemRevisions>()->GetRevisions(Ole(address), 0, revisions.Out()),
               S_OK);
     std::uint32_t count = 0;
     EXPECT_EQ(revisions->GetCount(&count), S_OK);
@@ -44,7 +50,7 @@ std::vector<Revision> WorkingCopyTest::Revisions(const std::u16string& address) 
     {
         ComPtr<IRevision> revision;
         EXPECT_EQ(revisions->GetItem(static_cast<std::int32_t>(i), revision.Out()), S_OK);
-        list.push_back(ReadRevision(revision));
+        list.push_back(FactsOf(revision));
     }
     return list;
 }
@@ -52,17 +58,16 @@ std::vector<Revision> WorkingCopyTest::Revisions(const std::u16string& address) 
 bool WorkingCopyTest::HasRevisions(const std::u16string& address) const
 {
     VARIANT_BOOL has = 77;
-    EXPECT_EQ(system_.As<IFileSystemRevisions>()->HasRevisions(Ole(address), 0, &has), S_OK);
+    EXPECT_EQ(system.As<IFileSystemRevisions>()->HasRevisions(Ole(address), 0, &has), S_OK);
     EXPECT_TRUE(has == VARIANT_TRUE || has == VARIANT_FALSE);
-    return has == VARIANT_TRUE;
+    return has != VARIANT_FALSE;
 }
 
 ComPtr<IFile> WorkingCopyTest::File(const std::u16string& address) const
 {
     ComPtr<IFile> file;
-    EXPECT_THAT(
-        OutcomeOf([&] { return system_->GetFile(Ole(address), VARIANT_FALSE, file.Out()); }),
-        Succeeded());
+    EXPECT_THAT(OutcomeOf([&] { return system->GetFile(Ole(address), VARIANT_FALSE, file.Out()); }),
+                Succeeded());
     return file;
 }
 

@@ -1,12 +1,15 @@
-// A file system of working copies, asked as a host asks it.
+// A file system of working copies in the finished module, on what real clients made.
 #pragma once
 
 #include "module/localtest.h"
+#include "support/clients.h"
+
+#include <string>
+#include <vector>
 
 namespace tarnwell::test
 {
 
-// What the getters of a revision say.
 struct Revision
 {
     std::u16string id, description, author, uri;
@@ -14,23 +17,23 @@ struct Revision
     std::uint64_t time = 0;
 };
 
-class WorkingCopyTest : public testing::Test
+std::u16string Widened(const std::string& ascii);
+
+class WorkingCopyTest : public ClientTest
 {
 protected:
-    explicit WorkingCopyTest(const GUID& classId);
+    explicit WorkingCopyTest(const GUID& systemClass);
 
-    // The list and the answer, of calls that must succeed.
     std::vector<Revision> Revisions(const std::u16string& address) const;
     bool HasRevisions(const std::u16string& address) const;
 
-    // The item, not looked for.
     ComPtr<IFile> File(const std::u16string& address) const;
     Outcome Open(const std::u16string& address, ComPtr<IFileStream>& stream) const;
     // What Open says where it must fail.
     Outcome FailedOpen(const std::u16string& address) const;
     std::string Content(const std::u16string& address) const;
 
-    const ComPtr<IFileSystem> system_;
+    const ComPtr<IFileSystem> system;
 };
 
 } // namespace tarnwell::test

@@ -2,16 +2,14 @@
 #pragma once
 
 #include "frame/handle.h"
+#include "support/childprogram.h"
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace tarnwell::test
 {
-
-std::filesystem::path ChildProgram();
 
 // In quotes, as a command line must have it for the program to see just this.
 std::u16string Quoted(const std::u16string& argument);

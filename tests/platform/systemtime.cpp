@@ -1,4 +1,4 @@
-// Calendar times become file times.
+// SystemTimeToFileTime.
 #include "platform/win32.h"
 #include "support/wine.h"
 
@@ -9,50 +9,80 @@ namespace tarnwell::test
 namespace
 {
 
-// The ticks of a calendar time; 0 with the error kept if there is no such time.
-std::uint64_t TicksOf(const SYSTEMTIME& parts)
+struct Moment
 {
-    FILETIME time{};
-    SetLastError(ERROR_SUCCESS);
-    if (!SystemTimeToFileTime(&parts, &time))
-        return 0;
+    SYSTEMTIME parts;
+    std::uint64_t ticks;
+};
+
+// Year, month, day of the week, day, hour, minute, second, millisecond.
+const Moment moments[] = {
+    {{1601, 1, 0, 1, 0, 0, 0, 0}, 0},
+    {{1970, 1, 0, 1, 0, 0, 0, 0}, 116444736000000000},
+    {{2024, 5, 0, 1, 10, 30, 0, 0}, 133590330000000000},
+    {{2024, 2, 0, 29, 23, 59, 59, 999}, 133537247999990000},
+    {{2000, 2, 0, 29, 0, 0, 0, 0}, 125962560000000000},
+    {{9999, 12, 0, 31, 23, 59, 59, 0}, 2650467743990000000},
+};
+
+const SYSTEMTIME impossible[] = {
+    {1600, 12, 0, 31, 0, 0, 0, 0}, {0, 1, 0, 1, 0, 0, 0, 0},      {2024, 0, 0, 1, 0, 0, 0, 0},
+    {2024, 13, 0, 1, 0, 0, 0, 0},  {2024, 257, 0, 1, 0, 0, 0, 0}, {2024, 1, 0, 0, 0, 0, 0, 0},
+    {2024, 1, 0, 32, 0, 0, 0, 0},  {2024, 1, 0, 257, 0, 0, 0, 0}, {2024, 4, 0, 31, 0, 0, 0, 0},
+    {2024, 1, 0, 1, 24, 0, 0, 0},  {2024, 1, 0, 1, 0, 60, 0, 0},  {2024, 1, 0, 1, 0, 0, 60, 0},
+    {2024, 1, 0, 1, 0, 0, 0, 1000}};
+
+const SYSTEMTIME leapDaysOfCommonYears[] = {{2023, 2, 0, 29, 0, 0, 0, 0},
+                                            {1900, 2, 0, 29, 0, 0, 0, 0}};
+
+std::uint64_t TicksOf(const FILETIME& time)
+{
     return (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
 }
 
-TEST(SystemTime, BecomesTicks)
+TEST(SystemTime, IsReadAsUtc)
 {
-    EXPECT_EQ(TicksOf({1970, 1, 0, 1, 0, 0, 0, 0}), 116444736000000000U);
-    EXPECT_EQ(TicksOf({2024, 2, 0, 29, 23, 59, 59, 999}), 133537247999990000U);
-    EXPECT_EQ(TicksOf({1601, 1, 0, 1, 0, 0, 0, 1}), 10000U);
+    for (const Moment& moment : moments)
+    {
+        FILETIME time{};
+        EXPECT_TRUE(SystemTimeToFileTime(&moment.parts, &time)) << moment.parts.wYear;
+        EXPECT_EQ(TicksOf(time), moment.ticks) << moment.parts.wYear;
+    }
 }
 
 TEST(SystemTime, TheDayOfTheWeekIsNotLookedAt)
 {
-    EXPECT_EQ(TicksOf({1970, 1, 99, 1, 0, 0, 0, 0}), 116444736000000000U);
-}
-
-TEST(SystemTime, WhatIsNoTimeIsRefused)
-{
-    for (const SYSTEMTIME& parts :
-         {SYSTEMTIME{1600, 12, 0, 31, 0, 0, 0, 0}, SYSTEMTIME{2023, 2, 0, 30, 0, 0, 0, 0},
-          SYSTEMTIME{2023, 0, 0, 1, 0, 0, 0, 0}, SYSTEMTIME{2023, 13, 0, 1, 0, 0, 0, 0},
-          SYSTEMTIME{2023, 1, 0, 0, 0, 0, 0, 0}, SYSTEMTIME{2023, 4, 0, 31, 0, 0, 0, 0},
-          SYSTEMTIME{2023, 1, 0, 1, 24, 0, 0, 0}, SYSTEMTIME{2023, 1, 0, 1, 0, 60, 0, 0},
-          SYSTEMTIME{2023, 1, 0, 1, 0, 0, 60, 0}, SYSTEMTIME{2023, 1, 0, 1, 0, 0, 0, 1000},
-          SYSTEMTIME{65535, 1, 0, 1, 0, 0, 0, 0}})
+    SYSTEMTIME parts = moments[2].parts;
+    for (const WORD day : {WORD{1}, WORD{6}, WORD{99}})
     {
-        EXPECT_EQ(TicksOf(parts), 0U) << parts.wYear << "-" << parts.wMonth << "-" << parts.wDay;
-        EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+        parts.wDayOfWeek = day;
+        FILETIME time{};
+        EXPECT_TRUE(SystemTimeToFileTime(&parts, &time));
+        EXPECT_EQ(TicksOf(time), moments[2].ticks);
     }
 }
 
-TEST(SystemTime, TheLeapDayIsOneOfLeapYearsOnly)
+void ExpectRefused(const SYSTEMTIME& parts)
 {
-    EXPECT_NE(TicksOf({2000, 2, 0, 29, 0, 0, 0, 0}), 0U);
+    FILETIME time{};
+    EXPECT_FALSE(SystemTimeToFileTime(&parts, &time))
+        << parts.wYear << '-' << parts.wMonth << '-' << parts.wDay << ' ' << parts.wHour;
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(TicksOf(time), 0U);
+}
+
+TEST(SystemTime, WhatIsNoMomentIsRefused)
+{
+    for (const SYSTEMTIME& parts : impossible)
+        ExpectRefused(parts);
+}
+
+TEST(SystemTime, LeapDaysOfCommonYearsAreRefused)
+{
     if (IsUnderWine())
-        GTEST_SKIP() << "Wine has it in every year";
-    EXPECT_EQ(TicksOf({2023, 2, 0, 29, 0, 0, 0, 0}), 0U);
-    EXPECT_EQ(TicksOf({1900, 2, 0, 29, 0, 0, 0, 0}), 0U);
+        GTEST_SKIP() << "Wine takes them for the day after";
+    for (const SYSTEMTIME& parts : leapDaysOfCommonYears)
+        ExpectRefused(parts);
 }
 
 } // namespace

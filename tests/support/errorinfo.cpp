@@ -32,6 +32,15 @@ void ClearError()
     SetErrorInfo(0, nullptr);
 }
 
+std::u16string WithoutLine(std::u16string text)
+{
+    const std::size_t at = text.rfind(u'@');
+    if (at == std::u16string::npos || !text.ends_with(u']') || at + 2 >= text.size() ||
+        text.find_first_not_of(u"0123456789", at + 1) != text.size() - 1)
+        return text;
+    return text.substr(0, at + 1) + u"N]";
+}
+
 std::u16string WithLineFeeds(std::u16string text)
 {
     std::erase(text, u'\r');

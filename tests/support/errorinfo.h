@@ -24,6 +24,9 @@ std::u16string TakeErrorText();
 
 void ClearError();
 
+// A text that ends in a position in the source, with "N" for the number of the line.
+std::u16string WithoutLine(std::u16string text);
+
 // Without the carriage returns that some systems put into line ends.
 std::u16string WithLineFeeds(std::u16string text);
 

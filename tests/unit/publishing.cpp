@@ -133,6 +133,25 @@ TEST_F(Publishing, MessagesAreFormatted)
               FormatMessageWithStatus(MessageId::ItemFailed, E_INVALIDARG, {u"x"}));
 }
 
+TEST_F(Publishing, AMessageWithoutATextIsPublishedEmpty)
+{
+    constexpr Reporter reporter{classId, interfaceId};
+    constexpr auto without = static_cast<MessageId>(171);
+    EXPECT_EQ(PublishMessage(reporter, without, E_FAIL), E_FAIL);
+    const auto error = TakeError();
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->text, u"");
+    EXPECT_TRUE(error->interfaceId == interfaceId);
+
+    EXPECT_EQ(PublishMessage(reporter, without, S_OK), DISP_E_EXCEPTION);
+    EXPECT_EQ(TakeErrorText(), u"");
+
+    EXPECT_EQ(PublishFailure(reporter, without, E_ACCESSDENIED), E_ACCESSDENIED);
+    const std::u16string text = TakeErrorText();
+    EXPECT_TRUE(text.starts_with(u' ')) << "the blank in front of the system's text";
+    EXPECT_GT(text.size(), 1U);
+}
+
 } // namespace
 
 } // namespace tarnwell::test

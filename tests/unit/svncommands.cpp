@@ -1,10 +1,10 @@
 // The command lines for the Subversion client, word for word, and what its error stream means.
 #include "subversion/svncommands.h"
 #include "frame/exception.h"
-#include "frame/pattern.h"
 #include "subversion/svnuri.h"
 #include "support/errorinfo.h"
 #include "support/fakehost.h"
+#include "unit/matchcount.h"
 
 #include <gmock/gmock.h>
 
@@ -250,9 +250,9 @@ TEST(SvnChildren, CostOneMatchEach)
     FSItems items;
     for (std::size_t i = 0; i < count; ++i)
         items.push_back(Item(u"svn://host/r/some name.txt", i % 2 == 0, 7));
-    const std::uint64_t before = PatternMatchCount();
+    const std::uint64_t before = MatchCount();
     CompleteSvnAddresses(parent, items);
-    EXPECT_LE(PatternMatchCount() - before, count + 10);
+    EXPECT_LE(MatchCount() - before, count + 10);
 }
 
 } // namespace

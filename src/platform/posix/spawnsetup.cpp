@@ -12,6 +12,15 @@ namespace
 
 constexpr int firstOther = STDERR_FILENO + 1;
 
+// A program that is in none of the folders of the PATH is missing, whatever kept the last of them
+// from being one: that is all that the system tells of a search.
+int ErrnoOfStart(const std::string& program, int number)
+{
+    const bool isSearched = program.find('/') == std::string::npos;
+    const bool isPassedOver = number == ENOTDIR || number == ESTALE || number == ENODEV;
+    return isSearched && isPassedOver ? ENOENT : number;
+}
+
 } // namespace
 
 SpawnSetup::SpawnSetup(const StandardDescriptors& standard) : standard_(standard)
@@ -72,7 +81,8 @@ int SpawnSetup::Spawn(pid_t* child, std::vector<std::string>& arguments, char* c
     if (errno_ != 0)
         return errno_;
     const std::vector<char*> pointers = Pointers(arguments);
-    return posix_spawnp(child, pointers[0], &actions_, &attributes_, pointers.data(), environment);
+    return ErrnoOfStart(arguments[0], posix_spawnp(child, pointers[0], &actions_, &attributes_,
+                                                   pointers.data(), environment));
 }
 
 void SpawnSetup::Keep(int number)

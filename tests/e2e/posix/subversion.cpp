@@ -1,7 +1,7 @@
 // The host program on Subversion repositories.
 #include "e2e/hostrun.h"
 #include "e2e/json.h"
-#include "support/posix/svnrepository.h"
+#include "support/svnrepository.h"
 #include "support/posix/svnserve.h"
 
 #include <gmock/gmock.h>
@@ -122,8 +122,8 @@ TEST_F(HostOnSubversion, ComparePairsByName)
     EXPECT_THAT(folders.output, AllOf(HasSubstr("a.txt: different"), EndsWith("1 different\n")));
 
     const TempFolder exported;
-    repository_.Svn("export -q --force " + repository_.Url() + "/trunk " +
-                    exported.Path().string());
+    repository_.Svn(
+        {"export", "-q", "--force", repository_.Url() + "/trunk", exported.Path().string()});
     const HostRun same = Run({u"compare", trunk_, exported.Text()});
     EXPECT_EQ(same.exitCode, 0) << same.output << same.errors;
 }

@@ -1,6 +1,6 @@
 // Failures in the language of the environment.
 #include "module/localtest.h"
-#include "support/posix/environmentvalue.h"
+#include "support/environmentvalue.h"
 
 namespace tarnwell::test
 {

@@ -1,5 +1,5 @@
 // What becomes of Subversion clients that say what no ordinary run does, or that aren't there.
-#include "module/posix/svntest.h"
+#include "module/svntest.h"
 #include "support/posix/standinclient.h"
 
 #include <atomic>
@@ -10,6 +10,7 @@ namespace tarnwell::test
 namespace
 {
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -37,8 +38,8 @@ TEST_F(SvnClients, AreAskedWithTheirCredentials)
 {
     const StandInClient client("svn", listing);
     EXPECT_THAT(List(address + u"@7"), SizeIs(1));
-    EXPECT_THAT(client.Runs(), testing::ElementsAre("--non-interactive --username ann --password "
-                                                    "secret -r 7 --xml list svn://host/r"));
+    EXPECT_THAT(client.Runs(), ElementsAre("--non-interactive --username ann --password "
+                                           "secret -r 7 --xml list svn://host/r"));
 }
 
 TEST_F(SvnClients, GetNoInput)
@@ -176,6 +177,82 @@ TEST_F(SvnClients, AClientThatCannotRunIsAFailureToCommunicate)
     EXPECT_LT(outcome.status, 0);
     EXPECT_TRUE(outcome.error->text.starts_with(
         u"An error occurred while communicating with Subversion. "));
+}
+
+// Runs of the real client, seen from behind.
+class SvnRuns : public SvnTest
+{
+protected:
+    const SvnRepository repository_;
+};
+
+TEST_F(SvnRuns, FactsCostOneRunForAFolderTwoForAFileAndNoneFromAListing)
+{
+    repository_.MakeFolder("trunk");
+    repository_.Commit("trunk/a.txt", "1");
+    const StandInClient client("svn", "exec \"$REAL\" \"$@\"");
+    const std::string trunk = repository_.Url() + "/trunk";
+    FactsOf(Folder(repository_.Address(u"trunk@2")));
+    EXPECT_THAT(client.Runs(), ElementsAre("--non-interactive -r 2 --xml info " + trunk));
+    FileFacts(repository_.Address(u"trunk/a.txt"));
+    EXPECT_EQ(client.Runs().size(), 3U);
+    EXPECT_EQ(client.Runs()[1], "--non-interactive --xml info " + trunk + "/a.txt");
+    EXPECT_EQ(client.Runs()[2], "--non-interactive --xml list " + trunk + "/a.txt");
+    List(repository_.Address(u"trunk"));
+    EXPECT_EQ(client.Runs().size(), 4U);
+    EXPECT_EQ(client.Runs()[3], "--non-interactive --xml list " + trunk);
+    Revisions(repository_.Address(u"trunk/a.txt@2"));
+    EXPECT_EQ(client.Runs()[4], "--non-interactive log -v --xml " + trunk + "/a.txt");
+    const auto file = File(repository_.Address(u"trunk/a.txt@2"));
+    for (int i = 0; i < 2; ++i)
+    {
+        ComPtr<IFileStream> stream;
+        EXPECT_EQ(file->Open(readAccess, openExisting, stream.Out()), S_OK);
+        EXPECT_EQ(ReadAll(stream), "1");
+    }
+    ASSERT_EQ(client.Runs().size(), 7U) << "every opening fetches anew";
+    EXPECT_EQ(client.Runs()[6], "--non-interactive cat -r 2 " + trunk + "/a.txt");
+}
+
+TEST_F(SvnRuns, ARootNeedsNoClient)
+{
+    const StandInClient client("svn", "exit 1");
+    for (const std::u16string address : {u"svn://127.0.0.1:1/", u"svn://127.0.0.1:1",
+                                         u"svn://127.0.0.1:1/@5", u"svn://127.0.0.1:1/x/@5"})
+    {
+        const Facts facts = FactsOf(Folder(address));
+        EXPECT_EQ(facts.attributes, folderAttribute);
+        EXPECT_EQ(facts.name, u"");
+        EXPECT_GT(facts.time, 0U);
+    }
+    EXPECT_THAT(client.Runs(), IsEmpty());
+}
+
+TEST_F(SvnRuns, WithoutAStreamToFillTheContentIsFetchedForNothing)
+{
+    repository_.Commit("a.txt", "1");
+    const StandInClient client("svn", "exec \"$REAL\" \"$@\"");
+    EXPECT_EQ(File(repository_.Address(u"a.txt"))->Open(readAccess, openExisting, nullptr), S_OK);
+    EXPECT_EQ(client.Runs().size(), 1U);
+    const auto none = File(repository_.Address(u"none.txt"));
+    EXPECT_EQ(none->Open(readAccess, openExisting, nullptr), E_FAIL);
+}
+
+TEST_F(SvnRuns, StreamsOutliveTheirItemAndLeaveNoFile)
+{
+    repository_.Commit("a.txt", "bytes");
+    const TempFolder temporary;
+    const EnvironmentValue variable("TMPDIR", temporary.Path().c_str());
+    ComPtr<IFileStream> stream;
+    EXPECT_THAT(Open(repository_.Address(u"a.txt"), stream), Succeeded());
+    List(repository_.Address());
+    FailedOpen(repository_.Address(u"none.txt"));
+    EXPECT_TRUE(std::filesystem::is_empty(temporary.Path()));
+    EXPECT_EQ(ReadAll(stream), "bytes");
+    EXPECT_EQ(ReadAll(stream), "") << "read to its end";
+    EXPECT_EQ(stream->Close(), S_OK);
+    char byte = 0;
+    EXPECT_EQ(stream.As<::ISequentialStream>()->Read(&byte, 1, nullptr), Win32Status(6));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // The locale that the client inherits, and what its output is worth in it.
-#include "module/posix/svntest.h"
+#include "module/svntest.h"
 #include "support/posix/svnserve.h"
 
 namespace tarnwell::test

@@ -1,8 +1,7 @@
 // Subversion's servers, and the credentials for them. There is no https here: that needs
 // certificates that the client trusts.
-#include "module/posix/svntest.h"
+#include "module/svntest.h"
 #include "support/posix/httpserver.h"
-#include "support/posix/shellrun.h"
 #include "support/posix/svnserve.h"
 
 namespace tarnwell::test

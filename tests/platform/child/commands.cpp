@@ -1,7 +1,11 @@
 #include "platform/child/commands.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <thread>
 
 namespace tarnwell::test
 {
@@ -14,6 +18,20 @@ void WriteErrorText(std::size_t size)
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
+// Both streams at once, in pieces.
+void WriteBoth(std::size_t size)
+{
+    constexpr std::size_t piece = 1000; // bytes
+    const std::string output(piece, 'o');
+    const std::string errors(piece, 'e');
+    for (std::size_t left = size; left > 0; left -= std::min(left, piece))
+    {
+        const std::size_t count = std::min(left, piece);
+        std::fwrite(output.data(), 1, count, stdout);
+        std::fwrite(errors.data(), 1, count, stderr);
+    }
+}
+
 std::size_t ReadInput()
 {
     std::size_t size = 0;
@@ -23,6 +41,15 @@ std::size_t ReadInput()
 }
 
 } // namespace
+
+bool Await(const std::string& started, const std::string& told)
+{
+    std::ofstream(started).close();
+    constexpr int patience = 60'000; // in milliseconds, so that a failed test leaves nothing behind
+    for (int i = 0; i < patience && !std::filesystem::exists(told); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    return std::filesystem::exists(told);
+}
 
 void Print(const std::vector<std::string>& texts)
 {
@@ -44,6 +71,12 @@ int RunCommand(const std::vector<std::string>& arguments,
         Print({std::to_string(ReadInput())});
     else if (command == "error" && arguments.size() == 2)
         WriteErrorText(std::stoul(arguments[1]));
+    else if (command == "both" && arguments.size() == 2)
+        WriteBoth(std::stoul(arguments[1]));
+    else if (command == "complain" && arguments.size() == 2)
+        std::fputs(arguments[1].c_str(), stderr);
+    else if (command == "await" && arguments.size() == 3)
+        return Await(arguments[1], arguments[2]) ? 0 : untold;
     else if (command == "exit" && arguments.size() == 2)
         return std::stoi(arguments[1]);
     else

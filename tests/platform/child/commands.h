@@ -13,6 +13,10 @@ int RunCommand(const std::vector<std::string>& arguments,
                const std::vector<std::string>& environment);
 
 inline constexpr int unknownCommand = 99;
+inline constexpr int untold = 98;
+
+// Makes the file `started` and waits until there is a file `told`. False if there never is.
+bool Await(const std::string& started, const std::string& told);
 
 void Print(const std::vector<std::string>& texts);
 

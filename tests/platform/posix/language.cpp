@@ -1,7 +1,7 @@
 // The user's language and the system's words in it, by the environment.
 #include "platform/language.h"
 #include "platform/wide.h"
-#include "support/posix/environmentvalue.h"
+#include "support/environmentvalue.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,8 @@
 // Processes of a test's own.
 #pragma once
 
+#include <filesystem>
+#include <string>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,6 +22,13 @@ template <class Body> int ExitCodeOfChild(Body body)
     int status = 0;
     const bool ended = waitpid(child, &status, 0) == child;
     return ended && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// Until there is such a file, for which another process takes care.
+inline void WaitForFile(const std::u16string& path)
+{
+    while (!std::filesystem::exists(std::filesystem::path(path)))
+        usleep(1000);
 }
 
 } // namespace tarnwell::test

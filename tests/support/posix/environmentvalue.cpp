@@ -1,21 +1,9 @@
-#include "support/posix/environmentvalue.h"
+#include "support/environmentvalue.h"
 
 #include <cstdlib>
 
 namespace tarnwell::test
 {
-
-EnvironmentValue::EnvironmentValue(const char* name, const char* value) : name_(name)
-{
-    if (const char* const before = std::getenv(name))
-        before_ = before;
-    Set(value);
-}
-
-EnvironmentValue::~EnvironmentValue()
-{
-    Set(before_ ? before_->c_str() : nullptr);
-}
 
 void EnvironmentValue::Set(const char* value) const
 {
@@ -24,5 +12,13 @@ void EnvironmentValue::Set(const char* value) const
     else
         setenv(name_, value, 1);
 }
+
+std::optional<std::string> EnvironmentValue::Of(const char* name)
+{
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+const char* const temporaryFolderVariable = "TMPDIR";
 
 } // namespace tarnwell::test

@@ -1,7 +1,5 @@
 #include "support/posix/standinclient.h"
 
-#include "support/posix/shellrun.h"
-
 #include <cstdlib>
 #include <sstream>
 
@@ -12,9 +10,10 @@ StandInClient::StandInClient(const std::string& name, const std::string& body)
     : path_("PATH", (folder_.Path().string() + ":" + getenv("PATH")).c_str())
 {
     const std::filesystem::path script = folder_.Path() / name;
-    const std::string real = ShellRun("command -v " + name + " || true");
-    WriteBytes(script.u16string(), "#!/bin/sh\nREAL=" + ShellQuoted(real) + "\necho \"$*\" >>" +
-                                       ShellQuoted(folder_.Path() / "runs") + "\n" + body + "\n");
+    // The path behind the script's own folder is where the real one is.
+    WriteBytes(script.u16string(), "#!/bin/sh\nREAL=$(PATH=${PATH#*:} command -v " + name +
+                                       ")\necho \"$*\" >>'" + (folder_.Path() / "runs").string() +
+                                       "'\n" + body + "\n");
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
 }
 

@@ -2,7 +2,7 @@
 // for as long as it lives.
 #pragma once
 
-#include "support/posix/environmentvalue.h"
+#include "support/environmentvalue.h"
 #include "support/tempfolder.h"
 
 #include <string>

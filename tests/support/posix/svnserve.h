@@ -2,7 +2,7 @@
 #pragma once
 
 #include "support/posix/serverprocess.h"
-#include "support/posix/svnrepository.h"
+#include "support/svnrepository.h"
 
 namespace tarnwell::test
 {

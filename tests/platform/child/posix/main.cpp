@@ -4,6 +4,8 @@
 #include <csignal>
 #include <cstdio>
 #include <dirent.h>
+#include <filesystem>
+#include <fstream>
 #include <unistd.h>
 
 namespace tarnwell::test
@@ -48,6 +50,30 @@ std::vector<std::string> OddSignals()
     return found;
 }
 
+void EndBySignal(int number)
+{
+    std::fputs("last words", stderr);
+    raise(number);
+}
+
+// Leaves a process that has the streams for so long, writes to the error stream and closes them.
+// It then stays until there is a file `told`, and writes to the file `ended` whether there was.
+void LeaveAnHeir(int milliseconds, const std::string& told, const std::string& ended)
+{
+    const pid_t parent = getpid();
+    if (fork() != 0)
+        return;
+    while (getppid() == parent)
+        usleep(1000);
+    usleep(static_cast<useconds_t>(milliseconds) * 1000);
+    std::fputs("the heir's words", stderr);
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        close(standard);
+    const bool isTold = Await(ended + ".started", told);
+    std::ofstream(ended + ".new") << (isTold ? "told" : "not told");
+    std::filesystem::rename(ended + ".new", ended);
+}
+
 } // namespace
 } // namespace tarnwell::test
 
@@ -65,10 +91,11 @@ int main(int count, char** texts)
     else if (command == "signals")
         Print(OddSignals());
     else if (command == "kill")
-    {
-        std::fputs("last words", stderr);
-        raise(SIGKILL);
-    }
+        EndBySignal(SIGKILL);
+    else if (command == "signal" && arguments.size() == 2)
+        EndBySignal(std::stoi(arguments[1]));
+    else if (command == "heir" && arguments.size() == 4)
+        LeaveAnHeir(std::stoi(arguments[1]), arguments[2], arguments[3]);
     else
         return RunCommand(arguments, environment);
     return 0;

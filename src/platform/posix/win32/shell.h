@@ -1,0 +1,46 @@
+// What the desktop does with files.
+#pragma once
+
+#include "platform/posix/win32/files.h"
+
+inline constexpr UINT FO_DELETE = 3;
+inline constexpr WORD FOF_NOCONFIRMATION = 0x10;
+inline constexpr WORD FOF_ALLOWUNDO = 0x40;
+inline constexpr WORD FOF_NORECURSION = 0x1000;
+
+struct SHFILEOPSTRUCTW
+{
+    HWND hwnd;
+    UINT wFunc;
+    LPCWSTR pFrom;
+    LPCWSTR pTo;
+    WORD fFlags;
+    BOOL fAnyOperationsAborted;
+    void* hNameMappings;
+    LPCWSTR lpszProgressTitle;
+};
+
+inline constexpr UINT SHGFI_SMALLICON = 0x1;
+inline constexpr UINT SHGFI_SYSICONINDEX = 0x4000;
+
+struct SHFILEINFOW
+{
+    void* hIcon;
+    int iIcon;
+    DWORD dwAttributes;
+    WCHAR szDisplayName[MAX_PATH];
+    WCHAR szTypeName[80];
+};
+
+extern "C"
+{
+    // FO_DELETE only, and for good: FOF_ALLOWUNDO is ERROR_NOT_SUPPORTED. `pFrom` is a list of
+    // terminated paths closed by an empty one; the names are literal. Links are removed, never
+    // followed. An empty list, a root, and a last component of "." or ".." are
+    // ERROR_INVALID_PARAMETER. The result is 0 or an error code; a "no" to the question is
+    // ERROR_CANCELLED with fAnyOperationsAborted set.
+    int SHFileOperationW(SHFILEOPSTRUCTW* operation);
+    // There are no system image lists here: 0.
+    DWORD_PTR SHGetFileInfoW(LPCWSTR path, DWORD attributes, SHFILEINFOW* info, UINT size,
+                             UINT flags);
+}

@@ -1,0 +1,319 @@
+// Runs of clients whose platform calls fail: what is thrown, and that nothing waits for ever and
+// nothing stays behind.
+#include "faults/local.h"
+
+#include "frame/messages.h"
+#include "runner/readstream.h"
+#include "runner/streamreader.h"
+#include "support/clientcall.h"
+#include "support/environmentvalue.h"
+#include "workingcopy/workingcopycommands.h"
+
+#include <csignal>
+#include <sys/wait.h>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr DWORD someError = ERROR_BUSY;
+constexpr HRESULT someStatus = StatusFromError(someError);
+const std::u16string address = u"test://address";
+
+// Temporary files and the current folder lie in folders of their own, which stay empty.
+class FailingClientRun : public testing::Test
+{
+protected:
+    FailingClientRun()
+    {
+        fs::current_path(current_.Path());
+    }
+    ~FailingClientRun() override
+    {
+        fs::current_path(before_);
+        EXPECT_TRUE(fs::is_empty(temporary_.Path()));
+        EXPECT_TRUE(fs::is_empty(current_.Path()));
+        EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
+    }
+
+    // A run with two pipes, or with three.
+    static ClientOutcome Run(const std::u16string& arguments)
+    {
+        return RunChildClient(arguments);
+    }
+    static ClientOutcome RunWithReader(const std::u16string& arguments)
+    {
+        ClientCall call = CallOfChild(arguments, OsHandle());
+        call.outputReader = [](HANDLE readEnd)
+        {
+            return std::make_shared<StreamReaderThread>(readEnd, Decoding::Utf8);
+        };
+        return RunClient(childClient, call);
+    }
+
+    const TempFolder temporary_;
+    const TempFolder current_;
+    const EnvironmentValue variable_{"TMPDIR", temporary_.Path().c_str()};
+    const fs::path before_ = fs::current_path();
+};
+
+struct StartRow
+{
+    const char* operation;
+    int call;
+    DWORD error;
+    MessageId message;
+};
+
+TEST_F(FailingClientRun, WhatFailsAheadOfTheClientIsThrown)
+{
+    for (const StartRow& row :
+         {StartRow{"CreatePipe", 1, someError, childClient.communication},
+          StartRow{"CreatePipe", 2, someError, childClient.communication},
+          StartRow{"CreatePipe", 3, someError, childClient.communication},
+          StartRow{"SetHandleInformation", 1, someError, childClient.communication},
+          StartRow{"SetHandleInformation", 2, someError, childClient.communication},
+          StartRow{"SetHandleInformation", 3, someError, childClient.communication},
+          StartRow{"CreateProcessW", 1, someError, childClient.communication},
+          StartRow{"CreateProcessW", 1, ERROR_PATH_NOT_FOUND, childClient.communication},
+          StartRow{"CreateProcessW", 1, ERROR_FILE_NOT_FOUND, childClient.notFound}})
+    {
+        SCOPED_TRACE(testing::Message() << row.operation << ' ' << row.call);
+        const Held before = Held::Now();
+        {
+            Faults faults;
+            faults.Fail(row.operation, row.call, row.error);
+            const Thrown thrown = ThrownBy([] { RunWithReader(u"exit 0"); });
+            EXPECT_EQ(thrown.status, StatusFromError(row.error));
+            EXPECT_EQ(thrown.text, FormatMessageWithStatus(row.message, thrown.status));
+            EXPECT_EQ(faults.Failures(), 1);
+            EXPECT_EQ(faults.Calls("_beginthreadex"), 0);
+        }
+        EXPECT_EQ(Held::Now(), before);
+    }
+}
+
+TEST_F(FailingClientRun, TwoPipesAreEnoughWhereTheOutputIsAFile)
+{
+    const Faults faults;
+    Run(u"exit 0");
+    EXPECT_EQ(faults.Calls("CreatePipe"), 2);
+}
+
+TEST_F(FailingClientRun, AFailureWithoutACodeIsAFailure)
+{
+    Faults faults;
+    faults.Fail("CreateProcessW", 1, ERROR_SUCCESS);
+    const Thrown thrown = ThrownBy([] { Run(u"exit 0"); });
+    EXPECT_EQ(thrown.status, DISP_E_EXCEPTION);
+}
+
+// More text than a pipe holds, and nobody to read it.
+TEST_F(FailingClientRun, WithoutItsReaderTheErrorTextIsLostAndNothingWaits)
+{
+    const Held before = Held::Now();
+    {
+        Faults faults;
+        faults.Fail("_beginthreadex", 1, someError);
+        const ClientOutcome outcome = Run(u"error 1000000");
+        EXPECT_EQ(outcome.errors, u"");
+        EXPECT_EQ(outcome.exitCode, 128 + SIGPIPE);
+        EXPECT_EQ(faults.Failures(), 1);
+    }
+    EXPECT_EQ(Held::Now(), before);
+}
+
+TEST_F(FailingClientRun, NeitherReaderIsWaitedForWhereItNeverRan)
+{
+    for (const int reader : {1, 2})
+    {
+        const Held before = Held::Now();
+        {
+            Faults faults;
+            faults.Fail("_beginthreadex", reader, someError);
+            const ClientOutcome outcome = RunWithReader(u"both 1000000");
+            EXPECT_EQ(faults.Failures(), 1);
+            EXPECT_EQ(outcome.errors.empty(), reader == 2);
+            EXPECT_EQ(outcome.exitCode, 128 + SIGPIPE);
+        }
+        EXPECT_EQ(Held::Now(), before);
+    }
+}
+
+TEST_F(FailingClientRun, AReadThatFailsIsTheEndOfTheText)
+{
+    Faults faults;
+    faults.Fail("ReadFile", 2, someError);
+    const ClientOutcome outcome = Run(u"error 1000000");
+    EXPECT_EQ(faults.Failures(), 1);
+    EXPECT_EQ(outcome.errors, std::u16string(10240, u'e'));
+    EXPECT_EQ(outcome.exitCode, 128 + SIGPIPE);
+}
+
+TEST_F(FailingClientRun, ATextThatIsNotConvertedIsNone)
+{
+    Faults faults;
+    faults.Fail("MultiByteToWideChar", 1, someError);
+    EXPECT_EQ(Run(u"error 10").errors, u"");
+    EXPECT_EQ(faults.Failures(), 1);
+}
+
+// The first wait is for the client, the second for the reader.
+TEST_F(FailingClientRun, TheErrorTextIsWholeWhereWaitingFails)
+{
+    for (const int wait : {1, 2})
+    {
+        const Held before = Held::Now();
+        {
+            Faults faults;
+            faults.Fail("WaitForSingleObject", wait, someError);
+            EXPECT_EQ(Run(u"error 1000000").errors.size(), 1'000'000U);
+            EXPECT_EQ(faults.Failures(), 1);
+        }
+        EXPECT_EQ(Held::Now(), before);
+        // Of a client that wasn't waited for the system keeps the end.
+        if (wait == 1)
+            waitpid(-1, nullptr, 0);
+    }
+}
+
+TEST_F(FailingClientRun, AnExitCodeThatIsNotToldStaysAsItWasSet)
+{
+    Faults faults;
+    faults.Fail("GetExitCodeProcess", 1, someError);
+    EXPECT_EQ(Run(u"exit 3").exitCode, 1);
+    EXPECT_EQ(faults.Failures(), 1);
+}
+
+TEST_F(FailingClientRun, WithoutTheEnvironmentsTextTheClientInheritsIt)
+{
+    const EnvironmentValue set("GIT_DIR", "/nowhere");
+    ClientRow row = childClient;
+    row.hiddenNames = u"GIT_";
+    row.creationFlags = CREATE_UNICODE_ENVIRONMENT;
+    const auto output = NewOutputFile();
+    Faults faults;
+    faults.Fail("GetEnvironmentStringsW", 1, ERROR_NOT_ENOUGH_MEMORY);
+    EXPECT_EQ(RunClient(row, CallOfChild(u"environment", *output)).exitCode, 0);
+    EXPECT_EQ(faults.Failures(), 1);
+    EXPECT_NE(Printed(*output).find(u"GIT_DIR=/nowhere"), std::u16string::npos);
+}
+
+TEST_F(FailingClientRun, HandlesThatDoNotCloseDoNoHarm)
+{
+    int closed = 0;
+    {
+        const Faults faults;
+        Run(u"error 10");
+        closed = faults.Calls("CloseHandle");
+    }
+    for (int n = 1; n <= closed; ++n)
+    {
+        const Held before = Held::Now();
+        {
+            Faults faults;
+            faults.Fail("CloseHandle", n, someError);
+            EXPECT_EQ(Run(u"error 10").errors.size(), 10U);
+            EXPECT_EQ(faults.Failures(), 1);
+        }
+        EXPECT_EQ(Held::Now(), before);
+    }
+}
+
+class FailingOutputFile : public FailingClientRun
+{
+protected:
+    static std::vector<fs::path> FilesIn(const TempFolder& folder)
+    {
+        return {fs::directory_iterator(folder.Path()), {}};
+    }
+};
+
+TEST_F(FailingOutputFile, WithoutANameForItNamesTheAddress)
+{
+    Faults faults;
+    faults.Fail("GetTempFileNameW", 1, someError);
+    const Thrown thrown = ThrownBy([] { NewOutputFile(); });
+    EXPECT_EQ(thrown.status, someStatus);
+    EXPECT_EQ(thrown.text,
+              FormatMessageWithStatus(MessageId::TemporaryFileFailed, someStatus, {address}));
+}
+
+TEST_F(FailingOutputFile, ThatCannotBeOpenedIsDeletedAndNamed)
+{
+    Faults faults;
+    faults.Fail("CreateFileW", 1, someError);
+    const Thrown thrown = ThrownBy([] { NewOutputFile(); });
+    EXPECT_EQ(thrown.status, someStatus);
+    const std::u16string start = u"Failed to open \"" + temporary_ / u"vrl";
+    EXPECT_EQ(thrown.text.substr(0, start.size()), start);
+    EXPECT_EQ(faults.Calls("DeleteFileW"), 1);
+}
+
+TEST_F(FailingOutputFile, StaysWhereItsDeletionFailsToo)
+{
+    Faults faults;
+    faults.Fail("CreateFileW", 1, someError);
+    faults.Fail("DeleteFileW", 1, ERROR_ACCESS_DENIED);
+    const Thrown thrown = ThrownBy([] { NewOutputFile(); });
+    EXPECT_EQ(thrown.status, someStatus);
+    const std::vector<fs::path> left = FilesIn(temporary_);
+    ASSERT_EQ(left.size(), 1U);
+    EXPECT_EQ(thrown.text,
+              FormatMessageWithStatus(MessageId::OpenFailed, someStatus, {left[0].u16string()}));
+    fs::remove(left[0]);
+}
+
+TEST_F(FailingOutputFile, LiesInTheCurrentFolderWhereThereIsNoOther)
+{
+    Faults faults;
+    faults.Fail("GetTempPathW", 1, someError);
+    faults.Fail("CreateFileW", 1, someError);
+    faults.Fail("DeleteFileW", 1, someError);
+    const Thrown thrown = ThrownBy([] { NewOutputFile(); });
+    const std::vector<fs::path> left = FilesIn(current_);
+    ASSERT_EQ(left.size(), 1U);
+    EXPECT_EQ(thrown.text, FormatMessageWithStatus(MessageId::OpenFailed, someStatus,
+                                                   {u"./" + left[0].filename().u16string()}));
+    fs::remove(left[0]);
+}
+
+// Its bytes would be none.
+TEST_F(FailingOutputFile, ThatStaysAtItsEndIsAFailure)
+{
+    const WorkingCopyCall call{ChildProgram().u16string(), u"input", u"/", address};
+    {
+        Faults faults;
+        faults.Fail("SetFilePointer", 1, someError);
+        const Thrown thrown = ThrownBy([&] { CaptureOutput(childClient, call); });
+        EXPECT_EQ(thrown.status, someStatus);
+        EXPECT_EQ(thrown.text, FormatMessageWithStatus(childClient.communication, someStatus));
+        EXPECT_EQ(faults.Failures(), 1);
+    }
+    char read[2] = {};
+    DWORD count = 0;
+    EXPECT_TRUE(
+        ReadFile(CaptureOutput(childClient, call)->Get(), read, sizeof read, &count, nullptr));
+    EXPECT_EQ(std::string_view(read, count), std::string_view("0\0", 2));
+}
+
+TEST_F(FailingOutputFile, ThatCannotBeReadFailsBare)
+{
+    const auto bytes = MakeReadStream(NewOutputFile(), u"source").As<::ISequentialStream>();
+    Faults faults;
+    faults.Fail("ReadFile", 1, someError);
+    char byte = 0;
+    ULONG count = 77;
+    const Result result = ResultOf([&] { return bytes->Read(&byte, 1, &count); });
+    EXPECT_EQ(result.status, someStatus);
+    EXPECT_EQ(result.text, u"(none)");
+    EXPECT_EQ(count, 0U);
+}
+
+} // namespace
+
+} // namespace tarnwell::test

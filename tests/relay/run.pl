@@ -1,0 +1,140 @@
+# One run of a client, as a program under Wine asks for it. A text is bytes behind their number (four
+# bytes), a list is texts behind theirs. Asked: a text with the key, then lists: the client and its
+# arguments, the working folder alone, the environment's entries. Answered: any number of frames of
+# a letter and a text, "o" with bytes of standard output, "e" of standard error; at last "x" with
+# the exit code in decimal.
+use strict;
+use warnings;
+use Cwd qw(realpath);
+use File::Temp;
+use IO::Select;
+use POSIX ();
+
+my %clients = map { $_ => 1 } qw(git hg svn svnadmin svnmucc);
+my $block_size = 65536;
+
+sub receive_bytes {
+    my ($connection, $size) = @_;
+    my $bytes = '';
+    while (length $bytes < $size) {
+        my $count = sysread $connection, $bytes, $size - length $bytes, length $bytes;
+        die "the caller hung up\n" unless $count;
+    }
+    return $bytes;
+}
+
+sub receive_number {
+    return unpack 'N', receive_bytes($_[0], 4);
+}
+
+sub receive_list {
+    my ($connection) = @_;
+    return map { receive_bytes($connection, receive_number($connection)) }
+        1 .. receive_number($connection);
+}
+
+sub send_frame {
+    my ($connection, $kind, $bytes) = @_;
+    my $frame = pack 'a N/a', $kind, $bytes;
+    while (length $frame) {
+        my $count = syswrite $connection, $frame;
+        die "the caller hung up\n" unless defined $count;
+        substr($frame, 0, $count) = '';
+    }
+}
+
+# A path with a drive, be it all of the text, the value of an option or in a file's URL, as this
+# side has it. Nothing else is changed.
+sub unix_path {
+    my ($text, $prefix) = @_;
+    my ($before, $drive, $rest) =
+        $text =~ m{\A(?|(file://)/([A-Za-z]):(/.*)|([\w.-]+=|)([A-Za-z]):([\\/].*))\z}s
+        or return $text;
+    my $root = realpath("$prefix/dosdevices/" . lc "$drive:");
+    return $text unless defined $root;
+    return $before . ($root eq '/' ? '' : $root) . $rest =~ tr{\\}{/}r;
+}
+
+# By name. Case doesn't tell names apart on Windows.
+sub variables {
+    return map { /\A([^=]+)=(.*)\z/s ? (uc $1 => $2) : () } @_;
+}
+
+# Of the caller's variables the clients get their own ones and those of the language. They find no
+# settings in the home folder or the system, and no repository around a drive.
+sub client_environment {
+    my ($caller, $home) = @_;
+    my %environment = (
+        PATH => $ENV{PATH},
+        HOME => $home,
+        LANG => 'C.UTF-8',
+        GIT_CONFIG_NOSYSTEM => 1,
+        GIT_CEILING_DIRECTORIES => $caller->{WINEPREFIX},
+    );
+    for my $name (grep { /^(?:GIT_|HG|SVN_|LC_|LANG|LOCPATH$)/ } keys %$caller) {
+        $environment{$name} = unix_path($caller->{$name}, $caller->{WINEPREFIX});
+    }
+    return %environment;
+}
+
+# Returns only if it failed.
+sub become {
+    my ($client, $arguments, $folder, $environment) = @_;
+    $SIG{PIPE} = 'DEFAULT';
+    open STDIN, '<', '/dev/null' or die "no input: $!\n";
+    chdir $folder or die "no folder $folder: $!\n";
+    %ENV = %$environment;
+    exec { $client } $client, @$arguments or die "no $client: $!\n";
+}
+
+# The process, and what it writes.
+sub start {
+    my @run = @_;
+    pipe my $output, my $output_end or die "no pipe: $!\n";
+    pipe my $errors, my $errors_end or die "no pipe: $!\n";
+    my $process = fork;
+    die "no process: $!\n" unless defined $process;
+    return ($process, $output, $errors) if $process != 0;
+    eval {
+        open STDOUT, '>&', $output_end or die "no output: $!\n";
+        open STDERR, '>&', $errors_end or die "no errors: $!\n";
+        become(@run);
+    };
+    syswrite STDERR, "The relay has $@";
+    POSIX::_exit(127);
+}
+
+# A caller that has gone takes its client with it.
+sub hand_over {
+    my ($connection, $process, $output, $errors) = @_;
+    my $sources = IO::Select->new($connection, $output, $errors);
+    while ($sources->count > 1) {
+        for my $source ($sources->can_read) {
+            if ($source == $connection) {
+                kill 'TERM', $process;
+                return;
+            }
+            my $count = sysread($source, my $bytes, $block_size);
+            send_frame($connection, $source == $output ? 'o' : 'e', $bytes) if $count;
+            $sources->remove($source) unless $count;
+        }
+    }
+    waitpid $process, 0;
+    send_frame($connection, 'x', ($? & 127) != 0 ? 128 + ($? & 127) : $? >> 8);
+}
+
+sub answer {
+    my ($connection, $key) = @_;
+    $SIG{PIPE} = 'IGNORE';
+    return unless receive_bytes($connection, 4 + length $key) eq pack 'N/a', $key;
+    my ($client, @arguments) = receive_list($connection);
+    my ($folder) = receive_list($connection);
+    my %caller = variables(receive_list($connection));
+    die "not a client: $client\n" unless $clients{$client};
+    my $home = File::Temp->newdir('tarnwell-home-XXXXXXXX', TMPDIR => 1);
+    my %environment = client_environment(\%caller, $home->dirname);
+    ($folder, @arguments) = map { unix_path($_, $caller{WINEPREFIX}) } $folder, @arguments;
+    hand_over($connection, start($client, \@arguments, $folder, \%environment));
+}
+
+1;

@@ -1,0 +1,33 @@
+// The real version-control clients, as tests run them to make what they need. In a test program
+// that uses them, they find no settings of its user's.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwell::test
+{
+
+// Empty if there are clients. Under Wine they want tests/relay/with-clients around the tests.
+std::string WhyNoClients();
+
+// Runs a client in the folder; what it prints, without the line feed at its end. Throws if it
+// fails.
+std::string RunClient(const std::string& client, const std::vector<std::string>& arguments,
+                      const std::filesystem::path& folder);
+
+// The parts of the text between blanks, for arguments that hold none.
+std::vector<std::string> Words(std::string_view text);
+
+// Tests that don't come to anything without clients.
+class ClientTest : public testing::Test
+{
+protected:
+    void SetUp() override;
+};
+
+} // namespace tarnwell::test

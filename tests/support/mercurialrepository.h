@@ -1,0 +1,39 @@
+// A real Mercurial repository, made by the real client.
+#pragma once
+
+#include "support/tempfolder.h"
+
+#include <string>
+#include <vector>
+
+namespace tarnwell::test
+{
+
+class MercurialRepository
+{
+public:
+    // Without clients, an empty folder.
+    MercurialRepository();
+    MercurialRepository(const MercurialRepository&) = delete;
+    MercurialRepository& operator=(const MercurialRepository&) = delete;
+    ~MercurialRepository();
+
+    std::u16string operator/(std::u16string_view name) const
+    {
+        return folder_ / name;
+    }
+
+    // Runs Mercurial in the repository, with arguments between blanks; what it prints, without the
+    // line feed at its end. Throws if it fails.
+    std::string Hg(std::string_view words) const;
+
+    // Writes the file and commits it, with further options; the changeset's number.
+    std::string Commit(std::u16string_view name, std::string_view bytes,
+                       const std::string& description,
+                       const std::vector<std::string>& options = {}) const;
+
+private:
+    TempFolder folder_;
+};
+
+} // namespace tarnwell::test

@@ -1,0 +1,46 @@
+#include "support/clients.h"
+
+#include "support/environmentvalue.h"
+#include "support/tempfolder.h"
+
+#include <optional>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+class NoSettings : public testing::Environment
+{
+public:
+    void SetUp() override
+    {
+        set_.emplace();
+    }
+    void TearDown() override
+    {
+        set_.reset();
+    }
+
+private:
+    struct Set
+    {
+        TempFolder folder;
+        EnvironmentValue home{"HOME", folder.Path().c_str()};
+        EnvironmentValue configuration{"XDG_CONFIG_HOME", nullptr};
+        EnvironmentValue system{"GIT_CONFIG_NOSYSTEM", "1"};
+    };
+    std::optional<Set> set_;
+};
+
+[[maybe_unused]] testing::Environment* const registered =
+    testing::AddGlobalTestEnvironment(new NoSettings());
+
+} // namespace
+
+std::string WhyNoClients()
+{
+    return {};
+}
+
+} // namespace tarnwell::test

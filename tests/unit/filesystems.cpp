@@ -1,0 +1,132 @@
+// The file system of addresses itself: its host, its mask, its way of joining, what it makes.
+#include "unit/fakebackendtest.h"
+
+#include "platform/wide.h"
+
+namespace tarnwell::test
+{
+namespace
+{
+
+class FileSystems : public FakeBackendTest
+{
+protected:
+    std::u16string Combined(const char16_t* base, const char16_t* relative)
+    {
+        Bstr result;
+        EXPECT_EQ(system->CombinePath(Wide(base), Wide(relative), result.Out()), S_OK);
+        EXPECT_TRUE(result);
+        return std::u16string(result.View());
+    }
+    std::uint32_t Mask(std::uint32_t kind, ::IUnknown* other = nullptr)
+    {
+        std::uint32_t mask = 0;
+        EXPECT_EQ(system->GetOperationMask(kind, other, &mask), S_OK);
+        return mask;
+    }
+};
+
+TEST_F(FileSystems, HoldTheLastHostThatTheyWereGiven)
+{
+    const auto init = system.As<IFileSystemInit>();
+    const auto other = FakeHost::Make();
+    EXPECT_EQ(host->References(), 2U);
+    EXPECT_EQ(init->SetHost(other->Unknown()), S_OK);
+    EXPECT_EQ(host->References(), 1U);
+    EXPECT_EQ(other->References(), 2U);
+    EXPECT_EQ(init->SetHost(other->Unknown()), S_OK);
+    EXPECT_EQ(other->References(), 2U);
+    EXPECT_EQ(init->SetHost(nullptr), S_OK);
+    EXPECT_EQ(other->References(), 1U);
+}
+
+TEST_F(FileSystems, OfferTheSameForFilesAndFolders)
+{
+    EXPECT_EQ(Mask(0), 5U);
+    EXPECT_EQ(Mask(1), 5U);
+    EXPECT_EQ(Mask(2), 65535U);
+    EXPECT_EQ(Mask(0xFFFFFFFF), 65535U);
+}
+
+TEST_F(FileSystems, HoldTheOtherOneWhileTheyAreAsked)
+{
+    const auto other = FakeHost::Make();
+    ULONG during = 0;
+    Server().maskAsked = [&]
+    {
+        during = other->References();
+    };
+    EXPECT_EQ(Mask(0, other->Unknown()), 5U);
+    EXPECT_EQ(during, 2U);
+    EXPECT_EQ(other->References(), 1U);
+}
+
+TEST_F(FileSystems, OfferEverythingWhereTheyCannotTell)
+{
+    Server().maskAsked = []
+    {
+        throw ComException(E_FAIL, u"lost", {u"fake", 1});
+    };
+    std::uint32_t mask = 0;
+    EXPECT_THAT(OutcomeOf([&] { return system->GetOperationMask(0, nullptr, &mask); }),
+                Published(E_FAIL, IID_IFileSystem, u"lost [fake@N]"));
+    EXPECT_EQ(mask, 65535U);
+}
+
+TEST_F(FileSystems, JoinAddressesAsText)
+{
+    EXPECT_EQ(Combined(u"x", u"/a"), u"x/a");
+    EXPECT_EQ(Combined(u"x", u"//a"), u"x//a") << "one separator is dropped";
+    EXPECT_EQ(Combined(u"x/", u"a"), u"x/a");
+    EXPECT_EQ(Combined(u"x//", u"/a"), u"x//a");
+    EXPECT_EQ(Combined(u"x\\", u"\\a"), u"x\\/\\a");
+    EXPECT_EQ(Combined(u"ftp://host", u"a"), u"ftp://host/a");
+    EXPECT_EQ(Combined(u"", u""), u"/");
+    EXPECT_EQ(Combined(nullptr, nullptr), u"/");
+    EXPECT_EQ(Combined(u"no address\n", u"a"), u"no address\n/a") << "nothing is parsed";
+}
+
+TEST_F(FileSystems, TakeNoPathForAnEmptyOne)
+{
+    ComPtr<IFile> file;
+    ASSERT_EQ(system->GetFile(nullptr, VARIANT_FALSE, file.Out()), S_OK);
+    EXPECT_EQ(TextOf(file, &IFileSystemItem::GetPath), u"");
+    ComPtr<IFolder> folder;
+    ASSERT_EQ(system->GetFolder(nullptr, VARIANT_FALSE, folder.Out()), S_OK);
+    EXPECT_EQ(TextOf(folder, &IFileSystemItem::GetPath), u"");
+}
+
+TEST_F(FileSystems, OfferNoChanges)
+{
+    EXPECT_THAT(OutcomeOf([&] { return system->CopyItem(Wide(u"a"), Wide(u"b"), nullptr); }),
+                FailedBare(E_NOTIMPL));
+    EXPECT_THAT(OutcomeOf([&] { return system->DeleteItems(nullptr, VARIANT_TRUE, VARIANT_TRUE); }),
+                FailedBare(E_NOTIMPL));
+    auto path = reinterpret_cast<BSTR>(1);
+    EXPECT_THAT(OutcomeOf([&] { return system->CreateTempFile(Wide(u"a"), &path); }),
+                FailedBare(E_NOTIMPL));
+    EXPECT_EQ(path, nullptr);
+    EXPECT_THAT(OutcomeOf([&] { return system->CreateTempFile(Wide(u"a"), nullptr); }),
+                FailedBare(E_NOTIMPL));
+}
+
+TEST_F(FileSystems, WithoutMemoryMakeNoItem)
+{
+    Server().memory = false;
+    const std::u16string text =
+        FormatMessageWithStatus(MessageId::SupportObjectFailed, E_OUTOFMEMORY) +
+        u" [interfaceimpl@N]";
+    auto* file = reinterpret_cast<IFile*>(1);
+    EXPECT_THAT(
+        OutcomeOf([&] { return system->GetFile(Wide(u"ftp://h/a"), VARIANT_FALSE, &file); }),
+        Published(E_OUTOFMEMORY, IID_IFileSystem, text));
+    EXPECT_EQ(file, nullptr);
+    auto* folder = reinterpret_cast<IFolder*>(1);
+    EXPECT_THAT(
+        OutcomeOf([&] { return system->GetFolder(Wide(u"ftp://h/a"), VARIANT_FALSE, &folder); }),
+        Published(E_OUTOFMEMORY, IID_IFileSystem, text));
+    EXPECT_EQ(folder, nullptr);
+}
+
+} // namespace
+} // namespace tarnwell::test
