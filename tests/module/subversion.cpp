@@ -320,7 +320,7 @@ TEST_F(Subversion, OtherAddressesAreRefused)
     }
     ComPtr<IFile> file;
     const Outcome outcome =
-        OutcomeOf([&] { return system->GetFile(u"no address", VARIANT_FALSE, file.Out()); });
+        OutcomeOf([&] { return system->GetFile(Ole(u"no address"), VARIANT_FALSE, file.Out()); });
     EXPECT_EQ(outcome.error->text, u"Can't parse the URI \"no address\". [uri@159]");
 }
 
