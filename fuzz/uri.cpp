@@ -1,6 +1,7 @@
 // Any text as an address of each class.
 #include "git/gituri.h"
 #include "mercurial/hguri.h"
+#include "subversion/svnuri.h"
 #include "support/addresses.h"
 
 #include <tarnwell/text.h>
@@ -48,6 +49,26 @@ template <class Address> void CheckWorkingCopy(const std::u16string& text, const
            "another revision is of the same file");
 }
 
+void CheckSubversion(const std::u16string& text, const Uri* uri)
+{
+    if (uri == nullptr)
+        return;
+    const UriParts parts = SvnPartsOf(text);
+    Expect(parts.path == uri->GetPath() && parts.scheme == uri->GetScheme(),
+           "the parts are those of the address");
+    const std::u16string file(StripSvnRevision(parts.path));
+    const std::optional<std::u16string_view> revision = SvnRevisionOf(parts.path);
+    Expect(parts.path == (revision ? file + u"@" + std::u16string(*revision) : file),
+           "a path is a file and its revision");
+    const std::u16string compared = uri->ForComparison()->GetText();
+    const std::u16string shown = uri->ForDisplay()->GetText();
+    Expect(compared.starts_with(std::u16string(SvnRealScheme(parts.scheme)) + u"://"),
+           "the client is told the real scheme");
+    Expect(compared.ends_with(file), "the revision isn't compared");
+    Expect(shown == compared + parts.path.substr(file.size()), "the revision is shown");
+    Expect(uri->Clone()->GetText().ends_with(file), "a copy is without the revision");
+}
+
 // A row for each class of addresses.
 struct AddressClass
 {
@@ -59,6 +80,7 @@ constexpr AddressClass classes[] = {
     {Make<Uri>, CheckPlain},
     {Make<GITUri>, CheckWorkingCopy<GITUri>},
     {Make<HGUri>, CheckWorkingCopy<HGUri>},
+    {Make<SVNUri>, CheckSubversion},
 };
 
 } // namespace

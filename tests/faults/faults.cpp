@@ -1,6 +1,7 @@
 #include "faults/faults.h"
 
 #include "platform/extendedcopy.h"
+#include "platform/xml.h"
 
 #include <algorithm>
 #include <mutex>

@@ -7,7 +7,8 @@ set(cannotFail
 
 set(operations ${CMAKE_CURRENT_LIST_DIR}/operations.inc)
 file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/platform/posix/win32/*.h)
-list(APPEND headers ${PROJECT_SOURCE_DIR}/include/tarnwell/com.h)
+list(APPEND headers ${PROJECT_SOURCE_DIR}/src/platform/xml.h
+                    ${PROJECT_SOURCE_DIR}/include/tarnwell/com.h)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${operations} ${headers})
 
 set(wrapped)
@@ -24,6 +25,9 @@ foreach(header IN LISTS headers)
   foreach(declaration IN LISTS declarations)
     string(REGEX REPLACE "^(    |extern \"C\" )[A-Za-z_:]+\\*? ([A-Za-z_]+)\\(.*" "\\2" name
            "${declaration}")
+    if(declaration MATCHES "^    explicit ") # a constructor
+      continue()
+    endif()
     if(NOT name IN_LIST wrapped AND NOT name IN_LIST cannotFail AND NOT name MATCHES "^Dll")
       message(FATAL_ERROR "No fault for ${name}: give it a row in ${operations}")
     endif()

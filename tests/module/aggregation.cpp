@@ -9,7 +9,8 @@ namespace
 {
 
 // Classes that can be parts; to grow with each backend.
-constexpr GUID classes[] = {CLSID_Win32FileSystem, CLSID_HGFileSystem, CLSID_GITFileSystem};
+constexpr GUID classes[] = {CLSID_Win32FileSystem, CLSID_SVNFileSystem, CLSID_HGFileSystem,
+                            CLSID_GITFileSystem};
 
 TEST(Aggregation, IsForIUnknownOnly)
 {

@@ -1,0 +1,225 @@
+// Subversion's file system against the client that it runs: content, revisions and listings; and
+// how time and memory grow with what the client prints.
+#include "client/pairs.h"
+#include "client/repository.h"
+#include "client/svnrepository.h"
+#include "support/files.h"
+#include "support/folder.h"
+#include "support/timing.h"
+
+#include <tarnwell/classes.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace
+{
+
+using namespace tarnwell;
+using namespace tarnwell::bench;
+
+constexpr std::size_t fileSize = 10 * 1024;
+constexpr std::uint32_t revisionCount = 10'000;
+constexpr std::uint32_t fewItems = 10'000;
+constexpr std::uint32_t manyItems = 100'000;
+constexpr std::size_t logSize = 200 * 1000 * 1000;
+
+void MakeRepository(const std::string& folder)
+{
+    SvnImport import(folder);
+    import.Commit("Contents");
+    import.AddFile("small.bin", std::string(fileSize, 'x'));
+    import.AddFile("log.txt", "0\n");
+    for (std::uint32_t i = 1; i < revisionCount; ++i)
+    {
+        import.Commit("A message of usual length, and a number: " + std::to_string(i));
+        import.ChangeFile("log.txt", std::to_string(i) + "\n");
+    }
+}
+
+// A listing of so many items as the client prints it.
+void WriteListing(const std::string& path, std::uint32_t count)
+{
+    std::ofstream listing(path);
+    listing
+        << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<lists>\n<list\n   path=\"file:///r\">\n";
+    for (std::uint32_t i = 0; i < count; ++i)
+        listing << "<entry\n   kind=\"file\">\n<name>file number " << i << ".txt</name>\n<size>"
+                << i << "</size>\n<commit\n   revision=\"" << i
+                << "\">\n<author>somebody</author>\n<date>2024-03-05T10:20:30.123456Z</date>\n"
+                   "</commit>\n</entry>\n";
+    listing << "</list>\n</lists>\n";
+}
+
+// A log of about `size` bytes as the client prints it, with ten paths to each revision; the number
+// of its revisions.
+std::uint32_t WriteLog(const std::string& path, std::size_t size)
+{
+    std::ofstream log(path);
+    log << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<log>\n";
+    std::uint32_t count = 0;
+    while (static_cast<std::size_t>(log.tellp()) < size)
+    {
+        log << "<logentry\n   revision=\"" << ++count
+            << "\">\n<author>somebody</author>\n<date>2024-03-05T10:20:30.123456Z</"
+               "date>\n<paths>\n";
+        for (int i = 0; i < 10; ++i)
+            log << "<path\n   text-mods=\"true\"\n   kind=\"file\"\n   action=\"M\"\n"
+                   "   prop-mods=\"false\">/trunk/folder/file"
+                << i << ".cpp</path>\n";
+        log << "</paths>\n<msg>A message of usual length, and a number: " << count
+            << "</msg>\n</logentry>\n";
+    }
+    log << "</log>\n";
+    return count;
+}
+
+BareRun Client(const std::vector<std::string>& arguments)
+{
+    BareRun run{{"svn", "--non-interactive"}, "/"};
+    run.arguments.insert(run.arguments.end(), arguments.begin(), arguments.end());
+    return run;
+}
+
+std::uint32_t CountItems(const ComPtr<IFileSystem>& system)
+{
+    ComPtr<IFolder> folder;
+    ComPtr<IFolderContents> contents;
+    std::uint32_t count = 0;
+    if (FAILED(system->GetFolder(u"svnfile:///r", VARIANT_FALSE, folder.Out())) ||
+        FAILED(folder->GetContents(contents.Out())) || FAILED(contents->GetCount(&count)))
+        throw std::runtime_error("the module can't list the folder");
+    return count;
+}
+
+std::uint32_t CountRevisions(const ComPtr<IFileSystem>& system)
+{
+    ComPtr<IRevisions> revisions;
+    std::uint32_t count = 0;
+    system.As<IFileSystemRevisions>()->GetRevisions(u"svnfile:///r/a.txt", 0, revisions.Out());
+    revisions->GetCount(&count);
+    return count;
+}
+
+// Ten times as much may take fifteen times as long. Whether it does.
+template <class Few, class Many> bool MeasureGrowth(const char* name, Few&& few, Many&& many)
+{
+    constexpr int rounds = 5;
+    constexpr double limit = 15;
+    std::vector<double> fewTimes;
+    std::vector<double> manyTimes;
+    for (int i = 0; i < rounds; ++i)
+    {
+        fewTimes.push_back(SecondsOf(few));
+        manyTimes.push_back(SecondsOf(many));
+    }
+    const double growth = MedianOf(manyTimes) / MedianOf(fewTimes);
+    const bool isWithin = growth <= limit;
+    std::printf("%-34s %9.0f ms to %9.0f ms %7.2f   %.0f: %s\n", name, MedianOf(fewTimes) * 1e3,
+                MedianOf(manyTimes) * 1e3, growth, limit, isWithin ? "within" : "BEYOND");
+    return isWithin;
+}
+
+// The largest memory of a process that does nothing else, in bytes. It begins with the memory of
+// this one.
+template <class Action> double PeakOf(Action&& action)
+{
+    const pid_t child = fork();
+    if (child == 0)
+    {
+        action();
+        _exit(0);
+    }
+    rusage usage{};
+    wait4(child, nullptr, 0, &usage);
+    return static_cast<double>(usage.ru_maxrss) * 1024;
+}
+
+bool MeasureMemory(const ComPtr<IFileSystem>& system)
+{
+    constexpr double limit = 6;
+    const double idle = PeakOf([] {});
+    const double busy = PeakOf([&] { CountRevisions(system); });
+    const double times = (busy - idle) / static_cast<double>(logSize);
+    const bool isWithin = times <= limit;
+    std::printf("%-34s %9.0f MB, %.2f times the log   %.0f: %s\n", "Memory for a log of 200 MB",
+                busy / 1e6, times, limit, isWithin ? "within" : "BEYOND");
+    return isWithin;
+}
+
+// Of output that no real client prints, as making a repository for it would take hours.
+bool MeasureLongOutput(const ComPtr<IFileSystem>& system, const TempFolder& ground)
+{
+    const std::string shown = ground / "shown";
+    UseClientThatPrints(shown, ground / "bin");
+    const auto show = [&](const char* name)
+    {
+        unlink(shown.c_str());
+        if (symlink((ground / name).c_str(), shown.c_str()) != 0)
+            throw std::runtime_error("there is no output to show");
+    };
+    const auto ask = [&](const char* name, auto count, std::uint32_t expected)
+    {
+        show(name);
+        if (count(system) != expected)
+            throw std::runtime_error("the module reads another number of entries");
+    };
+    WriteListing(ground / "few", fewItems);
+    WriteListing(ground / "many", manyItems);
+    const std::uint32_t smallCount = WriteLog(ground / "small", logSize / 10);
+    const std::uint32_t bigCount = WriteLog(ground / "big", logSize);
+    show("big");
+    bool isWithin = MeasureMemory(system);
+    isWithin &= MeasureGrowth(
+        "10,000 and 100,000 items", [&] { ask("few", CountItems, fewItems); },
+        [&] { ask("many", CountItems, manyItems); });
+    isWithin &= MeasureGrowth(
+        "Logs of 20 MB and 200 MB", [&] { ask("small", CountRevisions, smallCount); },
+        [&] { ask("big", CountRevisions, bigCount); });
+    return isWithin;
+}
+
+int Run()
+{
+    const TempFolder ground;
+    UseOwnSettings(ground / "home");
+    setenv("LC_ALL", "C.UTF-8", 1);
+    const std::string folder = ground / "r";
+    std::puts("Making a repository ...");
+    MakeRepository(folder);
+
+    const auto svn = MakeFileSystem(CLSID_SVNFileSystem);
+    const std::string address = "svnfile://" + folder;
+    const std::string url = "file://" + folder;
+    int result = Measure({
+        Reading("Content of 10 KB", 30, 1.25, svn, address + "/small.bin", fileSize,
+                Client({"cat", url + "/small.bin"})),
+        ListingRevisions("10,000 revisions", 10, 1.25, svn, address + "/log.txt", revisionCount,
+                         Client({"log", "-v", "--xml", url + "/log.txt"})),
+    });
+    if (!MeasureLongOutput(svn, ground))
+        result = 1;
+    return result;
+}
+
+} // namespace
+
+int main()
+{
+    try
+    {
+        return Run();
+    }
+    catch (const std::exception& failure)
+    {
+        std::fprintf(stderr, "svn-bench: %s\n", failure.what());
+        return 2;
+    }
+}

@@ -1,0 +1,73 @@
+// Any bytes as the Subversion client's XML.
+#include "frame/exception.h"
+#include "subversion/svnparser.h"
+#include "subversion/svnuri.h"
+#include "support/output.h"
+#include "support/target.h"
+
+namespace tarnwell::fuzz
+{
+
+namespace
+{
+
+// Runs `read`, which may find something missing. There is one way to fail.
+template <class Read> void Attempt(Read&& read)
+{
+    try
+    {
+        read();
+    }
+    catch (const ComException& failure)
+    {
+        Expect(static_cast<HRESULT>(failure.code) == E_FAIL, "what is missing is a plain failure");
+        Expect(!failure.message.empty(), "a failure has a text");
+    }
+}
+
+void CheckItem(const FSItem& item)
+{
+    Expect(item.isReadOnly != item.isDirectory, "files are read-only, folders aren't");
+    Expect(!item.isDirectory || item.size == 0, "a folder has no size");
+}
+
+void CheckListing(const XmlNode& document)
+{
+    const FSItems items = ParseListOutput(document);
+    for (const auto& item : items)
+    {
+        CheckItem(*item);
+        Expect(item->text.find(u'/') != std::u16string::npos, "a name stands below its folder");
+    }
+    if (items.empty())
+        return;
+    const auto first = ParseListItemOutput(document);
+    CheckItem(*first);
+    Expect(first->size == items[0]->size && first->revision == items[0]->revision &&
+               first->modifiedTime == items[0]->modifiedTime,
+           "the first item of a listing is the item of a listing of one");
+}
+
+void CheckLog(const XmlNode& document)
+{
+    static const SVNUri uri(u"svn://h/r/a.txt@7");
+    for (const RevisionRecord& record : ParseLogOutput(uri, document))
+    {
+        Expect(record.uri == u"svn://h/r/a.txt@" + record.id, "a revision has its address");
+        Expect(!record.author.empty(), "a revision has an author");
+        Expect(record.modifiedTime == record.revisionTime, "there is one time");
+    }
+}
+
+} // namespace
+
+void Try(std::string_view bytes)
+{
+    const XmlNode document = LoadSvnXml(OutputOf(bytes));
+    Attempt([&] { CheckListing(document); });
+    Attempt([&] { CheckItem(*ParseListItemOutput(document)); });
+    Attempt([&] { CheckItem(*ParseInfoOutput(document)); });
+    Attempt([&] { CheckLog(document); });
+}
+
+} // namespace tarnwell::fuzz

@@ -1,0 +1,120 @@
+#include "subversion/svnvalues.h"
+
+#include "platform/win32.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace tarnwell
+{
+
+namespace
+{
+
+constexpr std::u16string_view digits = u"0123456789";
+
+constexpr std::u16string_view whiteSpace =
+    u"\t\n\v\f\r \u0085\u00a0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009"
+    u"\u200a\u2028\u2029\u202f\u205f\u3000";
+
+// The digits at the start of `text`.
+std::u16string_view LeadingDigits(std::u16string_view text)
+{
+    return text.substr(0, text.find_first_not_of(digits));
+}
+
+// Of digits only.
+std::uint64_t Saturating(std::u16string_view number, std::uint64_t largest)
+{
+    std::uint64_t value = 0;
+    for (const char16_t unit : number)
+    {
+        const std::uint64_t digit = static_cast<std::uint64_t>(unit - u'0');
+        if (value > (largest - digit) / 10)
+            return largest;
+        value = value * 10 + digit;
+    }
+    return value;
+}
+
+constexpr char16_t UpperAscii(char16_t unit)
+{
+    return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - u'a' + u'A') : unit;
+}
+
+// Year, month, day, hour, minute, second, microseconds.
+using DateNumbers = std::array<std::uint32_t, 7>;
+
+// The numbers of a date at the very start of `text`, each with what has to follow it. This is
+// "([0-9]+)-([0-9]+)-([0-9]+)T([0-9]+):([0-9]+):([0-9]+)\.([0-9]+)Z" regardless of case, by hand:
+// a listing has one for each item.
+std::optional<DateNumbers> DateAtStart(std::u16string_view text)
+{
+    constexpr std::u16string_view followers = u"--T::.Z";
+    constexpr std::uint32_t largest = std::numeric_limits<std::int32_t>::max();
+    DateNumbers numbers{};
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+    {
+        const std::u16string_view number = LeadingDigits(text);
+        text.remove_prefix(number.size());
+        if (number.empty() || text.empty() || UpperAscii(text.front()) != followers[i])
+            return std::nullopt;
+        text.remove_prefix(1);
+        numbers[i] = static_cast<std::uint32_t>(Saturating(number, largest));
+    }
+    return numbers;
+}
+
+// A date can begin with any run of digits, and where a run's start doesn't match, its middle
+// doesn't either.
+std::optional<DateNumbers> FindDate(std::u16string_view text)
+{
+    for (;;)
+    {
+        text.remove_prefix(std::min(text.find_first_of(digits), text.size()));
+        if (text.empty())
+            return std::nullopt;
+        if (const std::optional<DateNumbers> numbers = DateAtStart(text))
+            return numbers;
+        text.remove_prefix(LeadingDigits(text).size());
+    }
+}
+
+} // namespace
+
+std::uint64_t ParseSvnDate(std::u16string_view text)
+{
+    constexpr std::uint64_t ticksPerMicrosecond = 10;
+    const std::optional<DateNumbers> numbers = FindDate(text);
+    if (!numbers)
+        return 0;
+    const auto part = [&](std::size_t i)
+    {
+        return static_cast<WORD>((*numbers)[i]);
+    };
+    const SYSTEMTIME parts{part(0), part(1), 0, part(2), part(3), part(4), part(5), 0};
+    FILETIME time{};
+    if (!SystemTimeToFileTime(&parts, &time))
+        return 0;
+    const std::uint64_t seconds = (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
+    return seconds + (*numbers)[6] * ticksPerMicrosecond;
+}
+
+std::uint64_t ParseSvnNumber(std::u16string_view text, std::uint64_t largest)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
+    const bool negative = text.starts_with(u'-');
+    if (negative || text.starts_with(u'+'))
+        text.remove_prefix(1);
+    const std::uint64_t number = Saturating(LeadingDigits(text), largest);
+    return negative && number < largest ? 0 - number : number;
+}
+
+std::u16string_view TrimmedOfWhiteSpace(std::u16string_view text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
+    return text.substr(0, text.find_last_not_of(whiteSpace) + 1);
+}
+
+} // namespace tarnwell

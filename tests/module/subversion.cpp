@@ -1,0 +1,375 @@
+// The Subversion file system of the finished module on real file repositories.
+#include "module/svntest.h"
+
+#include <tarnwell/text.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::u16string Numbered(const std::u16string& address, int revision)
+{
+    const std::string number = std::to_string(revision);
+    return address + u"@" + std::u16string(number.begin(), number.end());
+}
+
+class Subversion : public SvnTest
+{
+protected:
+    std::vector<std::u16string> Names(const std::u16string& address) const
+    {
+        std::vector<std::u16string> names;
+        for (const Facts& facts : List(address))
+            names.push_back(facts.name);
+        return names;
+    }
+
+    const SvnRepository repository_;
+};
+
+TEST_F(Subversion, AListingTellsAllFacts)
+{
+    repository_.MakeFolder("trunk");
+    const int changed = repository_.Commit("trunk/a.txt", "hello");
+    const int last = repository_.MakeFolder("trunk/sub");
+    const std::u16string trunk = repository_.ListedAddress(u"trunk");
+    const auto items = List(repository_.Address(u"trunk"));
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(items[0].path, Numbered(trunk + u"/a.txt", changed));
+    EXPECT_EQ(items[0].name, u"a.txt");
+    EXPECT_EQ(items[0].parent, trunk);
+    EXPECT_EQ(items[0].attributes, 129U);
+    EXPECT_EQ(items[0].size, 5U);
+    EXPECT_GT(items[0].time, 133000000000000000U);
+    EXPECT_EQ(items[1].path, trunk + u"/sub");
+    EXPECT_EQ(items[1].attributes, 16U);
+    EXPECT_GT(items[1].time, items[0].time);
+    EXPECT_LT(changed, last);
+}
+
+TEST_F(Subversion, NamedItemsHaveTheSameFactsAsListedOnes)
+{
+    repository_.MakeFolder("trunk");
+    repository_.Commit("trunk/a.txt", "hello");
+    repository_.MakeFolder("trunk/sub");
+    const auto items = List(repository_.Address(u"trunk"));
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(FileFacts(items[0].path), items[0]);
+    EXPECT_EQ(FactsOf(Folder(items[1].path)), items[1]);
+}
+
+TEST_F(Subversion, EmptyFoldersAndTheRepositoryItselfAreListed)
+{
+    EXPECT_THAT(Names(repository_.Address()), IsEmpty());
+    repository_.MakeFolder("empty");
+    repository_.Commit("a.txt", "1");
+    EXPECT_THAT(Names(repository_.Address()), ElementsAre(u"a.txt", u"empty"));
+    EXPECT_THAT(Names(repository_.Address() + u"/"), ElementsAre(u"a.txt", u"empty"));
+    EXPECT_THAT(Names(repository_.Address(u"empty")), IsEmpty());
+}
+
+TEST_F(Subversion, ARevisionOfAFolderIsHandedToFoldersAndNotToFiles)
+{
+    repository_.MakeFolder("trunk");
+    repository_.MakeFolder("trunk/sub");
+    const int first = repository_.Commit("trunk/sub/a.txt", "one");
+    const int second = repository_.Commit("trunk/b.txt", "x");
+    repository_.Commit("trunk/sub/a.txt", "changed");
+    repository_.Commit("trunk/sub/new.txt", "later");
+    const std::u16string trunk = repository_.ListedAddress(u"trunk");
+    const auto items = List(Numbered(repository_.Address(u"trunk"), second));
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(items[0].path, Numbered(trunk + u"/b.txt", second));
+    EXPECT_EQ(items[1].path, Numbered(trunk + u"/sub", second));
+    EXPECT_EQ(items[1].name, u"sub");
+    const auto below = List(items[1].path);
+    ASSERT_EQ(below.size(), 1U) << "as it was then";
+    EXPECT_EQ(below[0].path, Numbered(trunk + u"/sub/a.txt", first));
+    EXPECT_EQ(Content(below[0].path), "one");
+    EXPECT_EQ(List(trunk + u"/sub@HEAD").size(), 2U);
+}
+
+TEST_F(Subversion, NamesWithOtherCharactersAreListedAndOpened)
+{
+    for (const char* const name : {"a b.txt", "a#b.txt", "50%.txt", "p+q.txt", "a&b.txt", "a'b.txt",
+                                   "\xC3\xA4\xE6\x97\xA5.txt", "\xF0\x9F\x98\x80.txt", "a;b?.txt"})
+        repository_.Commit(name, name);
+    repository_.MakeFolder("my d\xC3\xA9r #1");
+    repository_.Commit("my d\xC3\xA9r #1/x y.txt", "deep");
+    for (const Facts& facts : List(repository_.Address()))
+    {
+        if (facts.attributes == folderAttribute)
+        {
+            const auto below = List(facts.path);
+            ASSERT_EQ(below.size(), 1U);
+            EXPECT_EQ(below[0].name, u"x y.txt");
+            EXPECT_EQ(Content(below[0].path), "deep");
+            continue;
+        }
+        EXPECT_EQ(Content(facts.path), EncodeName(facts.name).value());
+        EXPECT_EQ(FileFacts(facts.path).size, facts.size);
+        EXPECT_EQ(Revisions(facts.path).size(), 1U);
+    }
+}
+
+TEST_F(Subversion, TheListingsFolderIsEncodedAndItsNamesAreNot)
+{
+    repository_.MakeFolder("my dir");
+    const int revision = repository_.Commit("my dir/x y.txt", "1");
+    const auto items = List(repository_.Address(u"my dir"));
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].path, Numbered(repository_.ListedAddress(u"my%20dir/x y.txt"), revision));
+    EXPECT_EQ(items[0].name, u"x y.txt");
+}
+
+TEST_F(Subversion, AFileNamedWithAMarkerCannotBeOpened)
+{
+    repository_.Commit("a@b.txt", "1");
+    const auto items = List(repository_.Address());
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].name, u"a@b.txt");
+    EXPECT_EQ(FailedOpen(items[0].path).status, E_FAIL);
+    EXPECT_EQ(FailedOpen(repository_.Address(u"a@b.txt")).status, E_FAIL);
+    EXPECT_FALSE(HasRevisions(items[0].path));
+}
+
+TEST_F(Subversion, AQuoteInANameEndsTheClientsArgument)
+{
+    repository_.Commit("a\"b.txt", "1");
+    const auto items = List(repository_.Address());
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].name, u"a\"b.txt");
+    EXPECT_EQ(FailedOpen(items[0].path).status, E_FAIL);
+}
+
+TEST_F(Subversion, APercentAndTwoDigitsIsTheCharacter)
+{
+    repository_.Commit("A.txt", "A");
+    EXPECT_EQ(Content(repository_.Address(u"%41.txt")), "A");
+}
+
+TEST_F(Subversion, AFileThatIsGoneCannotBeOpenedByItsOldRevision)
+{
+    const int revision = repository_.Commit("gone.txt", "1");
+    repository_.Remove("gone.txt");
+    const std::u16string address = Numbered(repository_.Address(u"gone.txt"), revision);
+    const Outcome outcome = FailedOpen(address);
+    EXPECT_EQ(outcome.status, E_FAIL);
+    EXPECT_TRUE(WithLineFeeds(outcome.error->text).starts_with(AccessFailed(address, u"svn: ")));
+    EXPECT_FALSE(HasRevisions(address));
+}
+
+TEST_F(Subversion, ContentIsByteForByteInAnyRevision)
+{
+    const std::string binary("\0\r\n\xFF\x1A\0end", 9);
+    const int first = repository_.Commit("bin", binary);
+    const int second = repository_.Commit("bin", "");
+    const std::u16string address = repository_.Address(u"bin");
+    EXPECT_EQ(Content(Numbered(address, first)), binary);
+    EXPECT_EQ(Content(Numbered(address, second)), "");
+    EXPECT_EQ(Content(address), "");
+    EXPECT_EQ(Content(address + u"@HEAD"), "");
+    EXPECT_EQ(FileFacts(Numbered(address, first)).size, binary.size());
+}
+
+TEST_F(Subversion, EachRevisionHasTheSameHistory)
+{
+    const int first = repository_.Commit("a.txt", "one", "first", "Ann");
+    repository_.Commit("b.txt", "x", "another file");
+    const int second = repository_.Commit("a.txt", "two", "  second\nline \n", "J\xC3\xB6rg <j&k>");
+    const std::u16string address = repository_.Address(u"a.txt");
+    for (const std::u16string& asked : {address, Numbered(address, first), address + u"@HEAD"})
+    {
+        const auto list = Revisions(asked);
+        ASSERT_EQ(list.size(), 2U);
+        EXPECT_EQ(list[0].id, std::u16string(1, static_cast<char16_t>(u'0' + second)));
+        EXPECT_EQ(list[0].description, u"second\nline");
+        EXPECT_EQ(list[0].author, u"J\u00f6rg <j&k>");
+        EXPECT_EQ(list[0].uri, Numbered(address, second));
+        EXPECT_EQ(list[0].time, list[0].modified);
+        EXPECT_GT(list[0].time, list[1].time);
+        EXPECT_EQ(list[1].description, u"first");
+        EXPECT_EQ(Content(list[1].uri), "one");
+        EXPECT_TRUE(HasRevisions(asked));
+    }
+}
+
+TEST_F(Subversion, FoldersHaveAHistoryToo)
+{
+    repository_.MakeFolder("trunk");
+    repository_.Commit("trunk/a.txt", "one");
+    EXPECT_EQ(Revisions(repository_.Address(u"trunk")).size(), 2U);
+}
+
+TEST_F(Subversion, ACommitWithoutAnAuthorHidesTheWholeHistory)
+{
+    const int first = repository_.Commit("a.txt", "one");
+    repository_.Commit("a.txt", "two");
+    repository_.ForgetAuthor(first);
+    EXPECT_THAT(Revisions(repository_.Address(u"a.txt")), IsEmpty());
+    EXPECT_FALSE(HasRevisions(repository_.Address(u"a.txt")));
+    EXPECT_EQ(Content(Numbered(repository_.Address(u"a.txt"), first)), "one");
+    EXPECT_EQ(List(repository_.Address()).size(), 1U);
+}
+
+TEST_F(Subversion, ExternalsAndPropertiesDoNotMatter)
+{
+    repository_.MakeFolder("trunk");
+    repository_.Commit("trunk/a.txt", "line\n");
+    const TempFolder copy;
+    const std::string folder = copy.Path().string();
+    repository_.Svn({"checkout", "-q", repository_.Url() + "/trunk", folder});
+    repository_.Svn({"propset", "-q", "svn:externals", "^/trunk ext", folder});
+    repository_.Svn({"propset", "-q", "svn:eol-style", "CRLF", folder + "/a.txt"});
+    repository_.Svn({"propset", "-q", "svn:keywords", "Id", folder + "/a.txt"});
+    repository_.Svn({"commit", "-q", "-m", "properties", folder});
+    EXPECT_THAT(Names(repository_.Address(u"trunk")), ElementsAre(u"a.txt"));
+    EXPECT_EQ(Revisions(repository_.Address(u"trunk/a.txt")).size(), 2U);
+}
+
+TEST_F(Subversion, WhatMustExistIsLookedFor)
+{
+    repository_.MakeFolder("trunk");
+    repository_.Commit("trunk/a.txt", "1");
+    ComPtr<IFile> file;
+    ComPtr<IFolder> folder;
+    const std::u16string trunk = repository_.Address(u"trunk");
+    EXPECT_THAT(
+        OutcomeOf([&]
+                  { return system->GetFile(Ole(trunk + u"/a.txt"), VARIANT_TRUE, file.Out()); }),
+        Succeeded());
+    EXPECT_THAT(
+        OutcomeOf([&] { return system->GetFolder(Ole(trunk), VARIANT_TRUE, folder.Out()); }),
+        Succeeded());
+
+    const Outcome missing =
+        OutcomeOf([&] { return system->GetFile(Ole(trunk + u"/none"), VARIANT_TRUE, file.Out()); });
+    EXPECT_EQ(missing.status, E_FAIL);
+    EXPECT_TRUE(
+        WithLineFeeds(missing.error->text).starts_with(AccessFailed(trunk + u"/none", u"svn: ")));
+    EXPECT_FALSE(file);
+
+    const Outcome noFile =
+        OutcomeOf([&] { return system->GetFile(Ole(trunk), VARIANT_TRUE, file.Out()); });
+    EXPECT_EQ(noFile.status, Win32Status(2));
+    EXPECT_TRUE(noFile.error->text.starts_with(
+        u"Couldn't find the URI \"" + trunk.substr(10) + u"\".\n[uri: \"" + trunk +
+        u"\"\nFileObject::Initialize\nexisted: 1\nisDirectory: 1] [interfaceimpl@"));
+    const Outcome noFolder = OutcomeOf(
+        [&] { return system->GetFolder(Ole(trunk + u"/a.txt"), VARIANT_TRUE, folder.Out()); });
+    EXPECT_EQ(noFolder.status, Win32Status(2));
+    EXPECT_NE(noFolder.error->text.find(
+                  u"FolderObject::Initialize\nexisted: 1\nisDirectory: 0] [interfaceimpl@"),
+              std::u16string::npos);
+}
+
+TEST_F(Subversion, AFailedQuestionIsAskedAgain)
+{
+    const auto item = File(repository_.Address(u"a.txt")).As<IFileSystemItem>();
+    std::uint32_t attributes = 7;
+    EXPECT_EQ(item->GetAttributes(&attributes), E_FAIL);
+    EXPECT_EQ(attributes, 0U);
+    repository_.Commit("a.txt", "1");
+    EXPECT_EQ(item->GetAttributes(&attributes), S_OK);
+    EXPECT_EQ(attributes, 129U);
+}
+
+TEST_F(Subversion, NamesAndParentsComeFromTheAddressAlone)
+{
+    const auto file = File(u"svnhttp://u:p@host:81/r/sub/a.txt@12");
+    const auto item = file.As<IFileSystemItem>();
+    const auto comparable = file.As<IFileSystemItemComparableUrl>();
+    Bstr name, parent, path, comparableName, url;
+    item->GetName(name.Out());
+    item->GetParentPath(parent.Out());
+    item->GetPath(path.Out());
+    comparable->GetComparableName(comparableName.Out());
+    comparable->GetComparableUrl(url.Out());
+    EXPECT_EQ(name.View(), u"a.txt") << "without the revision";
+    EXPECT_EQ(parent.View(), u"svnhttp://u:p@host:81/r/sub");
+    EXPECT_EQ(path.View(), u"svnhttp://u:p@host:81/r/sub/a.txt@12");
+    EXPECT_EQ(comparableName.View(), u"a.txt");
+    EXPECT_EQ(url.View(), u"svnhttp://u:p@host:81/r/sub/a.txt");
+}
+
+TEST_F(Subversion, AnAddressWithAUserAndNoRevisionIsComparedWithoutItsRest)
+{
+    Bstr url;
+    File(u"svnhttp://u@host/r").As<IFileSystemItemComparableUrl>()->GetComparableUrl(url.Out());
+    EXPECT_EQ(url.View(), u"svnhttp://u");
+}
+
+TEST_F(Subversion, OtherAddressesAreRefused)
+{
+    for (const std::u16string address : {u"http://host/r", u"SVN://host/r"})
+    {
+        ComPtr<IFile> file;
+        const Outcome outcome =
+            OutcomeOf([&] { return system->GetFile(Ole(address), VARIANT_FALSE, file.Out()); });
+        EXPECT_EQ(outcome.status, E_INVALIDARG);
+        EXPECT_TRUE(outcome.error->text.starts_with(u"Invalid Subversion URI \"" + address +
+                                                    u"\". [svnobjects@"));
+        ComPtr<IFolder> folder;
+        EXPECT_EQ(system->GetFolder(Ole(address), VARIANT_FALSE, folder.Out()), E_INVALIDARG);
+        EXPECT_FALSE(HasRevisions(address));
+        EXPECT_THAT(Revisions(address), IsEmpty());
+    }
+    ComPtr<IFile> file;
+    const Outcome outcome =
+        OutcomeOf([&] { return system->GetFile(Ole(u"no address"), VARIANT_FALSE, file.Out()); });
+    EXPECT_EQ(outcome.error->text, u"Can't parse the URI \"no address\". [uri@159]");
+}
+
+TEST_F(Subversion, OpensExistingFilesForReadingOnly)
+{
+    const std::u16string address = repository_.Address(u"a.txt");
+    const auto file = File(address);
+    for (const auto& [access, disposition] :
+         {std::pair{writeAccess, openExisting}, std::pair{readAccess | writeAccess, openExisting},
+          std::pair{readAccess, openAlways}, std::pair{0U, openExisting}})
+    {
+        ComPtr<IFileStream> stream;
+        const Outcome outcome =
+            OutcomeOf([&] { return file->Open(access, disposition, stream.Out()); });
+        EXPECT_EQ(outcome.status, E_INVALIDARG);
+        EXPECT_TRUE(outcome.error->text.starts_with(u"Failed to open \"" + address +
+                                                    u"\" for reading or writing. [svnobjects@"));
+    }
+}
+
+TEST_F(Subversion, NothingIsEverWritten)
+{
+    const std::u16string address = repository_.Address(u"new");
+    EXPECT_EQ(Folder(address)->Create(VARIANT_TRUE), E_NOTIMPL);
+    const auto item = File(address).As<IFileSystemItem>();
+    EXPECT_EQ(item->Delete(VARIANT_TRUE, VARIANT_FALSE), E_NOTIMPL);
+    EXPECT_EQ(item->SetAttributes(0), E_NOTIMPL);
+    EXPECT_EQ(system->CopyItem(Ole(address), Ole(address), nullptr), E_NOTIMPL);
+    EXPECT_EQ(system->DeleteItems(nullptr, VARIANT_TRUE, VARIANT_FALSE), E_NOTIMPL);
+    Bstr path;
+    EXPECT_EQ(system->CreateTempFile(Ole(address), path.Out()), E_NOTIMPL);
+    std::uint32_t mask = 0;
+    EXPECT_EQ(system->GetOperationMask(1, nullptr, &mask), S_OK);
+    EXPECT_EQ(mask, 5U);
+}
+
+TEST_F(Subversion, ItemsBeyondTheListingAreRefused)
+{
+    repository_.Commit("a.txt", "1");
+    ComPtr<IFolderContents> contents;
+    ASSERT_EQ(Folder(repository_.Address())->GetContents(contents.Out()), S_OK);
+    for (const std::int32_t index : {-1, 1})
+    {
+        ComPtr<IFileSystemItem> item;
+        const Outcome outcome = OutcomeOf([&] { return contents->GetItem(index, item.Out()); });
+        EXPECT_EQ(outcome.status, E_INVALIDARG);
+        EXPECT_TRUE(outcome.error->text.starts_with(u" [interfaceimpl@"));
+    }
+}
+
+} // namespace
+} // namespace tarnwell::test

@@ -1,0 +1,25 @@
+// A real svnserve for a repository.
+#pragma once
+
+#include "support/posix/serverprocess.h"
+#include "support/svnrepository.h"
+
+namespace tarnwell::test
+{
+
+class SvnServe
+{
+public:
+    // Lets in the user "ann" with the password "secret", and, by `anonymous` ("none" or "read"),
+    // those without a name.
+    SvnServe(const SvnRepository& repository, const std::string& anonymous);
+
+    // "127.0.0.1" and the port.
+    std::u16string Host() const;
+
+private:
+    const int port_ = FreePort();
+    const ServerProcess process_;
+};
+
+} // namespace tarnwell::test
