@@ -1,6 +1,6 @@
 #include "support/addresses.h"
 
-#include "frame/pattern.h"
+#include "unit/matchcount.h"
 
 #include <algorithm>
 #include <iterator>
@@ -97,10 +97,9 @@ bool CheckAddress(const Uri& uri)
     std::size_t answered = 0;
     for (const Question& question : questions)
     {
-        const std::uint64_t before = PatternMatchCount();
+        const std::uint64_t before = test::MatchCount();
         answered += Succeeds(uri.GetText(), [&] { question.ask(uri); }) ? 1 : 0;
-        Expect(PatternMatchCount() - before <= question.matches,
-               "a question takes no second match");
+        Expect(test::MatchCount() - before <= question.matches, "a question takes no second match");
     }
     Expect(answered == 0 || answered == std::size(questions), "all is answered, or nothing");
     if (answered == 0)
