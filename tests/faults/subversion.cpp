@@ -3,8 +3,8 @@
 #include "faults/local.h"
 
 #include "subversion/svnobjects.h"
-#include "support/fakehost.h"
 #include "support/environmentvalue.h"
+#include "support/fakehost.h"
 #include "support/posix/standinclient.h"
 #include "support/svnoutput.h"
 
