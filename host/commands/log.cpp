@@ -3,6 +3,7 @@
 #include "items.h"
 #include "output.h"
 #include "readable.h"
+#include "system.h"
 #include "text16.h"
 
 namespace tarnwell::host
@@ -79,6 +80,16 @@ std::u16string Readable(const RevisionFacts& facts)
            u"\n" + Indented(text(facts.description)) + u"    " + Shown(text(facts.uri)) + u"\n";
 }
 
+// Local files have earlier versions by their drives, so a path from the present folder gets its
+// own.
+Place WholePlace(const Session& session)
+{
+    Place place = Open(session, session.line.operands[0]);
+    if (place.address.kind == &FileSystemKinds().front())
+        place.address.text = AbsolutePath(place.address.text);
+    return place;
+}
+
 ComPtr<IRevisions> RevisionsOf(const Place& place)
 {
     const auto fileSystem = Need<IFileSystemRevisions>(place.fileSystem);
@@ -91,9 +102,11 @@ ComPtr<IRevisions> RevisionsOf(const Place& place)
 
 int Log(const Session& session)
 {
-    const ComPtr<IRevisions> revisions = RevisionsOf(Open(session, session.line.operands[0]));
+    const ComPtr<IRevisions> revisions = RevisionsOf(WholePlace(session));
     std::uint32_t count = 0;
     Call([&] { return revisions->GetCount(&count); });
+    if (count == 0 && !session.line.json)
+        Print(u"No revisions.\n");
     for (std::uint32_t i = 0; i < count; ++i)
     {
         ComPtr<IRevision> revision;

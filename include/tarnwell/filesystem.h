@@ -45,7 +45,8 @@ struct IFileSystem : ::IUnknown
     // file is the caller's to remove. Local only.
     virtual HRESULT STDMETHODCALLTYPE CreateTempFile(const OLECHAR* path, BSTR* tempPath) = 0;
 
-    // Deletes all listed items. Local items go to the recycle bin or trash, FTP items for good.
+    // Deletes all listed items. Local items go to the recycle bin or trash, and stay where there
+    // is none on Linux; FTP items go for good.
     // `noConfirm` leaves out the question to the user; a "no" to it counts as success. Local and
     // FTP only.
     virtual HRESULT STDMETHODCALLTYPE DeleteItems(IItemList* items, VARIANT_BOOL noConfirm,
@@ -78,12 +79,14 @@ protected:
 
 struct IFileSystemRevisions : ::IUnknown
 {
-    // Whether at least one other revision of the item is known. `reserved` is ignored. The
-    // version-control systems hide failures here: false and S_OK.
+    // Whether at least one other revision of the item is known. `reserved` is ignored. Failures
+    // on the way are hidden here: false and S_OK.
     virtual HRESULT STDMETHODCALLTYPE HasRevisions(const OLECHAR* path, std::uint32_t reserved,
                                                    VARIANT_BOOL* has) = 0;
 
-    // The item's revisions, the latest first. `reserved` is ignored.
+    // The item's revisions, the latest first. `reserved` is ignored. Failures on the way are
+    // hidden: an empty list and S_OK. Of the local file system these are the versions that the
+    // snapshots of the item's volume hold, for absolute paths; on Linux there are none.
     virtual HRESULT STDMETHODCALLTYPE GetRevisions(const OLECHAR* path, std::uint32_t reserved,
                                                    IRevisions** revisions) = 0;
 

@@ -65,6 +65,20 @@ struct OsHandleTraits
 
 using OsHandle = Handle<HANDLE, OsHandleTraits>;
 
+struct EventHandleTraits
+{
+    static HANDLE Invalid()
+    {
+        return nullptr;
+    }
+    static bool Close(HANDLE handle)
+    {
+        return CloseHandle(handle) != 0;
+    }
+};
+
+using EventHandle = Handle<HANDLE, EventHandleTraits>;
+
 struct FindHandleTraits
 {
     static HANDLE Invalid()

@@ -1,9 +1,17 @@
 #include "local/filesystem.h"
 
 #include "frame/boundary.h"
+#include "frame/hostuser.h"
 #include "frame/paths.h"
+#include "frame/revisions.h"
 #include "frame/text.h"
+#include "local/copy.h"
+#include "local/earlierversions.h"
 #include "local/lookup.h"
+#include "local/shelldelete.h"
+#include "local/tempname.h"
+
+#include <optional>
 
 namespace tarnwell
 {
@@ -26,6 +34,28 @@ HRESULT ReportLookup(HRESULT status, const std::u16string& path)
     if (SUCCEEDED(status))
         return S_OK;
     return PublishFailure(systemReporter, MessageId::ItemFailed, status, {path});
+}
+
+// Nothing if no path is to be had.
+std::optional<ShellList> ListOf(IItemList& items)
+{
+    std::int32_t count = 0;
+    if (FAILED(items.GetCount(&count)))
+        return std::nullopt;
+    ShellList list;
+    bool isEmpty = true;
+    for (std::int32_t i = 0; i < count; ++i)
+    {
+        Bstr path;
+        if (FAILED(items.GetItem(i, path.Out())))
+            continue;
+        // An empty one would end the list.
+        const std::u16string text = FromHost(path.Get());
+        isEmpty = isEmpty && text.empty();
+        if (!text.empty())
+            list.Add(text);
+    }
+    return isEmpty ? std::nullopt : std::optional(std::move(list));
 }
 
 } // namespace
@@ -83,39 +113,88 @@ HRESULT CWin32FileSystemObject::CombinePath(const OLECHAR* base, const OLECHAR* 
                       });
 }
 
-// Copying, temporary names, list deletion and snapshots are not built yet and say so.
+HRESULT CWin32FileSystemObject::HasRevisions(const OLECHAR* path, std::uint32_t, VARIANT_BOOL* has)
+{
+    return AtBoundary(revisionsReporter, NullPointer::Published, has,
+                      [&]
+                      {
+                          *has = HasEarlierVersions(FromHost(path)) ? VARIANT_TRUE : VARIANT_FALSE;
+                          return S_OK;
+                      });
+}
+
+HRESULT CWin32FileSystemObject::GetRevisions(const OLECHAR* path, std::uint32_t,
+                                             IRevisions** revisions)
+{
+    return AtBoundary(revisionsReporter, NullPointer::Published, revisions,
+                      [&] {
+                          return MakeRevisions(ListEarlierVersions(FromHost(path)),
+                                               CLSID_Win32FileSystem, revisions);
+                      });
+}
 
 HRESULT CWin32FileSystemObject::CopyItem(const OLECHAR* source, const OLECHAR* destination,
                                          ICopyProgress* progress)
 {
-    return CopyItemEx(source, destination, 0, progress);
+    return Copy(systemReporter, {source, destination, 0, progress});
 }
 
-HRESULT CWin32FileSystemObject::CopyItemEx(const OLECHAR*, const OLECHAR*, std::uint32_t,
-                                           ICopyProgress*)
+HRESULT CWin32FileSystemObject::CopyItemEx(const OLECHAR* source, const OLECHAR* destination,
+                                           std::uint32_t flags, ICopyProgress* progress)
 {
-    return E_NOTIMPL;
+    return Copy({CLSID_Win32FileSystem, IID_IFileSystemCopyEx},
+                {source, destination, flags, progress});
 }
 
-HRESULT CWin32FileSystemObject::CreateTempFile(const OLECHAR*, BSTR* tempPath)
+HRESULT CWin32FileSystemObject::Copy(const Reporter& reporter, const CopyRequest& request)
 {
-    return AtBoundary(systemReporter, NullPointer::Published, tempPath, [] { return E_NOTIMPL; });
+    return AtBoundary(
+        reporter,
+        [&]
+        {
+            const std::u16string source = FromHost(request.source);
+            const std::u16string destination = FromHost(request.destination);
+            const HRESULT status =
+                CopyByPath(*this, source, destination, request.flags, *request.progress);
+            if (SUCCEEDED(status))
+                return status;
+            // Also in place of a more exact text that was left on the way.
+            return PublishFailure(reporter, MessageId::CopyFailed, status, {source, destination});
+        });
 }
 
-HRESULT CWin32FileSystemObject::DeleteItems(IItemList*, VARIANT_BOOL, VARIANT_BOOL)
+HRESULT CWin32FileSystemObject::CreateTempFile(const OLECHAR* path, BSTR* tempPath)
 {
-    return E_NOTIMPL;
+    return AtBoundary(systemReporter, NullPointer::Published, tempPath,
+                      [&]
+                      {
+                          const std::u16string beside = FromHost(path);
+                          std::u16string made;
+                          const HRESULT status = CreateFileBeside(beside, made);
+                          if (SUCCEEDED(status))
+                              return ToHost(made, tempPath);
+                          return PublishFailure(systemReporter, MessageId::TemporaryFileFailed,
+                                                status, {beside});
+                      });
 }
 
-HRESULT CWin32FileSystemObject::HasRevisions(const OLECHAR*, std::uint32_t, VARIANT_BOOL* has)
+HRESULT CWin32FileSystemObject::DeleteItems(IItemList* items, VARIANT_BOOL noConfirm,
+                                            VARIANT_BOOL recursive)
 {
-    return AtBoundary(revisionsReporter, NullPointer::Published, has, [] { return E_NOTIMPL; });
-}
-
-HRESULT CWin32FileSystemObject::GetRevisions(const OLECHAR*, std::uint32_t, IRevisions** revisions)
-{
-    return AtBoundary(revisionsReporter, NullPointer::Published, revisions,
-                      [] { return E_NOTIMPL; });
+    return AtBoundary(
+        systemReporter,
+        [&]
+        {
+            const std::optional<ShellList> list = ListOf(*items);
+            if (!list)
+                return S_OK;
+            const ShellOutcome outcome = ShellDelete(OwnerWindow(host_.Get()), *list,
+                                                     IsTrue(noConfirm), IsTrue(recursive), ToTrash);
+            // The user who said no has got what they wanted.
+            if (outcome.error == 0 || outcome.aborted)
+                return S_OK;
+            return PublishFailure(systemReporter, MessageId::DeleteListFailed, E_FAIL);
+        });
 }
 
 } // namespace tarnwell

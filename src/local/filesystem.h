@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frame/comobject.h"
+#include "frame/publish.h"
 
 #include <tarnwell/classes.h>
 #include <tarnwell/filesystem.h>
@@ -48,6 +49,16 @@ protected:
     ~CWin32FileSystemObject() = default;
 
 private:
+    struct CopyRequest
+    {
+        const OLECHAR* source;
+        const OLECHAR* destination;
+        std::uint32_t flags;
+        ICopyProgress* progress;
+    };
+
+    HRESULT Copy(const Reporter& reporter, const CopyRequest& request);
+
     ComPtr<IHostWindow> host_;
 };
 

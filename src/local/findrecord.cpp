@@ -18,6 +18,11 @@ template <std::size_t capacity> void CopyCut(WCHAR (&target)[capacity], std::u16
 
 } // namespace
 
+void SetLongName(WIN32_FIND_DATAW& record, std::u16string_view name)
+{
+    CopyCut(record.cFileName, name);
+}
+
 void SetNames(WIN32_FIND_DATAW& record, std::u16string_view name)
 {
     CopyCut(record.cFileName, name);

@@ -29,6 +29,9 @@ inline std::u16string_view NameOf(const WIN32_FIND_DATAW& record)
     return Units(record.cFileName);
 }
 
+// Sets the name, cut to what fits with a terminator.
+void SetLongName(WIN32_FIND_DATAW& record, std::u16string_view name);
+
 // Sets the long and the short name, each cut to what fits with a terminator.
 void SetNames(WIN32_FIND_DATAW& record, std::u16string_view name);
 

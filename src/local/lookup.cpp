@@ -8,6 +8,7 @@
 #include "local/makeitem.h"
 
 #include <tarnwell/classes.h>
+#include <tarnwell/filesystem.h>
 
 #include <algorithm>
 #include <optional>
@@ -84,8 +85,9 @@ bool EqualIgnoringAsciiCase(std::u16string_view left, std::u16string_view right)
 bool NarrowToStream(const std::u16string& file, std::u16string_view name, bool mustExist,
                     WIN32_FIND_DATAW& record)
 {
+    // A file that can't be walked has none; the text about that stays.
     std::vector<WIN32_FIND_DATAW> streams;
-    EnumerateDataStreams(file, record, streams, CLSID_Win32FileSystem);
+    EnumerateDataStreams(file, record, streams, {CLSID_Win32FileSystem, IID_IFileSystem});
     const auto found = std::find_if(streams.begin(), streams.end(),
                                     [&](const WIN32_FIND_DATAW& stream)
                                     { return EqualIgnoringAsciiCase(NameOf(stream), name); });

@@ -40,7 +40,8 @@ void AppendDataStreams(const std::u16string& base, const WIN32_FIND_DATAW& recor
                        RecordList& records)
 {
     std::vector<WIN32_FIND_DATAW> streams;
-    EnumerateDataStreams(base + std::u16string(NameOf(record)), record, streams, CLSID_Win32Folder);
+    EnumerateDataStreams(base + std::u16string(NameOf(record)), record, streams,
+                         {CLSID_Win32Folder, IID_IFolder});
     for (const WIN32_FIND_DATAW& stream : streams)
         records.Append(stream);
 }

@@ -33,6 +33,17 @@ void SetTime(const std::u16string& path)
     std::filesystem::last_write_time(path, std::chrono::file_clock::from_sys(time));
 }
 
+TEST(Ls, FilesWithoutNamedStreamsShowOnce)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u"a.txt", "12345");
+    const HostRun run = RunHost({u"--json", u"--streams", u"ls", folder.Text()});
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.output, RunHost({u"--json", u"ls", folder.Text()}).output);
+    EXPECT_EQ(JsonLinesOf(run.output).size(), 1U);
+}
+
 TEST(Ls, TellsAllFactsInOrderOfNames)
 {
     const TempFolder folder;

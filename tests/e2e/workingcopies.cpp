@@ -121,12 +121,13 @@ TEST_P(WorkingCopies, LogIsReadableToo)
                                HasSubstr(std::string(author) + "\n")));
 }
 
-TEST_P(WorkingCopies, LogOfWhatHasNoHistoryIsEmpty)
+TEST_P(WorkingCopies, LogOfWhatHasNoHistorySaysSo)
 {
     const TempFolder folder;
     const HostRun run = Run({u"log", GetParam().scheme + folder.Text()});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(run.output + run.errors, "");
+    EXPECT_EQ(run.output, "No revisions.\n");
+    EXPECT_EQ(run.errors, "");
 }
 
 TEST_P(WorkingCopies, CatGivesTheBytesOfARevision)

@@ -4,10 +4,16 @@
 #include "faults/local.h"
 
 #include "local/filesystem.h"
+#include "support/snapshotserver.h"
+#include "support/snapshotshare.h"
+
+#include "support/fakeprogress.h"
+#include "support/posix/trash.h"
 
 #include <tarnwell/items.h>
 
 #include <functional>
+#include <memory>
 #include <set>
 
 namespace tarnwell::test
@@ -308,6 +314,116 @@ Action TimeChange()
             {"CloseHandle"}};
 }
 
+Action Copying()
+{
+    return {"Copying",
+            [](const Local& local)
+            {
+                return [&local, progress = std::make_shared<FakeProgress>()]
+                {
+                    const HRESULT status = local.system->CopyItem(
+                        Wide(local.Path(u"a.txt")), Wide(local.Path(u"copy")), progress.get());
+                    EXPECT_EQ(local.Has(u"copy"), SUCCEEDED(status));
+                    return status;
+                };
+            },
+            // The plain copy comes to its help.
+            {"FindExtendedCopy"}};
+}
+
+Action TempFileCreation()
+{
+    return {"TempFileCreation",
+            [](const Local& local)
+            {
+                return [&local]
+                {
+                    Bstr made;
+                    const HRESULT status =
+                        local.system->CreateTempFile(Wide(local.Path(u"a.txt")), made.Out());
+                    EXPECT_EQ(SUCCEEDED(status), static_cast<bool>(made));
+                    return status;
+                };
+            },
+            // There are other names. An empty file has nothing to lose when it is closed.
+            {"CreateFileW", "CloseHandle"},
+            off};
+}
+
+Action DeletionOfList()
+{
+    return {"DeletionOfList",
+            [](const Local& local)
+            {
+                return [&local, trash = std::make_shared<Trash>()]
+                {
+                    FakeItemList list({local.Path(u"a.txt"), local.Path(u"sub")});
+                    return local.system->DeleteItems(&list, VARIANT_TRUE, VARIANT_TRUE);
+                };
+            },
+            // The list's texts are the test's own.
+            {"SysAllocStringLen"},
+            on,
+            on};
+}
+
+// A volume whose one snapshot has the file "a.txt", with its file server.
+struct Volume
+{
+    Volume()
+    {
+        server.Hold({u"@GMT-2024.05.01-10.30.00"});
+        share.Put(u"@GMT-2024.05.01-10.30.00\\a.txt", "old");
+    }
+
+    SnapshotShare share;
+    SnapshotServer server;
+};
+
+// Everything on the way to the snapshots may fail unseen.
+const std::set<std::string> hiddenBySnapshots = {"CreateEventW",         "CreateFileW",
+                                                 "CloseHandle",          "GetFileTime",
+                                                 "SystemTimeToFileTime", "GetUserNameW"};
+
+Action QuestionForRevisions()
+{
+    return {"QuestionForRevisions",
+            [](const Local& local)
+            {
+                return [revisions = local.system.As<IFileSystemRevisions>(),
+                        volume = std::make_shared<Volume>()]
+                {
+                    VARIANT_BOOL has = VARIANT_FALSE;
+                    return revisions->HasRevisions(u"C:\\a.txt", 0, &has);
+                };
+            },
+            hiddenBySnapshots, off};
+}
+
+Action ListOfRevisions()
+{
+    return {
+        "ListOfRevisions",
+        [](const Local& local)
+        {
+            return [revisions = local.system.As<IFileSystemRevisions>(),
+                    volume = std::make_shared<Volume>()]
+            {
+                ComPtr<IRevisions> list;
+                const HRESULT status = revisions->GetRevisions(u"C:\\a.txt", 0, list.Out());
+                EXPECT_EQ(status == S_OK, static_cast<bool>(list));
+                return status;
+            };
+        },
+        // The last four are on the way to the name of the live file's record.
+        []
+        {
+            std::set<std::string> hidden = hiddenBySnapshots;
+            hidden.insert({"FindResourceExW", "LoadResource", "LockResource", "FormatMessageW"});
+            return hidden;
+        }()};
+}
+
 class EveryCall : public testing::TestWithParam<Action>
 {
 protected:
@@ -383,14 +499,14 @@ TEST_P(EveryCall, FailsInTurn)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Local, EveryCall,
-                         testing::Values(Creation(), LookupOfFile(), LookupOfFolder(),
-                                         LookupOfMissing(), Texts(), Reading(), ArchiveReading(),
-                                         Seeking(), Writing(), Listing(), DeletionOfFile(),
-                                         DeletionByShell(), FolderCreation(), FolderPathCreation(),
-                                         AttributeChange(), TimeChange()),
-                         [](const testing::TestParamInfo<Action>& info)
-                         { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Local, EveryCall,
+    testing::Values(Creation(), LookupOfFile(), LookupOfFolder(), LookupOfMissing(), Texts(),
+                    Reading(), ArchiveReading(), Seeking(), Writing(), Listing(), DeletionOfFile(),
+                    DeletionByShell(), FolderCreation(), FolderPathCreation(), AttributeChange(),
+                    TimeChange(), Copying(), TempFileCreation(), DeletionOfList(),
+                    QuestionForRevisions(), ListOfRevisions()),
+    [](const testing::TestParamInfo<Action>& info) { return std::string(info.param.name); });
 
 } // namespace
 

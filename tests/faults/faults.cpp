@@ -1,5 +1,6 @@
 #include "faults/faults.h"
 
+#include "platform/extendedcopy.h"
 #include "platform/xml.h"
 
 #include <algorithm>

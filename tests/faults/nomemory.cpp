@@ -1,10 +1,16 @@
-// No memory for an object: nothing is made, and the host is told so.
+// No memory for an object: nothing is made, and the host is told so. None for what was only to be
+// found out: nothing is found.
 #include "faults/local.h"
 
 #include "frame/messages.h"
 #include "frame/revisioncalls.h"
 #include "git/gitobjects.h"
+#include "local/copystreams.h"
+#include "local/snapshots.h"
 #include "module/lifecycle.h"
+#include "support/fakeprogress.h"
+#include "support/snapshotserver.h"
+#include "support/snapshotshare.h"
 
 #include <tarnwell/classes.h>
 #include <tarnwell/pointers.h>
@@ -19,7 +25,24 @@ namespace
 {
 // The next object isn't made.
 thread_local bool refuse = false;
+// No buffer is, until this is taken back.
+thread_local bool refuseBuffers = false;
 } // namespace
+
+// What must not throw is made this way: objects, and a buffer of a size that somebody else tells.
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    if (refuseBuffers || std::exchange(refuse, false))
+        return nullptr;
+    try
+    {
+        return ::operator new[](size);
+    }
+    catch (...)
+    {
+        return nullptr;
+    }
+}
 
 // All objects that a host gets are made this way.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept
@@ -151,6 +174,34 @@ TEST(NoMemory, GivesNoText)
         EXPECT_EQ(text, nullptr);
         EXPECT_EQ(faults.Failures(), 1);
     }
+}
+
+TEST(NoMemory, CopiesNothingThroughStreams)
+{
+    const Local local;
+    FakeProgress progress;
+    refuseBuffers = true;
+    const HRESULT status = CopyThroughStreams(*local.system.Get(), local.Path(u"a.txt"),
+                                              local.Path(u"copy"), progress);
+    refuseBuffers = false;
+    EXPECT_EQ(status, E_OUTOFMEMORY);
+    EXPECT_EQ(progress.Questions(), 0);
+}
+
+TEST(NoMemory, ForTheAnswerOfAFileServerMakesNoSnapshots)
+{
+    const SnapshotShare share;
+    SnapshotServer server;
+    server.Hold({u"@GMT-2024.05.01-10.30.00"});
+    server.start = {SnapshotServer::Header(1, 0, 0xFFFFFFEF)};
+    server.onCall = [](const SnapshotServer::Call&)
+    {
+        refuse = true;
+    };
+    const std::size_t count = ListSnapshots(u"C:\\a").size();
+    refuse = false;
+    EXPECT_EQ(count, 0U);
+    EXPECT_EQ(server.calls.size(), 1U) << "there is no second question";
 }
 
 } // namespace

@@ -97,6 +97,37 @@ TEST(OpenFile, FolderOpensOnlyForALookup)
     EXPECT_TRUE(Opened(folder.Text(), GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
 }
 
+TEST(OpenFile, FolderOpensForItsList)
+{
+    const TempFolder folder;
+    EXPECT_TRUE(
+        Opened(folder.Text(), FILE_LIST_DIRECTORY, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+    EXPECT_EQ(ErrorOfOpening(folder / u"none", FILE_LIST_DIRECTORY, OPEN_EXISTING,
+                             FILE_FLAG_BACKUP_SEMANTICS),
+              ERROR_FILE_NOT_FOUND);
+}
+
+TEST(OpenFile, AttributesAreEnoughForTheTimes)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u"a", "x");
+    for (const std::u16string& path : {folder / u"a", folder.Text()})
+    {
+        const OsHandle item =
+            Opened(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+        ASSERT_TRUE(item);
+        FILETIME write{};
+        EXPECT_TRUE(GetFileTime(item.Get(), nullptr, nullptr, &write));
+        EXPECT_NE(write.dwHighDateTime, 0U);
+        char byte = 0;
+        DWORD moved = 0;
+        EXPECT_EQ(ErrorOf(ReadFile(item.Get(), &byte, 1, &moved, nullptr)), ERROR_ACCESS_DENIED);
+    }
+    EXPECT_EQ(ErrorOfOpening(folder / u"none", FILE_READ_ATTRIBUTES, OPEN_EXISTING,
+                             FILE_FLAG_BACKUP_SEMANTICS),
+              ERROR_FILE_NOT_FOUND);
+}
+
 TEST(OpenFile, LookupOpensFilesToo)
 {
     const TempFolder folder;

@@ -135,6 +135,8 @@ sub answer {
     my %environment = client_environment(\%caller, $home->dirname);
     ($folder, @arguments) = map { unix_path($_, $caller{WINEPREFIX}) } $folder, @arguments;
     hand_over($connection, start($client, \@arguments, $folder, \%environment));
+    # Mercurial tries whether it can have links, and leaves one that can't be removed from Wine.
+    unlink "$folder/.hg/wcache/checklink";
 }
 
 1;

@@ -11,14 +11,6 @@ MercurialRepository::MercurialRepository()
         Hg("init");
 }
 
-// The client leaves a link where it can make one. Under Wine a link can't be removed once the file
-// that it points to is gone.
-MercurialRepository::~MercurialRepository()
-{
-    std::error_code ignored;
-    std::filesystem::remove(folder_.Path() / ".hg" / "wcache" / "checklink", ignored);
-}
-
 std::string MercurialRepository::Hg(std::string_view words) const
 {
     return RunClient("hg", Words(words), folder_.Path());

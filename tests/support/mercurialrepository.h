@@ -14,9 +14,6 @@ class MercurialRepository
 public:
     // Without clients, an empty folder.
     MercurialRepository();
-    MercurialRepository(const MercurialRepository&) = delete;
-    MercurialRepository& operator=(const MercurialRepository&) = delete;
-    ~MercurialRepository();
 
     std::u16string operator/(std::u16string_view name) const
     {

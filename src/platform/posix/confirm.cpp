@@ -16,20 +16,25 @@ struct Wording
     const char* several;
 };
 
-constexpr Wording inEnglish{"Permanently delete ", "?", " and the other selected items?"};
-constexpr Wording inJapanese{"完全に削除しますか: ", "", " 他"};
+// By the kind of deletion.
+constexpr Wording inEnglish[] = {
+    {"Permanently delete ", "?", " and the other selected items?"},
+    {"Move ", " to the trash?", " and the other selected items to the trash?"}};
+constexpr Wording inJapanese[] = {{"完全に削除しますか: ", "", " 他"},
+                                  {"ごみ箱に移動しますか: ", "", " 他"}};
 
-std::string Question(std::u16string_view first, std::size_t count)
+std::string Question(std::u16string_view first, std::size_t count, Deletion deletion)
 {
-    const Wording& wording = GetUserDefaultUILanguage() == japanese ? inJapanese : inEnglish;
+    const auto& wordings = GetUserDefaultUILanguage() == japanese ? inJapanese : inEnglish;
+    const Wording& wording = wordings[static_cast<std::size_t>(deletion)];
     return wording.before + Displayable(first) + (count > 1 ? wording.several : wording.one);
 }
 
 } // namespace
 
-bool ConfirmDelete(std::u16string_view first, std::size_t count)
+bool ConfirmDelete(std::u16string_view first, std::size_t count, Deletion deletion)
 {
-    return AskUser(Question(first, count));
+    return AskUser(Question(first, count, deletion));
 }
 
 } // namespace tarnwell::posix

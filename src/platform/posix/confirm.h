@@ -1,4 +1,4 @@
-// The question before something is deleted for good.
+// The question before something is deleted.
 #pragma once
 
 #include <cstddef>
@@ -7,9 +7,15 @@
 namespace tarnwell::posix
 {
 
+enum class Deletion
+{
+    ForGood,
+    ToTrash
+};
+
 // Asks whether `count` items, `first` the first one's path, shall be deleted: through the
 // desktop's dialog program if there is a display, else on the terminal. Where there is nobody to
 // ask, the answer is no.
-bool ConfirmDelete(std::u16string_view first, std::size_t count);
+bool ConfirmDelete(std::u16string_view first, std::size_t count, Deletion deletion);
 
 } // namespace tarnwell::posix

@@ -1,14 +1,9 @@
 #include "platform/posix/dialog.h"
 
-#include "platform/posix/spawnsetup.h"
+#include "platform/posix/quietprogram.h"
 
-#include <cerrno>
 #include <cstdlib>
-#include <fcntl.h>
 #include <string_view>
-#include <sys/wait.h>
-#include <unistd.h>
-#include <vector>
 
 namespace tarnwell::posix
 {
@@ -49,31 +44,18 @@ std::vector<std::string> KdialogArguments(const std::string& question)
     return {"kdialog", "--yesno", "<qt>" + text + "</qt>"};
 }
 
-// Where the host takes the exit code away from us, nobody is known to have said yes.
-bool EndsWithYes(pid_t child)
-{
-    int status = -1;
-    pid_t ended = -1;
-    do
-        ended = waitpid(child, &status, 0);
-    while (ended < 0 && errno == EINTR);
-    return ended == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 } // namespace
 
 std::optional<bool> AskByDialog(const std::string& question)
 {
     if (!IsSet("DISPLAY") && !IsSet("WAYLAND_DISPLAY"))
         return std::nullopt;
-    const FileDescriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
     for (const auto& argumentsFor : {ZenityArguments, KdialogArguments})
     {
-        std::vector<std::string> arguments = argumentsFor(question);
-        SpawnSetup setup({nothing.Get(), nothing.Get(), nothing.Get()});
-        pid_t child = -1;
-        if (setup.Spawn(&child, arguments, environ) == 0)
-            return EndsWithYes(child);
+        const ProgramEnd end = RunQuietly(argumentsFor(question));
+        // Where the host takes the exit code away from us, nobody is known to have said yes.
+        if (end.number == 0)
+            return end.exitCode == 0U;
     }
     return std::nullopt;
 }

@@ -13,8 +13,10 @@ namespace tarnwell::posix
 namespace
 {
 
-constexpr DWORD dataAccess = GENERIC_READ | GENERIC_WRITE;
-constexpr DWORD supportedAccess = dataAccess | FILE_WRITE_ATTRIBUTES;
+// Listing a folder is reading it.
+constexpr DWORD readAccess = GENERIC_READ | FILE_LIST_DIRECTORY;
+constexpr DWORD supportedAccess =
+    readAccess | GENERIC_WRITE | FILE_READ_ATTRIBUTES | FILE_WRITE_ATTRIBUTES;
 constexpr DWORD supportedFlags = FILE_ATTRIBUTE_NORMAL | FILE_ATTRIBUTE_TEMPORARY |
                                  FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_DELETE_ON_CLOSE;
 
@@ -47,13 +49,11 @@ DWORD CheckRequest(const Request& request)
 
 int AccessFlags(const Request& request)
 {
-    if ((request.access & dataAccess) == dataAccess)
-        return O_RDWR;
+    const bool reads = (request.access & readAccess) != 0;
     if ((request.access & GENERIC_WRITE) != 0)
-        return O_WRONLY;
+        return reads ? O_RDWR : O_WRONLY;
     // Whoever only wants the times needs no permission to read.
-    const bool timesOnly = (request.access & GENERIC_READ) == 0;
-    return timesOnly && request.disposition == OPEN_EXISTING ? O_PATH : O_RDONLY;
+    return !reads && request.disposition == OPEN_EXISTING ? O_PATH : O_RDONLY;
 }
 
 int OpenFlags(const Request& request)

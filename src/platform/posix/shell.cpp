@@ -1,8 +1,9 @@
-// The shell's operations: deleting for good. Icons there are none.
+// The shell's operations: deleting, for good or to the trash. Icons there are none.
 #include "platform/posix/confirm.h"
 #include "platform/posix/deletetree.h"
 #include "platform/posix/lasterror.h"
 #include "platform/posix/nativepath.h"
+#include "platform/posix/trash.h"
 
 #include <cerrno>
 #include <new>
@@ -14,7 +15,7 @@ namespace tarnwell::posix
 namespace
 {
 
-constexpr WORD supportedFlags = FOF_NOCONFIRMATION | FOF_NORECURSION;
+constexpr WORD supportedFlags = FOF_NOCONFIRMATION | FOF_NORECURSION | FOF_ALLOWUNDO;
 
 // The texts of a list that an empty one closes.
 std::vector<std::u16string_view> TextsOf(LPCWSTR list)
@@ -35,13 +36,27 @@ bool IsRefused(std::string_view path)
     return leaf.empty() || leaf == "." || leaf == "..";
 }
 
-DWORD CheckItem(const std::string& path)
+DWORD CheckItem(const std::string& path, WORD flags)
 {
     if (IsRefused(path))
         return ERROR_INVALID_PARAMETER;
     struct stat entry;
     const std::string item(WithoutTrailingSeparators(path));
-    return lstat(item.c_str(), &entry) == 0 ? ERROR_SUCCESS : LookupError(item, errno);
+    if (lstat(item.c_str(), &entry) != 0)
+        return LookupError(item, errno);
+    // The trash would take it with all that is in it.
+    constexpr WORD emptyToTrash = FOF_ALLOWUNDO | FOF_NORECURSION;
+    return (flags & emptyToTrash) == emptyToTrash ? CheckEmptyFolder(item) : ERROR_SUCCESS;
+}
+
+DWORD DeleteForGood(const std::vector<std::string>& items, bool recurse)
+{
+    for (const std::string& item : items)
+    {
+        if (const DWORD error = DeleteTree(item, recurse); error != ERROR_SUCCESS)
+            return error;
+    }
+    return ERROR_SUCCESS;
 }
 
 DWORD Delete(SHFILEOPSTRUCTW& operation)
@@ -57,24 +72,21 @@ DWORD Delete(SHFILEOPSTRUCTW& operation)
         std::optional<std::string> path = NativePath(text.data());
         if (!path)
             return GetLastError();
-        if (const DWORD error = CheckItem(*path); error != ERROR_SUCCESS)
+        if (const DWORD error = CheckItem(*path, operation.fFlags); error != ERROR_SUCCESS)
             return error;
         items.push_back(std::move(*path));
     }
 
+    const bool toTrash = (operation.fFlags & FOF_ALLOWUNDO) != 0;
     const bool ask = (operation.fFlags & FOF_NOCONFIRMATION) == 0;
-    if (ask && !ConfirmDelete(texts.front(), texts.size()))
+    if (ask && !ConfirmDelete(texts.front(), texts.size(),
+                              toTrash ? Deletion::ToTrash : Deletion::ForGood))
     {
         operation.fAnyOperationsAborted = 1;
         return ERROR_CANCELLED;
     }
-    const bool recurse = (operation.fFlags & FOF_NORECURSION) == 0;
-    for (const std::string& item : items)
-    {
-        if (const DWORD error = DeleteTree(item, recurse); error != ERROR_SUCCESS)
-            return error;
-    }
-    return ERROR_SUCCESS;
+    return toTrash ? MoveToTrash(items)
+                   : DeleteForGood(items, (operation.fFlags & FOF_NORECURSION) == 0);
 }
 
 DWORD Run(SHFILEOPSTRUCTW& operation)

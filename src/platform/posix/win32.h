@@ -3,7 +3,10 @@
 // ERROR_INVALID_PARAMETER. A failing call sets the calling thread's last error, never to 0.
 #pragma once
 
+#include "platform/posix/win32/calendar.h"
 #include "platform/posix/win32/components.h"
+#include "platform/posix/win32/control.h"
+#include "platform/posix/win32/copy.h"
 #include "platform/posix/win32/dialogs.h"
 #include "platform/posix/win32/errors.h"
 #include "platform/posix/win32/files.h"
@@ -11,6 +14,6 @@
 #include "platform/posix/win32/multibyte.h"
 #include "platform/posix/win32/processes.h"
 #include "platform/posix/win32/shell.h"
-#include "platform/posix/win32/systemtime.h"
 #include "platform/posix/win32/tempfiles.h"
 #include "platform/posix/win32/types.h"
+#include "platform/posix/win32/user.h"

@@ -42,6 +42,18 @@ TEST_F(Permissions, AFileThatMayNotBeReadShowsNeitherSizeNorTime)
     EXPECT_EQ(facts.time, 0U);
 }
 
+TEST_F(Permissions, AFolderThatMayNotBeWrittenGetsNoTemporaryFile)
+{
+    const std::u16string sub = MakeDirectory(u"sub");
+    Forbid(sub, 0555);
+    const OrdinaryUser user;
+    const std::u16string path = Joined(sub, u"a.txt");
+    Bstr made;
+    EXPECT_THAT(
+        OutcomeOf([&] { return system->CreateTempFile(Ole(path), made.Out()); }),
+        Failed(Win32Status(5), u"Failed to create a temporary file for \"" + path + u"\"."));
+}
+
 TEST_F(Permissions, AFileThatMayNotBeReadIsNotOpened)
 {
     const std::u16string path = Put(u"a.txt", "12345");

@@ -105,6 +105,10 @@ TEST_F(Permissions, ForbiddenAccessIsDenied)
                 EXPECT_EQ(ErrorOfOpening(folder_ / u"a", access, OPEN_EXISTING),
                           ERROR_ACCESS_DENIED);
             }
+            EXPECT_TRUE(Opened(folder_ / u"a", FILE_READ_ATTRIBUTES, OPEN_EXISTING));
+            EXPECT_EQ(ErrorOfOpening(folder_ / u"closed", FILE_LIST_DIRECTORY, OPEN_EXISTING,
+                                     FILE_FLAG_BACKUP_SEMANTICS),
+                      ERROR_ACCESS_DENIED);
             const std::u16string inside = Joined(folder_ / u"closed", u"file");
             EXPECT_EQ(GetFileAttributesW(Wide(inside)), INVALID_FILE_ATTRIBUTES);
             EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);

@@ -20,6 +20,12 @@ public:
     // What a program was asked last, an argument a line; empty if none was.
     std::string Asked() const;
 
+    // Where the programs lie.
+    const std::filesystem::path& Folder() const
+    {
+        return folder_.Path();
+    }
+
     // Lets this process find the programs, and no others of the kind, with a display at hand or
     // without. For a child process: nothing is put back.
     void UseHere(bool display = true) const;

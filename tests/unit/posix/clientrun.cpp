@@ -4,8 +4,8 @@
 #include "platform/child/commands.h"
 #include "runner/streamreader.h"
 #include "support/clientcall.h"
-#include "support/posix/child.h"
 #include "support/environmentvalue.h"
+#include "support/posix/child.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 #include "platform/posix/filehandle.h"
 #include "runner/readstream.h"
 #include "support/clientcall.h"
-#include "support/posix/child.h"
 #include "support/environmentvalue.h"
+#include "support/posix/child.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -39,6 +39,8 @@ inline constexpr DWORD MAX_PATH = 260;
 
 inline constexpr DWORD GENERIC_READ = 0x80000000;
 inline constexpr DWORD GENERIC_WRITE = 0x40000000;
+inline constexpr DWORD FILE_LIST_DIRECTORY = 0x0001;
+inline constexpr DWORD FILE_READ_ATTRIBUTES = 0x0080;
 inline constexpr DWORD FILE_WRITE_ATTRIBUTES = 0x0100;
 inline constexpr DWORD FILE_SHARE_READ = 1;
 inline constexpr DWORD FILE_SHARE_WRITE = 2;
@@ -86,7 +88,8 @@ extern "C"
     // takes the name away at once and follows no link.
     HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, SECURITY_ATTRIBUTES* security,
                        DWORD disposition, DWORD flags, HANDLE templateFile);
-    // Of files, pipes, processes and threads. One of a process or thread must not be closed twice.
+    // Of files, pipes, processes, threads and events. Only those of files and pipes may be closed
+    // twice.
     BOOL CloseHandle(HANDLE handle);
     // Both go on to the full size or the end of the file. The end of a pipe is success with 0
     // bytes. Writing to a pipe that nobody reads is ERROR_BROKEN_PIPE, and no signal.

@@ -67,7 +67,7 @@ extern "C"
     BOOL CreateProcessW(LPCWSTR application, LPWSTR commandLine, SECURITY_ATTRIBUTES* process,
                         SECURITY_ATTRIBUTES* thread, BOOL inherit, DWORD flags, LPVOID environment,
                         LPCWSTR folder, STARTUPINFOW* startup, PROCESS_INFORMATION* information);
-    // For processes and threads, and without a limit: `milliseconds` must be INFINITE.
+    // For processes, threads and events, and without a limit: `milliseconds` must be INFINITE.
     DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
     // 128 and the signal's number for a process that a signal ended. ERROR_WAIT_NO_CHILDREN if the
     // host took the code away, as one does that ignores SIGCHLD or waits for all its children.
@@ -77,4 +77,10 @@ extern "C"
     // `security` and `id` must be null, `stackSize` and `flags` 0. 0 if there is no thread.
     std::uintptr_t _beginthreadex(void* security, unsigned stackSize, unsigned (*start)(void*),
                                   void* argument, unsigned flags, unsigned* id);
+
+    // Once set, an event stays so: `manualReset` must be set, `initialState` clear, and `security`
+    // and `name` null. Null if there is no event.
+    HANDLE CreateEventW(SECURITY_ATTRIBUTES* security, BOOL manualReset, BOOL initialState,
+                        LPCWSTR name);
+    BOOL SetEvent(HANDLE event);
 }

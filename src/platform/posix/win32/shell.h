@@ -34,11 +34,12 @@ struct SHFILEINFOW
 
 extern "C"
 {
-    // FO_DELETE only, and for good: FOF_ALLOWUNDO is ERROR_NOT_SUPPORTED. `pFrom` is a list of
-    // terminated paths closed by an empty one; the names are literal. Links are removed, never
-    // followed. An empty list, a root, and a last component of "." or ".." are
-    // ERROR_INVALID_PARAMETER. The result is 0 or an error code; a "no" to the question is
-    // ERROR_CANCELLED with fAnyOperationsAborted set.
+    // FO_DELETE only: for good, or with FOF_ALLOWUNDO to the desktop's trash. What can't go there
+    // stays; without a program that knows of a trash that is ERROR_NOT_SUPPORTED. `pFrom` is a
+    // list of terminated paths closed by an empty one; the names are literal. Links are deleted,
+    // never followed. With FOF_NORECURSION a folder must be empty. An empty list, a root, and a
+    // last component of "." or ".." are ERROR_INVALID_PARAMETER. The result is 0 or an error code;
+    // a "no" to the question is ERROR_CANCELLED with fAnyOperationsAborted set.
     int SHFileOperationW(SHFILEOPSTRUCTW* operation);
     // There are no system image lists here: 0.
     DWORD_PTR SHGetFileInfoW(LPCWSTR path, DWORD attributes, SHFILEINFOW* info, UINT size,

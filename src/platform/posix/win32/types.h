@@ -12,6 +12,7 @@ using LPVOID = void*;
 using LONGLONG = std::int64_t;
 using DWORD_PTR = std::uintptr_t;
 using LONG_PTR = std::intptr_t;
+using ULONG_PTR = std::uintptr_t;
 using LANGID = WORD;
 using WCHAR = char16_t;
 using LPWSTR = WCHAR*;
@@ -23,5 +24,6 @@ using HRSRC = void*;
 using HGLOBAL = void*;
 using HLOCAL = void*;
 
-// Callbacks have the plain calling convention.
+// Callbacks and the system's own calls have the plain calling convention.
 #define CALLBACK
+#define NTAPI

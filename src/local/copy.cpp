@@ -1,0 +1,73 @@
+#include "local/copy.h"
+
+#include "frame/handle.h"
+#include "frame/paths.h"
+#include "frame/status.h"
+#include "frame/text.h"
+#include "local/copystreams.h"
+#include "platform/extendedcopy.h"
+
+namespace tarnwell
+{
+
+namespace
+{
+
+struct ExtendedCopyTraits
+{
+    static HMODULE Invalid()
+    {
+        return nullptr;
+    }
+    static bool Close(HMODULE library)
+    {
+        ReleaseExtendedCopy(library);
+        return true;
+    }
+};
+
+using ExtendedCopyLibrary = Handle<HMODULE, ExtendedCopyTraits>;
+
+// Preset to yes, other than on the road through streams, on purpose: a host that doesn't write the
+// value goes on here and cancels there.
+DWORD CALLBACK ReportCopyProgress(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, DWORD,
+                                  DWORD, HANDLE, HANDLE, LPVOID progress)
+{
+    VARIANT_BOOL keepGoing = VARIANT_TRUE;
+    static_cast<ICopyProgress*>(progress)->QueryContinue(&keepGoing);
+    return IsTrue(keepGoing) ? PROGRESS_CONTINUE : PROGRESS_CANCEL;
+}
+
+HRESULT StatusOfCopy(BOOL done)
+{
+    return done ? S_OK : EnsureFailed(StatusFromLastError());
+}
+
+// Looked for anew at each copy, as hosts expect it.
+HRESULT CopyExtended(const std::u16string& source, const std::u16string& destination, DWORD flags,
+                     ICopyProgress& progress)
+{
+    HMODULE found = nullptr;
+    const ExtendedCopy copy = FindExtendedCopy(&found);
+    const ExtendedCopyLibrary library(found);
+    if (copy == nullptr)
+        return StatusFromError(ERROR_CALL_NOT_IMPLEMENTED);
+    return StatusOfCopy(
+        copy(Wide(source), Wide(destination), &ReportCopyProgress, &progress, nullptr, flags));
+}
+
+} // namespace
+
+HRESULT CopyByPath(IFileSystem& system, const std::u16string& source,
+                   const std::u16string& destination, DWORD flags, ICopyProgress& progress)
+{
+    if (SplitStreamPath(source) || SplitStreamPath(destination))
+        return CopyThroughStreams(system, source, destination, progress);
+    const HRESULT status = CopyExtended(source, destination, flags, progress);
+    if (status != StatusFromError(ERROR_CALL_NOT_IMPLEMENTED))
+        return status;
+    // Nobody is asked, and the flags are lost.
+    return StatusOfCopy(CopyFileW(Wide(source), Wide(destination), 0));
+}
+
+} // namespace tarnwell

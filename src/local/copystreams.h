@@ -1,0 +1,18 @@
+// Copying a file through its streams, which can be named ones.
+#pragma once
+
+#include "platform/win32.h"
+
+#include <tarnwell/filesystem.h>
+
+#include <string>
+
+namespace tarnwell
+{
+
+// `system` finds both ends, of which `source` must exist. A cancel is no failure here: what was
+// written stands, and its status. Nothing but the bytes is copied.
+HRESULT CopyThroughStreams(IFileSystem& system, const std::u16string& source,
+                           const std::u16string& destination, ICopyProgress& progress);
+
+} // namespace tarnwell

@@ -1,0 +1,29 @@
+// What the file server answers to the question for a volume's snapshots: their number, the number
+// of those that it names here, and the size of the names in bytes, each as 32 bits with the lowest
+// first; then the names in UTF-16, each terminated. Nothing in it is believed that would lead
+// beyond the bytes that are there.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwell
+{
+
+// What has to be there to learn the size of the whole, in bytes.
+inline constexpr std::size_t snapshotAnswerStart = 16;
+
+// What the whole answer takes that begins with `start`, in bytes.
+std::uint64_t SnapshotAnswerSize(std::span<const std::byte, snapshotAnswerStart> start);
+
+// The names in the answer, as many as it says, and no more than there are.
+std::vector<std::u16string> ReadSnapshotTokens(std::span<const std::byte> answer);
+
+// When the snapshot of this name was taken, as a FILETIME; 0 if the name tells no time.
+std::uint64_t SnapshotTimeFromToken(std::u16string_view token);
+
+} // namespace tarnwell

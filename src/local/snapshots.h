@@ -1,0 +1,22 @@
+// The snapshots of a volume.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwell
+{
+
+struct SnapshotEntry
+{
+    std::u16string path;    // where the snapshot has the item, if it has it
+    std::uint64_t time = 0; // of the snapshot, as a FILETIME
+};
+
+// An entry for each snapshot of the volume that `path` is on, the newest first. None for a path
+// that doesn't begin at the root of a drive, and where snapshots can't be had.
+std::vector<SnapshotEntry> ListSnapshots(std::u16string_view path);
+
+} // namespace tarnwell

@@ -1,0 +1,20 @@
+// The platform's copy that tells its progress, which not every version of the platform has.
+#pragma once
+
+#include "platform/win32.h"
+
+namespace tarnwell
+{
+
+using ExtendedCopy = decltype(&::CopyFileExW);
+
+} // namespace tarnwell
+
+extern "C"
+{
+    // Looks for it by its name. Null, with the last error set, if there is none. What `*library` is
+    // after it goes to ReleaseExtendedCopy, once the copy is no longer called; it is null if there
+    // is nothing to release.
+    tarnwell::ExtendedCopy FindExtendedCopy(HMODULE* library);
+    void ReleaseExtendedCopy(HMODULE library);
+}

@@ -1,0 +1,8 @@
+#include "platform/backup.h"
+
+namespace tarnwell
+{
+
+const BackupCalls* backupCalls = nullptr;
+
+} // namespace tarnwell

@@ -1,0 +1,8 @@
+#include "platform/ntfscontrol.h"
+
+namespace tarnwell
+{
+
+constinit NtFsControlFileCall ntFsControlFile = nullptr;
+
+} // namespace tarnwell
