@@ -1,18 +1,18 @@
 // Subversion's file system against the client that it runs: content, revisions and listings; and
 // how time and memory grow with what the client prints.
 #include "client/pairs.h"
-#include "client/repository.h"
+#include "client/settings.h"
 #include "client/svnrepository.h"
+#include "support/costs.h"
 #include "support/files.h"
 #include "support/folder.h"
-#include "support/timing.h"
 
 #include <tarnwell/classes.h>
 
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <fstream>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <sys/resource.h>
@@ -109,21 +109,23 @@ std::uint32_t CountRevisions(const ComPtr<IFileSystem>& system)
 }
 
 // Ten times as much may take fifteen times as long. Whether it does.
-template <class Few, class Many> bool MeasureGrowth(const char* name, Few&& few, Many&& many)
+bool MeasureGrowth(const char* name, const std::function<void()>& few,
+                   const std::function<void()>& many)
 {
     constexpr int rounds = 5;
     constexpr double limit = 15;
-    std::vector<double> fewTimes;
-    std::vector<double> manyTimes;
+    Costs fewCosts;
+    Costs manyCosts;
     for (int i = 0; i < rounds; ++i)
     {
-        fewTimes.push_back(SecondsOf(few));
-        manyTimes.push_back(SecondsOf(many));
+        fewCosts.Add(few);
+        manyCosts.Add(many);
     }
-    const double growth = MedianOf(manyTimes) / MedianOf(fewTimes);
-    const bool isWithin = growth <= limit;
-    std::printf("%-34s %9.0f ms to %9.0f ms %7.2f   %.0f: %s\n", name, MedianOf(fewTimes) * 1e3,
-                MedianOf(manyTimes) * 1e3, growth, limit, isWithin ? "within" : "BEYOND");
+    const double fewTime = MedianOf(fewCosts.time);
+    const double manyTime = MedianOf(manyCosts.time);
+    const bool isWithin = manyTime <= limit * fewTime;
+    std::printf("%-34s %9.0f ms to %9.0f ms %7.2f   %.0f: %s\n", name, fewTime * 1e3,
+                manyTime * 1e3, manyTime / fewTime, limit, isWithin ? "within" : "BEYOND");
     return isWithin;
 }
 
@@ -186,7 +188,9 @@ bool MeasureLongOutput(const ComPtr<IFileSystem>& system, const TempFolder& grou
     return isWithin;
 }
 
-int Run()
+} // namespace
+
+int tarnwell::bench::Run()
 {
     const TempFolder ground;
     UseOwnSettings(ground / "home");
@@ -207,19 +211,4 @@ int Run()
     if (!MeasureLongOutput(svn, ground))
         result = 1;
     return result;
-}
-
-} // namespace
-
-int main()
-{
-    try
-    {
-        return Run();
-    }
-    catch (const std::exception& failure)
-    {
-        std::fprintf(stderr, "svn-bench: %s\n", failure.what());
-        return 2;
-    }
 }

@@ -67,14 +67,14 @@ std::size_t Step(std::string_view rest)
     if (rest.front() == '&')
     {
         const std::size_t end = rest.substr(0, longestReference).find(';');
-        return end != rest.npos && IsKnown(rest.substr(1, end - 1)) ? end + 1 : 0;
+        return end != std::string_view::npos && IsKnown(rest.substr(1, end - 1)) ? end + 1 : 0;
     }
     for (const Literal& literal : literals)
     {
         if (!rest.starts_with(literal.begin))
             continue;
         const std::size_t end = rest.find(literal.end, literal.begin.size());
-        return end == rest.npos ? 0 : end + literal.end.size();
+        return end == std::string_view::npos ? 0 : end + literal.end.size();
     }
     return 1;
 }

@@ -13,7 +13,6 @@
 #include "platform/posix/win32/multibyte.h"
 #include "platform/posix/win32/processes.h"
 #include "platform/posix/win32/shell.h"
-#include "platform/posix/win32/systemtime.h"
 #include "platform/posix/win32/tempfiles.h"
 #include "platform/posix/win32/types.h"
 #include "platform/posix/win32/user.h"
