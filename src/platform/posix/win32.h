@@ -3,6 +3,7 @@
 // ERROR_INVALID_PARAMETER. A failing call sets the calling thread's last error, never to 0.
 #pragma once
 
+#include "platform/posix/win32/calendar.h"
 #include "platform/posix/win32/components.h"
 #include "platform/posix/win32/control.h"
 #include "platform/posix/win32/copy.h"

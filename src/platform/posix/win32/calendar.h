@@ -1,0 +1,24 @@
+// Dates and file times.
+#pragma once
+
+#include "platform/posix/win32/files.h"
+
+// In UTC.
+struct SYSTEMTIME
+{
+    WORD wYear;
+    WORD wMonth;
+    WORD wDayOfWeek;
+    WORD wDay;
+    WORD wHour;
+    WORD wMinute;
+    WORD wSecond;
+    WORD wMilliseconds;
+};
+
+extern "C"
+{
+    // The day of the week isn't looked at. ERROR_INVALID_PARAMETER for what is no day and time
+    // from the year 1601 on.
+    BOOL SystemTimeToFileTime(const SYSTEMTIME* parts, FILETIME* time);
+}
