@@ -1,8 +1,8 @@
 // The host program on Subversion repositories.
 #include "e2e/hostrun.h"
 #include "e2e/json.h"
-#include "support/svnrepository.h"
 #include "support/posix/svnserve.h"
+#include "support/svnrepository.h"
 
 #include <gmock/gmock.h>
 
