@@ -50,6 +50,7 @@ bool IsSame(const RevisionRecord& left, const RevisionRecord& right)
 void CheckTime(std::u16string_view text)
 {
     const std::uint64_t time = UnixTimeToFileTime(text);
+    text.remove_prefix(std::min(text.size(), text.find_first_not_of(u" \t\n\v\f\r")));
     Expect(text.starts_with(u'-') ? time <= startTime : time >= startTime,
            "a number keeps its sign");
 }

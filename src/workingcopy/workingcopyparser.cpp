@@ -17,6 +17,7 @@ namespace
 std::int32_t LeadingNumber(std::u16string_view text)
 {
     using Limits = std::numeric_limits<std::int32_t>;
+    text.remove_prefix(std::min(text.size(), text.find_first_not_of(u" \t\n\v\f\r")));
     const bool negative = text.starts_with(u'-');
     if (negative || text.starts_with(u'+'))
         text.remove_prefix(1);

@@ -11,6 +11,10 @@ namespace
 
 namespace fs = std::filesystem;
 
+// A folder that is none or missing.
+constexpr HRESULT noFolder = Win32Status(267);
+constexpr const char16_t* noCommunication = u"An error occurred while communicating with Git.";
+
 TEST_F(Git, ListsTheRevisionsOfAFileNewestFirst)
 {
     const std::string first = repository.Commit(u"a.txt", "one", "first");
@@ -61,7 +65,31 @@ TEST_F(Git, NamesWithBlanksAndOtherLetters)
 TEST_F(Git, AMarkerInAFoldersNameDoesNoHarmInFrontOfARevision)
 {
     const std::string hash = repository.Commit(u"x#y/a.txt", "bytes", "subject");
-    EXPECT_EQ(Content(Address(u"x#y/a.txt", hash)), "bytes");
+    const std::u16string address = Address(u"x#y/a.txt", hash);
+    EXPECT_EQ(Content(address), "bytes");
+    const auto list = Revisions(address);
+    ASSERT_EQ(list.size(), 2U);
+    EXPECT_EQ(list[0].uri, repository / u"x#y/a.txt");
+    EXPECT_EQ(list[1].uri, address);
+    EXPECT_TRUE(Revisions(Address(u"x#y/a.txt")).empty());
+}
+
+// The client takes the path for a pattern, too.
+TEST_F(Git, ANameInBracketsAlsoListsWhatItMatches)
+{
+    repository.Commit(u"a1.txt", "1", "matched");
+    repository.Commit(u"a[1].txt", "2", "meant");
+    const auto list = Revisions(Address(u"a[1].txt"));
+    ASSERT_EQ(list.size(), 3U);
+    EXPECT_EQ(list[1].description, u"meant");
+    EXPECT_EQ(list[2].description, u"matched");
+    EXPECT_EQ(Content(Address(u"a[1].txt")), "2");
+}
+
+TEST_F(Git, AFoldersContentIsWhatTheClientSaysOfIt)
+{
+    repository.Commit(u"sub/a.txt", "1", "first");
+    EXPECT_EQ(Content(Address(u"sub")), "tree HEAD:sub\n\na.txt\n");
 }
 
 TEST_F(Git, ContentIsByteForByte)
@@ -169,8 +197,24 @@ TEST_F(Git, ALinkedRepositoryListsAndDoesNotOpen)
     const std::u16string linked = other / u"linked";
     repository.Run({"worktree", "add", "-q", EncodeName(linked).value()});
     EXPECT_EQ(Revisions(Joined(linked, u"a.txt")).size(), 2U);
-    ComPtr<IFileStream> stream;
-    EXPECT_LT(Open(u"git://" + Joined(linked, u"a.txt"), stream).status, 0);
+    EXPECT_THAT(FailedOpen(u"git://" + Joined(linked, u"a.txt")),
+                Failed(noFolder, noCommunication));
+}
+
+TEST_F(Git, OutsideARepositoryThereIsNoFolderToOpenIn)
+{
+    const TempFolder outside;
+    WriteBytes(outside / u"a.txt", "x");
+    EXPECT_THAT(FailedOpen(u"git://" + (outside / u"a.txt")), Failed(noFolder, noCommunication));
+}
+
+TEST_F(Git, RelativePathsDoNotOpenNorList)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const CurrentFolder inside(repository.Folder().Path());
+    EXPECT_THAT(FailedOpen(u"git://a.txt"), Failed(noFolder, noCommunication));
+    EXPECT_TRUE(Revisions(u"git://a.txt").empty());
+    EXPECT_TRUE(Revisions(u"a.txt").empty());
 }
 
 TEST_F(Git, VariablesOfTheHostDoNotReachTheClient)

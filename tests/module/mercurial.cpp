@@ -80,6 +80,18 @@ TEST_F(Mercurial, NamesWithBlanksAndOtherLetters)
     }
 }
 
+TEST_F(Mercurial, AMarkerInAFoldersNameDoesNoHarmInFrontOfARevision)
+{
+    const std::string number = repository.Commit(u"x#y/a.txt", "bytes", "subject");
+    const std::u16string address = Address(u"x#y/a.txt", number);
+    EXPECT_EQ(Content(address), "bytes");
+    const auto list = Revisions(address);
+    ASSERT_EQ(list.size(), 2U);
+    EXPECT_EQ(list[0].uri, repository / u"x#y/a.txt");
+    EXPECT_EQ(list[1].uri, address);
+    EXPECT_TRUE(Revisions(Address(u"x#y/a.txt")).empty());
+}
+
 TEST_F(Mercurial, ContentIsByteForByte)
 {
     const std::string binary("\0\r\n\xFF\x1A\0end", 9);
@@ -162,6 +174,30 @@ TEST_F(Mercurial, ErrorTextFailsTheOpening)
     EXPECT_TRUE(text.starts_with(u"An error occurred while accessing \"" + address +
                                  u"\"\n\nabort: unknown revision '99' [hgobjects@"))
         << fs::path(text);
+}
+
+TEST_F(Mercurial, OutsideARepositoryTheClientComplains)
+{
+    const TempFolder outside;
+    WriteBytes(outside / u"a.txt", "x");
+    const std::u16string address = u"hg://" + (outside / u"a.txt");
+    const Outcome outcome = FailedOpen(address);
+    EXPECT_EQ(outcome.status, E_FAIL);
+    ASSERT_TRUE(outcome.error);
+    EXPECT_TRUE(WithLineFeeds(outcome.error->text)
+                    .starts_with(u"An error occurred while accessing \"" + address +
+                                 u"\"\n\nabort: no repository found in '"))
+        << fs::path(outcome.error->text);
+}
+
+// The client works at the root of the drive.
+TEST_F(Mercurial, RelativePathsDoNotOpenNorList)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const CurrentFolder inside(fs::path(repository / u"a.txt").parent_path());
+    EXPECT_EQ(FailedOpen(u"hg://a.txt").status, E_FAIL);
+    EXPECT_TRUE(Revisions(u"hg://a.txt").empty());
+    EXPECT_TRUE(Revisions(u"a.txt").empty());
 }
 
 TEST_F(Mercurial, ABrokenExtensionsWarningFailsTheOpening)

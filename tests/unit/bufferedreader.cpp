@@ -67,6 +67,8 @@ TEST_F(Reading, CharactersMayLieAcrossBlocks)
     BufferedReader reader(Containing(before + "\xC3\xA4\n"), Decoding::Utf8);
     EXPECT_TRUE(reader.ReadLine(line_));
     EXPECT_EQ(line_, std::u16string(10239, u'x') + u"\u00e4");
+    EXPECT_EQ(BufferedReader(Containing(before + "\xC3\xA4\n"), Decoding::Utf8).ReadAll(),
+              std::u16string(10239, u'x') + u"\u00e4\n");
 }
 
 TEST_F(Reading, LinesAreLongerThanBlocks)

@@ -94,6 +94,10 @@ TEST(UnixTime, BecomesAFileTime)
     EXPECT_EQ(UnixTimeToFileTime(u"1.9"), start + 10000000);
     EXPECT_EQ(UnixTimeToFileTime(u"-1"), start - 10000000);
     EXPECT_EQ(UnixTimeToFileTime(u"+1"), start + 10000000);
+    EXPECT_EQ(UnixTimeToFileTime(u" \t\n\v\f\r-1 2"), start - 10000000);
+    EXPECT_EQ(UnixTimeToFileTime(u"- 1"), start);
+    EXPECT_EQ(UnixTimeToFileTime(u"+-1"), start);
+    EXPECT_EQ(UnixTimeToFileTime(u" "), start);
     EXPECT_EQ(UnixTimeToFileTime(u"x"), start);
     EXPECT_EQ(UnixTimeToFileTime(u""), start);
     EXPECT_EQ(UnixTimeToFileTime(u"99999999999"), start + 2147483647ULL * 10000000);

@@ -56,6 +56,13 @@ TEST(HgArguments, AreExactlyThese)
     EXPECT_EQ(HgCatArguments(u"", u"/r/a.txt"), u"cat -r \"\" \"/r/a.txt\"");
 }
 
+// So a quote in a value ends it.
+TEST(HgArguments, NothingIsEscaped)
+{
+    EXPECT_TRUE(HgLogArguments(u"a\"b").ends_with(u" \"a\"b\""));
+    EXPECT_EQ(HgCatArguments(u"1\"2", u"a\"b"), u"cat -r \"1\"2\" \"a\"b\"");
+}
+
 class HgLog : public testing::Test
 {
 protected:
@@ -91,6 +98,7 @@ TEST_F(HgLog, DescriptionsKeepWhatStandsAtTheirEnd)
     EXPECT_EQ(Read("1\na\n1\n\tone  \n\t \n!\n")[1].description, u"one  \n");
     EXPECT_EQ(Read("1\na\n1\n\t!\n!\n")[1].description, u"!");
     EXPECT_EQ(Read("1\na\n1\n\t\n!\n")[1].description, u"");
+    EXPECT_EQ(Read("1\na\n1\n\t \n\t \n\tone\n!\n")[1].description, u"one");
 }
 
 TEST_F(HgLog, AnEmptyLineEndsTheListAndNewerOnesStay)

@@ -112,6 +112,12 @@ TEST_F(ListingCost, ComposingTakesTheParentApartOnce)
     EXPECT_EQ(MatchesOf([&] { compose(GITUri(u"git:///folder")); }), 1U);
 }
 
+TEST_F(ListingCost, OfAPortThatAddressesDoNotHaveIsNothing)
+{
+    const GITUri uri(u"git:///folder");
+    EXPECT_EQ(MatchesOf([&] { EXPECT_EQ(uri.GetPort(), noPort); }), 0U);
+}
+
 TEST_F(ListingCost, OfPathsAloneIsNothing)
 {
     const auto contents = Contents(Children(u"ftp://host/folder"));

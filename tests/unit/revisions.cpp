@@ -5,8 +5,10 @@
 
 #include <tarnwell/classes.h>
 
+#include <atomic>
 #include <limits>
 #include <new>
+#include <thread>
 
 namespace tarnwell::test
 {
@@ -120,6 +122,24 @@ TEST(Revisions, AnEntryOutlivesItsCollection)
     const auto revision = Entry(revisions);
     revisions.Reset();
     EXPECT_EQ(Text(revision, &IRevision::GetUri), u"x://uri");
+}
+
+TEST(Revisions, AnyThreadMayRead)
+{
+    const auto revisions = Collection({record});
+    const auto entry = Entry(revisions);
+    std::atomic<int> right = 0;
+    const auto read = [&]
+    {
+        for (int i = 0; i < 100; ++i)
+            right += Text(entry, &IRevision::GetAuthor) == u"author" &&
+                     Text(Entry(revisions), &IRevision::GetRevisionId) == u"id";
+    };
+    std::thread first(read);
+    std::thread second(read);
+    first.join();
+    second.join();
+    EXPECT_EQ(right, 200);
 }
 
 TEST(Revisions, NullPointersNameTheClassesOwnInterface)

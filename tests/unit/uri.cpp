@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 namespace tarnwell::test
 {
 namespace
@@ -170,6 +173,7 @@ TEST(Uri, CredentialsAreLeftOut)
     EXPECT_EQ(Uri(u"ftp://u:p@h/a").ForDisplay()->GetText(), u"ftp://h/a");
     EXPECT_EQ(Uri(u"ftp://u:p@h/a").ForComparison()->GetText(), u"ftp://h/a");
     EXPECT_EQ(Uri(u"ftp://host").WithoutCredentials()->GetText(), u"ftp://host/");
+    EXPECT_EQ(Uri(u"ftp://host:21/a//b").WithoutCredentials()->GetText(), u"ftp://host:21/a//b");
     EXPECT_EQ(Uri(u"ftp://u:p@h/a").Clone()->GetText(), u"ftp://u:p@h/a");
 }
 
@@ -211,6 +215,22 @@ TEST(Uri, LooksLikeOneWithASchemeOfTwoLetters)
     EXPECT_FALSE(LooksLikeUri(u"c:\\x"));
     EXPECT_FALSE(LooksLikeUri(u"/a/b"));
     EXPECT_FALSE(LooksLikeUri(u""));
+}
+
+TEST(Uri, AnyThreadMayAsk)
+{
+    const Uri uri(u"ftp://u:p@host:21/a/b");
+    std::atomic<int> right = 0;
+    const auto ask = [&]
+    {
+        for (int i = 0; i < 100; ++i)
+            right += uri.GetPort() == 21 && uri.GetParent()->GetText() == u"ftp://u:p@host:21/a";
+    };
+    std::thread first(ask);
+    std::thread second(ask);
+    first.join();
+    second.join();
+    EXPECT_EQ(right, 200);
 }
 
 TEST(Uri, OneQuestionIsOneMatch)

@@ -108,7 +108,7 @@ TEST_F(HostOnSubversion, LogListsTheRevisions)
     EXPECT_EQ(Run({u"cat", Widened(lines[1].Text("uri"))}).output, "old");
     const HostRun none = Run({u"--json", u"log", trunk_ + u"/none"});
     EXPECT_EQ(none.exitCode, 0);
-    EXPECT_THAT(none.output + none.errors, IsEmpty());
+    EXPECT_EQ(none.output + none.errors, "No revisions.\n");
 }
 
 TEST_F(HostOnSubversion, ComparePairsByName)

@@ -19,6 +19,14 @@ TEST_F(Git, AStreamsFileHasNoNameWhileItIsOpen)
     EXPECT_EQ(ReadAll(stream), "bytes");
 }
 
+// It separates nothing here.
+TEST_F(Git, ABackslashIsPartOfAName)
+{
+    const std::string hash = repository.Commit(u"sub/a\\b.txt", "bytes", "first");
+    EXPECT_EQ(Content(Address(u"sub/a\\b.txt", hash)), "bytes");
+    EXPECT_EQ(Revisions(Address(u"sub/a\\b.txt")).size(), 2U);
+}
+
 } // namespace
 
 } // namespace tarnwell::test

@@ -70,6 +70,29 @@ TEST_F(GitRuns, AClientThatReadsItsInputSeesItsEnd)
     EXPECT_EQ(Content(Address(u"a.txt")), "read\n");
 }
 
+TEST_F(GitRuns, VariablesAreKeptFromTheClientByNamesInAnyCase)
+{
+    const EnvironmentValue capitals("GIT_DIR", "nowhere");
+    const EnvironmentValue small("git_dir", "nowhere");
+    const EnvironmentValue mixed("Git_x", "nowhere");
+    const EnvironmentValue other("GITX", "stays");
+    ReplaceClient("env\n");
+    EXPECT_THAT(Content(Address(u"a.txt")),
+                testing::AllOf(testing::HasSubstr("GITX=stays\n"),
+                               testing::Not(testing::HasSubstr("=nowhere\n"))));
+}
+
+TEST_F(GitRuns, AFoldersHistoryIsNotAskedFor)
+{
+    const std::u16string asked = repository_ / u"asked";
+    ReplaceClient("touch '" + fs::path(asked).string() + "'\n");
+    EXPECT_FALSE(HasRevisions(u"git://" + repository_.Folder().Text()));
+    EXPECT_TRUE(Revisions(repository_.Folder().Text()).empty());
+    EXPECT_FALSE(fs::exists(asked));
+    EXPECT_FALSE(HasRevisions(Address(u"a.txt")));
+    EXPECT_TRUE(fs::exists(asked));
+}
+
 TEST_F(GitRuns, AWarningOfARunThatSucceedsIsAFailure)
 {
     ReplaceClient("echo content\necho '  a warning ' >&2\n");

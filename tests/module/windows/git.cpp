@@ -121,18 +121,6 @@ TEST_F(Git, AStreamsFileIsThereWhileItIsOpen)
     EXPECT_THAT(names, ElementsAre(StartsWith("vrl")));
 }
 
-TEST_F(Git, OutsideARepositoryThereIsNoFolderToOpenIn)
-{
-    const TempFolder outside;
-    WriteBytes(outside / u"a.txt", "x");
-    ComPtr<IFileStream> stream;
-    const Outcome outcome = Open(u"git://" + (outside / u"a.txt"), stream);
-    EXPECT_EQ(outcome.status, Win32Status(ERROR_DIRECTORY));
-    ASSERT_TRUE(outcome.error);
-    EXPECT_TRUE(
-        outcome.error->text.starts_with(u"An error occurred while communicating with Git. "));
-}
-
 TEST_F(Git, NamesAreFoundByBackslashesAndParentsAreNot)
 {
     const auto file = File(u"git://C:\\r\\sub\\a.txt#12");

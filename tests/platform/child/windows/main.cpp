@@ -40,5 +40,13 @@ int wmain(int count, wchar_t** texts, wchar_t** entries)
         std::fflush(stderr);
         TerminateProcess(GetCurrentProcess(), 137);
     }
+    if (!arguments.empty() && arguments[0] == "window")
+    {
+        STARTUPINFOW startup = {};
+        GetStartupInfoW(&startup);
+        const bool isTold = (startup.dwFlags & STARTF_USESHOWWINDOW) != 0;
+        Print({isTold ? std::to_string(startup.wShowWindow) : "untold"});
+        return 0;
+    }
     return RunCommand(arguments, environment);
 }
