@@ -106,7 +106,7 @@ TEST_F(HostOnSubversion, LogListsTheRevisions)
     EXPECT_EQ(lines[0].Text("description"), "second\nline");
     EXPECT_EQ(lines[1].Text("author"), author);
     EXPECT_EQ(Run({u"cat", Widened(lines[1].Text("uri"))}).output, "old");
-    const HostRun none = Run({u"--json", u"log", trunk_ + u"/none"});
+    const HostRun none = Run({u"log", trunk_ + u"/none"});
     EXPECT_EQ(none.exitCode, 0);
     EXPECT_EQ(none.output + none.errors, "No revisions.\n");
 }
