@@ -105,6 +105,11 @@ DWORD ClearPlaceForLink(const Request& request, const struct stat& source)
         return ERROR_ACCESS_DENIED;
     if (request.Has(COPY_FILE_FAIL_IF_EXISTS))
         return ERROR_FILE_EXISTS;
+    // In the place of the file that it leads to, a link would be all that is left.
+    struct stat end;
+    if (stat(request.source.c_str(), &end) == 0 &&
+        CheckCopyTarget(end, found) == ERROR_SHARING_VIOLATION)
+        return ERROR_SHARING_VIOLATION;
     const DWORD error = CheckCopyTarget(source, found);
     const bool isOtherLink = error == ERROR_NOT_SUPPORTED && S_ISLNK(found.st_mode);
     if (error != ERROR_SUCCESS && !isOtherLink)

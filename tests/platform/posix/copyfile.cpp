@@ -194,6 +194,15 @@ TEST_F(CopyHere, ALinkCanBeCopiedAsALink)
     EXPECT_EQ(ErrorOfCopy(source_, folder_.Text(), COPY_FILE_COPY_SYMLINK), ERROR_ACCESS_DENIED);
 }
 
+TEST_F(CopyHere, ALinkDoesNotTakeThePlaceOfWhatItLeadsTo)
+{
+    WriteBytes(target_, "mine");
+    fs::create_symlink("target", source_);
+    EXPECT_EQ(Copy(COPY_FILE_COPY_SYMLINK), ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(ReadBytes(target_), "mine");
+    EXPECT_TRUE(fs::is_symlink(source_));
+}
+
 TEST_F(CopyHere, ALinkToAFolderIsAFolderUnlessItIsCopiedAsALink)
 {
     fs::create_directory(folder_ / u"sub");

@@ -1,4 +1,5 @@
 // Paths that name a data stream, as the local file system opens them. The streams are made up here.
+#include "frame/handle.h"
 #include "frame/text.h"
 #include "local/filesystem.h"
 #include "support/errorinfo.h"
@@ -94,6 +95,17 @@ TEST_F(NamedStreams, AMissingStreamMayBeOneToBe)
 TEST_F(NamedStreams, AStreamOfAMissingFileIsMissing)
 {
     EXPECT_FALSE(Open(folder_ / u"missing:s1", VARIANT_TRUE));
+    EXPECT_EQ(status_, StatusFromError(ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(backup_.walks, 0);
+}
+
+TEST_F(NamedStreams, AFileThatSomebodyWritesHasNone)
+{
+    const OsHandle writer(CreateFileW(Wide(file_), GENERIC_WRITE,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+    ASSERT_TRUE(writer);
+    EXPECT_FALSE(Open(file_ + u":s1", VARIANT_TRUE));
     EXPECT_EQ(status_, StatusFromError(ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(backup_.walks, 0);
 }
