@@ -3,6 +3,7 @@
 #include "client/pairs.h"
 #include "client/settings.h"
 #include "client/svnrepository.h"
+#include "client/svnserver.h"
 #include "support/costs.h"
 #include "support/files.h"
 #include "support/folder.h"
@@ -42,6 +43,14 @@ void MakeRepository(const std::string& folder)
         import.Commit("A message of usual length, and a number: " + std::to_string(i));
         import.ChangeFile("log.txt", std::to_string(i) + "\n");
     }
+}
+
+void MakeLongFolder(const std::string& folder)
+{
+    SvnImport import(folder);
+    import.Commit("Many files");
+    for (std::uint32_t i = 0; i < fewItems; ++i)
+        import.AddFile("file number " + std::to_string(i) + ".txt", "");
 }
 
 // A listing of so many items as the client prints it.
@@ -88,15 +97,37 @@ BareRun Client(const std::vector<std::string>& arguments)
     return run;
 }
 
-std::uint32_t CountItems(const ComPtr<IFileSystem>& system)
+std::uint32_t CountItemsOf(const ComPtr<IFileSystem>& system, const std::u16string& address)
 {
     ComPtr<IFolder> folder;
     ComPtr<IFolderContents> contents;
     std::uint32_t count = 0;
-    if (FAILED(system->GetFolder(u"svnfile:///r", VARIANT_FALSE, folder.Out())) ||
+    if (FAILED(system->GetFolder(address.c_str(), VARIANT_FALSE, folder.Out())) ||
         FAILED(folder->GetContents(contents.Out())) || FAILED(contents->GetCount(&count)))
         throw std::runtime_error("the module can't list the folder");
     return count;
+}
+
+std::uint32_t CountItems(const ComPtr<IFileSystem>& system)
+{
+    return CountItemsOf(system, u"svnfile:///r");
+}
+
+// GetContents of a served folder that has `count` entries. There is no host to ask for a user.
+Pair Listing(std::string name, int rounds, double factor, const ComPtr<IFileSystem>& system,
+             const std::string& place, std::uint32_t count)
+{
+    const std::string address = "svn://anybody@" + place;
+    return {std::move(name), rounds, factor,
+            [=]
+            {
+                if (CountItemsOf(system, {address.begin(), address.end()}) != count)
+                    throw std::runtime_error("the module lists another number of entries");
+            },
+            [bare = Client({"--xml", "list", address})]
+            {
+                RunBare(bare);
+            }};
 }
 
 std::uint32_t CountRevisions(const ComPtr<IFileSystem>& system)
@@ -198,6 +229,8 @@ int tarnwell::bench::Run()
     const std::string folder = ground / "r";
     std::puts("Making a repository ...");
     MakeRepository(folder);
+    MakeLongFolder(ground / "long");
+    const SvnServer server(ground / "");
 
     const auto svn = MakeFileSystem(CLSID_SVNFileSystem);
     const std::string address = "svnfile://" + folder;
@@ -207,6 +240,7 @@ int tarnwell::bench::Run()
                 Client({"cat", url + "/small.bin"})),
         ListingRevisions("10,000 revisions", 10, 1.25, svn, address + "/log.txt", revisionCount,
                          Client({"log", "-v", "--xml", url + "/log.txt"})),
+        Listing("10,000 items by svnserve", 10, 1.25, svn, server.Place() + "/long", fewItems),
     });
     if (!MeasureLongOutput(svn, ground))
         result = 1;
