@@ -79,10 +79,15 @@ void UriItem::Load()
     loaded_ = true;
 }
 
-std::u16string UriItem::Name()
+std::u16string_view UriItem::Leaf()
 {
     const std::u16string_view path = Parts().path;
-    return NameOf(LeafOfAddress(path, FindRevisionMarker(path)));
+    return LeafOfAddress(path, FindRevisionMarker(path));
+}
+
+std::u16string UriItem::Name()
+{
+    return NameOf(Leaf());
 }
 
 // The marker is looked for in the path alone, so that an address with a user keeps its parent.
@@ -93,9 +98,10 @@ std::u16string UriItem::ParentPath()
     return uri_->ComposeParent(std::move(parts))->GetText();
 }
 
+// Not of the name: that may lack the revision already, and would be cut twice.
 std::u16string UriItem::ComparableName()
 {
-    return std::u16string(CutAtMarker(Name()));
+    return std::u16string(CutAtMarker(Leaf()));
 }
 
 std::u16string UriItem::ComparableUrl() const

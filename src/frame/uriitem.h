@@ -60,6 +60,8 @@ protected:
 
 private:
     std::u16string_view CutAtMarker(std::u16string_view text) const;
+    // With the revision, whatever the host sees of it.
+    std::u16string_view Leaf();
     // What the address is made of: taken apart once, however much is asked of a listed item.
     const UriParts& Parts();
     void Load();

@@ -296,6 +296,22 @@ TEST_F(Subversion, NamesAndParentsComeFromTheAddressAlone)
     EXPECT_EQ(url.View(), u"svnhttp://u:p@host:81/r/sub/a.txt");
 }
 
+TEST_F(Subversion, OnlyTheLastMarkerIsCutFromWhatIsCompared)
+{
+    for (const auto& [address, name] :
+         {std::pair{u"svn://host/r/a@b.txt@5", u"a@b.txt"},
+          std::pair{u"svn://host/r/a@b.txt", u"a"}, std::pair{u"svn://host/r/a.txt@", u"a.txt"},
+          std::pair{u"svn://host/r/@5", u""}})
+    {
+        const auto file = File(address);
+        Bstr comparableName, shownName;
+        file.As<IFileSystemItemComparableUrl>()->GetComparableName(comparableName.Out());
+        file.As<IFileSystemItem>()->GetName(shownName.Out());
+        EXPECT_EQ(comparableName.View(), name);
+        EXPECT_EQ(shownName.View(), name);
+    }
+}
+
 TEST_F(Subversion, AnAddressWithAUserAndNoRevisionIsComparedWithoutItsRest)
 {
     Bstr url;

@@ -98,6 +98,7 @@ TEST(SvnUri, FailuresNameTheirPlace)
     try
     {
         const SVNUri uri(u"http://host/repo");
+        ADD_FAILURE() << "accepted";
     }
     catch (const ComException& exception)
     {
@@ -106,6 +107,7 @@ TEST(SvnUri, FailuresNameTheirPlace)
     try
     {
         const SVNUri uri(u"nothing");
+        ADD_FAILURE() << "accepted";
     }
     catch (const ComException& exception)
     {

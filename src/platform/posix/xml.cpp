@@ -78,22 +78,19 @@ HRESULT ReadBytes(HANDLE file, std::string& bytes)
     return S_OK;
 }
 
-// One element and no document type.
+// One element and nothing beside it, be it text or a document type.
 bool HasOneRoot(const pugi::xml_document& tree)
 {
-    const auto children = tree.children();
-    const auto countOf = [&](pugi::xml_node_type type)
-    {
-        return std::count_if(children.begin(), children.end(),
-                             [type](const pugi::xml_node& node) { return node.type() == type; });
-    };
-    return countOf(pugi::node_element) == 1 && countOf(pugi::node_doctype) == 0;
+    const pugi::xml_node first = tree.first_child();
+    return first.type() == pugi::node_element && !first.next_sibling();
 }
 
+// As a fragment, because text beside the root would be passed over otherwise.
 bool Parse(Document& document)
 {
     constexpr unsigned options = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol |
-                                 pugi::parse_wconv_attribute | pugi::parse_doctype;
+                                 pugi::parse_wconv_attribute | pugi::parse_doctype |
+                                 pugi::parse_fragment;
     return HasOnlyKnownCharacters(document.bytes) &&
            document.tree.load_buffer_inplace(document.bytes.data(), document.bytes.size(), options,
                                              pugi::encoding_utf8) &&

@@ -238,6 +238,18 @@ TEST_F(SvnRuns, WithoutAStreamToFillTheContentIsFetchedForNothing)
     EXPECT_EQ(none->Open(readAccess, openExisting, nullptr), E_FAIL);
 }
 
+TEST_F(SvnRuns, StreamsOfOneFileDoNotTouchEachOther)
+{
+    repository_.Commit("a.txt", "bytes");
+    const auto file = File(repository_.Address(u"a.txt"));
+    ComPtr<IFileStream> first;
+    ComPtr<IFileStream> second;
+    ASSERT_EQ(file->Open(readAccess, openExisting, first.Out()), S_OK);
+    ASSERT_EQ(file->Open(readAccess, openExisting, second.Out()), S_OK);
+    EXPECT_EQ(ReadAll(first), "bytes");
+    EXPECT_EQ(ReadAll(second), "bytes");
+}
+
 TEST_F(SvnRuns, StreamsOutliveTheirItemAndLeaveNoFile)
 {
     repository_.Commit("a.txt", "bytes");
