@@ -79,7 +79,8 @@ std::shared_ptr<OsHandle> RunSvn(const HostUIUser& host, const Uri& uri, Argumen
     call.outputFile = output->Get();
     const ClientOutcome outcome = RunClient(svnClient, call);
     CheckSvnFailure(host, address, outcome.errors, outcome.exitCode);
-    Rewind(*output);
+    if (!Rewind(*output))
+        ThrowClientFailure(svnClient, svnClient.communication, GetLastError());
     return output;
 }
 
