@@ -1,8 +1,8 @@
 // What the addresses of all file systems promise.
 #pragma once
 
+#include "addressed/uri.h"
 #include "frame/exception.h"
-#include "frame/uri.h"
 #include "support/target.h"
 
 #include <memory>

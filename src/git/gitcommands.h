@@ -1,9 +1,9 @@
 // What the Git client is asked, word for word.
 #pragma once
 
+#include "addressed/uri.h"
 #include "frame/handle.h"
 #include "frame/revisions.h"
-#include "frame/uri.h"
 
 #include <tarnwell/pointers.h>
 #include <tarnwell/streams.h>

@@ -1,8 +1,8 @@
 // What the Mercurial client is asked, word for word.
 #pragma once
 
+#include "addressed/uri.h"
 #include "frame/revisions.h"
-#include "frame/uri.h"
 
 #include <tarnwell/pointers.h>
 #include <tarnwell/streams.h>

@@ -2,10 +2,10 @@
 // run it throw if that fails. `host` gives the credentials, and is told of refused ones.
 #pragma once
 
-#include "frame/fsitem.h"
+#include "addressed/fsitem.h"
+#include "addressed/uri.h"
 #include "frame/hostuser.h"
 #include "frame/revisions.h"
-#include "frame/uri.h"
 
 #include <tarnwell/pointers.h>
 #include <tarnwell/streams.h>

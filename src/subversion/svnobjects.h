@@ -1,11 +1,11 @@
 // The Subversion file system as the host sees it. It reads and never writes.
 #pragma once
 
-#include "frame/fileobject.h"
-#include "frame/filesystemobject.h"
-#include "frame/foldercontentsobject.h"
-#include "frame/folderobject.h"
-#include "frame/revisioncalls.h"
+#include "addressed/fileobject.h"
+#include "addressed/filesystemobject.h"
+#include "addressed/foldercontentsobject.h"
+#include "addressed/folderobject.h"
+#include "addressed/revisioncalls.h"
 #include "subversion/svncommands.h"
 #include "subversion/svnuri.h"
 

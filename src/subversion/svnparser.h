@@ -2,9 +2,9 @@
 // be there isn't.
 #pragma once
 
-#include "frame/fsitem.h"
+#include "addressed/fsitem.h"
+#include "addressed/uri.h"
 #include "frame/revisions.h"
-#include "frame/uri.h"
 #include "platform/xml.h"
 
 #include <memory>

@@ -2,7 +2,7 @@
 // http, https and file repositories begin with "svn"; the path may end in "@" and a revision.
 #pragma once
 
-#include "frame/uri.h"
+#include "addressed/uri.h"
 
 #include <cstddef>
 #include <optional>

@@ -2,10 +2,10 @@
 // revision, and the list of revisions.
 #pragma once
 
-#include "frame/fileobject.h"
-#include "frame/filesystemobject.h"
-#include "frame/interfaceimpl.h"
-#include "frame/revisioncalls.h"
+#include "addressed/fileobject.h"
+#include "addressed/filesystemobject.h"
+#include "addressed/interfaceimpl.h"
+#include "addressed/revisioncalls.h"
 #include "workingcopy/workingcopyuri.h"
 
 namespace tarnwell

@@ -2,7 +2,7 @@
 // path, and optionally "#" and a revision. They have no user, host or port.
 #pragma once
 
-#include "frame/uri.h"
+#include "addressed/uri.h"
 #include "resources/messages.h"
 
 #include <optional>

@@ -2,8 +2,8 @@
 // found out: nothing is found.
 #include "faults/local.h"
 
+#include "addressed/revisioncalls.h"
 #include "frame/messages.h"
-#include "frame/revisioncalls.h"
 #include "git/gitobjects.h"
 #include "local/copystreams.h"
 #include "local/snapshots.h"

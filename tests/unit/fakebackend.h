@@ -2,11 +2,11 @@
 // answered from there, counted, and refused on order.
 #pragma once
 
+#include "addressed/fileobject.h"
+#include "addressed/filesystemobject.h"
+#include "addressed/foldercontentsobject.h"
+#include "addressed/folderobject.h"
 #include "frame/exception.h"
-#include "frame/fileobject.h"
-#include "frame/filesystemobject.h"
-#include "frame/foldercontentsobject.h"
-#include "frame/folderobject.h"
 
 #include <tarnwell/classes.h>
 

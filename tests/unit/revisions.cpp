@@ -1,6 +1,6 @@
 // Revisions: the collection and its entries, and the calls that hide every failure.
 #include "frame/revisions.h"
-#include "frame/revisioncalls.h"
+#include "addressed/revisioncalls.h"
 #include "module/outcome.h"
 
 #include <tarnwell/classes.h>

@@ -1,5 +1,5 @@
 // Addresses by the common grammar: their parts, their parents, and how they are composed.
-#include "frame/uri.h"
+#include "addressed/uri.h"
 #include "frame/exception.h"
 #include "frame/text.h"
 #include "unit/matchcount.h"

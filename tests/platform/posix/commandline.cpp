@@ -1,5 +1,5 @@
 // Command lines taken apart, case by case.
-#include "platform/posix/commandline.h"
+#include "platform/posix/processes/commandline.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 // Descriptors, pipes and full disks.
 #include "platform/opened.h"
-#include "platform/posix/errnotable.h"
-#include "platform/posix/filehandle.h"
+#include "platform/posix/errors/errnotable.h"
+#include "platform/posix/files/filehandle.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The question before a deletion on a server, answered by a stand-in for the dialog program.
-#include "frame/confirmation.h"
+#include "addressed/confirmation.h"
 #include "support/fakehost.h"
 #include "support/posix/child.h"
 #include "support/posix/dialogprogram.h"

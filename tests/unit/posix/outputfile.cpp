@@ -1,5 +1,5 @@
 // The temporary file of a client's output: whose it is, where, and until when.
-#include "platform/posix/filehandle.h"
+#include "platform/posix/files/filehandle.h"
 #include "runner/readstream.h"
 #include "support/clientcall.h"
 #include "support/environmentvalue.h"

@@ -1,0 +1,211 @@
+#include "addressed/uri.h"
+
+#include "frame/exception.h"
+#include "frame/messages.h"
+#include "frame/text.h"
+
+#include <algorithm>
+
+namespace tarnwell
+{
+
+namespace
+{
+
+std::u16string_view GroupAt(const Groups& groups, int index)
+{
+    const auto at = static_cast<std::size_t>(index);
+    return index < 0 || at >= groups.size() ? std::u16string_view() : groups[at];
+}
+
+// The number at the start of `digits`, which ends at the largest 32-bit one.
+std::int32_t SaturatingNumber(std::u16string_view digits)
+{
+    constexpr std::int64_t largest = 2147483647;
+    std::int64_t number = 0;
+    for (const char16_t digit : digits)
+        number = std::min(largest, number * 10 + (digit - u'0'));
+    return static_cast<std::int32_t>(number);
+}
+
+std::uint16_t PortOf(std::u16string_view digits)
+{
+    return digits.empty() ? noPort : static_cast<std::uint16_t>(SaturatingNumber(digits));
+}
+
+std::u16string PortSuffix(std::uint16_t port)
+{
+    return port < noPort ? u":" + Decimal(port) : std::u16string();
+}
+
+std::u16string ComposedText(const UriParts& parts)
+{
+    std::u16string text = parts.scheme + u"://";
+    if (!parts.user.empty() && !parts.host.empty())
+    {
+        text += parts.user;
+        if (!parts.password.empty())
+            text += u":" + parts.password;
+        text += u"@";
+    }
+    if (!parts.host.empty())
+        text += parts.host + PortSuffix(parts.port) + u"/";
+    return text + parts.path;
+}
+
+} // namespace
+
+std::u16string Uri::GetScheme() const
+{
+    return GetGroup(Groupings().scheme);
+}
+
+std::u16string Uri::GetUser() const
+{
+    return GetGroup(Groupings().user);
+}
+
+std::u16string Uri::GetPassword() const
+{
+    return GetGroup(Groupings().password);
+}
+
+std::u16string Uri::GetHost() const
+{
+    return GetGroup(Groupings().host);
+}
+
+std::uint16_t Uri::GetPort() const
+{
+    if (Groupings().port == noGroup)
+        return noPort;
+    return PortOf(GetGroup(Groupings().port));
+}
+
+std::u16string Uri::GetHostAndPort() const
+{
+    const UriParts parts = GetParts();
+    return parts.host + PortSuffix(parts.port);
+}
+
+std::u16string Uri::GetPath() const
+{
+    return GetGroup(Groupings().path);
+}
+
+UriParts Uri::GetParts() const
+{
+    const Groups groups = MatchedGroups();
+    const GroupNumbers& numbers = Groupings();
+    const auto text = [&](int index)
+    {
+        return std::u16string(GroupAt(groups, index));
+    };
+    return {text(numbers.scheme),
+            text(numbers.user),
+            text(numbers.password),
+            text(numbers.host),
+            PortOf(GroupAt(groups, numbers.port)),
+            text(numbers.path)};
+}
+
+// Every pattern begins with the scheme and "://", and ends in what takes anything but line ends.
+bool Uri::HasScheme(std::u16string_view scheme) const
+{
+    const std::u16string_view text = text_;
+    if (text.starts_with(scheme) && text.substr(scheme.size()).starts_with(u"://") &&
+        text.find_first_of(u"\n\r\u2028\u2029") == std::u16string_view::npos)
+        return true;
+    return GetScheme() == scheme;
+}
+
+std::shared_ptr<Uri> Uri::GetParent() const
+{
+    return ComposeParent(GetParts());
+}
+
+std::shared_ptr<Uri> Uri::Compose(const UriParts& parts) const
+{
+    return Create(ComposedText(parts));
+}
+
+std::shared_ptr<Uri> Uri::ComposeParent(UriParts parts) const
+{
+    const std::size_t last = parts.path.rfind(u'/');
+    parts.path.resize(last == std::u16string::npos ? 0 : last);
+    return Compose(parts);
+}
+
+std::shared_ptr<Uri> Uri::WithoutCredentials() const
+{
+    UriParts parts = GetParts();
+    parts.user.clear();
+    parts.password.clear();
+    return Compose(parts);
+}
+
+std::shared_ptr<Uri> Uri::ForDisplay() const
+{
+    return WithoutCredentials();
+}
+
+std::shared_ptr<Uri> Uri::ForComparison() const
+{
+    return WithoutCredentials();
+}
+
+std::shared_ptr<Uri> Uri::Create(std::u16string text) const
+{
+    return std::make_shared<Uri>(std::move(text));
+}
+
+std::shared_ptr<Uri> Uri::Clone() const
+{
+    return std::make_shared<Uri>(text_);
+}
+
+std::u16string Uri::GetGroup(int index) const
+{
+    return std::u16string(GroupAt(MatchedGroups(), index));
+}
+
+const Pattern& Uri::GetPattern() const
+{
+    static const Pattern pattern(u"([^:]+)://((([^:/]*)(:([^/]*))?@)?([^/:]+)(:([0-9]+))?/?)?(.*)");
+    return pattern;
+}
+
+const Uri::GroupNumbers& Uri::Groupings() const
+{
+    static constexpr GroupNumbers numbers{1, 4, 6, 7, 9, 10};
+    return numbers;
+}
+
+bool Uri::Match(const Pattern& pattern, std::u16string_view text, Groups& groups) const
+{
+    return pattern.MatchWhole(text, groups);
+}
+
+Groups Uri::MatchedGroups() const
+{
+    Groups groups;
+    if (Match(GetPattern(), text_, groups))
+        return groups;
+    // The position is a fixed one, by which this failure has always been known.
+    throw ComException(E_INVALIDARG, FormatMessageById(MessageId::UriNotParsed, {text_}),
+                       {u"uri", 159});
+}
+
+bool LooksLikeUri(const std::u16string& text)
+{
+    try
+    {
+        return Uri(text).GetScheme().size() >= 2;
+    }
+    catch (...)
+    {
+        return false;
+    }
+}
+
+} // namespace tarnwell

@@ -1,0 +1,91 @@
+#include "platform/posix/calendar/filetime.h"
+
+#include "platform/posix/errors/lasterror.h"
+#include "platform/posix/files/filehandle.h"
+
+#include <fcntl.h>
+#include <limits>
+
+namespace tarnwell::posix
+{
+namespace
+{
+
+constexpr std::int64_t ticksPerSecond = 10'000'000;
+constexpr std::int64_t nanosecondsPerTick = 100;
+// From 1 January 1601 to 1 January 1970.
+constexpr std::int64_t epochDistance = 11'644'473'600;
+constexpr std::uint64_t lastTicks = std::numeric_limits<std::int64_t>::max();
+
+std::uint64_t TicksOf(const FILETIME& time)
+{
+    return (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
+}
+
+// What utimensat takes; a null time and a time of 0 leave things as they are.
+timespec TimespecOf(const FILETIME* time)
+{
+    if (time == nullptr || TicksOf(*time) == 0)
+        return {0, UTIME_OMIT};
+    const std::int64_t ticks = static_cast<std::int64_t>(TicksOf(*time));
+    return {ticks / ticksPerSecond - epochDistance, ticks % ticksPerSecond * nanosecondsPerTick};
+}
+
+bool IsValid(const FILETIME* time)
+{
+    return time == nullptr || TicksOf(*time) <= lastTicks;
+}
+
+} // namespace
+
+FILETIME FileTimeOf(std::int64_t seconds, std::uint32_t nanoseconds)
+{
+    constexpr std::int64_t lastSecond = lastTicks / ticksPerSecond - epochDistance - 1;
+    std::uint64_t ticks = 0;
+    if (seconds > lastSecond)
+        ticks = lastTicks;
+    else if (seconds >= -epochDistance)
+        ticks = static_cast<std::uint64_t>((seconds + epochDistance) * ticksPerSecond +
+                                           nanoseconds / nanosecondsPerTick);
+    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+}
+
+FILETIME CreationTimeOf(const struct statx& entry)
+{
+    const bool known = (entry.stx_mask & STATX_BTIME) != 0;
+    return FileTimeOf(known ? entry.stx_btime : entry.stx_mtime);
+}
+
+} // namespace tarnwell::posix
+
+using namespace tarnwell::posix;
+
+extern "C" BOOL GetFileTime(HANDLE file, FILETIME* creation, FILETIME* access, FILETIME* write)
+{
+    const int descriptor = DescriptorOf(file);
+    struct statx entry;
+    if (statx(descriptor, "", AT_EMPTY_PATH, STATX_ATIME | STATX_MTIME | STATX_BTIME, &entry) != 0)
+        return FailOnDescriptor(descriptor);
+    if (creation != nullptr)
+        *creation = CreationTimeOf(entry);
+    if (access != nullptr)
+        *access = FileTimeOf(entry.stx_atime);
+    if (write != nullptr)
+        *write = FileTimeOf(entry.stx_mtime);
+    return 1;
+}
+
+extern "C" BOOL SetFileTime(HANDLE file, const FILETIME* creation, const FILETIME* access,
+                            const FILETIME* write)
+{
+    // No file system here can set it.
+    if (creation != nullptr)
+        return Fail(ERROR_NOT_SUPPORTED);
+    if (!IsValid(access) || !IsValid(write))
+        return Fail(ERROR_INVALID_PARAMETER);
+    const int descriptor = DescriptorOf(file);
+    const timespec times[] = {TimespecOf(access), TimespecOf(write)};
+    // Not futimens: that refuses a file that is open for its times only.
+    const bool done = utimensat(descriptor, "", times, AT_EMPTY_PATH) == 0;
+    return done ? 1 : FailOnDescriptor(descriptor);
+}

@@ -1,0 +1,37 @@
+#include "platform/posix/errors/lasterror.h"
+
+#include "platform/posix/errors/errnotable.h"
+
+#include <cerrno>
+
+namespace
+{
+// errno is no place for it: the C library overwrites that one in calls that succeed.
+thread_local DWORD lastError = ERROR_SUCCESS;
+} // namespace
+
+extern "C" DWORD GetLastError()
+{
+    return lastError;
+}
+
+extern "C" void SetLastError(DWORD error)
+{
+    lastError = error;
+}
+
+namespace tarnwell::posix
+{
+
+BOOL Fail(DWORD error)
+{
+    lastError = error;
+    return 0;
+}
+
+BOOL FailWithErrno()
+{
+    return Fail(ErrorFromErrno(errno));
+}
+
+} // namespace tarnwell::posix

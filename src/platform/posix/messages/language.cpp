@@ -1,0 +1,41 @@
+#include "platform/language.h"
+
+#include "platform/posix/messages/languages.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace tarnwell
+{
+
+std::string_view MessagesLanguage()
+{
+    for (const char* const variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
+    {
+        const char* const value = std::getenv(variable);
+        if (value != nullptr && *value != '\0')
+            return value;
+    }
+    return "C";
+}
+
+} // namespace tarnwell
+
+extern "C" LANGID GetUserDefaultUILanguage()
+{
+    // Language, territory, character set, variant: "ja_JP.UTF-8@variant", all but the first
+    // optional.
+    const std::string_view locale = tarnwell::MessagesLanguage();
+    return locale.substr(0, locale.find_first_of("_.@")) == "ja" ? tarnwell::japanese
+                                                                 : tarnwell::english;
+}
+
+namespace tarnwell
+{
+
+LANGID WantedLanguage()
+{
+    return GetUserDefaultUILanguage();
+}
+
+} // namespace tarnwell

@@ -1,0 +1,71 @@
+#include "platform/posix/processes/childprocess.h"
+
+#include <cerrno>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tarnwell::posix
+{
+namespace
+{
+
+// As a shell does it.
+constexpr DWORD endedBySignal = 128;
+
+DWORD ExitCodeOf(const siginfo_t& end)
+{
+    const DWORD status = static_cast<DWORD>(end.si_status);
+    return end.si_code == CLD_EXITED ? status : endedBySignal + status;
+}
+
+} // namespace
+
+ChildProcess::~ChildProcess()
+{
+    if (id_ >= 0)
+        Collect(WEXITED | WNOHANG);
+}
+
+void ChildProcess::Started(pid_t id)
+{
+    id_ = id;
+    // By its number, as some releases of the C library declare it for C only.
+    process_ = FileDescriptor(static_cast<int>(syscall(SYS_pidfd_open, id, 0)));
+}
+
+int ChildProcess::Wait()
+{
+    return Collect(WEXITED);
+}
+
+std::optional<DWORD> ChildProcess::ExitCode()
+{
+    Collect(WEXITED | WNOHANG);
+    const std::lock_guard lock(guard_);
+    return isEnded_ ? exitCode_ : STILL_ACTIVE;
+}
+
+int ChildProcess::Collect(int options)
+{
+    const std::lock_guard lock(guard_);
+    if (isEnded_)
+        return 0;
+    siginfo_t end = {};
+    int result = 0;
+    do
+        result = process_ ? waitid(P_PIDFD, static_cast<id_t>(process_.Get()), &end, options)
+                          : waitid(P_PID, static_cast<id_t>(id_), &end, options);
+    while (result != 0 && errno == EINTR);
+
+    // Where the host ignores or collects its children's ends, this one's is known by its absence.
+    const bool isTakenAway = result != 0 && errno == ECHILD;
+    if (result != 0 && !isTakenAway)
+        return errno;
+    isEnded_ = isTakenAway || end.si_pid != 0;
+    if (isEnded_ && !isTakenAway)
+        exitCode_ = ExitCodeOf(end);
+    return 0;
+}
+
+} // namespace tarnwell::posix

@@ -1,0 +1,46 @@
+// A process that was started here.
+#pragma once
+
+#include "platform/posix/files/filehandle.h"
+
+#include <mutex>
+#include <optional>
+#include <sys/types.h>
+
+namespace tarnwell::posix
+{
+
+// Can be made before the process is, so that nothing can fail once that runs.
+class ChildProcess
+{
+public:
+    ChildProcess() = default;
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+    // Takes leave of an ended process. One that still runs stays the host's child.
+    ~ChildProcess();
+
+    void Started(pid_t id);
+    DWORD Id() const
+    {
+        return static_cast<DWORD>(id_);
+    }
+
+    // Until it has ended. 0 or an errno.
+    int Wait();
+    // STILL_ACTIVE while it runs; nothing if the host took the code away.
+    std::optional<DWORD> ExitCode();
+
+private:
+    // With the options of waitid. 0 or an errno.
+    int Collect(int options);
+
+    std::mutex guard_;
+    pid_t id_ = -1;
+    // A number can go to another process, this can't.
+    FileDescriptor process_;
+    bool isEnded_ = false;
+    std::optional<DWORD> exitCode_;
+};
+
+} // namespace tarnwell::posix

@@ -1,0 +1,104 @@
+#include "platform/posix/processes/spawnsetup.h"
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace tarnwell::posix
+{
+namespace
+{
+
+constexpr int firstOther = STDERR_FILENO + 1;
+
+// A program that is in none of the folders of the PATH is missing, whatever kept the last of them
+// from being one: that is all that the system tells of a search.
+int ErrnoOfStart(const std::string& program, int number)
+{
+    const bool isSearched = program.find('/') == std::string::npos;
+    const bool isPassedOver = number == ENOTDIR || number == ESTALE || number == ENODEV;
+    return isSearched && isPassedOver ? ENOENT : number;
+}
+
+} // namespace
+
+SpawnSetup::SpawnSetup(const StandardDescriptors& standard) : standard_(standard)
+{
+    posix_spawn_file_actions_init(&actions_);
+    posix_spawnattr_init(&attributes_);
+    SetSignals();
+    SetDescriptors();
+}
+
+SpawnSetup::~SpawnSetup()
+{
+    posix_spawnattr_destroy(&attributes_);
+    posix_spawn_file_actions_destroy(&actions_);
+}
+
+void SpawnSetup::SetSignals()
+{
+    sigset_t none;
+    sigemptyset(&none);
+    sigset_t restored;
+    sigemptyset(&restored);
+    for (const int signal : {SIGPIPE, SIGCHLD, SIGINT})
+        sigaddset(&restored, signal);
+    posix_spawnattr_setsigmask(&attributes_, &none);
+    posix_spawnattr_setsigdefault(&attributes_, &restored);
+    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+}
+
+// In a host that has closed its own standard descriptors a given one may be any of these numbers;
+// the copies keep one from being overwritten before it is read.
+void SpawnSetup::SetDescriptors()
+{
+    for (std::size_t i = 0; i < standard_.size(); ++i)
+    {
+        int& source = standard_[i];
+        if (source >= 0 && source < firstOther)
+        {
+            copies_[i] = FileDescriptor(fcntl(source, F_DUPFD_CLOEXEC, firstOther));
+            Keep(copies_[i] ? 0 : errno);
+            source = copies_[i].Get();
+        }
+        Keep(posix_spawn_file_actions_adddup2(&actions_, source, static_cast<int>(i)));
+    }
+}
+
+void SpawnSetup::EnterFolder(FileDescriptor folder)
+{
+    folder_ = std::move(folder);
+    if (folder_.Get() < firstOther)
+        folder_ = FileDescriptor(fcntl(folder_.Get(), F_DUPFD_CLOEXEC, firstOther));
+    Keep(folder_ ? posix_spawn_file_actions_addfchdir_np(&actions_, folder_.Get()) : errno);
+}
+
+int SpawnSetup::Spawn(pid_t* child, std::vector<std::string>& arguments, char* const* environment)
+{
+    Keep(posix_spawn_file_actions_addclosefrom_np(&actions_, firstOther));
+    if (errno_ != 0)
+        return errno_;
+    const std::vector<char*> pointers = Pointers(arguments);
+    return ErrnoOfStart(arguments[0], posix_spawnp(child, pointers[0], &actions_, &attributes_,
+                                                   pointers.data(), environment));
+}
+
+void SpawnSetup::Keep(int number)
+{
+    if (errno_ == 0)
+        errno_ = number;
+}
+
+std::vector<char*> Pointers(std::vector<std::string>& texts)
+{
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (std::string& text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+} // namespace tarnwell::posix

@@ -1,0 +1,155 @@
+#include "platform/xml.h"
+
+#include "platform/posix/files/filehandle.h"
+#include "platform/posix/xml/wellformed.h"
+#include "platform/wide.h"
+
+#include <algorithm>
+#include <limits>
+#include <pugixml.hpp>
+#include <sys/stat.h>
+
+namespace tarnwell
+{
+
+struct XmlPath::Compiled
+{
+    pugi::xpath_query query;
+};
+
+XmlPath::XmlPath(const char* expression)
+    : compiled_(std::make_unique<Compiled>(Compiled{pugi::xpath_query(expression)}))
+{
+}
+
+XmlPath::~XmlPath() = default;
+
+namespace posix
+{
+namespace
+{
+
+// The tree's names and values lie in the bytes that it was read from.
+struct Document
+{
+    std::string bytes;
+    pugi::xml_document tree;
+};
+
+HRESULT StatusOfLastError()
+{
+    return static_cast<HRESULT>(0x80070000U | GetLastError());
+}
+
+// A node is an address inside its document.
+pugi::xml_node NodeOf(const XmlNode& node)
+{
+    return pugi::xml_node(static_cast<pugi::xml_node_struct*>(node.get()));
+}
+
+XmlNode NodeIn(const XmlNode& document, const pugi::xml_node& node)
+{
+    return {document, node.internal_object()};
+}
+
+// What is left to read in a plain file, so that memory for it is taken once; else 0.
+std::size_t ExpectedSize(HANDLE file)
+{
+    struct stat facts = {};
+    const bool known = fstat(DescriptorOf(file), &facts) == 0 && facts.st_size > 0;
+    return known ? static_cast<std::size_t>(facts.st_size) : 0;
+}
+
+HRESULT ReadBytes(HANDLE file, std::string& bytes)
+{
+    constexpr std::size_t block = 1 << 20;
+    constexpr std::size_t most = std::numeric_limits<DWORD>::max() / 2;
+    bytes.resize(std::max(ExpectedSize(file) + 1, block));
+    std::size_t filled = 0;
+    for (DWORD count = 1; count > 0; filled += count)
+    {
+        if (filled == bytes.size())
+            bytes.resize(filled * 2);
+        const auto room = static_cast<DWORD>(std::min(bytes.size() - filled, most));
+        if (!ReadFile(file, bytes.data() + filled, room, &count, nullptr))
+            return StatusOfLastError();
+    }
+    bytes.resize(filled);
+    return S_OK;
+}
+
+// One element and nothing beside it, be it text or a document type.
+bool HasOneRoot(const pugi::xml_document& tree)
+{
+    const pugi::xml_node first = tree.first_child();
+    return first.type() == pugi::node_element && !first.next_sibling();
+}
+
+// As a fragment, because text beside the root would be passed over otherwise.
+bool Parse(Document& document)
+{
+    constexpr unsigned options = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol |
+                                 pugi::parse_wconv_attribute | pugi::parse_doctype |
+                                 pugi::parse_fragment;
+    return HasOnlyKnownCharacters(document.bytes) &&
+           document.tree.load_buffer_inplace(document.bytes.data(), document.bytes.size(), options,
+                                             pugi::encoding_utf8) &&
+           HasOneRoot(document.tree);
+}
+
+HRESULT FromUtf8(std::string_view bytes, std::u16string& text)
+{
+    text.clear();
+    if (bytes.empty())
+        return S_OK;
+    if (bytes.size() > std::numeric_limits<int>::max())
+        return E_OUTOFMEMORY;
+    // Never more units than bytes.
+    const int size = static_cast<int>(bytes.size());
+    text.resize(bytes.size());
+    const int units = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), size, Wide(text.data()), size);
+    text.resize(static_cast<std::size_t>(units));
+    return units > 0 ? S_OK : StatusOfLastError();
+}
+
+} // namespace
+} // namespace posix
+} // namespace tarnwell
+
+using namespace tarnwell;
+using namespace tarnwell::posix;
+
+extern "C" HRESULT LoadXml(HANDLE file, XmlNode& document)
+{
+    const auto loaded = std::make_shared<Document>();
+    const HRESULT status = ReadBytes(file, loaded->bytes);
+    if (FAILED(status))
+        return status;
+    if (!Parse(*loaded))
+        loaded->tree.reset();
+    document = NodeIn(loaded, loaded->tree);
+    return S_OK;
+}
+
+extern "C" HRESULT ReadXmlText(const XmlNode& node, const XmlPath& path, std::u16string& text)
+{
+    text.clear();
+    const pugi::xpath_node found = path.Ready().query.evaluate_node(NodeOf(node));
+    if (found.attribute())
+        return FromUtf8(found.attribute().value(), text);
+    const pugi::xml_node_type type = found.node().type();
+    if (type != pugi::node_pcdata && type != pugi::node_cdata)
+        return S_FALSE;
+    return FromUtf8(found.node().value(), text);
+}
+
+extern "C" HRESULT SelectXmlNodes(const XmlNode& node, const XmlPath& path, XmlNodes& nodes)
+{
+    pugi::xpath_node_set found = path.Ready().query.evaluate_node_set(NodeOf(node));
+    found.sort();
+    nodes.clear();
+    nodes.reserve(found.size());
+    for (const pugi::xpath_node& each : found)
+        nodes.push_back(NodeIn(node, each.node()));
+    return S_OK;
+}
