@@ -159,11 +159,9 @@ void Nothing() {}
 
 void CopyingBigBare(benchmark::State& state)
 {
-    Measure(state, Nothing,
-            [] {
-                Run({"cp", "--reflink=auto", TheGround().Big().string(),
-                     TheGround().Target().string()});
-            });
+    Measure(state, Nothing, [] {
+        Run({"cp", "--reflink=auto", TheGround().Big().string(), TheGround().Target().string()});
+    });
 }
 
 void CopyingBigThroughModule(benchmark::State& state)
@@ -174,10 +172,9 @@ void CopyingBigThroughModule(benchmark::State& state)
 
 void CopyingSmallBare(benchmark::State& state)
 {
-    Measure(state, Nothing,
-            [] {
-                Run({"cp", "-r", TheGround().Small().string(), TheGround().Target().string()});
-            });
+    Measure(state, Nothing, [] {
+        Run({"cp", "-r", TheGround().Small().string(), TheGround().Target().string()});
+    });
 }
 
 // One call each, as a host does it.
@@ -189,8 +186,7 @@ void CopyingSmallThroughModule(benchmark::State& state)
         names.push_back(entry.path().filename().string());
     Measure(
         state, [] { fs::create_directory(TheGround().Target()); },
-        [&]
-        {
+        [&] {
             for (const std::string& name : names)
                 Copy(*system.Get(), TheGround().Small() / name, TheGround().Target() / name);
         });
@@ -210,8 +206,7 @@ void DeletingTreeThroughModule(benchmark::State& state)
     const auto system = MakeLocal();
     Measure(
         state, [] { TheGround().MakeTree(); },
-        [&]
-        {
+        [&] {
             ComPtr<IFolder> folder;
             Check(system->GetFolder(TheGround().Target().u16string().c_str(), VARIANT_TRUE,
                                     folder.Out()) == S_OK);

@@ -119,13 +119,11 @@ Pair Listing(std::string name, int rounds, double factor, const ComPtr<IFileSyst
 {
     const std::string address = "svn://anybody@" + place;
     return {std::move(name), rounds, factor,
-            [=]
-            {
+            [=] {
                 if (CountItemsOf(system, {address.begin(), address.end()}) != count)
                     throw std::runtime_error("the module lists another number of entries");
             },
-            [bare = Client({"--xml", "list", address})]
-            {
+            [bare = Client({"--xml", "list", address})] {
                 RunBare(bare);
             }};
 }
@@ -192,14 +190,12 @@ bool MeasureLongOutput(const ComPtr<IFileSystem>& system, const TempFolder& grou
 {
     const std::string shown = ground / "shown";
     UseClientThatPrints(shown, ground / "bin");
-    const auto show = [&](const char* name)
-    {
+    const auto show = [&](const char* name) {
         unlink(shown.c_str());
         if (symlink((ground / name).c_str(), shown.c_str()) != 0)
             throw std::runtime_error("there is no output to show");
     };
-    const auto ask = [&](const char* name, auto count, std::uint32_t expected)
-    {
+    const auto ask = [&](const char* name, auto count, std::uint32_t expected) {
         show(name);
         if (count(system) != expected)
             throw std::runtime_error("the module reads another number of entries");

@@ -26,12 +26,10 @@ template <class Ask> bool Measure(const char* name, const Uri& uri, Ask&& ask)
     bench::Costs costs;
     std::size_t units = 0;
     for (int round = 0; round < rounds; ++round)
-        costs.Add(
-            [&]
-            {
-                for (int i = 0; i < questions; ++i)
-                    units += ask(uri);
-            });
+        costs.Add([&] {
+            for (int i = 0; i < questions; ++i)
+                units += ask(uri);
+        });
     const double time = bench::MedianOf(costs.time) / questions;
     const double processor = bench::MedianOf(costs.processor) / questions;
     const bool isWithin = units > 0 && time < limit;
@@ -46,12 +44,10 @@ int main()
 {
     const Uri uri{std::u16string(plain)};
     const GITUri git{std::u16string(local)};
-    const auto path = [](const Uri& asked)
-    {
+    const auto path = [](const Uri& asked) {
         return asked.GetPath().size();
     };
-    const auto parts = [](const Uri& asked)
-    {
+    const auto parts = [](const Uri& asked) {
         return asked.GetParts().path.size();
     };
     bool isWithin = Measure("The path of an address", uri, path);

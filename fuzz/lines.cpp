@@ -84,17 +84,16 @@ std::u16string WellFormed(std::u16string_view text)
 void CheckDecoding(std::string_view bytes)
 {
     const std::u16string wide = Decode(bytes, Decoding::Widen);
-    Expect(std::equal(bytes.begin(), bytes.end(), wide.begin(), wide.end(),
-                      [](char byte, char16_t unit)
-                      { return unit == static_cast<unsigned char>(byte); }),
+    Expect(std::equal(
+               bytes.begin(), bytes.end(), wide.begin(), wide.end(),
+               [](char byte, char16_t unit) { return unit == static_cast<unsigned char>(byte); }),
            "a byte is a unit");
 
     // Names are decoded on their own, and each of their ill-formed bytes is one surrogate.
     const std::u16string text = Decode(bytes, Decoding::Utf8);
     const std::u16string names = DecodeName(bytes);
     const std::u16string kept = WellFormed(text);
-    const auto replacements = [](const std::u16string& in)
-    {
+    const auto replacements = [](const std::u16string& in) {
         return static_cast<std::size_t>(std::count(in.begin(), in.end(), u'\uFFFD'));
     };
     Expect(kept == WellFormed(names), "what is well-formed is kept");

@@ -27,8 +27,7 @@ std::uint32_t AttributesOf(const ComPtr<IFileSystemItem>& item)
 
 ItemFacts FactsOf(const ComPtr<IFileSystemItem>& item)
 {
-    const auto text = [](auto* object, auto method)
-    {
+    const auto text = [](auto* object, auto method) {
         return FactOf([&] { return TextFrom(object, method); });
     };
     ItemFacts facts;

@@ -35,8 +35,7 @@ template <class First, class... Rest, class T> HRESULT Query(T* object, REFIID i
     if (out == nullptr)
         return E_POINTER;
     *out = nullptr;
-    const auto answer = [&]<class I>(I* self)
-    {
+    const auto answer = [&]<class I>(I* self) {
         if (*out == nullptr && iid == IidOf<I>())
             *out = self;
     };

@@ -9,14 +9,12 @@ namespace
 Place Open(const Session& session, const Address& address)
 {
     Place place{address, {}};
-    Call(
-        [&]
-        {
-            HRESULT status = S_OK;
-            place.fileSystem = session.module.CreateFileSystem(place.address.kind->clsid,
-                                                               session.hostObject.Get(), &status);
-            return status;
-        });
+    Call([&] {
+        HRESULT status = S_OK;
+        place.fileSystem = session.module.CreateFileSystem(place.address.kind->clsid,
+                                                           session.hostObject.Get(), &status);
+        return status;
+    });
     return place;
 }
 

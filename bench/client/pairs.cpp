@@ -64,10 +64,10 @@ Pair Reading(std::string name, int rounds, double factor, const ComPtr<IFileSyst
              const std::string& address, std::uint64_t size, const BareRun& bare)
 {
     return {std::move(name), rounds, factor,
-            [=, wide = Widened(address)]
-            { Require(ReadThrough(system.Get(), wide) == size, "the module reads another size"); },
-            [=]
-            {
+            [=, wide = Widened(address)] {
+                Require(ReadThrough(system.Get(), wide) == size, "the module reads another size");
+            },
+            [=] {
                 Require(RunBare(bare) == size, "the client writes another size");
             }};
 }
@@ -77,16 +77,14 @@ Pair ListingRevisions(std::string name, int rounds, double factor,
                       std::uint32_t count, const BareRun& bare)
 {
     return {std::move(name), rounds, factor,
-            [=, wide = Widened(address)]
-            {
+            [=, wide = Widened(address)] {
                 ComPtr<IRevisions> revisions;
                 std::uint32_t found = 0;
                 system.As<IFileSystemRevisions>()->GetRevisions(wide.c_str(), 0, revisions.Out());
                 revisions->GetCount(&found);
                 Require(found == count, "the module lists another number of revisions");
             },
-            [=]
-            {
+            [=] {
                 Require(RunBare(bare) > 0, "the client lists nothing");
             }};
 }

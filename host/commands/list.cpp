@@ -18,9 +18,9 @@ std::vector<ItemFacts> SortedFacts(const ComPtr<IFolder>& folder)
     std::vector<ItemFacts> all;
     for (const ComPtr<IFileSystemItem>& item : ItemsOf(folder))
         all.push_back(FactsOf(item));
-    std::stable_sort(all.begin(), all.end(),
-                     [](const ItemFacts& left, const ItemFacts& right)
-                     { return left.name.value < right.name.value; });
+    std::stable_sort(all.begin(), all.end(), [](const ItemFacts& left, const ItemFacts& right) {
+        return left.name.value < right.name.value;
+    });
     return all;
 }
 

@@ -24,19 +24,15 @@ struct RevisionFacts
 
 RevisionFacts FactsOf(const ComPtr<IRevision>& revision)
 {
-    const auto text = [&](auto method)
-    {
+    const auto text = [&](auto method) {
         return FactOf([&] { return TextFrom(revision.Get(), method); });
     };
-    const auto time = [&](auto method)
-    {
-        return FactOf(
-            [&]
-            {
-                std::uint64_t value = 0;
-                Call([&] { return (revision.Get()->*method)(&value); });
-                return value;
-            });
+    const auto time = [&](auto method) {
+        return FactOf([&] {
+            std::uint64_t value = 0;
+            Call([&] { return (revision.Get()->*method)(&value); });
+            return value;
+        });
     };
     return {text(&IRevision::GetRevisionId),   text(&IRevision::GetDescription),
             text(&IRevision::GetAuthor),       time(&IRevision::GetModifiedTime),
@@ -71,8 +67,7 @@ std::u16string Indented(std::u16string_view text)
 
 std::u16string Readable(const RevisionFacts& facts)
 {
-    const auto text = [](const Fact<std::u16string>& fact)
-    {
+    const auto text = [](const Fact<std::u16string>& fact) {
         return fact.value.value_or(u"unknown: " + fact.error);
     };
     const std::uint64_t time = facts.recorded.value.value_or(0);

@@ -23,12 +23,10 @@ std::u16string Row(std::u16string_view name, const Fact<T>& fact, F&& readable)
 
 std::u16string Readable(const ItemFacts& facts)
 {
-    const auto text = [](const std::u16string& value)
-    {
+    const auto text = [](const std::u16string& value) {
         return Shown(value);
     };
-    const auto size = [](std::uint64_t bytes)
-    {
+    const auto size = [](std::uint64_t bytes) {
         return bytes < 1024 ? ReadableSize(bytes)
                             : ReadableSize(bytes) + u" (" + Decimal(bytes) + u" B)";
     };

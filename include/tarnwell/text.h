@@ -26,8 +26,7 @@ struct DecodedPoint
 
 inline DecodedPoint DecodePoint(std::string_view bytes)
 {
-    const auto at = [&](std::size_t i) -> unsigned
-    {
+    const auto at = [&](std::size_t i) -> unsigned {
         return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U;
     };
     const unsigned lead = at(0);
@@ -63,8 +62,7 @@ inline void AppendUtf16(std::u16string& text, char32_t point)
 
 inline void AppendUtf8(std::string& bytes, char32_t point)
 {
-    const auto tail = [&](unsigned shift)
-    {
+    const auto tail = [&](unsigned shift) {
         bytes += static_cast<char>(0x80 | ((point >> shift) & 0x3F));
     };
     if (point < 0x80)

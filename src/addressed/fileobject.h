@@ -44,12 +44,10 @@ protected:
 private:
     HRESULT GiveSize(std::uint32_t* size, unsigned shift)
     {
-        return AtBoundary(fileReporter, NullPointer::Published, size,
-                          [&]
-                          {
-                              *size = static_cast<std::uint32_t>(this->Facts().size >> shift);
-                              return S_OK;
-                          });
+        return AtBoundary(fileReporter, NullPointer::Published, size, [&] {
+            *size = static_cast<std::uint32_t>(this->Facts().size >> shift);
+            return S_OK;
+        });
     }
 };
 

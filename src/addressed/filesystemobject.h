@@ -33,23 +33,18 @@ public:
     HRESULT STDMETHODCALLTYPE GetFolder(const OLECHAR* path, VARIANT_BOOL mustExist,
                                         IFolder** folder) final
     {
-        return AtBoundary(reporter, NullPointer::Bare, folder,
-                          [&]
-                          {
-                              *folder =
-                                  CreateFolderObject(FromHost(path), IsTrue(mustExist)).Detach();
-                              return S_OK;
-                          });
+        return AtBoundary(reporter, NullPointer::Bare, folder, [&] {
+            *folder = CreateFolderObject(FromHost(path), IsTrue(mustExist)).Detach();
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE GetFile(const OLECHAR* path, VARIANT_BOOL mustExist,
                                       IFile** file) final
     {
-        return AtBoundary(reporter, NullPointer::Bare, file,
-                          [&]
-                          {
-                              *file = CreateFileObject(FromHost(path), IsTrue(mustExist)).Detach();
-                              return S_OK;
-                          });
+        return AtBoundary(reporter, NullPointer::Bare, file, [&] {
+            *file = CreateFileObject(FromHost(path), IsTrue(mustExist)).Detach();
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE CopyItem(const OLECHAR*, const OLECHAR*, ICopyProgress*) override
     {
@@ -68,21 +63,19 @@ public:
     HRESULT STDMETHODCALLTYPE GetOperationMask(std::uint32_t kind, ::IUnknown* other,
                                                std::uint32_t* mask) final
     {
-        return AtBoundary(reporter, NullPointer::Bare, mask,
-                          [&]
-                          {
-                              *mask = everyOperation;
-                              const auto held = ComPtr<::IUnknown>::Share(other);
-                              *mask = GetOperationMaskFor(kind, other);
-                              return S_OK;
-                          });
+        return AtBoundary(reporter, NullPointer::Bare, mask, [&] {
+            *mask = everyOperation;
+            const auto held = ComPtr<::IUnknown>::Share(other);
+            *mask = GetOperationMaskFor(kind, other);
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE CombinePath(const OLECHAR* base, const OLECHAR* relative,
                                           BSTR* result) final
     {
-        return AtBoundary(
-            reporter, NullPointer::Bare, result,
-            [&] { return ToHost(CombineAddresses(FromHost(base), FromHost(relative)), result); });
+        return AtBoundary(reporter, NullPointer::Bare, result, [&] {
+            return ToHost(CombineAddresses(FromHost(base), FromHost(relative)), result);
+        });
     }
 
 protected:

@@ -30,22 +30,18 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetCount(std::uint32_t* count) final
     {
-        return AtBoundary(reporter, NullPointer::Bare, count,
-                          [&]
-                          {
-                              *count = static_cast<std::uint32_t>(items_.size());
-                              return S_OK;
-                          });
+        return AtBoundary(reporter, NullPointer::Bare, count, [&] {
+            *count = static_cast<std::uint32_t>(items_.size());
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE GetItem(std::int32_t index, IFileSystemItem** item) final
     {
-        return AtBoundary(reporter, NullPointer::Bare, item,
-                          [&]
-                          {
-                              const FSItem& entry = EntryAt(static_cast<std::uint32_t>(index));
-                              *item = entry.isDirectory ? Make<Folder>(entry) : Make<File>(entry);
-                              return S_OK;
-                          });
+        return AtBoundary(reporter, NullPointer::Bare, item, [&] {
+            const FSItem& entry = EntryAt(static_cast<std::uint32_t>(index));
+            *item = entry.isDirectory ? Make<Folder>(entry) : Make<File>(entry);
+            return S_OK;
+        });
     }
 
 protected:

@@ -21,12 +21,10 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetContents(IFolderContents** contents) final
     {
-        return AtBoundary(folderReporter, NullPointer::Bare, contents,
-                          [&]
-                          {
-                              *contents = MakeContents().Detach();
-                              return S_OK;
-                          });
+        return AtBoundary(folderReporter, NullPointer::Bare, contents, [&] {
+            *contents = MakeContents().Detach();
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE Create(VARIANT_BOOL) override
     {

@@ -27,8 +27,7 @@ template <class Read>
 HRESULT HasRevisionsHidingFailures(const GUID& classId, VARIANT_BOOL* has, Read&& read) noexcept
 {
     return AtBoundary(Reporter{classId, IID_IFileSystemRevisions}, NullPointer::Published, has,
-                      [&]
-                      {
+                      [&] {
                           *has = RevisionsOrNone(read).empty() ? VARIANT_FALSE : VARIANT_TRUE;
                           return S_OK;
                       });

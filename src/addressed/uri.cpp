@@ -97,8 +97,7 @@ UriParts Uri::GetParts() const
 {
     const Groups groups = MatchedGroups();
     const GroupNumbers& numbers = Groupings();
-    const auto text = [&](int index)
-    {
+    const auto text = [&](int index) {
         return std::u16string(GroupAt(groups, index));
     };
     return {text(numbers.scheme),

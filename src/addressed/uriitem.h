@@ -132,12 +132,10 @@ private:
 
     template <class Out, class Ask> static HRESULT Give(Out* out, Ask&& ask)
     {
-        return AtBoundary(itemReporter, NullPointer::Bare, out,
-                          [&]
-                          {
-                              *out = ask();
-                              return S_OK;
-                          });
+        return AtBoundary(itemReporter, NullPointer::Bare, out, [&] {
+            *out = ask();
+            return S_OK;
+        });
     }
     template <class Ask> static HRESULT GiveText(const Reporter& reporter, BSTR* out, Ask&& ask)
     {

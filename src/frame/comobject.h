@@ -27,8 +27,7 @@ template <class T, class First, class... I>
 void* FindInterface(T* object, REFIID iid, InterfaceList<First, I...>)
 {
     void* found = nullptr;
-    const auto consider = [&]<class J>(J* pointer)
-    {
+    const auto consider = [&]<class J>(J* pointer) {
         if (found == nullptr && iid == IidOf<J>())
             found = pointer;
     };

@@ -89,16 +89,16 @@ Pattern::~Pattern() = default;
 
 bool Pattern::MatchWhole(std::u16string_view text, Groups& groups) const
 {
-    return Try(text, groups,
-               [&](const char* begin, const char* end, boost::cmatch& match)
-               { return boost::regex_match(begin, end, match, compiled_->expression); });
+    return Try(text, groups, [&](const char* begin, const char* end, boost::cmatch& match) {
+        return boost::regex_match(begin, end, match, compiled_->expression);
+    });
 }
 
 bool Pattern::Search(std::u16string_view text, Groups& groups) const
 {
-    return Try(text, groups,
-               [&](const char* begin, const char* end, boost::cmatch& match)
-               { return boost::regex_search(begin, end, match, compiled_->expression); });
+    return Try(text, groups, [&](const char* begin, const char* end, boost::cmatch& match) {
+        return boost::regex_search(begin, end, match, compiled_->expression);
+    });
 }
 
 } // namespace tarnwell

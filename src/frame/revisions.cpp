@@ -23,12 +23,10 @@ HRESULT GiveText(const std::u16string& text, BSTR* out)
 
 HRESULT GiveTime(std::uint64_t time, std::uint64_t* out)
 {
-    return AtBoundary(revisionReporter, NullPointer::Published, out,
-                      [&]
-                      {
-                          *out = time;
-                          return S_OK;
-                      });
+    return AtBoundary(revisionReporter, NullPointer::Published, out, [&] {
+        *out = time;
+        return S_OK;
+    });
 }
 
 // A new object of `T`, filled with a copy of `content` and asked for `I`.
@@ -76,28 +74,23 @@ HRESULT COtherRevisionObject::GetUri(BSTR* uri)
 
 HRESULT COtherRevisionsObject::GetCount(std::uint32_t* count)
 {
-    return AtBoundary(revisionsReporter, NullPointer::Published, count,
-                      [&]
-                      {
-                          *count = static_cast<std::uint32_t>(records_.size());
-                          return S_OK;
-                      });
+    return AtBoundary(revisionsReporter, NullPointer::Published, count, [&] {
+        *count = static_cast<std::uint32_t>(records_.size());
+        return S_OK;
+    });
 }
 
 HRESULT COtherRevisionsObject::GetItem(std::int32_t index, IRevision** revision)
 {
-    return AtBoundary(revisionsReporter, NullPointer::Published, revision,
-                      [&]
-                      {
-                          if (index < 0 || static_cast<std::size_t>(index) >= records_.size())
-                              return E_INVALIDARG;
-                          const HRESULT status = MakeFilled<COtherRevisionObject>(
-                              records_[static_cast<std::size_t>(index)], revision);
-                          if (SUCCEEDED(status))
-                              return status;
-                          return PublishFailure(revisionsReporter, MessageId::SupportObjectFailed,
-                                                status);
-                      });
+    return AtBoundary(revisionsReporter, NullPointer::Published, revision, [&] {
+        if (index < 0 || static_cast<std::size_t>(index) >= records_.size())
+            return E_INVALIDARG;
+        const HRESULT status =
+            MakeFilled<COtherRevisionObject>(records_[static_cast<std::size_t>(index)], revision);
+        if (SUCCEEDED(status))
+            return status;
+        return PublishFailure(revisionsReporter, MessageId::SupportObjectFailed, status);
+    });
 }
 
 HRESULT MakeRevisions(std::vector<RevisionRecord> records, const GUID& classId, IRevisions** out)

@@ -65,9 +65,9 @@ bool HasEarlierVersions(const std::u16string& path)
 {
     const std::vector<SnapshotEntry> entries =
         ListSnapshots(NormalizeRevisionPath(path).value_or(path));
-    return std::any_of(entries.begin(), entries.end(),
-                       [](const SnapshotEntry& entry)
-                       { return static_cast<bool>(OpenVersion(entry)); });
+    return std::any_of(entries.begin(), entries.end(), [](const SnapshotEntry& entry) {
+        return static_cast<bool>(OpenVersion(entry));
+    });
 }
 
 std::vector<RevisionRecord> ListEarlierVersions(const std::u16string& path)

@@ -59,8 +59,7 @@ HRESULT OpenStream(const std::u16string& path, DWORD access, DWORD disposition, 
 
 HRESULT SetWriteTime(const std::u16string& path, std::uint64_t fileTime)
 {
-    const auto failed = [&]
-    {
+    const auto failed = [&] {
         const HRESULT status = StatusFromLastError();
         return PublishFailure(extReporter, MessageId::OpenFailed, status, {path});
     };
@@ -91,13 +90,11 @@ HRESULT FindIcon(const std::u16string& path, std::int32_t* iconIndex, void** ima
 // What has the attribute of a folder has no size, whatever was found.
 HRESULT GiveSize(const LocalFacts& facts, std::uint32_t part, std::uint32_t* out)
 {
-    return AtBoundary(fileReporter, NullPointer::Published, out,
-                      [&]
-                      {
-                          const bool folder = (facts.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-                          *out = folder ? 0 : part;
-                          return S_OK;
-                      });
+    return AtBoundary(fileReporter, NullPointer::Published, out, [&] {
+        const bool folder = (facts.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        *out = folder ? 0 : part;
+        return S_OK;
+    });
 }
 
 } // namespace

@@ -69,68 +69,54 @@ HRESULT CWin32FileSystemObject::SetHost(::IUnknown* host)
 HRESULT CWin32FileSystemObject::GetFolder(const OLECHAR* path, VARIANT_BOOL mustExist,
                                           IFolder** folder)
 {
-    return AtBoundary(systemReporter, NullPointer::Published, folder,
-                      [&]
-                      {
-                          const std::u16string text = FromHost(path);
-                          return ReportLookup(
-                              OpenFolderItem(text, IsTrue(mustExist), host_, folder), text);
-                      });
+    return AtBoundary(systemReporter, NullPointer::Published, folder, [&] {
+        const std::u16string text = FromHost(path);
+        return ReportLookup(OpenFolderItem(text, IsTrue(mustExist), host_, folder), text);
+    });
 }
 
 HRESULT CWin32FileSystemObject::GetFile(const OLECHAR* path, VARIANT_BOOL mustExist, IFile** file)
 {
-    return AtBoundary(systemReporter, NullPointer::Published, file,
-                      [&]
-                      {
-                          const std::u16string text = FromHost(path);
-                          return ReportLookup(OpenFileItem(text, IsTrue(mustExist), host_, file),
-                                              text);
-                      });
+    return AtBoundary(systemReporter, NullPointer::Published, file, [&] {
+        const std::u16string text = FromHost(path);
+        return ReportLookup(OpenFileItem(text, IsTrue(mustExist), host_, file), text);
+    });
 }
 
 HRESULT CWin32FileSystemObject::GetOperationMask(std::uint32_t kind, ::IUnknown* other,
                                                  std::uint32_t* mask)
 {
-    return AtBoundary(systemReporter, NullPointer::Published, mask,
-                      [&]
-                      {
-                          const auto held = ComPtr<::IUnknown>::Share(other);
-                          *mask = OperationMaskFor(kind);
-                          return S_OK;
-                      });
+    return AtBoundary(systemReporter, NullPointer::Published, mask, [&] {
+        const auto held = ComPtr<::IUnknown>::Share(other);
+        *mask = OperationMaskFor(kind);
+        return S_OK;
+    });
 }
 
 HRESULT CWin32FileSystemObject::CombinePath(const OLECHAR* base, const OLECHAR* relative,
                                             BSTR* result)
 {
-    return AtBoundary(systemReporter, NullPointer::Published, result,
-                      [&]
-                      {
-                          std::u16string path = FromHost(base);
-                          AppendSeparator(path);
-                          return ToHost(path + FromHost(relative), result);
-                      });
+    return AtBoundary(systemReporter, NullPointer::Published, result, [&] {
+        std::u16string path = FromHost(base);
+        AppendSeparator(path);
+        return ToHost(path + FromHost(relative), result);
+    });
 }
 
 HRESULT CWin32FileSystemObject::HasRevisions(const OLECHAR* path, std::uint32_t, VARIANT_BOOL* has)
 {
-    return AtBoundary(revisionsReporter, NullPointer::Published, has,
-                      [&]
-                      {
-                          *has = HasEarlierVersions(FromHost(path)) ? VARIANT_TRUE : VARIANT_FALSE;
-                          return S_OK;
-                      });
+    return AtBoundary(revisionsReporter, NullPointer::Published, has, [&] {
+        *has = HasEarlierVersions(FromHost(path)) ? VARIANT_TRUE : VARIANT_FALSE;
+        return S_OK;
+    });
 }
 
 HRESULT CWin32FileSystemObject::GetRevisions(const OLECHAR* path, std::uint32_t,
                                              IRevisions** revisions)
 {
-    return AtBoundary(revisionsReporter, NullPointer::Published, revisions,
-                      [&] {
-                          return MakeRevisions(ListEarlierVersions(FromHost(path)),
-                                               CLSID_Win32FileSystem, revisions);
-                      });
+    return AtBoundary(revisionsReporter, NullPointer::Published, revisions, [&] {
+        return MakeRevisions(ListEarlierVersions(FromHost(path)), CLSID_Win32FileSystem, revisions);
+    });
 }
 
 HRESULT CWin32FileSystemObject::CopyItem(const OLECHAR* source, const OLECHAR* destination,
@@ -148,53 +134,44 @@ HRESULT CWin32FileSystemObject::CopyItemEx(const OLECHAR* source, const OLECHAR*
 
 HRESULT CWin32FileSystemObject::Copy(const Reporter& reporter, const CopyRequest& request)
 {
-    return AtBoundary(
-        reporter,
-        [&]
-        {
-            const std::u16string source = FromHost(request.source);
-            const std::u16string destination = FromHost(request.destination);
-            const HRESULT status =
-                CopyByPath(*this, source, destination, request.flags, *request.progress);
-            if (SUCCEEDED(status))
-                return status;
-            // Also in place of a more exact text that was left on the way.
-            return PublishFailure(reporter, MessageId::CopyFailed, status, {source, destination});
-        });
+    return AtBoundary(reporter, [&] {
+        const std::u16string source = FromHost(request.source);
+        const std::u16string destination = FromHost(request.destination);
+        const HRESULT status =
+            CopyByPath(*this, source, destination, request.flags, *request.progress);
+        if (SUCCEEDED(status))
+            return status;
+        // Also in place of a more exact text that was left on the way.
+        return PublishFailure(reporter, MessageId::CopyFailed, status, {source, destination});
+    });
 }
 
 HRESULT CWin32FileSystemObject::CreateTempFile(const OLECHAR* path, BSTR* tempPath)
 {
-    return AtBoundary(systemReporter, NullPointer::Published, tempPath,
-                      [&]
-                      {
-                          const std::u16string beside = FromHost(path);
-                          std::u16string made;
-                          const HRESULT status = CreateFileBeside(beside, made);
-                          if (SUCCEEDED(status))
-                              return ToHost(made, tempPath);
-                          return PublishFailure(systemReporter, MessageId::TemporaryFileFailed,
-                                                status, {beside});
-                      });
+    return AtBoundary(systemReporter, NullPointer::Published, tempPath, [&] {
+        const std::u16string beside = FromHost(path);
+        std::u16string made;
+        const HRESULT status = CreateFileBeside(beside, made);
+        if (SUCCEEDED(status))
+            return ToHost(made, tempPath);
+        return PublishFailure(systemReporter, MessageId::TemporaryFileFailed, status, {beside});
+    });
 }
 
 HRESULT CWin32FileSystemObject::DeleteItems(IItemList* items, VARIANT_BOOL noConfirm,
                                             VARIANT_BOOL recursive)
 {
-    return AtBoundary(
-        systemReporter,
-        [&]
-        {
-            const std::optional<ShellList> list = ListOf(*items);
-            if (!list)
-                return S_OK;
-            const ShellOutcome outcome = ShellDelete(OwnerWindow(host_.Get()), *list,
-                                                     IsTrue(noConfirm), IsTrue(recursive), ToTrash);
-            // The user who said no has got what they wanted.
-            if (outcome.error == 0 || outcome.aborted)
-                return S_OK;
-            return PublishFailure(systemReporter, MessageId::DeleteListFailed, E_FAIL);
-        });
+    return AtBoundary(systemReporter, [&] {
+        const std::optional<ShellList> list = ListOf(*items);
+        if (!list)
+            return S_OK;
+        const ShellOutcome outcome = ShellDelete(OwnerWindow(host_.Get()), *list, IsTrue(noConfirm),
+                                                 IsTrue(recursive), ToTrash);
+        // The user who said no has got what they wanted.
+        if (outcome.error == 0 || outcome.aborted)
+            return S_OK;
+        return PublishFailure(systemReporter, MessageId::DeleteListFailed, E_FAIL);
+    });
 }
 
 } // namespace tarnwell

@@ -39,25 +39,21 @@ HRESULT CreateOne(const std::u16string& path)
 
 HRESULT CWin32FolderObject::GetContents(IFolderContents** contents)
 {
-    return AtBoundary(folderReporter, NullPointer::Bare, contents,
-                      [&]
-                      {
-                          RecordList records;
-                          const HRESULT status = ReadContents(records);
-                          if (FAILED(status))
-                              return status;
-                          return MakeContents(facts_, std::move(records), contents);
-                      });
+    return AtBoundary(folderReporter, NullPointer::Bare, contents, [&] {
+        RecordList records;
+        const HRESULT status = ReadContents(records);
+        if (FAILED(status))
+            return status;
+        return MakeContents(facts_, std::move(records), contents);
+    });
 }
 
 HRESULT CWin32FolderObject::Create(VARIANT_BOOL recursive)
 {
-    return AtBoundary(folderReporter,
-                      [&]
-                      {
-                          return IsTrue(recursive) ? CreateFolderPath(facts_.path, folderReporter)
-                                                   : CreateOne(facts_.path);
-                      });
+    return AtBoundary(folderReporter, [&] {
+        return IsTrue(recursive) ? CreateFolderPath(facts_.path, folderReporter)
+                                 : CreateOne(facts_.path);
+    });
 }
 
 } // namespace tarnwell

@@ -25,26 +25,21 @@ void CWin32FolderContentsObject::Initialize(const std::u16string& path, RecordLi
 
 HRESULT CWin32FolderContentsObject::GetCount(std::uint32_t* count)
 {
-    return AtBoundary(contentsReporter, NullPointer::Published, count,
-                      [&]
-                      {
-                          *count = static_cast<std::uint32_t>(records_.Size());
-                          return S_OK;
-                      });
+    return AtBoundary(contentsReporter, NullPointer::Published, count, [&] {
+        *count = static_cast<std::uint32_t>(records_.Size());
+        return S_OK;
+    });
 }
 
 HRESULT CWin32FolderContentsObject::GetItem(std::int32_t index, IFileSystemItem** item)
 {
-    return AtBoundary(contentsReporter, NullPointer::Published, item,
-                      [&]
-                      {
-                          if (index < 0 || static_cast<std::size_t>(index) >= records_.Size())
-                          {
-                              return PublishMessage(contentsReporter,
-                                                    MessageId::InvalidContentsIndex, E_INVALIDARG);
-                          }
-                          return MakeItem(static_cast<std::size_t>(index), item);
-                      });
+    return AtBoundary(contentsReporter, NullPointer::Published, item, [&] {
+        if (index < 0 || static_cast<std::size_t>(index) >= records_.Size())
+        {
+            return PublishMessage(contentsReporter, MessageId::InvalidContentsIndex, E_INVALIDARG);
+        }
+        return MakeItem(static_cast<std::size_t>(index), item);
+    });
 }
 
 HRESULT CWin32FolderContentsObject::MakeItem(std::size_t index, IFileSystemItem** item) const

@@ -46,48 +46,40 @@ HRESULT DeleteByShell(const LocalFacts& facts, bool noConfirm, bool recursive,
 
 template <const GUID& classId> HRESULT LocalItem<classId>::GetModifiedTime(std::uint64_t* fileTime)
 {
-    return AtBoundary(reporter<classId>, NullPointer::Published, fileTime,
-                      [&]
-                      {
-                          *fileTime = facts_.modifiedTime;
-                          return S_OK;
-                      });
+    return AtBoundary(reporter<classId>, NullPointer::Published, fileTime, [&] {
+        *fileTime = facts_.modifiedTime;
+        return S_OK;
+    });
 }
 
 template <const GUID& classId> HRESULT LocalItem<classId>::GetAttributes(std::uint32_t* attributes)
 {
-    return AtBoundary(reporter<classId>, NullPointer::Published, attributes,
-                      [&]
-                      {
-                          *attributes = facts_.attributes;
-                          return S_OK;
-                      });
+    return AtBoundary(reporter<classId>, NullPointer::Published, attributes, [&] {
+        *attributes = facts_.attributes;
+        return S_OK;
+    });
 }
 
 template <const GUID& classId> HRESULT LocalItem<classId>::SetAttributes(std::uint32_t attributes)
 {
-    return AtBoundary(reporter<classId>,
-                      [&]
-                      {
-                          if (!SetFileAttributesW(Wide(facts_.path), attributes))
-                          {
-                              const HRESULT status = StatusFromLastError();
-                              return PublishFailure(reporter<classId>, MessageId::AttributesFailed,
-                                                    status, {facts_.path});
-                          }
-                          facts_.attributes = attributes;
-                          return S_OK;
-                      });
+    return AtBoundary(reporter<classId>, [&] {
+        if (!SetFileAttributesW(Wide(facts_.path), attributes))
+        {
+            const HRESULT status = StatusFromLastError();
+            return PublishFailure(reporter<classId>, MessageId::AttributesFailed, status,
+                                  {facts_.path});
+        }
+        facts_.attributes = attributes;
+        return S_OK;
+    });
 }
 
 template <const GUID& classId> HRESULT LocalItem<classId>::GetName(BSTR* name)
 {
-    return AtBoundary(reporter<classId>, NullPointer::Published, name,
-                      [&]
-                      {
-                          const std::u16string_view path = facts_.path;
-                          return ToHost(path.substr(facts_.nameOffset), name);
-                      });
+    return AtBoundary(reporter<classId>, NullPointer::Published, name, [&] {
+        const std::u16string_view path = facts_.path;
+        return ToHost(path.substr(facts_.nameOffset), name);
+    });
 }
 
 template <const GUID& classId> HRESULT LocalItem<classId>::GetParentPath(BSTR* path)
@@ -105,14 +97,11 @@ template <const GUID& classId> HRESULT LocalItem<classId>::GetPath(BSTR* path)
 template <const GUID& classId>
 HRESULT LocalItem<classId>::Delete(VARIANT_BOOL noConfirm, VARIANT_BOOL recursive)
 {
-    return AtBoundary(reporter<classId>,
-                      [&]
-                      {
-                          if (IsTrue(noConfirm) && !IsTrue(recursive))
-                              return DeleteForGood(facts_.path, reporter<classId>);
-                          return DeleteByShell(facts_, IsTrue(noConfirm), IsTrue(recursive),
-                                               reporter<classId>);
-                      });
+    return AtBoundary(reporter<classId>, [&] {
+        if (IsTrue(noConfirm) && !IsTrue(recursive))
+            return DeleteForGood(facts_.path, reporter<classId>);
+        return DeleteByShell(facts_, IsTrue(noConfirm), IsTrue(recursive), reporter<classId>);
+    });
 }
 
 template class LocalItem<CLSID_Win32File>;

@@ -88,9 +88,10 @@ bool NarrowToStream(const std::u16string& file, std::u16string_view name, bool m
     // A file that can't be walked has none; the text about that stays.
     std::vector<WIN32_FIND_DATAW> streams;
     EnumerateDataStreams(file, record, streams, {CLSID_Win32FileSystem, IID_IFileSystem});
-    const auto found = std::find_if(streams.begin(), streams.end(),
-                                    [&](const WIN32_FIND_DATAW& stream)
-                                    { return EqualIgnoringAsciiCase(NameOf(stream), name); });
+    const auto found =
+        std::find_if(streams.begin(), streams.end(), [&](const WIN32_FIND_DATAW& stream) {
+            return EqualIgnoringAsciiCase(NameOf(stream), name);
+        });
     if (found != streams.end())
     {
         record = *found;

@@ -25,8 +25,9 @@ std::vector<SnapshotEntry> ListSnapshots(std::u16string_view path)
         entry.time = SnapshotTimeFromToken(token);
     }
     std::stable_sort(entries.begin(), entries.end(),
-                     [](const SnapshotEntry& left, const SnapshotEntry& right)
-                     { return left.time > right.time; });
+                     [](const SnapshotEntry& left, const SnapshotEntry& right) {
+                         return left.time > right.time;
+                     });
     return entries;
 }
 

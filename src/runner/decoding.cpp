@@ -14,9 +14,9 @@ namespace
 std::u16string Widened(std::string_view bytes)
 {
     std::u16string text(bytes.size(), u'\0');
-    std::transform(bytes.begin(), bytes.end(), text.begin(),
-                   [](char byte)
-                   { return static_cast<char16_t>(static_cast<unsigned char>(byte)); });
+    std::transform(bytes.begin(), bytes.end(), text.begin(), [](char byte) {
+        return static_cast<char16_t>(static_cast<unsigned char>(byte));
+    });
     return text;
 }
 

@@ -37,16 +37,17 @@ constexpr std::array<std::u16string_view, 3> refusals{u"Can't get password", u"P
 
 bool SpeaksOfRefusal(std::u16string_view errors)
 {
-    return std::any_of(refusals.begin(), refusals.end(),
-                       [&](std::u16string_view phrase)
-                       { return errors.find(phrase) != std::u16string_view::npos; });
+    return std::any_of(refusals.begin(), refusals.end(), [&](std::u16string_view phrase) {
+        return errors.find(phrase) != std::u16string_view::npos;
+    });
 }
 
 bool EqualsIgnoringCase(std::u16string_view text, std::u16string_view lower)
 {
     return std::equal(text.begin(), text.end(), lower.begin(), lower.end(),
-                      [](char16_t unit, char16_t wanted)
-                      { return (unit >= u'A' && unit <= u'Z' ? unit + 32 : unit) == wanted; });
+                      [](char16_t unit, char16_t wanted) {
+                          return (unit >= u'A' && unit <= u'Z' ? unit + 32 : unit) == wanted;
+                      });
 }
 
 // Nothing inside is escaped.

@@ -7,19 +7,16 @@ HRESULT SVNFileObject::Open(std::uint32_t access, std::uint32_t disposition, IFi
 {
     if (stream != nullptr)
         *stream = nullptr;
-    return AtBoundary(fileReporter,
-                      [&]
-                      {
-                          if (access != GENERIC_READ || disposition != OPEN_EXISTING)
-                              throw ComException(
-                                  E_INVALIDARG,
-                                  FormatMessageById(MessageId::OpenFailed, {Address()->GetText()}),
-                                  At(svnSource));
-                          ComPtr<IFileStream> content = SvnCat(*this, *Address());
-                          if (stream != nullptr)
-                              *stream = content.Detach();
-                          return S_OK;
-                      });
+    return AtBoundary(fileReporter, [&] {
+        if (access != GENERIC_READ || disposition != OPEN_EXISTING)
+            throw ComException(E_INVALIDARG,
+                               FormatMessageById(MessageId::OpenFailed, {Address()->GetText()}),
+                               At(svnSource));
+        ComPtr<IFileStream> content = SvnCat(*this, *Address());
+        if (stream != nullptr)
+            *stream = content.Detach();
+        return S_OK;
+    });
 }
 
 ComPtr<IFolderContents> SVNFolderObject::MakeContents()

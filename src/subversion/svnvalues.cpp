@@ -89,8 +89,7 @@ std::uint64_t ParseSvnDate(std::u16string_view text)
     const std::optional<DateNumbers> numbers = FindDate(text);
     if (!numbers)
         return 0;
-    const auto part = [&](std::size_t i)
-    {
+    const auto part = [&](std::size_t i) {
         return static_cast<WORD>((*numbers)[i]);
     };
     const SYSTEMTIME parts{part(0), part(1), 0, part(2), part(3), part(4), part(5), 0};

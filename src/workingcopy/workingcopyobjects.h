@@ -22,18 +22,15 @@ public:
     HRESULT STDMETHODCALLTYPE Open(std::uint32_t access, std::uint32_t disposition,
                                    IFileStream** stream) final
     {
-        return AtBoundary(this->fileReporter, NullPointer::Bare, stream,
-                          [&]
-                          {
-                              const std::shared_ptr<Uri>& uri = this->Address();
-                              if (access != GENERIC_READ || disposition != OPEN_EXISTING)
-                                  throw ComException(
-                                      E_INVALIDARG,
-                                      FormatMessageById(MessageId::OpenFailed, {uri->GetText()}),
-                                      At(Tool::source));
-                              *stream = Tool::GetContent(*uri).Detach();
-                              return S_OK;
-                          });
+        return AtBoundary(this->fileReporter, NullPointer::Bare, stream, [&] {
+            const std::shared_ptr<Uri>& uri = this->Address();
+            if (access != GENERIC_READ || disposition != OPEN_EXISTING)
+                throw ComException(E_INVALIDARG,
+                                   FormatMessageById(MessageId::OpenFailed, {uri->GetText()}),
+                                   At(Tool::source));
+            *stream = Tool::GetContent(*uri).Detach();
+            return S_OK;
+        });
     }
 
 protected:

@@ -30,8 +30,7 @@ std::string Noise(std::size_t size)
 }
 
 // What a stream in text mode would change or end at.
-const std::string everyByte = []
-{
+const std::string everyByte = [] {
     std::string bytes = "\r\n\n\r\x1A\r\n";
     for (int i = 0; i < 256; ++i)
         bytes += static_cast<char>(i);

@@ -208,12 +208,11 @@ TEST_F(MercurialSettings, AnAliasOfTheUsersDoesNotCount)
     EXPECT_EQ(JsonLinesOf(run.output).size(), 2U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Clients, WorkingCopies,
-                         testing::Values(System{"Git", u"git://", "fatal: "},
-                                         System{"Mercurial", u"hg://",
-                                                "abort: unknown revision '987654'"}),
-                         [](const testing::TestParamInfo<System>& system)
-                         { return std::string(system.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Clients, WorkingCopies,
+    testing::Values(System{"Git", u"git://", "fatal: "},
+                    System{"Mercurial", u"hg://", "abort: unknown revision '987654'"}),
+    [](const testing::TestParamInfo<System>& system) { return std::string(system.param.name); });
 
 } // namespace
 

@@ -48,8 +48,7 @@ protected:
     static ClientOutcome RunWithReader(const std::u16string& arguments)
     {
         ClientCall call = CallOfChild(arguments, OsHandle());
-        call.outputReader = [](HANDLE readEnd)
-        {
+        call.outputReader = [](HANDLE readEnd) {
             return std::make_shared<StreamReaderThread>(readEnd, Decoding::Utf8);
         };
         return RunClient(childClient, call);

@@ -38,8 +38,7 @@ protected:
 TEST_F(FailingCopies, WithoutTheExtendedCopyThePlainOneDoesIt)
 {
     WriteBytes(target, "old");
-    progress.answer = [](int)
-    {
+    progress.answer = [](int) {
         return VARIANT_FALSE;
     };
     Faults faults;
@@ -175,8 +174,8 @@ class FailingLists : public testing::Test
 protected:
     Result Delete(FakeItemList& list)
     {
-        return ResultOf([&]
-                        { return local.system->DeleteItems(&list, VARIANT_TRUE, VARIANT_TRUE); });
+        return ResultOf(
+            [&] { return local.system->DeleteItems(&list, VARIANT_TRUE, VARIANT_TRUE); });
     }
 
     Local local;

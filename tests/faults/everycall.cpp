@@ -45,10 +45,8 @@ void PrintTo(const Action& action, std::ostream* out)
 Action Creation()
 {
     return {"Creation",
-            [](const Local&)
-            {
-                return []
-                {
+            [](const Local&) {
+                return [] {
                     ComPtr<IFileSystem> made;
                     const HRESULT status = MakeInstance<CWin32FileSystemObject>(
                         nullptr, IID_IFileSystem, made.OutVoid());
@@ -63,10 +61,8 @@ Action Creation()
 Action LookupOfFile()
 {
     return {"LookupOfFile",
-            [](const Local& local)
-            {
-                return [&local]
-                {
+            [](const Local& local) {
+                return [&local] {
                     ComPtr<IFile> file;
                     const HRESULT status =
                         local.system->GetFile(Wide(local.Path(u"a.txt")), VARIANT_TRUE, file.Out());
@@ -81,10 +77,8 @@ Action LookupOfFile()
 Action LookupOfFolder()
 {
     return {"LookupOfFolder",
-            [](const Local& local)
-            {
-                return [&local]
-                {
+            [](const Local& local) {
+                return [&local] {
                     ComPtr<IFolder> found;
                     const HRESULT status = local.system->GetFolder(Wide(local.Path(u"sub")),
                                                                    VARIANT_TRUE, found.Out());
@@ -98,10 +92,8 @@ Action LookupOfFolder()
 Action LookupOfMissing()
 {
     return {"LookupOfMissing",
-            [](const Local& local)
-            {
-                return [&local]
-                {
+            [](const Local& local) {
+                return [&local] {
                     ComPtr<IFile> file;
                     return local.system->GetFile(Wide(local.Path(u"new")), VARIANT_FALSE,
                                                  file.Out());
@@ -113,10 +105,8 @@ Action LookupOfMissing()
 Action Texts()
 {
     return {"Texts",
-            [](const Local& local)
-            {
-                return [item = local.Item(), system = local.system]
-                {
+            [](const Local& local) {
+                return [item = local.Item(), system = local.system] {
                     Bstr text;
                     for (const auto get : {&IFileSystemItem::GetName, &IFileSystemItem::GetPath,
                                            &IFileSystemItem::GetParentPath})
@@ -136,10 +126,8 @@ Action Texts()
 Action Reading()
 {
     return {"Reading",
-            [](const Local& local)
-            {
-                return [file = local.File()]
-                {
+            [](const Local& local) {
+                return [file = local.File()] {
                     ComPtr<IFileStream> stream;
                     HRESULT status = file->Open(GENERIC_READ, OPEN_EXISTING, stream.Out());
                     EXPECT_EQ(status == S_OK, static_cast<bool>(stream));
@@ -158,10 +146,8 @@ Action Reading()
 Action ArchiveReading()
 {
     return {"ArchiveReading",
-            [](const Local& local)
-            {
-                return [archive = local.Open().As<ILib7zInStream>()]
-                {
+            [](const Local& local) {
+                return [archive = local.Open().As<ILib7zInStream>()] {
                     char buffer[16];
                     std::uint32_t processed = 77;
                     const HRESULT status = archive->Read(buffer, sizeof buffer, &processed);
@@ -175,10 +161,8 @@ Action ArchiveReading()
 Action Seeking()
 {
     return {"Seeking",
-            [](const Local& local)
-            {
-                return [archive = local.Open().As<ILib7zInStream>()]
-                {
+            [](const Local& local) {
+                return [archive = local.Open().As<ILib7zInStream>()] {
                     return archive->Seek(0, FILE_BEGIN, nullptr);
                 };
             },
@@ -189,10 +173,8 @@ Action Seeking()
 Action Writing()
 {
     return {"Writing",
-            [](const Local& local)
-            {
-                return [file = local.File()]
-                {
+            [](const Local& local) {
+                return [file = local.File()] {
                     ComPtr<IFileStream> stream;
                     HRESULT status = file->Open(GENERIC_WRITE, CREATE_ALWAYS, stream.Out());
                     if (FAILED(status))
@@ -211,10 +193,8 @@ Action Writing()
 Action Listing()
 {
     return {"Listing",
-            [](const Local& local)
-            {
-                return [found = local.Folder()]
-                {
+            [](const Local& local) {
+                return [found = local.Folder()] {
                     ComPtr<IFolderContents> contents;
                     HRESULT status = found->GetContents(contents.Out());
                     EXPECT_EQ(status == S_OK, static_cast<bool>(contents));
@@ -232,10 +212,8 @@ Action Listing()
 Action DeletionOfFile()
 {
     return {"DeletionOfFile",
-            [](const Local& local)
-            {
-                return [item = local.Item()]
-                {
+            [](const Local& local) {
+                return [item = local.Item()] {
                     return item->Delete(VARIANT_TRUE, VARIANT_FALSE);
                 };
             },
@@ -247,10 +225,8 @@ Action DeletionOfFile()
 Action DeletionByShell()
 {
     return {"DeletionByShell",
-            [](const Local& local)
-            {
-                return [item = local.Folder().As<IFileSystemItem>()]
-                {
+            [](const Local& local) {
+                return [item = local.Folder().As<IFileSystemItem>()] {
                     return item->Delete(VARIANT_TRUE, VARIANT_TRUE);
                 };
             },
@@ -260,10 +236,8 @@ Action DeletionByShell()
 Action FolderCreation()
 {
     return {"FolderCreation",
-            [](const Local& local)
-            {
-                return [made = local.Folder(u"new")]
-                {
+            [](const Local& local) {
+                return [made = local.Folder(u"new")] {
                     return made->Create(VARIANT_FALSE);
                 };
             },
@@ -273,10 +247,8 @@ Action FolderCreation()
 Action FolderPathCreation()
 {
     return {"FolderPathCreation",
-            [](const Local& local)
-            {
-                return [made = local.Folder(u"sub/c/d")]
-                {
+            [](const Local& local) {
+                return [made = local.Folder(u"sub/c/d")] {
                     return made->Create(VARIANT_TRUE);
                 };
             },
@@ -287,10 +259,8 @@ Action FolderPathCreation()
 Action AttributeChange()
 {
     return {"AttributeChange",
-            [](const Local& local)
-            {
-                return [item = local.Item()]
-                {
+            [](const Local& local) {
+                return [item = local.Item()] {
                     const HRESULT status = item->SetAttributes(FILE_ATTRIBUTE_READONLY);
                     std::uint32_t attributes = 0;
                     EXPECT_EQ(item->GetAttributes(&attributes), S_OK);
@@ -304,10 +274,8 @@ Action AttributeChange()
 Action TimeChange()
 {
     return {"TimeChange",
-            [](const Local& local)
-            {
-                return [item = local.File().As<IFileSystemItemExt>()]
-                {
+            [](const Local& local) {
+                return [item = local.File().As<IFileSystemItemExt>()] {
                     return item->SetModifiedTime(126256395061234500);
                 };
             },
@@ -317,10 +285,8 @@ Action TimeChange()
 Action Copying()
 {
     return {"Copying",
-            [](const Local& local)
-            {
-                return [&local, progress = std::make_shared<FakeProgress>()]
-                {
+            [](const Local& local) {
+                return [&local, progress = std::make_shared<FakeProgress>()] {
                     const HRESULT status = local.system->CopyItem(
                         Wide(local.Path(u"a.txt")), Wide(local.Path(u"copy")), progress.get());
                     EXPECT_EQ(local.Has(u"copy"), SUCCEEDED(status));
@@ -334,10 +300,8 @@ Action Copying()
 Action TempFileCreation()
 {
     return {"TempFileCreation",
-            [](const Local& local)
-            {
-                return [&local]
-                {
+            [](const Local& local) {
+                return [&local] {
                     Bstr made;
                     const HRESULT status =
                         local.system->CreateTempFile(Wide(local.Path(u"a.txt")), made.Out());
@@ -353,10 +317,8 @@ Action TempFileCreation()
 Action DeletionOfList()
 {
     return {"DeletionOfList",
-            [](const Local& local)
-            {
-                return [&local, trash = std::make_shared<Trash>()]
-                {
+            [](const Local& local) {
+                return [&local, trash = std::make_shared<Trash>()] {
                     FakeItemList list({local.Path(u"a.txt"), local.Path(u"sub")});
                     return local.system->DeleteItems(&list, VARIANT_TRUE, VARIANT_TRUE);
                 };
@@ -388,11 +350,9 @@ const std::set<std::string> hiddenBySnapshots = {"CreateEventW",         "Create
 Action QuestionForRevisions()
 {
     return {"QuestionForRevisions",
-            [](const Local& local)
-            {
+            [](const Local& local) {
                 return [revisions = local.system.As<IFileSystemRevisions>(),
-                        volume = std::make_shared<Volume>()]
-                {
+                        volume = std::make_shared<Volume>()] {
                     VARIANT_BOOL has = VARIANT_FALSE;
                     return revisions->HasRevisions(u"C:\\a.txt", 0, &has);
                 };
@@ -404,11 +364,9 @@ Action ListOfRevisions()
 {
     return {
         "ListOfRevisions",
-        [](const Local& local)
-        {
+        [](const Local& local) {
             return [revisions = local.system.As<IFileSystemRevisions>(),
-                    volume = std::make_shared<Volume>()]
-            {
+                    volume = std::make_shared<Volume>()] {
                 ComPtr<IRevisions> list;
                 const HRESULT status = revisions->GetRevisions(u"C:\\a.txt", 0, list.Out());
                 EXPECT_EQ(status == S_OK, static_cast<bool>(list));
@@ -416,8 +374,7 @@ Action ListOfRevisions()
             };
         },
         // The last four are on the way to the name of the live file's record.
-        []
-        {
+        [] {
             std::set<std::string> hidden = hiddenBySnapshots;
             hidden.insert({"FindResourceExW", "LoadResource", "LockResource", "FormatMessageW"});
             return hidden;

@@ -120,8 +120,7 @@ TEST_F(EveryCallOfGit, OpensTheWholeContentOrFails)
     Result opening;
     HRESULT reading = S_OK;
     std::string bytes;
-    const auto act = [&]
-    {
+    const auto act = [&] {
         ComPtr<IFileStream> stream;
         opening = ResultOf([&] { return file->Open(GENERIC_READ, OPEN_EXISTING, stream.Out()); });
         EXPECT_EQ(opening.status == S_OK, static_cast<bool>(stream));
@@ -133,8 +132,7 @@ TEST_F(EveryCallOfGit, OpensTheWholeContentOrFails)
                                        "SetHandleInformation", "CreateProcessW",
                                        "SetFilePointer",       "InitializeCriticalSectionEx"};
     std::set<std::string> failed;
-    const auto expect = [&](const std::string& operation)
-    {
+    const auto expect = [&](const std::string& operation) {
         EXPECT_EQ(FAILED(opening.status), needed.contains(operation));
         EXPECT_EQ(opening.text == u"(none)", opening.status == S_OK);
         if (FAILED(opening.status))
@@ -153,8 +151,7 @@ TEST_F(EveryCallOfGit, ListsAllOrNothing)
 {
     Result listing;
     std::uint32_t count = 0;
-    const auto act = [&]
-    {
+    const auto act = [&] {
         listing = ResultOf([&] { return CountRevisions(count); });
     };
     // Those without which there is no list, and that of the collection itself, whose failure is no
@@ -163,8 +160,7 @@ TEST_F(EveryCallOfGit, ListsAllOrNothing)
         "GetTempFileNameW", "CreateFileW",    "CreatePipe", "SetHandleInformation",
         "CreateProcessW",   "SetFilePointer", "ReadFile",   "MultiByteToWideChar"};
     std::set<std::string> hidden;
-    const auto expect = [&](const std::string& operation)
-    {
+    const auto expect = [&](const std::string& operation) {
         EXPECT_EQ(FAILED(listing.status), operation == "InitializeCriticalSectionEx");
         EXPECT_EQ(listing.text == u"(none)", listing.status == S_OK);
         if (FAILED(listing.status))

@@ -38,14 +38,12 @@ protected:
     {
         const auto found = local.Folder();
         count = 99;
-        return ResultOf(
-            [&]
-            {
-                ComPtr<IFolderContents> contents;
-                const HRESULT status = found->GetContents(contents.Out());
-                EXPECT_EQ(status == S_OK, static_cast<bool>(contents));
-                return FAILED(status) ? status : contents->GetCount(&count);
-            });
+        return ResultOf([&] {
+            ComPtr<IFolderContents> contents;
+            const HRESULT status = found->GetContents(contents.Out());
+            EXPECT_EQ(status == S_OK, static_cast<bool>(contents));
+            return FAILED(status) ? status : contents->GetCount(&count);
+        });
     }
     std::u16string FailedToOpen() const
     {
@@ -97,11 +95,10 @@ TEST_F(Lookups, TheStatusIsThatOfTheFirstQuestion)
     Faults faults;
     faults.Fail("GetFileAttributesW", 1, ERROR_BUSY);
     ComPtr<IFile> file;
-    EXPECT_THAT(ResultOf(
-                    [&] {
-                        return local.system->GetFile(Wide(local.Path(u"a.txt")), VARIANT_TRUE,
-                                                     file.Out());
-                    }),
+    EXPECT_THAT(ResultOf([&] {
+                    return local.system->GetFile(Wide(local.Path(u"a.txt")), VARIANT_TRUE,
+                                                 file.Out());
+                }),
                 FailsWith(busy, FailedToOpen()));
     EXPECT_FALSE(file);
 }
@@ -129,11 +126,10 @@ TEST_F(Lookups, AnItemWithoutItsLockIsNotMade)
     Faults faults;
     faults.Fail("InitializeCriticalSectionEx", 1, ERROR_NOT_ENOUGH_MEMORY);
     ComPtr<IFile> file;
-    EXPECT_THAT(ResultOf(
-                    [&] {
-                        return local.system->GetFile(Wide(local.Path(u"a.txt")), VARIANT_TRUE,
-                                                     file.Out());
-                    }),
+    EXPECT_THAT(ResultOf([&] {
+                    return local.system->GetFile(Wide(local.Path(u"a.txt")), VARIANT_TRUE,
+                                                 file.Out());
+                }),
                 FailsWith(StatusFromError(ERROR_NOT_ENOUGH_MEMORY), FailedToOpen()));
 }
 

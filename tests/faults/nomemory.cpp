@@ -118,12 +118,10 @@ TEST(NoMemory, MakesNoItemOfAnAddress)
 TEST(NoMemory, MakesNoRevisions)
 {
     auto* revisions = reinterpret_cast<IRevisions*>(1);
-    const PublishedError error = ErrorWithoutMemory(
-        [&]
-        {
-            return GetRevisionsHidingFailures(CLSID_GITFileSystem, &revisions,
-                                              [] { return std::vector<RevisionRecord>(); });
-        });
+    const PublishedError error = ErrorWithoutMemory([&] {
+        return GetRevisionsHidingFailures(CLSID_GITFileSystem, &revisions,
+                                          [] { return std::vector<RevisionRecord>(); });
+    });
     EXPECT_EQ(error.text, NoObject()) << "no position in the source";
     EXPECT_TRUE(error.interfaceId == IID_IFileSystemRevisions);
     EXPECT_EQ(revisions, nullptr);
@@ -194,8 +192,7 @@ TEST(NoMemory, ForTheAnswerOfAFileServerMakesNoSnapshots)
     SnapshotServer server;
     server.Hold({u"@GMT-2024.05.01-10.30.00"});
     server.start = {SnapshotServer::Header(1, 0, 0xFFFFFFEF)};
-    server.onCall = [](const SnapshotServer::Call&)
-    {
+    server.onCall = [](const SnapshotServer::Call&) {
         refuse = true;
     };
     const std::size_t count = ListSnapshots(u"C:\\a").size();

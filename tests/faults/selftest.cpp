@@ -84,13 +84,10 @@ TEST(FaultsSelf, CallsOfOtherThreadsCount)
     faults.FailNth(2, someError);
     EXPECT_NE(GetFileAttributesW(u"/"), INVALID_FILE_ATTRIBUTES);
     DWORD error = ERROR_SUCCESS;
-    std::thread(
-        [&]
-        {
-            if (GetFileAttributesW(u"/") == INVALID_FILE_ATTRIBUTES)
-                error = GetLastError();
-        })
-        .join();
+    std::thread([&] {
+        if (GetFileAttributesW(u"/") == INVALID_FILE_ATTRIBUTES)
+            error = GetLastError();
+    }).join();
     EXPECT_EQ(error, someError);
 }
 
@@ -116,13 +113,11 @@ TEST(FaultsSelf, FailedCloseReleasesAllTheSame)
 TEST(FaultsSelf, EachOperationFailsInItsOwnWay)
 {
     Faults faults;
-    const auto order = [&](const char* operation)
-    {
+    const auto order = [&](const char* operation) {
         faults.Fail(operation, 1, someError);
         SetLastError(ERROR_SUCCESS);
     };
-    const auto expectNo = [](BOOL result)
-    {
+    const auto expectNo = [](BOOL result) {
         EXPECT_FALSE(result);
         EXPECT_EQ(GetLastError(), someError);
     };
@@ -164,13 +159,11 @@ TEST(FaultsSelf, EachOperationFailsInItsOwnWay)
 TEST(FaultsSelf, ProcessesFailInTheirOwnWay)
 {
     Faults faults;
-    const auto order = [&](const char* operation)
-    {
+    const auto order = [&](const char* operation) {
         faults.Fail(operation, 1, someError);
         SetLastError(ERROR_SUCCESS);
     };
-    const auto expectNone = [](bool isNone)
-    {
+    const auto expectNone = [](bool isNone) {
         EXPECT_TRUE(isNone);
         EXPECT_EQ(GetLastError(), someError);
     };
@@ -209,13 +202,11 @@ TEST(FaultsSelf, ProcessesFailInTheirOwnWay)
 TEST(FaultsSelf, ResourcesAndTextsFailInTheirOwnWay)
 {
     Faults faults;
-    const auto order = [&](const char* operation)
-    {
+    const auto order = [&](const char* operation) {
         faults.Fail(operation, 1, someError);
         SetLastError(ERROR_SUCCESS);
     };
-    const auto expectNone = [](bool isNone)
-    {
+    const auto expectNone = [](bool isNone) {
         EXPECT_TRUE(isNone);
         EXPECT_EQ(GetLastError(), someError);
     };
@@ -251,8 +242,7 @@ TEST(FaultsSelf, ResourcesAndTextsFailInTheirOwnWay)
 TEST(FaultsSelf, ComponentsFailWithStatuses)
 {
     Faults faults;
-    const auto order = [&](const char* operation)
-    {
+    const auto order = [&](const char* operation) {
         faults.Fail(operation, 1, someError);
     };
     FILETIME time = {};

@@ -97,8 +97,7 @@ TEST_F(FailingSnapshots, ARefusalClosesBoth)
 
 TEST_F(FailingSnapshots, ALateAnswerIsWaitedForAndClosesBoth)
 {
-    server.onCall = [](const SnapshotServer::Call& call)
-    {
+    server.onCall = [](const SnapshotServer::Call& call) {
         SetEvent(call.event);
     };
     for (SnapshotServer::Answer* const answer : {&server.start, &server.whole})

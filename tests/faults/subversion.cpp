@@ -209,8 +209,7 @@ TEST_F(FailingSubversion, EveryCallFailsInTurn)
     const std::set<std::string> hidden{"_beginthreadex", "CloseHandle", "GetExitCodeProcess",
                                        "SystemTimeToFileTime"};
     const std::function<HRESULT()> actions[] = {[&] { return List(); }, [&] { return Stat(); },
-                                                [&]
-                                                {
+                                                [&] {
                                                     return Open();
                                                 }};
     for (const auto& action : actions)

@@ -43,11 +43,9 @@ template <class System> void ExpectFailure(const Row& row, const char16_t* addre
     faults.Fail(row.operation, row.call, row.error);
     ComPtr<IRevisions> revisions;
     std::uint32_t count = 77;
-    const Result listing = ResultOf(
-        [&] {
-            return system.As<IFileSystemRevisions>()->GetRevisions(Wide(address), 0,
-                                                                   revisions.Out());
-        });
+    const Result listing = ResultOf([&] {
+        return system.As<IFileSystemRevisions>()->GetRevisions(Wide(address), 0, revisions.Out());
+    });
     EXPECT_EQ(listing.status, S_OK);
     EXPECT_EQ(listing.text, u"(none)");
     ASSERT_EQ(revisions->GetCount(&count), S_OK);

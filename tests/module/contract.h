@@ -73,9 +73,7 @@ class CreationContract : public testing::TestWithParam<ClassContract>
 // Rows for methods of interface `I`.
 template <class I, class F> NullCall NullOf(const char* method, Null leaves, F call)
 {
-    return {method, leaves,
-            [call](::IUnknown* object)
-            {
+    return {method, leaves, [call](::IUnknown* object) {
                 const auto view = ComPtr<::IUnknown>::Share(object).As<I>();
                 return view ? call(view.Get()) : S_OK;
             }};
@@ -85,8 +83,7 @@ template <class I, class F> NullCall NullOf(const char* method, Null leaves, F c
 template <class I, class Value, class F>
 FailingCall ClearedBy(const char* method, Value set, F call)
 {
-    return {method, [set, call](::IUnknown* object)
-            {
+    return {method, [set, call](::IUnknown* object) {
                 Value value = set;
                 const auto view = ComPtr<::IUnknown>::Share(object).As<I>();
                 return view && call(view.Get(), &value) < 0 && value == Value{};

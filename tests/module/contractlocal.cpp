@@ -55,38 +55,41 @@ ClassContract FileSystemContract()
          IidOf<::ISupportErrorInfo>()},
         {IID_IFileSystem, IID_IFileSystemInit, IID_IFileSystemCopyEx, IID_IFileSystemRevisions},
         {
-            NullOf<IFileSystem>("GetFolder", Null::Message,
-                                [](IFileSystem* s)
-                                { return s->GetFolder(Ole(u"."), VARIANT_TRUE, nullptr); }),
-            NullOf<IFileSystem>("GetFile", Null::Message,
-                                [](IFileSystem* s)
-                                { return s->GetFile(Ole(u"."), VARIANT_TRUE, nullptr); }),
-            NullOf<IFileSystem>("CreateTempFile", Null::Message,
-                                [](IFileSystem* s)
-                                { return s->CreateTempFile(Ole(u"a"), nullptr); }),
-            NullOf<IFileSystem>("GetOperationMask", Null::Message,
-                                [](IFileSystem* s)
-                                { return s->GetOperationMask(0, nullptr, nullptr); }),
-            NullOf<IFileSystem>("CombinePath", Null::Message,
-                                [](IFileSystem* s)
-                                { return s->CombinePath(Ole(u"a"), Ole(u"b"), nullptr); }),
-            NullOf<IFileSystemRevisions>("HasRevisions", Null::Message,
-                                         [](IFileSystemRevisions* s)
-                                         { return s->HasRevisions(Ole(u"a"), 0, nullptr); }),
-            NullOf<IFileSystemRevisions>("GetRevisions", Null::Message,
-                                         [](IFileSystemRevisions* s)
-                                         { return s->GetRevisions(Ole(u"a"), 0, nullptr); }),
+            NullOf<IFileSystem>(
+                "GetFolder", Null::Message,
+                [](IFileSystem* s) { return s->GetFolder(Ole(u"."), VARIANT_TRUE, nullptr); }),
+            NullOf<IFileSystem>(
+                "GetFile", Null::Message,
+                [](IFileSystem* s) { return s->GetFile(Ole(u"."), VARIANT_TRUE, nullptr); }),
+            NullOf<IFileSystem>(
+                "CreateTempFile", Null::Message,
+                [](IFileSystem* s) { return s->CreateTempFile(Ole(u"a"), nullptr); }),
+            NullOf<IFileSystem>(
+                "GetOperationMask", Null::Message,
+                [](IFileSystem* s) { return s->GetOperationMask(0, nullptr, nullptr); }),
+            NullOf<IFileSystem>(
+                "CombinePath", Null::Message,
+                [](IFileSystem* s) { return s->CombinePath(Ole(u"a"), Ole(u"b"), nullptr); }),
+            NullOf<IFileSystemRevisions>(
+                "HasRevisions", Null::Message,
+                [](IFileSystemRevisions* s) { return s->HasRevisions(Ole(u"a"), 0, nullptr); }),
+            NullOf<IFileSystemRevisions>(
+                "GetRevisions", Null::Message,
+                [](IFileSystemRevisions* s) { return s->GetRevisions(Ole(u"a"), 0, nullptr); }),
         },
         {
             ClearedBy<IFileSystem>("GetFolder", reinterpret_cast<IFolder*>(1),
-                                   [missing](IFileSystem* s, IFolder** out)
-                                   { return s->GetFolder(Ole(missing), VARIANT_TRUE, out); }),
+                                   [missing](IFileSystem* s, IFolder** out) {
+                                       return s->GetFolder(Ole(missing), VARIANT_TRUE, out);
+                                   }),
             ClearedBy<IFileSystem>("GetFile", reinterpret_cast<IFile*>(1),
-                                   [missing](IFileSystem* s, IFile** out)
-                                   { return s->GetFile(Ole(missing), VARIANT_TRUE, out); }),
+                                   [missing](IFileSystem* s, IFile** out) {
+                                       return s->GetFile(Ole(missing), VARIANT_TRUE, out);
+                                   }),
         },
-        [](::IUnknown* outer, const GUID& iid, void** out)
-        { return TheModule().CreateInstance(CLSID_Win32FileSystem, outer, iid, out); },
+        [](::IUnknown* outer, const GUID& iid, void** out) {
+            return TheModule().CreateInstance(CLSID_Win32FileSystem, outer, iid, out);
+        },
     };
 }
 
@@ -97,9 +100,9 @@ ClassContract FileContract()
                                   [](IFile* f) { return f->GetSizeLow(nullptr); }));
     nulls.push_back(NullOf<IFile>("GetSizeHigh", Null::Message,
                                   [](IFile* f) { return f->GetSizeHigh(nullptr); }));
-    nulls.push_back(NullOf<IFile>("Open", Null::Message,
-                                  [](IFile* f)
-                                  { return f->Open(readAccess, openExisting, nullptr); }));
+    nulls.push_back(NullOf<IFile>("Open", Null::Message, [](IFile* f) {
+        return f->Open(readAccess, openExisting, nullptr);
+    }));
     return {
         "Win32File",
         [](const TempFolder& folder) { return File(folder).As<::IUnknown>(); },
@@ -111,9 +114,9 @@ ClassContract FileContract()
         {
             ClearedBy<IFile>("Open", reinterpret_cast<IFileStream*>(1),
                              [](IFile* f, IFileStream** out) { return f->Open(0, 0, out); }),
-            ClearedBy<IFile>("Open", reinterpret_cast<IFileStream*>(1),
-                             [](IFile* f, IFileStream** out)
-                             { return f->Open(writeAccess, createNew, out); }),
+            ClearedBy<IFile>(
+                "Open", reinterpret_cast<IFileStream*>(1),
+                [](IFile* f, IFileStream** out) { return f->Open(writeAccess, createNew, out); }),
         },
     };
 }
@@ -137,8 +140,7 @@ ClassContract ContentsContract()
 {
     return {
         "Win32FolderContents",
-        [](const TempFolder& folder)
-        {
+        [](const TempFolder& folder) {
             ComPtr<IFolderContents> contents;
             Folder(folder)->GetContents(contents.Out());
             return contents.As<::IUnknown>();
@@ -152,9 +154,9 @@ ClassContract ContentsContract()
                                     [](IFolderContents* c) { return c->GetItem(0, nullptr); }),
         },
         {
-            ClearedBy<IFolderContents>("GetItem", reinterpret_cast<IFileSystemItem*>(1),
-                                       [](IFolderContents* c, IFileSystemItem** out)
-                                       { return c->GetItem(1, out); }),
+            ClearedBy<IFolderContents>(
+                "GetItem", reinterpret_cast<IFileSystemItem*>(1),
+                [](IFolderContents* c, IFileSystemItem** out) { return c->GetItem(1, out); }),
         },
     };
 }
@@ -163,8 +165,7 @@ ClassContract StreamContract()
 {
     return {
         "FileStream",
-        [](const TempFolder& folder)
-        {
+        [](const TempFolder& folder) {
             ComPtr<IFileStream> stream;
             File(folder)->Open(readAccess, openExisting, stream.Out());
             return stream.As<::IUnknown>();
@@ -177,9 +178,9 @@ ClassContract StreamContract()
                                    [](ILib7zInStream* s) { return s->Read(nullptr, 0, nullptr); }),
         },
         {
-            ClearedBy<ILib7zInStream>("Seek", std::uint64_t{99},
-                                      [](ILib7zInStream* s, std::uint64_t* out)
-                                      { return s->Seek(-1, 0, out); }),
+            ClearedBy<ILib7zInStream>(
+                "Seek", std::uint64_t{99},
+                [](ILib7zInStream* s, std::uint64_t* out) { return s->Seek(-1, 0, out); }),
         },
     };
 }

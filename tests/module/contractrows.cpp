@@ -16,12 +16,12 @@ std::vector<NullCall> AddressItemNulls(std::vector<NullCall> more)
                                 [](IFileSystemItem* i) { return i->GetParentPath(nullptr); }),
         NullOf<IFileSystemItem>("GetPath", Null::Bare,
                                 [](IFileSystemItem* i) { return i->GetPath(nullptr); }),
-        NullOf<IFileSystemItemComparableUrl>("GetComparableName", Null::Bare,
-                                             [](IFileSystemItemComparableUrl* i)
-                                             { return i->GetComparableName(nullptr); }),
-        NullOf<IFileSystemItemComparableUrl>("GetComparableUrl", Null::Bare,
-                                             [](IFileSystemItemComparableUrl* i)
-                                             { return i->GetComparableUrl(nullptr); }),
+        NullOf<IFileSystemItemComparableUrl>(
+            "GetComparableName", Null::Bare,
+            [](IFileSystemItemComparableUrl* i) { return i->GetComparableName(nullptr); }),
+        NullOf<IFileSystemItemComparableUrl>(
+            "GetComparableUrl", Null::Bare,
+            [](IFileSystemItemComparableUrl* i) { return i->GetComparableUrl(nullptr); }),
     };
     rows.insert(rows.end(), more.begin(), more.end());
     return rows;

@@ -58,18 +58,18 @@ template <const System& system> ClassContract FileSystemContract()
                                 [](IFileSystem* s) {
                                     return s->GetFile(Ole(system.address), VARIANT_FALSE, nullptr);
                                 }),
-            NullOf<IFileSystem>("GetOperationMask", Null::Bare,
-                                [](IFileSystem* s)
-                                { return s->GetOperationMask(0, nullptr, nullptr); }),
-            NullOf<IFileSystem>("CombinePath", Null::Bare,
-                                [](IFileSystem* s)
-                                { return s->CombinePath(Ole(u"a"), Ole(u"b"), nullptr); }),
-            NullOf<IFileSystemRevisions>("HasRevisions", Null::Message,
-                                         [](IFileSystemRevisions* s)
-                                         { return s->HasRevisions(Ole(u"a"), 0, nullptr); }),
-            NullOf<IFileSystemRevisions>("GetRevisions", Null::Message,
-                                         [](IFileSystemRevisions* s)
-                                         { return s->GetRevisions(Ole(u"a"), 0, nullptr); }),
+            NullOf<IFileSystem>(
+                "GetOperationMask", Null::Bare,
+                [](IFileSystem* s) { return s->GetOperationMask(0, nullptr, nullptr); }),
+            NullOf<IFileSystem>(
+                "CombinePath", Null::Bare,
+                [](IFileSystem* s) { return s->CombinePath(Ole(u"a"), Ole(u"b"), nullptr); }),
+            NullOf<IFileSystemRevisions>(
+                "HasRevisions", Null::Message,
+                [](IFileSystemRevisions* s) { return s->HasRevisions(Ole(u"a"), 0, nullptr); }),
+            NullOf<IFileSystemRevisions>(
+                "GetRevisions", Null::Message,
+                [](IFileSystemRevisions* s) { return s->GetRevisions(Ole(u"a"), 0, nullptr); }),
         },
         {
             ClearedBy<IFileSystem>("GetFolder", reinterpret_cast<IFolder*>(1),
@@ -77,14 +77,16 @@ template <const System& system> ClassContract FileSystemContract()
                                        return s->GetFolder(Ole(system.address), VARIANT_FALSE, out);
                                    }),
             ClearedBy<IFileSystem>("GetFile", reinterpret_cast<IFile*>(1),
-                                   [](IFileSystem* s, IFile** out)
-                                   { return s->GetFile(Ole(u"x://y"), VARIANT_FALSE, out); }),
-            ClearedBy<IFileSystem>("CreateTempFile", reinterpret_cast<BSTR>(1),
-                                   [](IFileSystem* s, BSTR* out)
-                                   { return s->CreateTempFile(Ole(u"a"), out); }),
+                                   [](IFileSystem* s, IFile** out) {
+                                       return s->GetFile(Ole(u"x://y"), VARIANT_FALSE, out);
+                                   }),
+            ClearedBy<IFileSystem>(
+                "CreateTempFile", reinterpret_cast<BSTR>(1),
+                [](IFileSystem* s, BSTR* out) { return s->CreateTempFile(Ole(u"a"), out); }),
         },
-        [](::IUnknown* outer, const GUID& iid, void** out)
-        { return TheModule().CreateInstance(system.classId, outer, iid, out); },
+        [](::IUnknown* outer, const GUID& iid, void** out) {
+            return TheModule().CreateInstance(system.classId, outer, iid, out);
+        },
     };
 }
 
@@ -105,12 +107,12 @@ template <const System& system> ClassContract FileContract()
                              [](IFile* f, std::uint32_t* out) { return f->GetSizeLow(out); }),
             ClearedBy<IFile>("GetSizeHigh", std::uint32_t{7},
                              [](IFile* f, std::uint32_t* out) { return f->GetSizeHigh(out); }),
-            ClearedBy<IFileSystemItem>("GetModifiedTime", std::uint64_t{7},
-                                       [](IFileSystemItem* i, std::uint64_t* out)
-                                       { return i->GetModifiedTime(out); }),
-            ClearedBy<IFileSystemItem>("GetAttributes", std::uint32_t{7},
-                                       [](IFileSystemItem* i, std::uint32_t* out)
-                                       { return i->GetAttributes(out); }),
+            ClearedBy<IFileSystemItem>(
+                "GetModifiedTime", std::uint64_t{7},
+                [](IFileSystemItem* i, std::uint64_t* out) { return i->GetModifiedTime(out); }),
+            ClearedBy<IFileSystemItem>(
+                "GetAttributes", std::uint32_t{7},
+                [](IFileSystemItem* i, std::uint32_t* out) { return i->GetAttributes(out); }),
             ClearedBy<IFile>("Open", reinterpret_cast<IFileStream*>(1),
                              [](IFile* f, IFileStream** out) { return f->Open(0, 0, out); }),
         },
@@ -126,12 +128,12 @@ template <const System& system> ClassContract RevisionsContract()
         {IID_IRevisions},
         RevisionsNulls(),
         {
-            ClearedBy<IRevisions>("GetItem", reinterpret_cast<IRevision*>(1),
-                                  [](IRevisions* r, IRevision** out)
-                                  { return r->GetItem(0, out); }),
-            ClearedBy<IRevisions>("GetItem", reinterpret_cast<IRevision*>(1),
-                                  [](IRevisions* r, IRevision** out)
-                                  { return r->GetItem(-1, out); }),
+            ClearedBy<IRevisions>(
+                "GetItem", reinterpret_cast<IRevision*>(1),
+                [](IRevisions* r, IRevision** out) { return r->GetItem(0, out); }),
+            ClearedBy<IRevisions>(
+                "GetItem", reinterpret_cast<IRevision*>(1),
+                [](IRevisions* r, IRevision** out) { return r->GetItem(-1, out); }),
         },
     };
 }

@@ -19,8 +19,8 @@ class Copy : public LocalTest
 protected:
     Outcome CopyItem(const std::u16string& source, const std::u16string& destination)
     {
-        return OutcomeOf([&]
-                         { return system->CopyItem(Ole(source), Ole(destination), &progress); });
+        return OutcomeOf(
+            [&] { return system->CopyItem(Ole(source), Ole(destination), &progress); });
     }
     Outcome CopyEx(const std::u16string& source, const std::u16string& destination,
                    std::uint32_t flags)
@@ -137,8 +137,7 @@ TEST_F(CopyProgress, IsAskedOnTheCallersThreadWithYesInTheValue)
 
 TEST_F(CopyProgress, AHostThatWritesNoAnswerGoesOn)
 {
-    progress.answer = [](int)
-    {
+    progress.answer = [](int) {
         return std::nullopt;
     };
     EXPECT_THAT(CopyItem(PutPieces(1), folder / u"b.txt"), Succeeded());
@@ -148,8 +147,7 @@ TEST_F(CopyProgress, AHostThatWritesNoAnswerGoesOn)
 
 TEST_F(CopyProgress, AnyValueButZeroGoesOnWhateverTheStatus)
 {
-    progress.answer = [](int)
-    {
+    progress.answer = [](int) {
         return VARIANT_BOOL{1};
     };
     progress.status = E_FAIL;
@@ -163,8 +161,7 @@ TEST_F(CopyProgress, ANoFailsAndLeavesNothing)
     for (const int last : {1, 2})
     {
         FakeProgress asked;
-        asked.answer = [last](int n)
-        {
+        asked.answer = [last](int n) {
             return n < last ? VARIANT_TRUE : VARIANT_FALSE;
         };
         EXPECT_THAT(OutcomeOf([&] { return system->CopyItem(Ole(source), Ole(target), &asked); }),

@@ -39,30 +39,26 @@ TEST_F(Endurance, OpenReadAndClose)
 {
     const auto file = File(Put(u"a.txt"));
     int failures = 0;
-    Endure(100000,
-           [&]
-           {
-               ComPtr<IFileStream> stream;
-               char buffer[16];
-               ULONG read = 0;
-               const bool fine =
-                   file->Open(readAccess, openExisting, stream.Out()) == S_OK &&
-                   stream.As<::ISequentialStream>()->Read(buffer, sizeof buffer, &read) == S_OK &&
-                   read == 7 && stream->Close() == S_OK;
-               failures += fine ? 0 : 1;
-           });
+    Endure(100000, [&] {
+        ComPtr<IFileStream> stream;
+        char buffer[16];
+        ULONG read = 0;
+        const bool fine =
+            file->Open(readAccess, openExisting, stream.Out()) == S_OK &&
+            stream.As<::ISequentialStream>()->Read(buffer, sizeof buffer, &read) == S_OK &&
+            read == 7 && stream->Close() == S_OK;
+        failures += fine ? 0 : 1;
+    });
     EXPECT_EQ(failures, 0);
 }
 
 TEST_F(Endurance, ReleaseWithoutClosing)
 {
     const auto file = File(Put(u"a.txt"));
-    Endure(2000,
-           [&]
-           {
-               ComPtr<IFileStream> stream;
-               file->Open(readAccess, openExisting, stream.Out());
-           });
+    Endure(2000, [&] {
+        ComPtr<IFileStream> stream;
+        file->Open(readAccess, openExisting, stream.Out());
+    });
 }
 
 TEST_F(Endurance, ListAndLookAtEachItem)
@@ -79,15 +75,13 @@ TEST_F(Endurance, Fail)
 {
     const std::u16string missing = folder / u"missing";
     const auto notThere = NewFile(missing);
-    Endure(2000,
-           [&]
-           {
-               ComPtr<IFileStream> stream;
-               EXPECT_LT(notThere->Open(readAccess, openExisting, stream.Out()), 0);
-               EXPECT_LT(GetFile(missing).status, 0);
-               EXPECT_LT(GetFolder(missing).status, 0);
-               EXPECT_LT(notThere.As<IFileSystemItem>()->Delete(VARIANT_TRUE, VARIANT_TRUE), 0);
-           });
+    Endure(2000, [&] {
+        ComPtr<IFileStream> stream;
+        EXPECT_LT(notThere->Open(readAccess, openExisting, stream.Out()), 0);
+        EXPECT_LT(GetFile(missing).status, 0);
+        EXPECT_LT(GetFolder(missing).status, 0);
+        EXPECT_LT(notThere.As<IFileSystemItem>()->Delete(VARIANT_TRUE, VARIANT_TRUE), 0);
+    });
 }
 
 } // namespace

@@ -266,10 +266,9 @@ TEST_F(Git, OpensExistingFilesForReadingOnly)
 TEST_F(Git, HasNoFoldersAndTellsNoFacts)
 {
     ComPtr<IFolder> folder;
-    const Outcome noFolder = OutcomeOf(
-        [&] {
-            return system->GetFolder(Ole(repository.Folder().Text()), VARIANT_FALSE, folder.Out());
-        });
+    const Outcome noFolder = OutcomeOf([&] {
+        return system->GetFolder(Ole(repository.Folder().Text()), VARIANT_FALSE, folder.Out());
+    });
     EXPECT_EQ(noFolder.status, E_NOTIMPL);
     EXPECT_TRUE(noFolder.error->text.starts_with(u"Failed to create a support object. "));
     const auto item = File(Address(u"a.txt", "12")).As<IFileSystemItem>();

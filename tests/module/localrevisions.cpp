@@ -18,11 +18,9 @@ protected:
     }
     Outcome List(const std::u16string& path)
     {
-        return OutcomeOf(
-            [&] {
-                return system.As<IFileSystemRevisions>()->GetRevisions(Ole(path), 1,
-                                                                       revisions.Out());
-            });
+        return OutcomeOf([&] {
+            return system.As<IFileSystemRevisions>()->GetRevisions(Ole(path), 1, revisions.Out());
+        });
     }
 
     VARIANT_BOOL has = 7;

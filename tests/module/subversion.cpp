@@ -238,10 +238,10 @@ TEST_F(Subversion, WhatMustExistIsLookedFor)
     ComPtr<IFile> file;
     ComPtr<IFolder> folder;
     const std::u16string trunk = repository_.Address(u"trunk");
-    EXPECT_THAT(
-        OutcomeOf([&]
-                  { return system->GetFile(Ole(trunk + u"/a.txt"), VARIANT_TRUE, file.Out()); }),
-        Succeeded());
+    EXPECT_THAT(OutcomeOf([&] {
+                    return system->GetFile(Ole(trunk + u"/a.txt"), VARIANT_TRUE, file.Out());
+                }),
+                Succeeded());
     EXPECT_THAT(
         OutcomeOf([&] { return system->GetFolder(Ole(trunk), VARIANT_TRUE, folder.Out()); }),
         Succeeded());

@@ -97,16 +97,14 @@ TEST_F(TempFile, NobodyGetsANameTwice)
     std::vector<std::thread> threads;
     for (auto& own : names)
     {
-        threads.emplace_back(
-            [&, shared = system]
+        threads.emplace_back([&, shared = system] {
+            for (int i = 0; i < each; ++i)
             {
-                for (int i = 0; i < each; ++i)
-                {
-                    Bstr made;
-                    if (shared->CreateTempFile(Ole(folder / u"a"), made.Out()) == S_OK)
-                        own.emplace_back(made.View());
-                }
-            });
+                Bstr made;
+                if (shared->CreateTempFile(Ole(folder / u"a"), made.Out()) == S_OK)
+                    own.emplace_back(made.View());
+            }
+        });
     }
     for (std::thread& thread : threads)
         thread.join();

@@ -108,12 +108,10 @@ TEST(Threads, WorkBesideEachOther)
     std::vector<std::thread> threads;
     for (int number = 0; number < threadCount; ++number)
     {
-        threads.emplace_back(
-            [&, number]
-            {
-                failures[static_cast<std::size_t>(number)] =
-                    Worker(folder, host->Unknown(), number).Failures();
-            });
+        threads.emplace_back([&, number] {
+            failures[static_cast<std::size_t>(number)] =
+                Worker(folder, host->Unknown(), number).Failures();
+        });
     }
     for (std::thread& thread : threads)
         thread.join();
@@ -133,12 +131,10 @@ TEST(Threads, ShareOneFileSystem)
         std::vector<std::thread> threads;
         for (int& count : done)
         {
-            threads.emplace_back(
-                [&, own = system]
-                {
-                    for (int round = 0; round < rounds; ++round)
-                        count += LookAround(own, folder) ? 1 : 0;
-                });
+            threads.emplace_back([&, own = system] {
+                for (int round = 0; round < rounds; ++round)
+                    count += LookAround(own, folder) ? 1 : 0;
+            });
         }
         for (std::thread& thread : threads)
             thread.join();
@@ -159,15 +155,13 @@ TEST(Threads, ReadTheFactsOfOneItem)
     std::vector<std::thread> threads;
     for (std::uint32_t& size : sizes)
     {
-        threads.emplace_back(
-            [&size, own = file]
+        threads.emplace_back([&size, own = file] {
+            for (int round = 0; round < rounds; ++round)
             {
-                for (int round = 0; round < rounds; ++round)
-                {
-                    const ComPtr<IFile> other = own.As<IFile>();
-                    other->GetSizeLow(&size);
-                }
-            });
+                const ComPtr<IFile> other = own.As<IFile>();
+                other->GetSizeLow(&size);
+            }
+        });
     }
     for (std::thread& thread : threads)
         thread.join();

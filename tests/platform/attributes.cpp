@@ -49,8 +49,7 @@ TEST(Attributes, ReadOnlyIsSetAndCleared)
 TEST(Attributes, MissingFileCannotBeChanged)
 {
     const TempFolder folder;
-    const auto set = [](const std::u16string& path)
-    {
+    const auto set = [](const std::u16string& path) {
         return ErrorOf(SetFileAttributesW(Wide(path), FILE_ATTRIBUTE_NORMAL));
     };
     EXPECT_EQ(set(folder / u"none"), ERROR_FILE_NOT_FOUND);

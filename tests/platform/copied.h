@@ -12,8 +12,7 @@ namespace tarnwell::test
 struct Progress
 {
     // The answer to question `n`, counted from 1.
-    std::function<DWORD(int n)> answer = [](int)
-    {
+    std::function<DWORD(int n)> answer = [](int) {
         return PROGRESS_CONTINUE;
     };
     int questions = 0;

@@ -180,8 +180,7 @@ TEST_F(FileCopy, ACancelledCopyLeavesNoTarget)
     for (const int last : {1, 2})
     {
         Progress progress;
-        progress.answer = [last](int n)
-        {
+        progress.answer = [last](int n) {
             return n < last ? PROGRESS_CONTINUE : PROGRESS_CANCEL;
         };
         EXPECT_EQ(Copy(0, &progress), ERROR_REQUEST_ABORTED);

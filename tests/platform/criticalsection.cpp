@@ -41,15 +41,13 @@ TEST(CriticalSection, KeepsOthersOut)
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i)
     {
-        threads.emplace_back(
-            [&]
+        threads.emplace_back([&] {
+            for (int round = 0; round < 20000; ++round)
             {
-                for (int round = 0; round < 20000; ++round)
-                {
-                    const std::lock_guard lock(section);
-                    ++count;
-                }
-            });
+                const std::lock_guard lock(section);
+                ++count;
+            }
+        });
     }
     for (std::thread& thread : threads)
         thread.join();

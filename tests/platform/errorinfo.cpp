@@ -109,15 +109,12 @@ TEST(ErrorInfo, IsEachThreadsOwn)
 {
     const ComPtr<IErrorInfo> reader = ReadingSide(Made());
     EXPECT_EQ(SetErrorInfo(0, reader.Get()), S_OK);
-    std::thread(
-        [&]
-        {
-            ComPtr<IErrorInfo> taken;
-            EXPECT_EQ(GetErrorInfo(0, taken.Out()), S_FALSE);
-            // Goes with the thread.
-            EXPECT_EQ(SetErrorInfo(0, reader.Get()), S_OK);
-        })
-        .join();
+    std::thread([&] {
+        ComPtr<IErrorInfo> taken;
+        EXPECT_EQ(GetErrorInfo(0, taken.Out()), S_FALSE);
+        // Goes with the thread.
+        EXPECT_EQ(SetErrorInfo(0, reader.Get()), S_OK);
+    }).join();
     ComPtr<IErrorInfo> taken;
     EXPECT_EQ(GetErrorInfo(0, taken.Out()), S_OK);
     EXPECT_EQ(taken.Get(), reader.Get());

@@ -29,12 +29,10 @@ TEST(Event, IsWaitedForUntilAnotherThreadSetsIt)
 {
     const EventHandle event = MakeEvent();
     std::atomic<bool> told = false;
-    std::thread other(
-        [&]
-        {
-            told = true;
-            EXPECT_TRUE(SetEvent(event.Get()));
-        });
+    std::thread other([&] {
+        told = true;
+        EXPECT_TRUE(SetEvent(event.Get()));
+    });
     EXPECT_EQ(WaitForSingleObject(event.Get(), INFINITE), WAIT_OBJECT_0);
     EXPECT_TRUE(told);
     other.join();
@@ -47,12 +45,10 @@ TEST(Event, LetsGoAllThatWait)
     std::vector<std::thread> waiting;
     for (int i = 0; i < 4; ++i)
     {
-        waiting.emplace_back(
-            [&]
-            {
-                EXPECT_EQ(WaitForSingleObject(event.Get(), INFINITE), WAIT_OBJECT_0);
-                ++gone;
-            });
+        waiting.emplace_back([&] {
+            EXPECT_EQ(WaitForSingleObject(event.Get(), INFINITE), WAIT_OBJECT_0);
+            ++gone;
+        });
     }
     EXPECT_TRUE(SetEvent(event.Get()));
     for (std::thread& each : waiting)

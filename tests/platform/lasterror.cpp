@@ -17,15 +17,13 @@ TEST(LastError, IsEachThreadsOwn)
     std::atomic<bool> isSet = false;
     std::atomic<bool> isRead = false;
     DWORD ofTheOther = 99;
-    std::thread other(
-        [&]
-        {
-            while (!isSet)
-                std::this_thread::yield();
-            ofTheOther = GetLastError();
-            SetLastError(ERROR_NOT_READY);
-            isRead = true;
-        });
+    std::thread other([&] {
+        while (!isSet)
+            std::this_thread::yield();
+        ofTheOther = GetLastError();
+        SetLastError(ERROR_NOT_READY);
+        isRead = true;
+    });
     SetLastError(ERROR_BUSY);
     isSet = true;
     while (!isRead)

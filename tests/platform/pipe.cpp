@@ -40,12 +40,10 @@ TEST(Pipes, CarryMoreThanTheyHold)
 {
     Pipe pipe = PipeToChild();
     const std::string bytes(300'000, 'p');
-    std::thread writer(
-        [&]
-        {
-            EXPECT_EQ(Write(pipe.write, bytes), bytes.size());
-            pipe.write.Close();
-        });
+    std::thread writer([&] {
+        EXPECT_EQ(Write(pipe.write, bytes), bytes.size());
+        pipe.write.Close();
+    });
     EXPECT_EQ(ReadPipe(pipe.read), bytes);
     writer.join();
 }

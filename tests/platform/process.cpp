@@ -174,8 +174,7 @@ TEST(Process, RunsInParallelKeepTheirOutputsApart)
     std::vector<Ended> ended(8);
     for (std::size_t i = 0; i < ended.size(); ++i)
     {
-        const auto run = [&, i]
-        {
+        const auto run = [&, i] {
             ended[i] = RunChild({u"arguments", std::u16string(i + 1, u'a')});
         };
         threads.emplace_back(run);

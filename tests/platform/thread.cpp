@@ -22,8 +22,7 @@ OsHandle Start(unsigned (*start)(void*), void* argument)
 TEST(Thread, RunsWithItsArgumentAndIsWaitedFor)
 {
     std::string text = "before";
-    const auto change = [](void* argument) -> unsigned
-    {
+    const auto change = [](void* argument) -> unsigned {
         *static_cast<std::string*>(argument) = "after";
         return 0;
     };
@@ -38,8 +37,7 @@ TEST(Thread, RunsWithItsArgumentAndIsWaitedFor)
 TEST(Thread, IsAnother)
 {
     std::thread::id id = std::this_thread::get_id();
-    const auto tell = [](void* argument) -> unsigned
-    {
+    const auto tell = [](void* argument) -> unsigned {
         *static_cast<std::thread::id*>(argument) = std::this_thread::get_id();
         return 0;
     };
@@ -73,8 +71,7 @@ private:
 TEST(Thread, RunsOnWithoutItsHandle)
 {
     const auto meeting = std::make_shared<Meeting>();
-    const auto meet = [](void* argument) -> unsigned
-    {
+    const auto meet = [](void* argument) -> unsigned {
         const std::unique_ptr<std::shared_ptr<Meeting>> own(
             static_cast<std::shared_ptr<Meeting>*>(argument));
         (*own)->WaitFor(1);
@@ -89,8 +86,7 @@ TEST(Thread, RunsOnWithoutItsHandle)
 
 TEST(Thread, ManyRunAtOnce)
 {
-    const auto count = [](void* argument) -> unsigned
-    {
+    const auto count = [](void* argument) -> unsigned {
         ++*static_cast<int*>(argument);
         return 0;
     };

@@ -45,8 +45,7 @@ class FakeProgress final : public LocalObject<ICopyProgress>
 {
 public:
     // What is written at question `n`, counted from 1; nothing leaves the value as it was.
-    std::function<std::optional<VARIANT_BOOL>(int n)> answer = [](int)
-    {
+    std::function<std::optional<VARIANT_BOOL>(int n)> answer = [](int) {
         return VARIANT_TRUE;
     };
     HRESULT status = S_OK;

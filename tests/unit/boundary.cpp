@@ -37,10 +37,9 @@ TEST_F(Boundary, TheBodysStatusGoesThrough)
 
 TEST_F(Boundary, OurExceptionIsPublished)
 {
-    const HRESULT status = AtBoundary(reporter,
-                                      []() -> HRESULT {
-                                          throw ComException(E_ACCESSDENIED, u"text", {u"misc", 5});
-                                      });
+    const HRESULT status = AtBoundary(reporter, []() -> HRESULT {
+        throw ComException(E_ACCESSDENIED, u"text", {u"misc", 5});
+    });
     EXPECT_EQ(status, E_ACCESSDENIED);
     const auto error = TakeError();
     ASSERT_TRUE(error);
@@ -80,8 +79,7 @@ TEST_F(Boundary, OutValuesAreClearedBeforeTheBodyRuns)
     int value = 7;
     int seen = -1;
     EXPECT_EQ(AtBoundary(reporter, NullPointer::Bare, &value,
-                         [&]
-                         {
+                         [&] {
                              seen = value;
                              return E_FAIL;
                          }),
@@ -103,8 +101,7 @@ TEST_F(Boundary, ANullPointerIsRefusedBare)
 {
     bool ran = false;
     EXPECT_EQ(AtBoundary(reporter, NullPointer::Bare, static_cast<int*>(nullptr),
-                         [&]
-                         {
+                         [&] {
                              ran = true;
                              return S_OK;
                          }),
@@ -117,8 +114,7 @@ TEST_F(Boundary, ANullPointerIsRefusedWithItsMessage)
 {
     bool ran = false;
     EXPECT_EQ(AtBoundary(reporter, NullPointer::Published, static_cast<int*>(nullptr),
-                         [&]
-                         {
+                         [&] {
                              ran = true;
                              return S_OK;
                          }),

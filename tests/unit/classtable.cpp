@@ -67,12 +67,10 @@ TEST_F(ClassTable, MakesOneObjectForManyFirstCalls)
         std::barrier start(threadCount);
         for (::IUnknown*& each : seen)
         {
-            threads.emplace_back(
-                [&]
-                {
-                    start.arrive_and_wait();
-                    each = Get(classId);
-                });
+            threads.emplace_back([&] {
+                start.arrive_and_wait();
+                each = Get(classId);
+            });
         }
         for (std::thread& thread : threads)
             thread.join();
@@ -121,8 +119,7 @@ TEST_F(ClassTable, LocksMayGoBelowZero)
 
 TEST(Lifecycle, NothingIsGivenOutBeforeTheStartAndAfterTheEnd)
 {
-    const auto ask = []
-    {
+    const auto ask = [] {
         void* out = &out;
         const HRESULT status = DllGetClassObject(CLSID_Win32FileSystem, IidOf<::IUnknown>(), &out);
         EXPECT_EQ(status == S_OK, out != nullptr);

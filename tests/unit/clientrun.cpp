@@ -86,8 +86,7 @@ TEST(ClientRun, OutputMayGoToAReaderInstead)
 {
     auto reader = std::shared_ptr<StreamReaderThread>();
     ClientCall call = CallOfChild(u"both 3000000", OsHandle());
-    call.outputReader = [&](HANDLE readEnd)
-    {
+    call.outputReader = [&](HANDLE readEnd) {
         return reader = std::make_shared<StreamReaderThread>(readEnd, Decoding::Widen);
     };
     const ClientOutcome outcome = RunClient(childClient, call);
@@ -159,8 +158,7 @@ TEST(ClientRun, AMissingProgramIsNamedAndNothingIsRead)
         std::atomic<bool> hasRun = false;
         ClientCall call = CallOfChild(u"exit 0", OsHandle());
         call.program = u"tarnwell-no-such-program";
-        call.outputReader = [&](HANDLE)
-        {
+        call.outputReader = [&](HANDLE) {
             return std::make_shared<Witness>(hasRun);
         };
         const Thrown thrown = ThrownBy([&] { RunClient(row, call); });
@@ -193,8 +191,7 @@ TEST(ClientRun, EightInParallelAllEnd)
     std::vector<std::thread> threads;
     for (std::size_t i = 0; i < outcomes.size(); ++i)
     {
-        const auto run = [&, i]
-        {
+        const auto run = [&, i] {
             const std::string size = std::to_string(100'000 * (i + 1));
             outcomes[i] = RunChildClient(u"error " + std::u16string(size.begin(), size.end()));
         };

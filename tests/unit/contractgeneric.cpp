@@ -45,25 +45,28 @@ ClassContract FileSystemContract()
                                     return s->GetFolder(Wide(u"ftp://h/a"), VARIANT_FALSE, nullptr);
                                 }),
             NullOf<IFileSystem>("GetFile", Null::Bare,
-                                [](IFileSystem* s)
-                                { return s->GetFile(Wide(u"ftp://h/a"), VARIANT_FALSE, nullptr); }),
-            NullOf<IFileSystem>("GetOperationMask", Null::Bare,
-                                [](IFileSystem* s)
-                                { return s->GetOperationMask(0, nullptr, nullptr); }),
-            NullOf<IFileSystem>("CombinePath", Null::Bare,
-                                [](IFileSystem* s)
-                                { return s->CombinePath(Wide(u"a"), Wide(u"b"), nullptr); }),
+                                [](IFileSystem* s) {
+                                    return s->GetFile(Wide(u"ftp://h/a"), VARIANT_FALSE, nullptr);
+                                }),
+            NullOf<IFileSystem>(
+                "GetOperationMask", Null::Bare,
+                [](IFileSystem* s) { return s->GetOperationMask(0, nullptr, nullptr); }),
+            NullOf<IFileSystem>(
+                "CombinePath", Null::Bare,
+                [](IFileSystem* s) { return s->CombinePath(Wide(u"a"), Wide(u"b"), nullptr); }),
         },
         {
             ClearedBy<IFileSystem>("GetFolder", reinterpret_cast<IFolder*>(1),
-                                   [](IFileSystem* s, IFolder** out)
-                                   { return s->GetFolder(Wide(u"none"), VARIANT_TRUE, out); }),
+                                   [](IFileSystem* s, IFolder** out) {
+                                       return s->GetFolder(Wide(u"none"), VARIANT_TRUE, out);
+                                   }),
             ClearedBy<IFileSystem>("GetFile", reinterpret_cast<IFile*>(1),
-                                   [](IFileSystem* s, IFile** out)
-                                   { return s->GetFile(Wide(u"none"), VARIANT_TRUE, out); }),
-            ClearedBy<IFileSystem>("CreateTempFile", reinterpret_cast<BSTR>(1),
-                                   [](IFileSystem* s, BSTR* out)
-                                   { return s->CreateTempFile(Wide(u"a"), out); }),
+                                   [](IFileSystem* s, IFile** out) {
+                                       return s->GetFile(Wide(u"none"), VARIANT_TRUE, out);
+                                   }),
+            ClearedBy<IFileSystem>(
+                "CreateTempFile", reinterpret_cast<BSTR>(1),
+                [](IFileSystem* s, BSTR* out) { return s->CreateTempFile(Wide(u"a"), out); }),
         },
         MakeInstance<FakeFileSystem>,
     };
@@ -73,8 +76,7 @@ ClassContract FileContract()
 {
     return {
         "File",
-        [](const TempFolder&)
-        {
+        [](const TempFolder&) {
             ComPtr<IFile> file;
             System()->GetFile(Wide(u"ftp://host/a"), VARIANT_FALSE, file.Out());
             return file.As<::IUnknown>();
@@ -107,8 +109,7 @@ ClassContract ContentsContract()
 {
     return {
         "FolderContents",
-        [](const TempFolder&)
-        {
+        [](const TempFolder&) {
             ComPtr<IFolderContents> contents;
             Folder()->GetContents(contents.Out());
             return contents.As<::IUnknown>();
@@ -122,9 +123,9 @@ ClassContract ContentsContract()
                                     [](IFolderContents* c) { return c->GetItem(0, nullptr); }),
         },
         {
-            ClearedBy<IFolderContents>("GetItem", reinterpret_cast<IFileSystemItem*>(1),
-                                       [](IFolderContents* c, IFileSystemItem** out)
-                                       { return c->GetItem(0, out); }),
+            ClearedBy<IFolderContents>(
+                "GetItem", reinterpret_cast<IFileSystemItem*>(1),
+                [](IFolderContents* c, IFileSystemItem** out) { return c->GetItem(0, out); }),
         },
     };
 }
@@ -138,9 +139,9 @@ ClassContract RevisionsContract()
         {IID_IRevisions},
         RevisionsNulls(),
         {
-            ClearedBy<IRevisions>("GetItem", reinterpret_cast<IRevision*>(1),
-                                  [](IRevisions* r, IRevision** out)
-                                  { return r->GetItem(1, out); }),
+            ClearedBy<IRevisions>(
+                "GetItem", reinterpret_cast<IRevision*>(1),
+                [](IRevisions* r, IRevision** out) { return r->GetItem(1, out); }),
         },
     };
 }
@@ -149,8 +150,7 @@ ClassContract RevisionContract()
 {
     return {
         "OtherRevision",
-        [](const TempFolder&)
-        {
+        [](const TempFolder&) {
             ComPtr<IRevision> revision;
             Revisions()->GetItem(0, revision.Out());
             return revision.As<::IUnknown>();

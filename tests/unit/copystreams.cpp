@@ -271,8 +271,7 @@ TEST_F(CopyThroughStreamsTest, AnEmptySourceAsksNobody)
 TEST_F(CopyThroughStreamsTest, ANoIsNoFailureAndKeepsWhatWasWritten)
 {
     Put(3 * piece);
-    progress.answer = [](int n)
-    {
+    progress.answer = [](int n) {
         return n < 2 ? VARIANT_TRUE : VARIANT_FALSE;
     };
     EXPECT_EQ(Copy(), S_OK);
@@ -283,8 +282,7 @@ TEST_F(CopyThroughStreamsTest, ANoIsNoFailureAndKeepsWhatWasWritten)
 TEST_F(CopyThroughStreamsTest, AHostThatWritesNoAnswerCancels)
 {
     Put(3 * piece);
-    progress.answer = [](int)
-    {
+    progress.answer = [](int) {
         return std::nullopt;
     };
     EXPECT_EQ(Copy(), S_OK);
@@ -296,8 +294,7 @@ TEST_F(CopyThroughStreamsTest, TheAnswerCountsAndNotItsStatus)
 {
     Put(3 * piece);
     progress.status = E_FAIL;
-    progress.answer = [](int)
-    {
+    progress.answer = [](int) {
         return VARIANT_BOOL{1};
     };
     EXPECT_EQ(Copy(), S_OK);
@@ -309,8 +306,7 @@ TEST_F(CopyThroughStreamsTest, ACancelKeepsTheStatusOfAFailedWrite)
 {
     Put(3 * piece);
     ends.target.events = {{}, {StatusFromError(busy), piece}};
-    progress.answer = [](int n)
-    {
+    progress.answer = [](int n) {
         return n < 2 ? VARIANT_TRUE : VARIANT_FALSE;
     };
     EXPECT_EQ(Copy(), StatusFromError(busy));

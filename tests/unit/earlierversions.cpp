@@ -341,8 +341,7 @@ TEST_F(EarlierVersions, ALateAnswerReachesNobody)
 {
     Put(firstToken, u"file.txt", "one");
     server.start.result = SnapshotServer::pending;
-    server.onCall = [](const SnapshotServer::Call& call)
-    {
+    server.onCall = [](const SnapshotServer::Call& call) {
         EXPECT_TRUE(SetEvent(call.event));
     };
     EXPECT_EQ(Has(u"C:\\file.txt"), VARIANT_FALSE);

@@ -52,8 +52,7 @@ TEST_F(FileSystems, HoldTheOtherOneWhileTheyAreAsked)
 {
     const auto other = FakeHost::Make();
     ULONG during = 0;
-    Server().maskAsked = [&]
-    {
+    Server().maskAsked = [&] {
         during = other->References();
     };
     EXPECT_EQ(Mask(0, other->Unknown()), 5U);
@@ -63,8 +62,7 @@ TEST_F(FileSystems, HoldTheOtherOneWhileTheyAreAsked)
 
 TEST_F(FileSystems, OfferEverythingWhereTheyCannotTell)
 {
-    Server().maskAsked = []
-    {
+    Server().maskAsked = [] {
         throw ComException(E_FAIL, u"lost", {u"fake", 1});
     };
     std::uint32_t mask = 0;

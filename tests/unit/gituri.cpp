@@ -36,8 +36,7 @@ TEST(GitUri, CopiesLoseTheRevisionButForDisplay)
 TEST(GitUri, DerivedAddressesKeepTheirKind)
 {
     const GITUri uri(u"git:///x/a.txt#12");
-    const auto isGit = [](const std::shared_ptr<Uri>& derived)
-    {
+    const auto isGit = [](const std::shared_ptr<Uri>& derived) {
         return dynamic_cast<const GITUri*>(derived.get()) != nullptr;
     };
     EXPECT_TRUE(isGit(uri.Create(u"git://y")));

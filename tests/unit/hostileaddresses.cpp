@@ -67,45 +67,37 @@ protected:
 TEST_P(HostileAddresses, AMegabyteIsAnswered)
 {
     const std::u16string scheme = GetParam().scheme + u"://";
-    RunOnSmallStack(
-        [&]
-        {
-            EXPECT_TRUE(Answers(scheme + u"user:password@host:21/" + Repeated(u"path")));
-            EXPECT_TRUE(Answers(scheme + Repeated(u"host")));
-            EXPECT_TRUE(Answers(scheme + u"user:" + Repeated(u"password") + u"@host/a"));
-            EXPECT_TRUE(Answers(scheme + u"host:" + Repeated(u"1") + u"/a"));
-        });
+    RunOnSmallStack([&] {
+        EXPECT_TRUE(Answers(scheme + u"user:password@host:21/" + Repeated(u"path")));
+        EXPECT_TRUE(Answers(scheme + Repeated(u"host")));
+        EXPECT_TRUE(Answers(scheme + u"user:" + Repeated(u"password") + u"@host/a"));
+        EXPECT_TRUE(Answers(scheme + u"host:" + Repeated(u"1") + u"/a"));
+    });
 }
 
 TEST_P(HostileAddresses, PiecesThatMeanSomethingAreAnswered)
 {
-    RunOnSmallStack(
-        [&]
-        {
-            for (const char16_t* piece : {u":", u"@", u"/", u"a:", u"@:", u":1", u"://", u"a:b@",
-                                          u"::@@//", u"#", u"#/", u"\\", u"\u65e5", u"\xD800"})
-                EXPECT_TRUE(Answers(GetParam().scheme + u"://" + Repeated(piece)));
-        });
+    RunOnSmallStack([&] {
+        for (const char16_t* piece : {u":", u"@", u"/", u"a:", u"@:", u":1", u"://", u"a:b@",
+                                      u"::@@//", u"#", u"#/", u"\\", u"\u65e5", u"\xD800"})
+            EXPECT_TRUE(Answers(GetParam().scheme + u"://" + Repeated(piece)));
+    });
 }
 
 TEST_P(HostileAddresses, ALineEndBehindThemIsRefused)
 {
-    RunOnSmallStack(
-        [&]
-        {
-            for (const char16_t* piece : {u"/", u"a:/", u"::@@//", u"a/b"})
-                EXPECT_FALSE(Answers(GetParam().scheme + u"://" + Repeated(piece) + u'\n'));
-        });
+    RunOnSmallStack([&] {
+        for (const char16_t* piece : {u"/", u"a:/", u"::@@//", u"a/b"})
+            EXPECT_FALSE(Answers(GetParam().scheme + u"://" + Repeated(piece) + u'\n'));
+    });
 }
 
 TEST_P(HostileAddresses, WhatNeverBecomesAnAddressIsRefused)
 {
-    RunOnSmallStack(
-        [&]
-        {
-            for (const char16_t* piece : {u"a", u":", u"/", u":/", u"//", u"a:/"})
-                EXPECT_FALSE(Answers(Repeated(piece)));
-        });
+    RunOnSmallStack([&] {
+        for (const char16_t* piece : {u"a", u":", u"/", u":/", u"//", u"a:/"})
+            EXPECT_FALSE(Answers(Repeated(piece)));
+    });
 }
 
 INSTANTIATE_TEST_SUITE_P(Uri, HostileAddresses,

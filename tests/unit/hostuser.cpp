@@ -156,8 +156,7 @@ TEST_F(HostUse, TheOwnerWindowIsTheHosts)
 
 TEST_F(HostUse, ASettingIsTrueForAnyValueButZero)
 {
-    const auto ask = [&](VARIANT_BOOL value)
-    {
+    const auto ask = [&](VARIANT_BOOL value) {
         host->setting = value;
         return BooleanSetting(host->Unknown(), u"IterateStreams");
     };

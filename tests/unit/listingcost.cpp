@@ -101,8 +101,7 @@ TEST_F(ListingCost, IsNoHigherWhereSchemesAreChecked)
 
 TEST_F(ListingCost, ComposingTakesTheParentApartOnce)
 {
-    const auto compose = [](const Uri& parent)
-    {
+    const auto compose = [](const Uri& parent) {
         UriParts parts = parent.GetParts();
         parts.path += u"/child";
         for (std::size_t i = 0; i < childCount; ++i)
@@ -121,13 +120,11 @@ TEST_F(ListingCost, OfAPortThatAddressesDoNotHaveIsNothing)
 TEST_F(ListingCost, OfPathsAloneIsNothing)
 {
     const auto contents = Contents(Children(u"ftp://host/folder"));
-    EXPECT_EQ(MatchesOf(
-                  [&]
-                  {
-                      ComPtr<IFileSystemItem> item;
-                      ASSERT_EQ(contents->GetItem(0, item.Out()), S_OK);
-                      TextOf(item, &IFileSystemItem::GetPath);
-                  }),
+    EXPECT_EQ(MatchesOf([&] {
+                  ComPtr<IFileSystemItem> item;
+                  ASSERT_EQ(contents->GetItem(0, item.Out()), S_OK);
+                  TextOf(item, &IFileSystemItem::GetPath);
+              }),
               0U);
 }
 

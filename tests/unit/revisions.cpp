@@ -129,8 +129,7 @@ TEST(Revisions, AnyThreadMayRead)
     const auto revisions = Collection({record});
     const auto entry = Entry(revisions);
     std::atomic<int> right = 0;
-    const auto read = [&]
-    {
+    const auto read = [&] {
         for (int i = 0; i < 100; ++i)
             right += Text(entry, &IRevision::GetAuthor) == u"author" &&
                      Text(Entry(revisions), &IRevision::GetRevisionId) == u"id";
@@ -174,11 +173,11 @@ TEST(RevisionCalls, FailuresReadAsNoRevisions)
             Succeeded());
         EXPECT_EQ(has, VARIANT_FALSE);
         ComPtr<IRevisions> revisions;
-        EXPECT_THAT(
-            OutcomeOf(
-                [&]
-                { return GetRevisionsHidingFailures(CLSID_GITFileSystem, revisions.Out(), read); }),
-            Succeeded());
+        EXPECT_THAT(OutcomeOf([&] {
+                        return GetRevisionsHidingFailures(CLSID_GITFileSystem, revisions.Out(),
+                                                          read);
+                    }),
+                    Succeeded());
         ASSERT_TRUE(revisions);
         EXPECT_EQ(Count(revisions), 0U);
     }
@@ -186,8 +185,7 @@ TEST(RevisionCalls, FailuresReadAsNoRevisions)
 
 TEST(RevisionCalls, OneRecordIsEnough)
 {
-    const Read read = []
-    {
+    const Read read = [] {
         return std::vector<RevisionRecord>{record};
     };
     VARIANT_BOOL has = 77;
@@ -201,8 +199,7 @@ TEST(RevisionCalls, OneRecordIsEnough)
 TEST(RevisionCalls, ANullPointerIsRefusedBeforeAnythingIsRead)
 {
     bool wasRead = false;
-    const auto read = [&]
-    {
+    const auto read = [&] {
         wasRead = true;
         return std::vector<RevisionRecord>();
     };

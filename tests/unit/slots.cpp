@@ -37,8 +37,7 @@ constexpr std::size_t unknownMethods = 3;
 template <class I, class... Methods> void ExpectOrder(Methods... methods)
 {
     std::size_t slot = unknownMethods;
-    const auto expectNext = [&slot](std::size_t found)
-    {
+    const auto expectNext = [&slot](std::size_t found) {
         EXPECT_EQ(found, slot++);
     };
     (..., expectNext(SlotOf(methods)));

@@ -163,8 +163,7 @@ class LateServer
 public:
     LateServer(SnapshotServer& server, ULONG lateSize)
     {
-        server.onCall = [&, lateSize](const SnapshotServer::Call& call)
-        {
+        server.onCall = [&, lateSize](const SnapshotServer::Call& call) {
             const bool isLate =
                 (call.size == SnapshotServer::startSize) == (lateSize == SnapshotServer::startSize);
             if (isLate)
@@ -188,12 +187,10 @@ private:
     {
         (call.size == SnapshotServer::startSize ? server.start : server.whole).result =
             SnapshotServer::pending;
-        thread_ = std::thread(
-            [this, event = call.event]
-            {
-                hasAnswered_ = true;
-                EXPECT_TRUE(SetEvent(event));
-            });
+        thread_ = std::thread([this, event = call.event] {
+            hasAnswered_ = true;
+            EXPECT_TRUE(SetEvent(event));
+        });
     }
 
     std::atomic<bool> hasAnswered_ = false;

@@ -141,8 +141,7 @@ TEST(SvnUri, MarkersAreFoundInAnyText)
 TEST(SvnUri, DerivedAddressesAreOfTheirClass)
 {
     const SVNUri uri(u"svn://u:p@host:1/a/b@7");
-    const auto isOwn = [](const std::shared_ptr<Uri>& other)
-    {
+    const auto isOwn = [](const std::shared_ptr<Uri>& other) {
         return dynamic_cast<const SVNUri*>(other.get()) != nullptr;
     };
     EXPECT_TRUE(isOwn(uri.Clone()));

@@ -195,8 +195,7 @@ TEST(Uri, PathStandsAloneWithoutHost)
 
 TEST(Uri, ComposingDropsWhatCannotStandAlone)
 {
-    const auto composed = [](UriParts parts)
-    {
+    const auto composed = [](UriParts parts) {
         return Uri({}).Compose(parts)->GetText();
     };
     EXPECT_EQ(composed({u"x", u"u", u"p", u"h", 21, u"a"}), u"x://u:p@h:21/a");
@@ -221,8 +220,7 @@ TEST(Uri, AnyThreadMayAsk)
 {
     const Uri uri(u"ftp://u:p@host:21/a/b");
     std::atomic<int> right = 0;
-    const auto ask = [&]
-    {
+    const auto ask = [&] {
         for (int i = 0; i < 100; ++i)
             right += uri.GetPort() == 21 && uri.GetParent()->GetText() == u"ftp://u:p@host:21/a";
     };

@@ -68,8 +68,7 @@ TEST_F(UriItems, WhatWasSeenFirstStays)
 
 TEST_F(UriItems, AttributesAreOneOfThree)
 {
-    const auto attributesOf = [&](bool isDirectory, bool isReadOnly)
-    {
+    const auto attributesOf = [&](bool isDirectory, bool isReadOnly) {
         Server().facts.isDirectory = isDirectory;
         Server().facts.isReadOnly = isReadOnly;
         return Attributes(File(u"ftp://host/a"));
@@ -171,12 +170,11 @@ TEST_F(UriItems, ChangesAreNotOffered)
     EXPECT_THAT(OutcomeOf([&] { return item->Delete(VARIANT_TRUE, VARIANT_TRUE); }),
                 FailedBare(E_NOTIMPL));
     EXPECT_THAT(OutcomeOf([&] { return folder->Create(VARIANT_TRUE); }), FailedBare(E_NOTIMPL));
-    EXPECT_THAT(OutcomeOf(
-                    [&] {
-                        return File(u"ftp://host/a")
-                            .As<IFileSystemItem>()
-                            ->Delete(VARIANT_FALSE, VARIANT_FALSE);
-                    }),
+    EXPECT_THAT(OutcomeOf([&] {
+                    return File(u"ftp://host/a")
+                        .As<IFileSystemItem>()
+                        ->Delete(VARIANT_FALSE, VARIANT_FALSE);
+                }),
                 FailedBare(E_NOTIMPL));
     EXPECT_EQ(Server().lookups, 0);
 }

@@ -17,8 +17,7 @@ InterruptWatch::InterruptWatch()
 {
     interrupted = 0;
     struct sigaction watch = {};
-    watch.sa_handler = [](int)
-    {
+    watch.sa_handler = [](int) {
         interrupted = 1;
     };
     watch.sa_flags = SA_RESTART;

@@ -69,29 +69,25 @@ catch (const std::bad_alloc&)
 
 HRESULT RegisterModuleTypeLibrary(bool perUser)
 {
-    return WithLibrary(
-        [perUser](ITypeLib* library, std::u16string& path)
-        {
-            std::u16string helpFolder = FolderOf(path);
-            const auto form = FormFor(perUser, &RegisterTypeLib, "RegisterTypeLibForUser");
-            return form(library, Wide(path.data()), Wide(helpFolder.data()));
-        });
+    return WithLibrary([perUser](ITypeLib* library, std::u16string& path) {
+        std::u16string helpFolder = FolderOf(path);
+        const auto form = FormFor(perUser, &RegisterTypeLib, "RegisterTypeLibForUser");
+        return form(library, Wide(path.data()), Wide(helpFolder.data()));
+    });
 }
 
 HRESULT UnregisterModuleTypeLibrary(bool perUser)
 {
-    return WithLibrary(
-        [perUser](ITypeLib* library, const std::u16string&)
-        {
-            TLIBATTR* facts = nullptr;
-            if (const HRESULT status = library->GetLibAttr(&facts); FAILED(status))
-                return status;
-            const auto form = FormFor(perUser, &UnRegisterTypeLib, "UnRegisterTypeLibForUser");
-            const HRESULT status = form(facts->guid, facts->wMajorVerNum, facts->wMinorVerNum,
-                                        facts->lcid, facts->syskind);
-            library->ReleaseTLibAttr(facts);
+    return WithLibrary([perUser](ITypeLib* library, const std::u16string&) {
+        TLIBATTR* facts = nullptr;
+        if (const HRESULT status = library->GetLibAttr(&facts); FAILED(status))
             return status;
-        });
+        const auto form = FormFor(perUser, &UnRegisterTypeLib, "UnRegisterTypeLibForUser");
+        const HRESULT status = form(facts->guid, facts->wMajorVerNum, facts->wMinorVerNum,
+                                    facts->lcid, facts->syskind);
+        library->ReleaseTLibAttr(facts);
+        return status;
+    });
 }
 
 } // namespace tarnwell

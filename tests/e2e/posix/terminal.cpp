@@ -78,14 +78,12 @@ TEST(Terminal, ACopyShowsItsProgressUntilCtrlC)
     const std::string target = (folder.Path() / "target").string();
     bool isTyped = false;
     const TerminalRun run =
-        RunOnTerminal({"cp", nearlyEndless, target},
-                      [&](const std::string& shown) -> std::string
-                      {
-                          if (isTyped || shown.find("####") == std::string::npos)
-                              return {};
-                          isTyped = true;
-                          return "\x03";
-                      });
+        RunOnTerminal({"cp", nearlyEndless, target}, [&](const std::string& shown) -> std::string {
+            if (isTyped || shown.find("####") == std::string::npos)
+                return {};
+            isTyped = true;
+            return "\x03";
+        });
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(run.shown, HasSubstr("] " + target + ", "));
     EXPECT_THAT(run.shown, HasSubstr("\r\x1b[K")) << "the bar is wiped away";
@@ -102,8 +100,7 @@ TEST(Terminal, SeveralItemsAreAskedAboutOnce)
     int questions = 0;
     const TerminalRun run =
         RunOnTerminal({"rm", (folder.Path() / "a").string(), (folder.Path() / "b").string()},
-                      [&](const std::string& shown) -> std::string
-                      {
+                      [&](const std::string& shown) -> std::string {
                           if (!shown.ends_with("[y/N] "))
                               return {};
                           ++questions;

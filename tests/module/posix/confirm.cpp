@@ -23,14 +23,12 @@ protected:
     void DeleteGives(const ComPtr<IFileSystemItem>& item, bool recursive,
                      const Matcher<Outcome>& expected) const
     {
-        const int code = ExitCodeOfChild(
-            [&]
-            {
-                dialog.UseHere(display);
-                const VARIANT_BOOL all = recursive ? VARIANT_TRUE : VARIANT_FALSE;
-                const Outcome outcome = OutcomeOf([&] { return item->Delete(VARIANT_FALSE, all); });
-                return testing::Value(outcome, expected) ? asExpected : otherwise;
-            });
+        const int code = ExitCodeOfChild([&] {
+            dialog.UseHere(display);
+            const VARIANT_BOOL all = recursive ? VARIANT_TRUE : VARIANT_FALSE;
+            const Outcome outcome = OutcomeOf([&] { return item->Delete(VARIANT_FALSE, all); });
+            return testing::Value(outcome, expected) ? asExpected : otherwise;
+        });
         EXPECT_EQ(code, asExpected) << "recursive: " << recursive;
     }
 

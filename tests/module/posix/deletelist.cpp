@@ -44,16 +44,14 @@ protected:
     void DeleteAsking(const std::u16string& path, bool display, const Matcher<Outcome>& expected)
     {
         const std::string search = dialog.Folder().string() + ":" + std::getenv("PATH");
-        const int code = ExitCodeOfChild(
-            [&]
-            {
-                dialog.UseHere(display);
-                setenv("PATH", search.c_str(), 1);
-                FakeItemList list({path});
-                const Outcome outcome = OutcomeOf(
-                    [&] { return system->DeleteItems(&list, VARIANT_FALSE, VARIANT_FALSE); });
-                return testing::Value(outcome, expected) ? asExpected : otherwise;
-            });
+        const int code = ExitCodeOfChild([&] {
+            dialog.UseHere(display);
+            setenv("PATH", search.c_str(), 1);
+            FakeItemList list({path});
+            const Outcome outcome =
+                OutcomeOf([&] { return system->DeleteItems(&list, VARIANT_FALSE, VARIANT_FALSE); });
+            return testing::Value(outcome, expected) ? asExpected : otherwise;
+        });
         EXPECT_EQ(code, asExpected);
     }
 

@@ -141,8 +141,7 @@ TEST_F(GitRuns, ReportsAreInTheUsersLanguage)
 
 TEST_F(GitRuns, AMissingClientIsNamedInTheUsersLanguage)
 {
-    const auto failure = [&]
-    {
+    const auto failure = [&] {
         const EnvironmentValue nothing("PATH", "/nonexistent");
         EXPECT_FALSE(HasRevisions(Address(u"a.txt")));
         EXPECT_TRUE(Revisions(Address(u"a.txt")).empty());
@@ -163,8 +162,7 @@ TEST_F(GitRuns, EightThreadsOpenAndListAtOnce)
     repository_.Commit(u"a.txt", "bytes", "first");
     std::atomic<int> right = 0;
     std::vector<std::thread> threads;
-    const auto work = [&]
-    {
+    const auto work = [&] {
         const bool isRight =
             Content(Address(u"a.txt")) == "bytes" && Revisions(Address(u"a.txt")).size() == 2;
         right += isRight ? 1 : 0;
@@ -199,8 +197,7 @@ TEST_F(GitRuns, ARepositoryMayBeTheRootOfAMount)
 {
     constexpr int notPermitted = 77;
     const TempFolder root;
-    const auto act = [&]
-    {
+    const auto act = [&] {
         if (!HaveOwnMounts() || !MakeRoot(root.Path().c_str()))
             return notPermitted;
         fs::create_directory("/folder of its own");

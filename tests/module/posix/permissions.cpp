@@ -154,8 +154,7 @@ TEST_F(Permissions, ReadOnlyTakesTheWriteBitsOfAll)
     const std::u16string path = Put(u"a.txt");
     Forbid(path, 0666);
     const auto item = File(path).As<IFileSystemItem>();
-    const auto mode = [&]
-    {
+    const auto mode = [&] {
         struct stat facts;
         EXPECT_EQ(stat(std::filesystem::path(path).c_str(), &facts), 0);
         return facts.st_mode & 0777;

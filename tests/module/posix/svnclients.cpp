@@ -132,12 +132,10 @@ TEST_F(SvnClients, RunSideBySide)
     std::atomic<int> right{0};
     for (int i = 0; i < threadCount; ++i)
     {
-        threads.emplace_back(
-            [&]
-            {
-                for (int round = 0; round < 5; ++round)
-                    right += List(address).size() == 1 && Content(address) == "content\n" ? 1 : 0;
-            });
+        threads.emplace_back([&] {
+            for (int round = 0; round < 5; ++round)
+                right += List(address).size() == 1 && Content(address) == "content\n" ? 1 : 0;
+        });
     }
     for (std::thread& thread : threads)
         thread.join();

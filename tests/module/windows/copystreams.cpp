@@ -15,8 +15,8 @@ class CopyStreams : public LocalTest
 protected:
     Outcome Copy(const std::u16string& source, const std::u16string& destination)
     {
-        return OutcomeOf([&]
-                         { return system->CopyItem(Ole(source), Ole(destination), &progress); });
+        return OutcomeOf(
+            [&] { return system->CopyItem(Ole(source), Ole(destination), &progress); });
     }
 
     FakeProgress progress;

@@ -80,8 +80,9 @@ TEST_F(Git, OnlyItsOwnVariablesAreKeptFromTheClient)
 {
     repository.Commit(u"a.txt", "1", "first");
     std::vector<std::string> expected = OwnEnvironment();
-    std::erase_if(expected, [](const std::string& entry)
-                  { return _strnicmp(entry.c_str(), "GIT_", 4) == 0; });
+    std::erase_if(expected, [](const std::string& entry) {
+        return _strnicmp(entry.c_str(), "GIT_", 4) == 0;
+    });
     const Recording recording;
     const EnvironmentValue capitals("GIT_DIR", "nowhere");
     const EnvironmentValue small("git_work_tree", "nowhere");

@@ -74,8 +74,7 @@ TEST_F(WindowsLookup, ItemsOnSharesHaveTheirParents)
 
 TEST_F(WindowsLookup, PathsJoinAsTheRulesSay)
 {
-    const auto combined = [&](const std::u16string& base, const std::u16string& relative)
-    {
+    const auto combined = [&](const std::u16string& base, const std::u16string& relative) {
         Bstr result;
         EXPECT_EQ(system->CombinePath(Ole(base), Ole(relative), result.Out()), S_OK);
         return std::u16string(result.View());

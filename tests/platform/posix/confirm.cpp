@@ -71,8 +71,7 @@ protected:
             dialog_.UseHere(display);
             unsetenv("LC_ALL");
             setenv("LC_MESSAGES", "C", 1);
-            const auto remove = [&]
-            {
+            const auto remove = [&] {
                 return ExitCodeOf(ShellDelete({folder_ / name}, 0));
             };
             _exit(inBackground_ ? InBackground(remove) : remove());

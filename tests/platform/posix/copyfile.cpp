@@ -88,15 +88,13 @@ TEST_F(CopyHere, ACancelBeforeTheFirstPieceSparesAnExistingFile)
     WriteBytes(source_, "new");
     WriteBytes(target_, "old");
     Progress progress;
-    progress.answer = [](int)
-    {
+    progress.answer = [](int) {
         return PROGRESS_CANCEL;
     };
     EXPECT_EQ(Copy(0, &progress), ERROR_REQUEST_ABORTED);
     EXPECT_EQ(ReadBytes(target_), "old");
 
-    progress.answer = [](int n)
-    {
+    progress.answer = [](int n) {
         return n == 1 ? PROGRESS_CONTINUE : PROGRESS_CANCEL;
     };
     progress.questions = 0;
@@ -147,8 +145,7 @@ TEST_F(CopyHere, BehindALinkTheHalfFileGoesAndTheLinkStays)
 {
     WriteBytes(source_, "new");
     Progress progress;
-    progress.answer = [](int n)
-    {
+    progress.answer = [](int n) {
         return n == 1 ? PROGRESS_CONTINUE : PROGRESS_CANCEL;
     };
     fs::create_symlink("to", target_);
@@ -261,8 +258,7 @@ TEST_F(CopyHere, ASourceThatShrinksMeanwhileEndsThere)
             WriteBytes(source_, std::string(static_cast<std::size_t>(3 * piece), 'x'));
         const std::string start = BytesAt(source_, 0, 4096);
         Progress progress;
-        progress.answer = [&](int n)
-        {
+        progress.answer = [&](int n) {
             if (n == 2)
                 fs::resize_file(source_, 10);
             return PROGRESS_CONTINUE;
@@ -279,8 +275,7 @@ TEST_F(CopyHere, WhatIsAddedMeanwhileIsCopiedToo)
 {
     WriteBytes(source_, "first");
     Progress progress;
-    progress.answer = [&](int n)
-    {
+    progress.answer = [&](int n) {
         if (n == 2)
             std::ofstream(At(source_), std::ios::app) << " second";
         return PROGRESS_CONTINUE;
@@ -389,8 +384,7 @@ TEST_F(CopyHere, WhatOnlyTheOwnerMayReadIsNeverOpenToOthers)
     ASSERT_EQ(chmod(At(source_).c_str(), 0600), 0);
     ASSERT_EQ(chmod(At(target_).c_str(), 0666), 0);
     Progress progress;
-    progress.answer = [&](int n)
-    {
+    progress.answer = [&](int n) {
         if (n == 2)
         {
             EXPECT_EQ(FactsOf(target_).st_mode & 0777, 0600U);

@@ -11,8 +11,7 @@ namespace
 TEST(EventPosix, OtherRequestsAreNotSupported)
 {
     SECURITY_ATTRIBUTES security{sizeof(SECURITY_ATTRIBUTES), nullptr, 1};
-    const auto isRefused = [](HANDLE event)
-    {
+    const auto isRefused = [](HANDLE event) {
         return event == nullptr && GetLastError() == ERROR_NOT_SUPPORTED;
     };
     EXPECT_TRUE(isRefused(CreateEventW(&security, 1, 0, nullptr)));
@@ -23,8 +22,7 @@ TEST(EventPosix, OtherRequestsAreNotSupported)
 
 TEST(EventPosix, AThreadIsNoEvent)
 {
-    const auto nothing = [](void*) -> unsigned
-    {
+    const auto nothing = [](void*) -> unsigned {
         return 0;
     };
     const OsHandle thread(

@@ -57,8 +57,7 @@ protected:
 
 TEST_F(Links, ShowTheirTargetsKind)
 {
-    const auto attributes = [&](const std::u16string& name)
-    {
+    const auto attributes = [&](const std::u16string& name) {
         return GetFileAttributesW(Wide(folder_ / name));
     };
     EXPECT_EQ(attributes(u"tofile"), FILE_ATTRIBUTE_REPARSE_POINT);
@@ -119,8 +118,7 @@ TEST_F(Links, WithoutATargetOpenForALookupOnly)
         EXPECT_EQ(SetFilePointer(link.Get(), 0, &high, FILE_END), INVALID_SET_FILE_POINTER);
         EXPECT_NE(GetLastError(), ERROR_SUCCESS);
     }
-    const auto error = [&](const char16_t* name)
-    {
+    const auto error = [&](const char16_t* name) {
         return ErrorOfOpening(folder_ / name, GENERIC_READ, OPEN_EXISTING);
     };
     EXPECT_EQ(error(u"dangling"), ERROR_FILE_NOT_FOUND);

@@ -68,8 +68,7 @@ TEST_F(Permissions, TemporaryFilesAreTheOwnersAlone)
 TEST_F(Permissions, ReadOnlyIsTheLackOfAnyWriteBit)
 {
     WriteBytes(folder_ / u"a", "");
-    const auto isReadOnly = [&]
-    {
+    const auto isReadOnly = [&] {
         return GetFileAttributesW(Wide(folder_ / u"a")) == FILE_ATTRIBUTE_READONLY;
     };
     Chmod("a", 0444);
@@ -97,24 +96,21 @@ TEST_F(Permissions, ForbiddenAccessIsDenied)
     WriteBytes(folder_ / u"a", "");
     Chmod("a", 0);
     MakeFolder("closed", 0);
-    AsNobody(
-        [&]
+    AsNobody([&] {
+        for (const DWORD access : {GENERIC_READ, GENERIC_WRITE})
         {
-            for (const DWORD access : {GENERIC_READ, GENERIC_WRITE})
-            {
-                EXPECT_EQ(ErrorOfOpening(folder_ / u"a", access, OPEN_EXISTING),
-                          ERROR_ACCESS_DENIED);
-            }
-            EXPECT_TRUE(Opened(folder_ / u"a", FILE_READ_ATTRIBUTES, OPEN_EXISTING));
-            EXPECT_EQ(ErrorOfOpening(folder_ / u"closed", FILE_LIST_DIRECTORY, OPEN_EXISTING,
-                                     FILE_FLAG_BACKUP_SEMANTICS),
-                      ERROR_ACCESS_DENIED);
-            const std::u16string inside = Joined(folder_ / u"closed", u"file");
-            EXPECT_EQ(GetFileAttributesW(Wide(inside)), INVALID_FILE_ATTRIBUTES);
-            EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
-            EXPECT_EQ(ErrorOf(DeleteFileW(Wide(inside))), ERROR_ACCESS_DENIED);
-            EXPECT_EQ(List(Joined(folder_ / u"closed", u"*")).error, ERROR_ACCESS_DENIED);
-        });
+            EXPECT_EQ(ErrorOfOpening(folder_ / u"a", access, OPEN_EXISTING), ERROR_ACCESS_DENIED);
+        }
+        EXPECT_TRUE(Opened(folder_ / u"a", FILE_READ_ATTRIBUTES, OPEN_EXISTING));
+        EXPECT_EQ(ErrorOfOpening(folder_ / u"closed", FILE_LIST_DIRECTORY, OPEN_EXISTING,
+                                 FILE_FLAG_BACKUP_SEMANTICS),
+                  ERROR_ACCESS_DENIED);
+        const std::u16string inside = Joined(folder_ / u"closed", u"file");
+        EXPECT_EQ(GetFileAttributesW(Wide(inside)), INVALID_FILE_ATTRIBUTES);
+        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+        EXPECT_EQ(ErrorOf(DeleteFileW(Wide(inside))), ERROR_ACCESS_DENIED);
+        EXPECT_EQ(List(Joined(folder_ / u"closed", u"*")).error, ERROR_ACCESS_DENIED);
+    });
 }
 
 TEST_F(Permissions, OtherPeoplesFilesCannotBeChanged)
@@ -122,73 +118,63 @@ TEST_F(Permissions, OtherPeoplesFilesCannotBeChanged)
     if (geteuid() != 0)
         GTEST_SKIP() << "only root can make a file of somebody else's";
     WriteBytes(folder_ / u"a", "");
-    AsNobody(
-        [&]
-        {
-            EXPECT_EQ(ErrorOf(SetFileAttributesW(Wide(folder_ / u"a"), FILE_ATTRIBUTE_NORMAL)),
-                      ERROR_ACCESS_DENIED);
-            const OsHandle file = Opened(folder_ / u"a", FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
-            const FILETIME time{0, 0x01C00000};
-            EXPECT_EQ(ErrorOf(SetFileTime(file.Get(), nullptr, nullptr, &time)),
-                      ERROR_ACCESS_DENIED);
-        });
+    AsNobody([&] {
+        EXPECT_EQ(ErrorOf(SetFileAttributesW(Wide(folder_ / u"a"), FILE_ATTRIBUTE_NORMAL)),
+                  ERROR_ACCESS_DENIED);
+        const OsHandle file = Opened(folder_ / u"a", FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
+        const FILETIME time{0, 0x01C00000};
+        EXPECT_EQ(ErrorOf(SetFileTime(file.Get(), nullptr, nullptr, &time)), ERROR_ACCESS_DENIED);
+    });
 }
 
 TEST_F(Permissions, TimesOfAnUnreadableFileCanBeSet)
 {
-    AsNobody(
-        [&]
+    AsNobody([&] {
+        EXPECT_TRUE(Opened(folder_ / u"own", GENERIC_WRITE, CREATE_NEW));
+        Chmod("own", 0);
+        const FILETIME time{0, 0x01C00000};
         {
-            EXPECT_TRUE(Opened(folder_ / u"own", GENERIC_WRITE, CREATE_NEW));
-            Chmod("own", 0);
-            const FILETIME time{0, 0x01C00000};
-            {
-                const OsHandle file =
-                    Opened(folder_ / u"own", FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
-                EXPECT_TRUE(SetFileTime(file.Get(), nullptr, nullptr, &time));
-                char byte = 0;
-                DWORD moved = 0;
-                EXPECT_EQ(ErrorOf(ReadFile(file.Get(), &byte, 1, &moved, nullptr)),
-                          ERROR_ACCESS_DENIED);
-            }
-            Chmod("own", 0444);
-            FILETIME write = {};
-            EXPECT_TRUE(
-                GetFileTime(OpenedForReading(folder_ / u"own").Get(), nullptr, nullptr, &write));
-            EXPECT_EQ(write.dwHighDateTime, time.dwHighDateTime);
-            EXPECT_EQ(write.dwLowDateTime, 0U);
-        });
+            const OsHandle file = Opened(folder_ / u"own", FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
+            EXPECT_TRUE(SetFileTime(file.Get(), nullptr, nullptr, &time));
+            char byte = 0;
+            DWORD moved = 0;
+            EXPECT_EQ(ErrorOf(ReadFile(file.Get(), &byte, 1, &moved, nullptr)),
+                      ERROR_ACCESS_DENIED);
+        }
+        Chmod("own", 0444);
+        FILETIME write = {};
+        EXPECT_TRUE(
+            GetFileTime(OpenedForReading(folder_ / u"own").Get(), nullptr, nullptr, &write));
+        EXPECT_EQ(write.dwHighDateTime, time.dwHighDateTime);
+        EXPECT_EQ(write.dwLowDateTime, 0U);
+    });
 }
 
 TEST_F(Permissions, EntriesThatCannotBeReadAreListedWithoutFacts)
 {
     MakeFolder("listable", 0744);
     std::filesystem::create_directory(folder_.Path() / "listable" / "sub");
-    AsNobody(
-        [&]
-        {
-            const Listing listing = List(Joined(folder_ / u"listable", u"*"));
-            EXPECT_EQ(listing.error, ERROR_NO_MORE_FILES);
-            EXPECT_EQ(listing.records.size(), 4U);
-            const WIN32_FIND_DATAW* const file = listing.Find(u"file");
-            const WIN32_FIND_DATAW* const sub = listing.Find(u"sub");
-            ASSERT_TRUE(file != nullptr && sub != nullptr);
-            EXPECT_EQ(SizeOf(*file), 0U);
-            EXPECT_EQ(WriteTimeOf(*file), 0U);
-            EXPECT_EQ(file->dwFileAttributes, FILE_ATTRIBUTE_NORMAL);
-            EXPECT_EQ(sub->dwFileAttributes, FILE_ATTRIBUTE_DIRECTORY);
-        });
+    AsNobody([&] {
+        const Listing listing = List(Joined(folder_ / u"listable", u"*"));
+        EXPECT_EQ(listing.error, ERROR_NO_MORE_FILES);
+        EXPECT_EQ(listing.records.size(), 4U);
+        const WIN32_FIND_DATAW* const file = listing.Find(u"file");
+        const WIN32_FIND_DATAW* const sub = listing.Find(u"sub");
+        ASSERT_TRUE(file != nullptr && sub != nullptr);
+        EXPECT_EQ(SizeOf(*file), 0U);
+        EXPECT_EQ(WriteTimeOf(*file), 0U);
+        EXPECT_EQ(file->dwFileAttributes, FILE_ATTRIBUTE_NORMAL);
+        EXPECT_EQ(sub->dwFileAttributes, FILE_ATTRIBUTE_DIRECTORY);
+    });
 }
 
 TEST_F(Permissions, ShellDeleteFailsOnWhatItMayNotEnter)
 {
     MakeFolder("closed", 0);
-    AsNobody(
-        [&]
-        {
-            EXPECT_EQ(ShellDelete({folder_ / u"closed"}, silently).code,
-                      static_cast<int>(ERROR_ACCESS_DENIED));
-        });
+    AsNobody([&] {
+        EXPECT_EQ(ShellDelete({folder_ / u"closed"}, silently).code,
+                  static_cast<int>(ERROR_ACCESS_DENIED));
+    });
     EXPECT_TRUE(std::filesystem::exists(folder_.Path() / "closed" / "file"));
 }
 

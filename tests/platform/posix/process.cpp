@@ -112,8 +112,7 @@ TEST(ProcessPosix, ChildrenInParallelHaveThreeDescriptorsEach)
 {
     std::atomic<int> whole = 0;
     std::vector<std::thread> threads;
-    const auto run = [&]
-    {
+    const auto run = [&] {
         for (int i = 0; i < 10; ++i)
         {
             const Ended ended = RunChild({u"descriptors"});
@@ -129,8 +128,7 @@ TEST(ProcessPosix, ChildrenInParallelHaveThreeDescriptorsEach)
 
 TEST(ProcessPosix, ChildHasSignalsAsAFreshProgram)
 {
-    const auto act = []
-    {
+    const auto act = [] {
         sigset_t all;
         sigfillset(&all);
         pthread_sigmask(SIG_BLOCK, &all, nullptr);
@@ -144,8 +142,7 @@ TEST(ProcessPosix, ChildHasSignalsAsAFreshProgram)
 
 TEST(ProcessPosix, HostThatIgnoresItsChildrenLosesTheCode)
 {
-    const auto act = []
-    {
+    const auto act = [] {
         signal(SIGCHLD, SIG_IGN);
         Child child(ChildCommand({u"exit", u"3"}));
         child.CloseInput();
@@ -162,8 +159,7 @@ TEST(ProcessPosix, HostThatIgnoresItsChildrenLosesTheCode)
 
 TEST(ProcessPosix, HostThatCollectsAllChildrenLosesTheCode)
 {
-    const auto act = []
-    {
+    const auto act = [] {
         Child child(ChildCommand({u"exit", u"3"}));
         child.CloseInput();
         int status = 0;
@@ -179,8 +175,7 @@ TEST(ProcessPosix, HostMayHaveClosedAnyStandardDescriptors)
 {
     for (int closed = 0; closed < 8; ++closed)
     {
-        const auto act = [closed]
-        {
+        const auto act = [closed] {
             for (int descriptor = 0; descriptor < 3; ++descriptor)
             {
                 if ((closed >> descriptor & 1) != 0)
@@ -203,8 +198,7 @@ TEST(ProcessPosix, HostMayHaveClosedAnyStandardDescriptors)
 
 TEST(ProcessPosix, SignalsDoNotCutAWaitShort)
 {
-    const auto act = []
-    {
+    const auto act = [] {
         struct sigaction action = {};
         action.sa_handler = [](int) {
         };
@@ -212,16 +206,14 @@ TEST(ProcessPosix, SignalsDoNotCutAWaitShort)
         sigaction(SIGUSR1, &action, nullptr);
         Child child(ChildCommand({u"input"}));
         const pthread_t waiting = pthread_self();
-        std::thread disturber(
-            [&]
+        std::thread disturber([&] {
+            for (int i = 0; i < 50; ++i)
             {
-                for (int i = 0; i < 50; ++i)
-                {
-                    pthread_kill(waiting, SIGUSR1);
-                    usleep(1000);
-                }
-                child.CloseInput();
-            });
+                pthread_kill(waiting, SIGUSR1);
+                usleep(1000);
+            }
+            child.CloseInput();
+        });
         const std::optional<DWORD> code = child.WaitForExitCode();
         disturber.join();
         return code == 0U ? 0 : 1;
@@ -231,8 +223,7 @@ TEST(ProcessPosix, SignalsDoNotCutAWaitShort)
 
 TEST(ProcessPosix, EndedChildrenAreTakenLeaveOf)
 {
-    const auto act = []
-    {
+    const auto act = [] {
         {
             Child child(ChildCommand({u"exit", u"0"}));
             child.CloseInput();
@@ -267,8 +258,7 @@ TEST(ProcessPosix, OtherWaysToStartAreNotSupported)
     SECURITY_ATTRIBUTES security = {};
     const auto errorOf = [&](LPCWSTR application, SECURITY_ATTRIBUTES* process,
                              SECURITY_ATTRIBUTES* thread, BOOL inherit, DWORD flags,
-                             LPVOID environment)
-    {
+                             LPVOID environment) {
         return ErrorOf(CreateProcessW(application, line.data(), process, thread, inherit, flags,
                                       environment, nullptr, &startup, &information));
     };

@@ -35,8 +35,7 @@ TEST(ThreadPosix, SignalHandlersOfTheHostRunElsewhere)
 
 TEST(ThreadPosix, StarterKeepsItsSignals)
 {
-    const auto isBlocked = []
-    {
+    const auto isBlocked = [] {
         sigset_t blocked;
         pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
         return sigismember(&blocked, SIGTERM);

@@ -178,23 +178,19 @@ TEST_F(TrashTest, AFileSystemWithoutTrashKeepsItsFiles)
 TEST_F(TrashTest, AHostThatIgnoresItsChildrenHearsOfItAllTheSame)
 {
     WriteBytes(folder_ / u"a", "");
-    EXPECT_EQ(ExitCodeOfChild(
-                  [&]
-                  {
-                      std::signal(SIGCHLD, SIG_IGN);
-                      return CodeOf({folder_ / u"a"});
-                  }),
+    EXPECT_EQ(ExitCodeOfChild([&] {
+                  std::signal(SIGCHLD, SIG_IGN);
+                  return CodeOf({folder_ / u"a"});
+              }),
               0);
     EXPECT_EQ(trash_.Count(), 1U);
 
     WriteBytes(folder_ / u"b", "");
-    EXPECT_EQ(ExitCodeOfChild(
-                  [&]
-                  {
-                      std::signal(SIGCHLD, SIG_IGN);
-                      setenv("XDG_DATA_HOME", "/dev/null", 1);
-                      return CodeOf({folder_ / u"b"});
-                  }),
+    EXPECT_EQ(ExitCodeOfChild([&] {
+                  std::signal(SIGCHLD, SIG_IGN);
+                  setenv("XDG_DATA_HOME", "/dev/null", 1);
+                  return CodeOf({folder_ / u"b"});
+              }),
               static_cast<int>(ERROR_GEN_FAILURE));
     EXPECT_TRUE(Has("b"));
 }
@@ -204,18 +200,15 @@ TEST_F(TrashTest, TheQuestionSaysWhereItGoes)
     const DialogProgram dialog;
     const std::string path = dialog.Folder().string() + ":" + std::getenv("PATH");
     WriteBytes(folder_ / u"a", "");
-    const auto answered = [&](int answer)
-    {
+    const auto answered = [&](int answer) {
         dialog.AnswerWith(answer);
-        return ExitCodeOfChild(
-            [&]
-            {
-                dialog.UseHere();
-                setenv("PATH", path.c_str(), 1);
-                unsetenv("LC_ALL");
-                setenv("LC_MESSAGES", "C", 1);
-                return CodeOf({folder_ / u"a"}, FOF_ALLOWUNDO) & 0xFF;
-            });
+        return ExitCodeOfChild([&] {
+            dialog.UseHere();
+            setenv("PATH", path.c_str(), 1);
+            unsetenv("LC_ALL");
+            setenv("LC_MESSAGES", "C", 1);
+            return CodeOf({folder_ / u"a"}, FOF_ALLOWUNDO) & 0xFF;
+        });
     };
     EXPECT_EQ(answered(DialogProgram::no), 0xFF);
     EXPECT_TRUE(Has("a"));
@@ -229,13 +222,11 @@ TEST_F(TrashTest, TheQuestionSaysWhereItGoes)
 TEST_F(TrashTest, NobodyToAskIsNo)
 {
     WriteBytes(folder_ / u"a", "");
-    EXPECT_EQ(ExitCodeOfChild(
-                  [&]
-                  {
-                      unsetenv("DISPLAY");
-                      unsetenv("WAYLAND_DISPLAY");
-                      return CodeOf({folder_ / u"a"}, FOF_ALLOWUNDO) & 0xFF;
-                  }),
+    EXPECT_EQ(ExitCodeOfChild([&] {
+                  unsetenv("DISPLAY");
+                  unsetenv("WAYLAND_DISPLAY");
+                  return CodeOf({folder_ / u"a"}, FOF_ALLOWUNDO) & 0xFF;
+              }),
               0xFF);
     EXPECT_TRUE(Has("a"));
 }

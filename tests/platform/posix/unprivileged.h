@@ -12,17 +12,14 @@ namespace tarnwell::test
 template <class Body> void AsNobody(Body body)
 {
     constexpr unsigned nobody = 65534;
-    std::thread(
-        [&]
+    std::thread([&] {
+        if (geteuid() == 0)
         {
-            if (geteuid() == 0)
-            {
-                syscall(SYS_setresgid, nobody, nobody, nobody);
-                syscall(SYS_setresuid, nobody, nobody, nobody);
-            }
-            body();
-        })
-        .join();
+            syscall(SYS_setresgid, nobody, nobody, nobody);
+            syscall(SYS_setresuid, nobody, nobody, nobody);
+        }
+        body();
+    }).join();
 }
 
 } // namespace tarnwell::test

@@ -32,17 +32,14 @@ TEST(UserNamePosix, AUserWithoutAnEntryHasNone)
         GTEST_SKIP() << "only root can become another user";
     ASSERT_EQ(getpwuid(nameless), nullptr);
     // The thread alone, as the raw system call does it.
-    std::thread(
-        []
-        {
-            ASSERT_EQ(syscall(SYS_setresuid, nameless, nameless, nameless), 0);
-            WCHAR name[257] = {};
-            DWORD size = 257;
-            EXPECT_FALSE(GetUserNameW(name, &size));
-            EXPECT_EQ(GetLastError(), ERROR_NONE_MAPPED);
-            EXPECT_EQ(name[0], u'\0');
-        })
-        .join();
+    std::thread([] {
+        ASSERT_EQ(syscall(SYS_setresuid, nameless, nameless, nameless), 0);
+        WCHAR name[257] = {};
+        DWORD size = 257;
+        EXPECT_FALSE(GetUserNameW(name, &size));
+        EXPECT_EQ(GetLastError(), ERROR_NONE_MAPPED);
+        EXPECT_EQ(name[0], u'\0');
+    }).join();
 }
 
 } // namespace

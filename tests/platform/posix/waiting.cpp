@@ -39,13 +39,11 @@ TEST(Waiting, AReadGoesOnUntilThePipeHasGivenAll)
     const int writer = open(path.c_str(), O_WRONLY | O_CLOEXEC);
     ASSERT_GE(writer, 0);
     std::atomic<bool> over = false;
-    std::thread pieces(
-        [&]
-        {
-            EXPECT_EQ(write(writer, "12345", 5), 5);
-            WaitUntilRead(writer, over);
-            EXPECT_EQ(write(writer, "67890", 5), 5);
-        });
+    std::thread pieces([&] {
+        EXPECT_EQ(write(writer, "12345", 5), 5);
+        WaitUntilRead(writer, over);
+        EXPECT_EQ(write(writer, "67890", 5), 5);
+    });
     char buffer[11] = {};
     DWORD moved = 0;
     EXPECT_TRUE(ReadFile(reader.Get(), buffer, 10, &moved, nullptr)) << GetLastError();
@@ -68,14 +66,12 @@ TEST(Waiting, ATerminalThatIsOpenedIsNotTheProcesssOwn)
     constexpr int hasTerminal = 2;
     constexpr int notOpened = 1;
     const std::u16string path = DecodeName(name);
-    const int code = ExitCodeOfChild(
-        [&]
-        {
-            const OsHandle terminal = Opened(path, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING);
-            if (!terminal)
-                return notOpened;
-            return open("/dev/tty", O_RDWR | O_CLOEXEC) < 0 && errno == ENXIO ? 0 : hasTerminal;
-        });
+    const int code = ExitCodeOfChild([&] {
+        const OsHandle terminal = Opened(path, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING);
+        if (!terminal)
+            return notOpened;
+        return open("/dev/tty", O_RDWR | O_CLOEXEC) < 0 && errno == ENXIO ? 0 : hasTerminal;
+    });
     EXPECT_EQ(code, 0);
     close(master);
 }

@@ -74,8 +74,7 @@ std::string ValueOf(const Asked& asked, const std::string& name)
 void Record(const Asked& asked, const std::string& file)
 {
     std::ofstream record(std::filesystem::path(DecodeName(file)), std::ios::binary);
-    const auto write = [&](const std::string& text)
-    {
+    const auto write = [&](const std::string& text) {
         record << text << '\0';
     };
     write(asked.commandLine);

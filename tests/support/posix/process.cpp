@@ -40,8 +40,9 @@ std::vector<std::string> EnvironmentOf(const ProcessCall& call)
         variables.emplace_back(*entry);
     for (const auto& [name, value] : call.environment)
     {
-        std::erase_if(variables, [&](const std::string& variable)
-                      { return variable.starts_with(name + "="); });
+        std::erase_if(variables, [&](const std::string& variable) {
+            return variable.starts_with(name + "=");
+        });
         if (!value.empty())
             variables.push_back(name + "=" + value);
     }

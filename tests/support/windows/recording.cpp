@@ -15,8 +15,7 @@ Recording::Recording()
 RecordedRun Recording::Run() const
 {
     std::istringstream record(ReadBytes(folder_ / u"record"));
-    const auto next = [&](std::string& text) -> std::istream&
-    {
+    const auto next = [&](std::string& text) -> std::istream& {
         return std::getline(record, text, '\0');
     };
     RecordedRun run;

@@ -43,8 +43,7 @@ TEST(ClassTableRace, TheSlowerThreadTakesWhatTheFasterMade)
 {
     ASSERT_EQ(InitializeClassTable(), S_OK);
     ::IUnknown* faster = nullptr;
-    beforeEntering = [&]
-    {
+    beforeEntering = [&] {
         std::thread([&] { faster = Get(); }).join();
     };
     ::IUnknown* const slower = Get();

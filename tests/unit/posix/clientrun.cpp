@@ -44,8 +44,7 @@ TEST(ClientRunPosix, SignalsCountFrom128)
 
 TEST(ClientRunPosix, ACodeThatTheHostLosesStaysAsItWasSet)
 {
-    const auto act = []
-    {
+    const auto act = [] {
         signal(SIGCHLD, SIG_IGN);
         const ClientOutcome outcome = RunChildClient(u"exit 3");
         return outcome.exitCode == 1 ? 0 : 1;
@@ -85,12 +84,10 @@ TEST(ClientRunPosix, ARunThatGoesOnHoldsUpNoOther)
     std::latch eighthRuns(1);
     std::atomic<int> whole = 0;
     std::vector<std::thread> threads;
-    const auto other = [&]
-    {
+    const auto other = [&] {
         std::shared_ptr<StreamReaderThread> reader;
         ClientCall call = CallOfChild(u"both 100000", OsHandle());
-        call.outputReader = [&](HANDLE readEnd)
-        {
+        call.outputReader = [&](HANDLE readEnd) {
             havePipes.count_down();
             eighthRuns.wait();
             return reader = std::make_shared<StreamReaderThread>(readEnd, Decoding::Utf8);
@@ -103,13 +100,11 @@ TEST(ClientRunPosix, ARunThatGoesOnHoldsUpNoOther)
         threads.emplace_back(other);
     havePipes.wait();
     int eighthCode = -1;
-    std::thread eighth(
-        [&]
-        {
-            eighthCode =
-                RunChildClient(u"await \"" + (folder / u"started") + u"\" \"" + (folder / u"told"))
-                    .exitCode;
-        });
+    std::thread eighth([&] {
+        eighthCode =
+            RunChildClient(u"await \"" + (folder / u"started") + u"\" \"" + (folder / u"told"))
+                .exitCode;
+    });
     WaitForFile(folder / u"started");
     eighthRuns.count_down();
     for (std::thread& thread : threads)
@@ -123,8 +118,7 @@ TEST(ClientRunPosix, ARunThatGoesOnHoldsUpNoOther)
 TEST(ClientRunPosix, VariablesAreHiddenAsTheRowSays)
 {
     const EnvironmentValue set("GIT_DIR", "/nowhere");
-    const auto entries = [](const ClientRow& row)
-    {
+    const auto entries = [](const ClientRow& row) {
         const auto output = NewOutputFile();
         RunClient(row, CallOfChild(u"environment", *output));
         return NamesIn(Printed(*output));

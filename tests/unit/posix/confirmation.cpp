@@ -25,16 +25,14 @@ protected:
     // The outcome of `ask`, run in a child with the stand-in on its path and with a display.
     template <class Ask> int Run(Ask ask, const char* language = "C") const
     {
-        return ExitCodeOfChild(
-            [&]
-            {
-                dialog.UseHere();
-                setenv("LC_ALL", language, 1);
-                const bool yes = ask(host->Unknown());
-                if (host->Calls() != std::vector<std::u16string>{u"GetWindow"})
-                    return windowNotAskedFor;
-                return yes ? saidYes : saidNo;
-            });
+        return ExitCodeOfChild([&] {
+            dialog.UseHere();
+            setenv("LC_ALL", language, 1);
+            const bool yes = ask(host->Unknown());
+            if (host->Calls() != std::vector<std::u16string>{u"GetWindow"})
+                return windowNotAskedFor;
+            return yes ? saidYes : saidNo;
+        });
     }
 
     const DialogProgram dialog;
@@ -84,12 +82,10 @@ TEST_F(Confirmation, AsksInTheUsersLanguage)
 TEST_F(Confirmation, NeedsNoHost)
 {
     dialog.AnswerWith(DialogProgram::yes);
-    const int code = ExitCodeOfChild(
-        [&]
-        {
-            dialog.UseHere();
-            return AskAboutOne(nullptr) ? saidYes : saidNo;
-        });
+    const int code = ExitCodeOfChild([&] {
+        dialog.UseHere();
+        return AskAboutOne(nullptr) ? saidYes : saidNo;
+    });
     EXPECT_EQ(code, saidYes);
     EXPECT_THAT(dialog.Asked(), HasSubstr("a.txt"));
 }

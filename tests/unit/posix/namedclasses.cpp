@@ -39,8 +39,7 @@ protected:
 TEST_F(NamedClasses, OfAFileSystem)
 {
     ComPtr<IFile> file;
-    const auto get = [&]
-    {
+    const auto get = [&] {
         return system->GetFile(Wide(u"nothing"), VARIANT_TRUE, file.Out());
     };
     EXPECT_TRUE(Names(CLSID_FTPFileSystem, get));

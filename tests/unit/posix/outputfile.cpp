@@ -108,8 +108,7 @@ TEST_F(OutputFile, LiesInTheCurrentFolderWhereTheNamedOneIsTooLong)
 TEST_F(OutputFile, IsGoneWhenTheHostIsKilledWithItsStream)
 {
     ComPtr<IFileStream> stream;
-    const auto open = [&]
-    {
+    const auto open = [&] {
         auto file = NewOutputFile();
         RunClient(childClient, CallOfChild(u"both 1000", *file));
         stream = MakeReadStream(std::move(file), u"source");

@@ -72,8 +72,7 @@ extern "C" BOOL ReadFile(HANDLE file, void* buffer, DWORD size, DWORD* read, OVE
     if (!CheckTransfer(read, overlapped))
         return 0;
     const int descriptor = DescriptorOf(file);
-    const auto call = [&](DWORD done, DWORD rest)
-    {
+    const auto call = [&](DWORD done, DWORD rest) {
         return ::read(descriptor, static_cast<BYTE*>(buffer) + done, rest);
     };
     return Move(descriptor, size, read, call);
@@ -88,8 +87,7 @@ extern "C" BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD size, DWORD* writte
     std::optional<NoPipeSignal> noSignal;
     if (IsPipe(file))
         noSignal.emplace();
-    const auto call = [&](DWORD done, DWORD rest)
-    {
+    const auto call = [&](DWORD done, DWORD rest) {
         return write(descriptor, static_cast<const BYTE*>(buffer) + done, rest);
     };
     return Move(descriptor, size, written, call);

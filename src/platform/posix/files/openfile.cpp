@@ -139,8 +139,7 @@ extern "C" HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD, SECURITY_ATTRIB
                               DWORD disposition, DWORD flags, HANDLE templateFile)
 {
     using namespace tarnwell::posix;
-    const auto fail = [](DWORD error)
-    {
+    const auto fail = [](DWORD error) {
         Fail(error);
         return INVALID_HANDLE_VALUE;
     };

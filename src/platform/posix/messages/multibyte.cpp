@@ -80,8 +80,7 @@ template <class Put> const BYTE* SkipAscii(const BYTE* next, const BYTE* end, Pu
 int CountUnits(const BYTE* next, const BYTE* end)
 {
     int count = 0;
-    const auto countBlock = [&](const BYTE*, std::size_t size)
-    {
+    const auto countBlock = [&](const BYTE*, std::size_t size) {
         count += static_cast<int>(size);
         return true;
     };
@@ -136,8 +135,7 @@ private:
 // The number of units; 0 if there is no room for them.
 int Convert(const BYTE* next, const BYTE* end, Output output)
 {
-    const auto putBlock = [&](const BYTE* bytes, std::size_t size)
-    {
+    const auto putBlock = [&](const BYTE* bytes, std::size_t size) {
         return output.PutAscii(bytes, size);
     };
     while ((next = SkipAscii(next, end, putBlock)) != end)

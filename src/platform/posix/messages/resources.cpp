@@ -112,8 +112,7 @@ BOOL Fail(DWORD error)
 std::size_t IndexOf(LPCWSTR type, LPCWSTR name)
 {
     const Blocks& blocks = languages[0];
-    const auto named = [name](const Block& block)
-    {
+    const auto named = [name](const Block& block) {
         return MAKEINTRESOURCEW(block.name) == name;
     };
     const auto found =

@@ -163,8 +163,7 @@ extern "C" BOOL CreateProcessW(LPCWSTR application, LPWSTR commandLine,
 
 extern "C" DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds)
 {
-    const auto fail = [](DWORD error)
-    {
+    const auto fail = [](DWORD error) {
         Fail(error);
         return WAIT_FAILED;
     };
