@@ -1,5 +1,6 @@
 #include "support/workingcopylog.h"
 
+#include "runner/numbers.h"
 #include "runner/trim.h"
 #include "support/output.h"
 #include "support/target.h"

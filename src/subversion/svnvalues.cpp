@@ -1,6 +1,6 @@
 #include "subversion/svnvalues.h"
 
-#include "platform/win32.h"
+#include "runner/numbers.h"
 
 #include <algorithm>
 #include <array>
@@ -93,11 +93,8 @@ std::uint64_t ParseSvnDate(std::u16string_view text)
         return static_cast<WORD>((*numbers)[i]);
     };
     const SYSTEMTIME parts{part(0), part(1), 0, part(2), part(3), part(4), part(5), 0};
-    FILETIME time{};
-    if (!SystemTimeToFileTime(&parts, &time))
-        return 0;
-    const std::uint64_t seconds = (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
-    return seconds + (*numbers)[6] * ticksPerMicrosecond;
+    const std::optional<std::uint64_t> seconds = FileTimeOf(parts);
+    return seconds ? *seconds + (*numbers)[6] * ticksPerMicrosecond : 0;
 }
 
 std::uint64_t ParseSvnNumber(std::u16string_view text, std::uint64_t largest)

@@ -25,8 +25,4 @@ std::vector<RevisionRecord> ReadWorkingCopyLog(std::u16string_view scheme,
                                                const std::u16string& path, HANDLE file,
                                                Descriptions descriptions);
 
-// A FILETIME for the number of seconds at the start of `text` (white space in front and a sign
-// allowed, 32 bits, saturating); what is no number counts as 0.
-std::uint64_t UnixTimeToFileTime(std::u16string_view text);
-
 } // namespace tarnwell

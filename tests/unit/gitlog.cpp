@@ -86,23 +86,5 @@ TEST_F(GitLog, TextIsUtf8AndIllFormedTextIsReplaced)
     EXPECT_EQ(Read("a\n\xFFx\n1\n\ts\n!\n")[1].author, u"\uFFFDx");
 }
 
-TEST(UnixTime, BecomesAFileTime)
-{
-    constexpr std::uint64_t start = 116444736000000000;
-    EXPECT_EQ(UnixTimeToFileTime(u"0"), start);
-    EXPECT_EQ(UnixTimeToFileTime(u"1234567890"), 128790414900000000U);
-    EXPECT_EQ(UnixTimeToFileTime(u"1.9"), start + 10000000);
-    EXPECT_EQ(UnixTimeToFileTime(u"-1"), start - 10000000);
-    EXPECT_EQ(UnixTimeToFileTime(u"+1"), start + 10000000);
-    EXPECT_EQ(UnixTimeToFileTime(u" \t\n\v\f\r-1 2"), start - 10000000);
-    EXPECT_EQ(UnixTimeToFileTime(u"- 1"), start);
-    EXPECT_EQ(UnixTimeToFileTime(u"+-1"), start);
-    EXPECT_EQ(UnixTimeToFileTime(u" "), start);
-    EXPECT_EQ(UnixTimeToFileTime(u"x"), start);
-    EXPECT_EQ(UnixTimeToFileTime(u""), start);
-    EXPECT_EQ(UnixTimeToFileTime(u"99999999999"), start + 2147483647ULL * 10000000);
-    EXPECT_EQ(UnixTimeToFileTime(u"-99999999999"), start - 2147483648ULL * 10000000);
-}
-
 } // namespace
 } // namespace tarnwell::test
