@@ -18,6 +18,14 @@ if(WIN32)
   target_link_options(tarnwell-options INTERFACE -static)
 endif()
 
+# Most of a small source's time goes into its headers. `tarnwell_in_turn` is for targets whose
+# sources have to be compiled one by one all the same.
+set(CMAKE_UNITY_BUILD ${TARNWELL_UNITY})
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
+function(tarnwell_in_turn target)
+  set_target_properties(${target} PROPERTIES UNITY_BUILD OFF)
+endfunction()
+
 # tarnwell_sources(VAR FOLDER...): the sources that lie directly in these folders.
 function(tarnwell_sources variable)
   set(found)

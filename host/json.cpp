@@ -10,16 +10,6 @@ namespace tarnwell::host
 namespace
 {
 
-bool IsHighSurrogate(char16_t unit)
-{
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-bool IsLowSurrogate(char16_t unit)
-{
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
 std::u16string Escaped(char16_t unit)
 {
     char text[7];

@@ -11,16 +11,6 @@ namespace tarnwell::host
 namespace
 {
 
-bool IsHighSurrogate(char16_t unit)
-{
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-bool IsLowSurrogate(char16_t unit)
-{
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
 // The text without the lone surrogates that EncodeName refuses.
 std::u16string Encodable(std::u16string_view text)
 {

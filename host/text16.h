@@ -21,6 +21,16 @@ std::u16string Padded(std::uint64_t value, std::size_t width);
 std::u16string RightAligned(std::u16string_view text, std::size_t width);
 std::u16string LeftAligned(std::u16string_view text, std::size_t width);
 
+// Halves of a pair.
+constexpr bool IsHighSurrogate(char16_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+constexpr bool IsLowSurrogate(char16_t unit)
+{
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
 // Bytes that aren't UTF-8 become lone surrogates, and lone surrogates that stand for a byte
 // become that byte, so that names pass unchanged. Other lone surrogates are shown as U+FFFD.
 std::u16string FromUtf8(std::string_view bytes);

@@ -11,8 +11,6 @@ namespace tarnwell::test
 namespace
 {
 
-constexpr HRESULT busy = StatusFromError(ERROR_BUSY);
-
 class FailingChanges : public testing::Test
 {
 protected:
@@ -34,7 +32,7 @@ TEST_F(FailingChanges, CloseTellsAndIsDone)
         Faults faults;
         faults.Fail("CloseHandle", 1, ERROR_BUSY);
         EXPECT_THAT(ResultOf([&] { return stream->Close(); }),
-                    FailsWith(busy, u"Failed while closing the stream. "));
+                    FailsWith(someStatus, u"Failed while closing the stream. "));
         EXPECT_THAT(ResultOf([&] { return stream->Close(); }), FailsWith(S_OK, u"(none)"));
         EXPECT_EQ(faults.Calls("CloseHandle"), 1) << "nothing is closed twice";
     }
@@ -73,7 +71,8 @@ TEST_F(FailingChanges, SeekIsBare)
     const auto archive = local.Open().As<ILib7zInStream>();
     Faults faults;
     faults.Fail("SetFilePointerEx", 1, ERROR_BUSY);
-    EXPECT_THAT(ResultOf([&] { return archive->Seek(0, 0, nullptr); }), FailsWith(busy, u"(none)"));
+    EXPECT_THAT(ResultOf([&] { return archive->Seek(0, 0, nullptr); }),
+                FailsWith(someStatus, u"(none)"));
 }
 
 TEST_F(FailingChanges, AStreamWithoutItsLockClosesItsFile)
@@ -109,8 +108,9 @@ TEST_F(FailingChanges, ATimeThatCannotBeSetClosesItsFile)
     const auto item = local.File().As<IFileSystemItemExt>();
     Faults faults;
     faults.Fail("SetFileTime", 1, ERROR_BUSY);
-    EXPECT_THAT(ResultOf([&] { return item->SetModifiedTime(126256395061234500); }),
-                FailsWith(busy, Named(u"Failed to open ", u"a.txt", u" for reading or writing.")));
+    EXPECT_THAT(
+        ResultOf([&] { return item->SetModifiedTime(126256395061234500); }),
+        FailsWith(someStatus, Named(u"Failed to open ", u"a.txt", u" for reading or writing.")));
     EXPECT_EQ(faults.Calls("CloseHandle"), 1);
 }
 
@@ -121,7 +121,7 @@ TEST_F(FailingChanges, TheFirstCodeCounts)
     Faults faults;
     faults.Fail("SetFileTime", 1, ERROR_BUSY);
     faults.Fail("CloseHandle", 1, ERROR_INVALID_HANDLE);
-    EXPECT_EQ(item->SetModifiedTime(126256395061234500), busy);
+    EXPECT_EQ(item->SetModifiedTime(126256395061234500), someStatus);
 }
 
 TEST_F(FailingChanges, ARefusedLevelIsPassedOver)
@@ -156,7 +156,7 @@ TEST_F(FailingChanges, TheLevelThatFailsIsNamed)
     faults.Fail("CreateDirectoryW", 1, ERROR_BUSY);
     const std::u16string root = local.Path(u"").substr(0, local.Path(u"").find(u'/', 1));
     EXPECT_THAT(ResultOf([&] { return made->Create(VARIANT_TRUE); }),
-                FailsWith(busy, u"Failed to create a folder at \"" + root + u"\". "));
+                FailsWith(someStatus, u"Failed to create a folder at \"" + root + u"\". "));
 }
 
 TEST_F(FailingChanges, AnyCodeOfTheShellIsOneStatus)

@@ -9,8 +9,6 @@ namespace tarnwell::test
 namespace
 {
 
-constexpr HRESULT busy = StatusFromError(ERROR_BUSY);
-
 class FailingCopies : public testing::Test
 {
 protected:
@@ -62,7 +60,7 @@ TEST_F(FailingCopies, OtherFailuresAreNotRetried)
 {
     Faults faults;
     faults.Fail("CopyFileExW", 1, ERROR_BUSY);
-    EXPECT_THAT(Copy(), FailsWith(busy, FailedToCopy()));
+    EXPECT_THAT(Copy(), FailsWith(someStatus, FailedToCopy()));
     EXPECT_EQ(faults.Calls("CopyFileW"), 0);
     EXPECT_FALSE(local.Has(u"copy"));
 }
@@ -112,7 +110,7 @@ TEST_F(FailingCopies, AFailureOfAStreamEndsTheCopyAndClosesBoth)
     {
         Faults faults;
         faults.Fail(operation, 1, ERROR_BUSY);
-        EXPECT_EQ(CopyThroughStreams(*local.system.Get(), source, target, progress), busy);
+        EXPECT_EQ(CopyThroughStreams(*local.system.Get(), source, target, progress), someStatus);
     }
     EXPECT_EQ(Held::Now(), before);
 }

@@ -5,6 +5,7 @@
 // file into another, which is every call that the module's logic makes.
 #pragma once
 
+#include "frame/status.h"
 #include "platform/win32.h"
 
 #include <string>
@@ -13,6 +14,10 @@
 
 namespace tarnwell::test
 {
+
+// What ordered failures fail with where it doesn't matter with what.
+constexpr DWORD someError = ERROR_BUSY;
+constexpr HRESULT someStatus = StatusFromError(someError);
 
 // Counts the calls of all threads while it lives, and fails those that it was told to fail. One at
 // a time. Counting begins with 1 at construction.

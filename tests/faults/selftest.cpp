@@ -13,9 +13,6 @@ namespace tarnwell::test
 namespace
 {
 
-constexpr DWORD someError = ERROR_BUSY;
-constexpr HRESULT someStatus = static_cast<HRESULT>(0x80070000 | someError);
-
 HANDLE Open(const std::u16string& path)
 {
     return CreateFileW(Wide(path), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,

@@ -19,8 +19,6 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr DWORD someError = ERROR_BUSY;
-constexpr HRESULT someStatus = StatusFromError(someError);
 const std::u16string address = u"svnfile:///r/trunk";
 
 const std::u16string communication = u"An error occurred while communicating with Subversion. ";

@@ -11,8 +11,6 @@ namespace tarnwell::test
 namespace
 {
 
-constexpr DWORD someError = ERROR_BUSY;
-
 struct Row
 {
     const char* operation;

@@ -6,6 +6,10 @@
 namespace tarnwell::test
 {
 
+// The identifiers of the two languages.
+inline constexpr unsigned short english = 2057;
+inline constexpr unsigned short japanese = 1041;
+
 struct MessageTexts
 {
     unsigned id;

@@ -1,5 +1,6 @@
 // Which of its languages the module speaks to whom.
 #include "frame/messages.h"
+#include "support/messagetexts.h"
 
 #include <gmock/gmock.h>
 
@@ -8,9 +9,6 @@ namespace tarnwell::test
 
 namespace
 {
-
-constexpr LANGID english = 2057;
-constexpr LANGID japanese = 1041;
 
 TEST(MessageLanguage, JapaneseUsersGetJapanese)
 {

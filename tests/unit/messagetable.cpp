@@ -14,9 +14,6 @@ namespace tarnwell::test
 namespace
 {
 
-constexpr LANGID english = 2057;
-constexpr LANGID japanese = 1041;
-
 TEST(MessageTable, EnglishTextsAreThePromisedOnes)
 {
     for (const MessageTexts& texts : messageTexts)

@@ -10,20 +10,20 @@ namespace
 {
 
 // 5 March 2024 10:20:30 UTC.
-constexpr std::uint64_t someTime = 133541076300000000;
+constexpr std::uint64_t dateTime = 133541076300000000;
 
 TEST(SvnDate, IsInMicroseconds)
 {
-    EXPECT_EQ(ParseSvnDate(u"2024-03-05T10:20:30.000000Z"), someTime);
-    EXPECT_EQ(ParseSvnDate(u"2024-03-05T10:20:30.123456Z"), someTime + 1234560);
+    EXPECT_EQ(ParseSvnDate(u"2024-03-05T10:20:30.000000Z"), dateTime);
+    EXPECT_EQ(ParseSvnDate(u"2024-03-05T10:20:30.123456Z"), dateTime + 1234560);
     EXPECT_EQ(ParseSvnDate(u"1970-01-01T00:00:00.000000Z"), 116444736000000000U);
 }
 
 TEST(SvnDate, AFractionOfAnyLengthIsANumberOfMicroseconds)
 {
-    EXPECT_EQ(ParseSvnDate(u"2024-03-05T10:20:30.5Z"), someTime + 50);
-    EXPECT_EQ(ParseSvnDate(u"2024-03-05T10:20:30.123456789Z"), someTime + 1234567890);
-    EXPECT_EQ(ParseSvnDate(u"2024-03-05T10:20:30.99999999999999999999Z"), someTime + 21474836470);
+    EXPECT_EQ(ParseSvnDate(u"2024-03-05T10:20:30.5Z"), dateTime + 50);
+    EXPECT_EQ(ParseSvnDate(u"2024-03-05T10:20:30.123456789Z"), dateTime + 1234567890);
+    EXPECT_EQ(ParseSvnDate(u"2024-03-05T10:20:30.99999999999999999999Z"), dateTime + 21474836470);
 }
 
 TEST(SvnDate, OtherTextsAreNone)
@@ -42,7 +42,7 @@ TEST(SvnDate, IsFoundInsideText)
          {u" 2024-03-05T10:20:30.0Z ", u"on 2024-03-05T10:20:30.0Z!", u"2024-03-05t10:20:30.0z",
           u"1-2-2024-03-05T10:20:30.0Z", u"7 2024-03-05T10:20:30.0Z 2025-03-05T10:20:30.0Z",
           u"2024-3-5T10:20:30.0Z", u"02024-003-005T010:020:030.0Z"})
-        EXPECT_EQ(ParseSvnDate(text), someTime);
+        EXPECT_EQ(ParseSvnDate(text), dateTime);
 }
 
 TEST(SvnDate, NoSuchDayIsNone)

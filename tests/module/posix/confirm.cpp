@@ -12,9 +12,6 @@ namespace
 using testing::HasSubstr;
 using testing::Matcher;
 
-constexpr int asExpected = 0;
-constexpr int otherwise = 1;
-
 class Confirmation : public LocalTest
 {
 protected:

@@ -20,9 +20,6 @@ using testing::Matcher;
 
 namespace fs = std::filesystem;
 
-constexpr int asExpected = 0;
-constexpr int otherwise = 1;
-
 class DeleteList : public LocalTest
 {
 protected:

@@ -9,6 +9,10 @@
 namespace tarnwell::test
 {
 
+// What a child says of an outcome.
+constexpr int asExpected = 0;
+constexpr int otherwise = 1;
+
 // The exit code of a child that runs `body` and exits with what it gives; -1 if the child ended
 // otherwise. The child has a session of its own, and so no terminal.
 template <class Body> int ExitCodeOfChild(Body body)
