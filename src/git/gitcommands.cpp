@@ -5,6 +5,7 @@
 #include "git/gituri.h"
 #include "platform/clients.h"
 #include "platform/win32.h"
+#include "runner/commandline.h"
 #include "runner/readstream.h"
 #include "workingcopy/workingcopycommands.h"
 
@@ -44,7 +45,7 @@ GitRoot RootOrNone(const std::u16string& path)
 
 std::u16string GitLogArguments(const std::u16string& path)
 {
-    return u"log --pretty=format:%H%n%an%n%at%n%x09%s%n! \"" + path + u"\"";
+    return u"log --pretty=format:%H%n%an%n%at%n%x09%s%n! " + Quoted(path);
 }
 
 std::u16string GitShowArguments(std::optional<std::u16string_view> revision,
@@ -54,12 +55,13 @@ std::u16string GitShowArguments(std::optional<std::u16string_view> revision,
     std::replace_if(
         relative.begin(), relative.end(), [](char16_t unit) { return IsSeparator(unit); }, u'/');
     const std::u16string commit(revision.value_or(u"HEAD"));
-    return u"show \"" + commit + u":" + relative + u"\"";
+    return u"show " + Quoted(commit + u":" + relative);
 }
 
 std::vector<RevisionRecord> GetGitLog(const std::u16string& text)
 {
     const std::u16string path = ToolPath<GITUri>(text);
+    RefuseOptions(gitAddresses, text, path, std::nullopt);
     if (IsFolderOnDisk(path))
         return {};
     const auto output = RunGit(GitLogArguments(path), std::u16string(ParentFolderOf(path)), text);
@@ -69,6 +71,7 @@ std::vector<RevisionRecord> GetGitLog(const std::u16string& text)
 ComPtr<IFileStream> GetGitContent(const Uri& uri)
 {
     const std::u16string path = uri.GetPath();
+    RefuseOptions(gitAddresses, uri.GetText(), path, RevisionOf(path));
     const GitRoot root = RootOrNone(std::u16string(StripRevision(path)));
     auto output =
         RunGit(GitShowArguments(RevisionOf(path), root.relative), root.root, uri.GetText());

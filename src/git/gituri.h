@@ -10,7 +10,7 @@
 namespace tarnwell
 {
 
-inline constexpr AddressRow gitAddresses{u"git", u"gitobjects", MessageId::InvalidGitUri};
+inline constexpr AddressRow gitAddresses{u"git", u"gitobjects", MessageId::InvalidGitUri, false};
 
 using GITUri = WorkingCopyUriOf<gitAddresses>;
 

@@ -3,6 +3,7 @@
 #include "mercurial/hgparser.h"
 #include "mercurial/hguri.h"
 #include "platform/clients.h"
+#include "runner/commandline.h"
 #include "runner/readstream.h"
 #include "workingcopy/workingcopycommands.h"
 
@@ -33,7 +34,7 @@ std::shared_ptr<OsHandle> RunHg(std::u16string arguments, const std::u16string& 
 
 std::u16string HgLogArguments(const std::u16string& path)
 {
-    return u"log --template \"{rev}\n{author}\n{date}\n\t{desc|tabindent}\n!\n\" \"" + path + u"\"";
+    return u"log --template \"{rev}\n{author}\n{date}\n\t{desc|tabindent}\n!\n\" " + Quoted(path);
 }
 
 std::u16string HgCatArguments(std::optional<std::u16string_view> revision,
@@ -41,13 +42,14 @@ std::u16string HgCatArguments(std::optional<std::u16string_view> revision,
 {
     std::u16string arguments = u"cat ";
     if (revision)
-        arguments += u"-r \"" + std::u16string(*revision) + u"\" ";
-    return arguments + u"\"" + path + u"\"";
+        arguments += u"-r " + Quoted(*revision) + u" ";
+    return arguments + Quoted(path);
 }
 
 std::vector<RevisionRecord> GetHgLog(const std::u16string& text)
 {
     const std::u16string path = ToolPath<HGUri>(text);
+    RefuseOptions(mercurialAddresses, text, path, std::nullopt);
     if (IsFolderOnDisk(path))
         return {};
     const auto output = RunHg(HgLogArguments(path), text);
@@ -57,6 +59,7 @@ std::vector<RevisionRecord> GetHgLog(const std::u16string& text)
 ComPtr<IFileStream> GetHgContent(const Uri& uri)
 {
     const std::u16string path = uri.GetPath();
+    RefuseOptions(mercurialAddresses, uri.GetText(), path, RevisionOf(path));
     auto output =
         RunHg(HgCatArguments(RevisionOf(path), std::u16string(StripRevision(path))), uri.GetText());
     return MakeReadStream(std::move(output), mercurialClient.source);

@@ -6,7 +6,8 @@
 namespace tarnwell
 {
 
-inline constexpr AddressRow mercurialAddresses{u"hg", u"hgobjects", MessageId::InvalidMercurialUri};
+inline constexpr AddressRow mercurialAddresses{u"hg", u"hgobjects", MessageId::InvalidMercurialUri,
+                                               true};
 
 using HGUri = WorkingCopyUriOf<mercurialAddresses>;
 

@@ -5,6 +5,7 @@
 #include "frame/text.h"
 #include "platform/clients.h"
 #include "runner/client.h"
+#include "runner/commandline.h"
 #include "runner/outputfile.h"
 #include "runner/readstream.h"
 #include "runner/trim.h"
@@ -48,12 +49,6 @@ bool EqualsIgnoringCase(std::u16string_view text, std::u16string_view lower)
                       [](char16_t unit, char16_t wanted) {
                           return (unit >= u'A' && unit <= u'Z' ? unit + 32 : unit) == wanted;
                       });
-}
-
-// Nothing inside is escaped.
-std::u16string Quoted(std::u16string_view text)
-{
-    return u"\"" + std::u16string(text) + u"\"";
 }
 
 std::u16string Option(std::u16string_view name, std::u16string_view value)

@@ -6,6 +6,21 @@
 namespace tarnwell
 {
 
+namespace
+{
+
+[[noreturn]] void ThrowInvalid(const AddressRow& row, const std::u16string& address)
+{
+    throw ComException(E_INVALIDARG, FormatMessageById(row.invalid, {address}), At(row.source));
+}
+
+bool IsNegativeNumber(std::u16string_view text)
+{
+    return text.size() > 1 && text[1] >= u'0' && text[1] <= u'9';
+}
+
+} // namespace
+
 std::ptrdiff_t RevisionMarkerOf(std::u16string_view text)
 {
     const std::size_t marker = text.rfind(u'#');
@@ -25,11 +40,19 @@ std::optional<std::u16string_view> RevisionOf(std::u16string_view text)
     return text.substr(marker + 1);
 }
 
+void RefuseOptions(const AddressRow& row, const std::u16string& address, std::u16string_view path,
+                   std::optional<std::u16string_view> revision)
+{
+    const bool isOption = revision && revision->starts_with(u'-') &&
+                          !(row.hasNegativeRevisions && IsNegativeNumber(*revision));
+    if (isOption || path.starts_with(u'-'))
+        ThrowInvalid(row, address);
+}
+
 WorkingCopyUri::WorkingCopyUri(std::u16string text, const AddressRow& row) : Uri(std::move(text))
 {
     if (!HasScheme(row.scheme))
-        throw ComException(E_INVALIDARG, FormatMessageById(row.invalid, {GetText()}),
-                           At(row.source));
+        ThrowInvalid(row, GetText());
 }
 
 std::shared_ptr<Uri> WorkingCopyUri::Clone() const

@@ -18,6 +18,7 @@ struct AddressRow
     std::u16string_view scheme; // exactly so, in small letters
     const char16_t* source;     // the file system's name in positions of failures
     MessageId invalid;          // the scheme is another
+    bool hasNegativeRevisions;  // "-1" is one
 };
 
 // Where the revision begins: at the last "#"; -1 without one. So a "#" in the name of a folder
@@ -26,6 +27,12 @@ std::ptrdiff_t RevisionMarkerOf(std::u16string_view text);
 std::u16string_view StripRevision(std::u16string_view text);
 // What stands behind the marker, which may be empty; nothing without a marker.
 std::optional<std::u16string_view> RevisionOf(std::u16string_view text);
+
+// Throws `row.invalid` if the path or the revision would be an option to the client, which reads
+// them as arguments of their own: what begins with "-", but for a number where there are such
+// revisions.
+void RefuseOptions(const AddressRow& row, const std::u16string& address, std::u16string_view path,
+                   std::optional<std::u16string_view> revision);
 
 class WorkingCopyUri : public Uri
 {

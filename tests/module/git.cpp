@@ -217,6 +217,24 @@ TEST_F(Git, RelativePathsDoNotOpenNorList)
     EXPECT_TRUE(Revisions(u"a.txt").empty());
 }
 
+TEST_F(Git, WhatTheClientWouldReadAsAnOptionIsRefusedBeforeItStarts)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const std::u16string file = u"git://" + (repository / u"a.txt");
+    const EnvironmentValue path("PATH", "nowhere");
+    for (const std::u16string& address :
+         {file + u"#--output=x", file + u"#-p", file + u"#-1", file + u"#-",
+          std::u16string(u"git://--output=x/a.txt"), std::u16string(u"git://-p/a.txt#HEAD")})
+    {
+        const Outcome outcome = FailedOpen(address);
+        EXPECT_EQ(outcome.status, E_INVALIDARG);
+        ASSERT_TRUE(outcome.error);
+        EXPECT_TRUE(outcome.error->text.starts_with(u"Invalid Git URI \"" + address + u"\"."))
+            << std::filesystem::path(outcome.error->text);
+    }
+    EXPECT_TRUE(Revisions(u"git://--output=x/a.txt").empty());
+}
+
 TEST_F(Git, VariablesOfTheHostDoNotReachTheClient)
 {
     repository.Commit(u"a.txt", "1", "first");

@@ -252,6 +252,33 @@ TEST_F(Mercurial, OtherSchemesAreRefused)
     }
 }
 
+// The client would load what stands in that folder's settings, or in the option.
+TEST_F(Mercurial, WhatTheClientWouldReadAsAnOptionIsRefusedBeforeItStarts)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const std::u16string file = u"hg://" + (repository / u"a.txt");
+    const EnvironmentValue path("PATH", "nowhere");
+    for (const std::u16string& address :
+         {file + u"#--config=alias.cat=!touch x", file + u"#--", file + u"#-R/other", file + u"#-",
+          std::u16string(u"hg://--config=alias.cat=!touch x"), std::u16string(u"hg://-R/other#1")})
+    {
+        const Outcome outcome = FailedOpen(address);
+        EXPECT_EQ(outcome.status, E_INVALIDARG);
+        ASSERT_TRUE(outcome.error);
+        EXPECT_TRUE(outcome.error->text.starts_with(u"Invalid Mercurial URI \"" + address + u"\"."))
+            << fs::path(outcome.error->text);
+    }
+    EXPECT_TRUE(Revisions(u"hg://--config=alias.log=!touch x").empty());
+}
+
+TEST_F(Mercurial, ANegativeNumberIsARevision)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    repository.Commit(u"a.txt", "2", "second");
+    EXPECT_EQ(Content(Address(u"a.txt", "-1")), "2");
+    EXPECT_EQ(Content(Address(u"a.txt", "-2")), "1");
+}
+
 TEST_F(Mercurial, OpensExistingFilesForReadingOnly)
 {
     const std::u16string address = Address(u"a.txt");

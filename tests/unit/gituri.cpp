@@ -154,11 +154,10 @@ TEST(GitArguments, AreExactlyThese)
     EXPECT_EQ(GitShowArguments(u"", u"a.txt"), u"show \":a.txt\"");
 }
 
-// So a quote in a value ends it.
-TEST(GitArguments, NothingIsEscaped)
+TEST(GitArguments, AQuoteInAValueStaysInIt)
 {
-    EXPECT_EQ(GitLogArguments(u"a\"b"), u"log --pretty=format:%H%n%an%n%at%n%x09%s%n! \"a\"b\"");
-    EXPECT_EQ(GitShowArguments(u"1\"2", u"a\"b"), u"show \"1\"2:a\"b\"");
+    EXPECT_EQ(GitLogArguments(u"a\"b"), u"log --pretty=format:%H%n%an%n%at%n%x09%s%n! \"a\\\"b\"");
+    EXPECT_EQ(GitShowArguments(u"1\"2", u"a\"b"), u"show \"1\\\"2:a\\\"b\"");
 }
 
 } // namespace

@@ -56,11 +56,10 @@ TEST(HgArguments, AreExactlyThese)
     EXPECT_EQ(HgCatArguments(u"", u"/r/a.txt"), u"cat -r \"\" \"/r/a.txt\"");
 }
 
-// So a quote in a value ends it.
-TEST(HgArguments, NothingIsEscaped)
+TEST(HgArguments, AQuoteInAValueStaysInIt)
 {
-    EXPECT_TRUE(HgLogArguments(u"a\"b").ends_with(u" \"a\"b\""));
-    EXPECT_EQ(HgCatArguments(u"1\"2", u"a\"b"), u"cat -r \"1\"2\" \"a\"b\"");
+    EXPECT_TRUE(HgLogArguments(u"a\"b").ends_with(u" \"a\\\"b\""));
+    EXPECT_EQ(HgCatArguments(u"1\"2", u"a\"b\\"), u"cat -r \"1\\\"2\" \"a\\\"b\\\\\"");
 }
 
 class HgLog : public testing::Test

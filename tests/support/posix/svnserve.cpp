@@ -6,12 +6,12 @@ namespace
 {
 
 std::vector<std::string> Command(const SvnRepository& repository, const std::string& anonymous,
-                                 int port)
+                                 const std::string& password, int port)
 {
     repository.Configure("svnserve.conf", "[general]\nanon-access = " + anonymous +
                                               "\nauth-access = read\npassword-db = passwd\n"
                                               "realm = tests\n");
-    repository.Configure("passwd", "[users]\nann = secret\n");
+    repository.Configure("passwd", "[users]\nann = " + password + "\n");
     return {"svnserve",
             "--daemon",
             "--foreground",
@@ -22,8 +22,9 @@ std::vector<std::string> Command(const SvnRepository& repository, const std::str
 
 } // namespace
 
-SvnServe::SvnServe(const SvnRepository& repository, const std::string& anonymous)
-    : process_(Command(repository, anonymous, port_), port_)
+SvnServe::SvnServe(const SvnRepository& repository, const std::string& anonymous,
+                   const std::string& password)
+    : process_(Command(repository, anonymous, password, port_), port_)
 {
 }
 
