@@ -93,4 +93,32 @@ struct FindHandleTraits
 
 using FindHandle = Handle<HANDLE, FindHandleTraits>;
 
+struct InternetHandleTraits
+{
+    static HINTERNET Invalid()
+    {
+        return nullptr;
+    }
+    static bool Close(HINTERNET handle)
+    {
+        return InternetCloseHandle(handle) != 0;
+    }
+};
+
+using InternetHandle = Handle<HINTERNET, InternetHandleTraits>;
+
+struct RegistryKeyTraits
+{
+    static HKEY Invalid()
+    {
+        return nullptr;
+    }
+    static bool Close(HKEY key)
+    {
+        return RegCloseKey(key) == ERROR_SUCCESS;
+    }
+};
+
+using RegistryKey = Handle<HKEY, RegistryKeyTraits>;
+
 } // namespace tarnwell

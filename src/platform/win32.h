@@ -9,6 +9,7 @@
 #ifdef _WIN32
 #include <process.h>
 #include <shellapi.h>
+#include <wininet.h>
 #include <winternl.h>
 #else
 #include "platform/posix/win32.h"
