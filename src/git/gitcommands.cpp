@@ -31,8 +31,8 @@ constexpr ClientRow gitClient{
 std::shared_ptr<OsHandle> RunGit(std::u16string arguments, std::u16string folder,
                                  const std::u16string& address)
 {
-    return CaptureOutput(gitClient,
-                         {clientNames.git, std::move(arguments), std::move(folder), address});
+    return CaptureOutput(gitClient, {clientNames.git, std::move(arguments), std::move(folder)},
+                         address);
 }
 
 // Outside a repository the client gets the whole path and no folder, and complains.

@@ -26,8 +26,9 @@ constexpr ClientRow mercurialClient{
 // The client finds the repository from the file's full path, wherever it runs.
 std::shared_ptr<OsHandle> RunHg(std::u16string arguments, const std::u16string& address)
 {
-    return CaptureOutput(mercurialClient, {clientNames.mercurial, std::move(arguments),
-                                           clientNames.rootFolder, address});
+    return CaptureOutput(mercurialClient,
+                         {clientNames.mercurial, std::move(arguments), clientNames.rootFolder},
+                         address);
 }
 
 } // namespace

@@ -1,9 +1,9 @@
-// Reading a pipe or file by bytes, in blocks.
+// Reading a client's output, from a pipe or a file, in blocks.
 #pragma once
 
 #include "platform/win32.h"
-#include "runner/decoding.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,26 +11,46 @@
 namespace tarnwell
 {
 
+// What the bytes of a client's output mean.
+enum class Decoding
+{
+    Utf8,  // ill-formed input is replaced as the platform does
+    Widen, // each byte is the character of that number
+};
+
+// Empty if there are no bytes, or if the platform can't convert them.
+std::u16string Decode(std::string_view bytes, Decoding decoding);
+
+// What a line without any byte is to a reader of lines. (One of "\r\n" has a byte, and is always
+// a line.)
+enum class BareLineFeed
+{
+    LooksLikeTheEnd, // so whoever loops on the answer stops at the first one, on purpose
+    IsALine,
+};
+
 class BufferedReader
 {
 public:
     // `handle` stays the caller's, and must stay open.
-    BufferedReader(HANDLE handle, Decoding decoding);
+    BufferedReader(HANDLE handle, Decoding decoding,
+                   BareLineFeed bareLineFeed = BareLineFeed::LooksLikeTheEnd);
     BufferedReader(const BufferedReader&) = delete;
     BufferedReader& operator=(const BufferedReader&) = delete;
-    virtual ~BufferedReader() = default;
 
-    // The next line, without its line feed and without a carriage return at its end. True if it
-    // had at least one byte in front of the line feed. So an empty line answers like the end of
-    // the input, and whoever loops on the answer stops at the first of either, on purpose.
+    // The next line, without its line feed and without a carriage return at its end. False, with
+    // an empty line, at the end of the input and where a bare line feed looks like it.
     bool ReadLine(std::u16string& line);
 
     // All that is left, with its line ends.
     std::u16string ReadAll();
 
+    // Takes all that is left and drops it.
+    void SkipAll();
+
 private:
     // The bytes at hand, after a refill if there were none. Empty at the end of the input, which
-    // is also what an error looks like.
+    // is also what an error looks like; nothing is read behind either.
     std::string_view Available();
     void Consume(std::size_t count)
     {
@@ -39,9 +59,14 @@ private:
 
     HANDLE handle_;
     Decoding decoding_;
+    BareLineFeed bareLineFeed_;
     std::vector<char> buffer_;
     std::size_t position_ = 0;
     std::size_t end_ = 0;
+    bool hasEnded_ = false;
 };
+
+// Takes what it wants of a client's output and puts the results where its maker wants them.
+using OutputReader = std::function<void(BufferedReader& output)>;
 
 } // namespace tarnwell

@@ -5,11 +5,8 @@
 #include "frame/status.h"
 #include "platform/wide.h"
 #include "runner/environment.h"
-#include "runner/streamreader.h"
+#include "runner/pipereader.h"
 #include "runner/trim.h"
-
-#include <new>
-#include <optional>
 
 namespace tarnwell
 {
@@ -75,8 +72,8 @@ Process StartProcess(const ClientRow& row, const ClientCall& call, STARTUPINFOW 
     PROCESS_INFORMATION started{};
     if (!CreateProcessW(nullptr, Wide(commandLine.data()), nullptr, nullptr, 1, row.creationFlags,
                         environment.empty() ? nullptr : environment.data(),
-                        call.workingFolder == nullptr ? nullptr : Wide(*call.workingFolder),
-                        &startup, &started))
+                        call.workingFolder ? Wide(*call.workingFolder) : nullptr, &startup,
+                        &started))
     {
         const DWORD error = GetLastError();
         ThrowClientFailure(row, error == ERROR_FILE_NOT_FOUND ? row.notFound : row.communication,
@@ -89,16 +86,19 @@ Process StartProcess(const ClientRow& row, const ClientCall& call, STARTUPINFOW 
 
 ClientOutcome RunClient(const ClientRow& row, const ClientCall& call)
 {
+    ClientOutcome outcome{row.exitCodePreset, {}};
     Pipe input = MakePipe(row, &Pipe::write);
     std::optional<Pipe> output;
-    std::shared_ptr<Thread> outputReader;
-    if (call.outputReader)
+    std::optional<PipeReader> outputReader;
+    if (call.readOutput)
     {
         output = MakePipe(row, &Pipe::read);
-        outputReader = call.outputReader(output->read.Get());
+        outputReader.emplace(std::move(output->read), row.decoding, row.bareLineFeed,
+                             call.readOutput);
     }
     Pipe errors = MakePipe(row, &Pipe::read);
-    StreamReaderThread errorReader(errors.read.Get(), row.decoding);
+    PipeReader errorReader(std::move(errors.read), row.decoding, row.bareLineFeed,
+                           [&](BufferedReader& text) { outcome.errors = text.ReadAll(); });
 
     const Process process =
         StartProcess(row, call,
@@ -111,18 +111,17 @@ ClientOutcome RunClient(const ClientRow& row, const ClientCall& call)
     if (output)
     {
         output->write.Close();
-        outputReader->Start(output->read);
+        outputReader->Start();
     }
-    errorReader.Start(errors.read);
+    errorReader.Start();
 
-    ClientOutcome outcome;
     outcome.exitCode = process.WaitForExitCode(outcome.exitCode);
     if (outputReader)
         outputReader->Wait();
     errorReader.Wait();
-    if (!errorReader.isWhole)
-        throw std::bad_alloc();
-    outcome.errors = std::move(errorReader.text);
+    if (outputReader)
+        outputReader->RethrowFailure();
+    errorReader.RethrowFailure();
     return outcome;
 }
 

@@ -2,13 +2,10 @@
 // drained, and waited for without a time limit.
 #pragma once
 
-#include "frame/handle.h"
 #include "resources/messages.h"
-#include "runner/decoding.h"
-#include "runner/thread.h"
+#include "runner/bufferedreader.h"
 
-#include <functional>
-#include <memory>
+#include <optional>
 #include <string>
 
 namespace tarnwell
@@ -20,32 +17,33 @@ struct ClientRow
     const char16_t* source;      // the file system's name in positions of failures
     const char16_t* hiddenNames; // variables with this beginning are kept from it; null: inherits
     DWORD creationFlags;
-    Decoding decoding;
+    Decoding decoding; // of both streams
+    BareLineFeed bareLineFeed = BareLineFeed::LooksLikeTheEnd;
+    int exitCodePreset = 1;    // stands where the system doesn't tell the exit code
     MessageId notFound;        // no such program
     MessageId communication;   // any other failure to run it
     MessageId reportedFailure; // it wrote to its error stream
 };
 
-// Makes the reader of a pipe's read end, which stays the caller's.
-using ReaderMaker = std::function<std::shared_ptr<Thread>(HANDLE readEnd)>;
-
 struct ClientCall
 {
     std::u16string program;
     std::u16string arguments; // the rest of the command line, in its final form
-    const std::u16string* workingFolder = nullptr; // null: the host's
-    // Where standard output goes: an inheritable file, or a pipe to what `outputReader` makes.
+    std::optional<std::u16string> workingFolder = std::nullopt; // none: the host's
+    // Where standard output goes: into an inheritable file, or through a pipe to `readOutput`,
+    // which runs on a thread of the run's own. What that leaves unread is dropped.
     HANDLE outputFile = nullptr;
-    ReaderMaker outputReader;
+    OutputReader readOutput = nullptr;
 };
 
 struct ClientOutcome
 {
-    int exitCode = 1;      // what the system tells, where it does
+    int exitCode;
     std::u16string errors; // all of the error stream
 };
 
-// Throws only if the client can't be started, or memory is too short for its error text.
+// Returns when the client and the readers of its streams have ended. Throws only if it can't be
+// started, and what `readOutput` throws, or memory that is too short for the error text.
 ClientOutcome RunClient(const ClientRow& row, const ClientCall& call);
 
 // Throws a message of the row's, for a platform call around the client that has failed.

@@ -63,4 +63,13 @@ bool Rewind(const OsHandle& file)
     return SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN) == 0;
 }
 
+void RunIntoFile(const ClientRow& row, ClientCall call, const OsHandle& file,
+                 const OutcomeCheck& check)
+{
+    call.outputFile = file.Get();
+    check(RunClient(row, call));
+    if (!Rewind(file))
+        ThrowClientFailure(row, row.communication, GetLastError());
+}
+
 } // namespace tarnwell

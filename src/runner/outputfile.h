@@ -1,8 +1,10 @@
-// The temporary file that a client's output goes to.
+// The temporary file that a client's output goes to, and runs with one.
 #pragma once
 
 #include "frame/handle.h"
+#include "runner/client.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -17,5 +19,13 @@ std::shared_ptr<OsHandle> MakeOutputFile(const std::u16string& address, const ch
 // Back to the start, to read what the client wrote. False, with the last error set, if it stays at
 // the end, where there is nothing to read.
 bool Rewind(const OsHandle& file);
+
+// Throws if what the client left on its error stream, or its exit code, is a failure.
+using OutcomeCheck = std::function<void(const ClientOutcome& outcome)>;
+
+// Runs the client with its output in `file`, which stands at its start afterwards. Throws what
+// `check` throws, and if the file can't be read from its start.
+void RunIntoFile(const ClientRow& row, ClientCall call, const OsHandle& file,
+                 const OutcomeCheck& check);
 
 } // namespace tarnwell

@@ -4,7 +4,6 @@
 #include "frame/messages.h"
 #include "frame/text.h"
 #include "platform/clients.h"
-#include "runner/client.h"
 #include "runner/commandline.h"
 #include "runner/outputfile.h"
 #include "runner/readstream.h"
@@ -68,15 +67,12 @@ using ArgumentsFor = std::u16string (*)(const HostUIUser& host, const Uri& uri);
 std::shared_ptr<OsHandle> RunSvn(const HostUIUser& host, const Uri& uri, ArgumentsFor arguments)
 {
     const std::u16string& address = uri.GetText();
+    // The host is asked for credentials only when there is somewhere to put the output.
     std::shared_ptr<OsHandle> output = MakeOutputFile(address, svnSource);
-    ClientCall call;
-    call.program = clientNames.subversion;
-    call.arguments = arguments(host, uri);
-    call.outputFile = output->Get();
-    const ClientOutcome outcome = RunClient(svnClient, call);
-    CheckSvnFailure(host, address, outcome.errors, outcome.exitCode);
-    if (!Rewind(*output))
-        ThrowClientFailure(svnClient, svnClient.communication, GetLastError());
+    RunIntoFile(svnClient, {clientNames.subversion, arguments(host, uri)}, *output,
+                [&](const ClientOutcome& outcome) {
+                    CheckSvnFailure(host, address, outcome.errors, outcome.exitCode);
+                });
     return output;
 }
 

@@ -6,18 +6,13 @@
 namespace tarnwell
 {
 
-std::shared_ptr<OsHandle> CaptureOutput(const ClientRow& row, const WorkingCopyCall& call)
+std::shared_ptr<OsHandle> CaptureOutput(const ClientRow& row, ClientCall call,
+                                        const std::u16string& address)
 {
-    std::shared_ptr<OsHandle> output = MakeOutputFile(call.address, row.source);
-    ClientCall run;
-    run.program = call.program;
-    run.arguments = call.arguments;
-    run.workingFolder = &call.folder;
-    run.outputFile = output->Get();
-    const ClientOutcome outcome = RunClient(row, run);
-    ThrowReportedErrors(row, call.address, outcome.errors);
-    if (!Rewind(*output))
-        ThrowClientFailure(row, row.communication, GetLastError());
+    std::shared_ptr<OsHandle> output = MakeOutputFile(address, row.source);
+    RunIntoFile(row, std::move(call), *output, [&](const ClientOutcome& outcome) {
+        ThrowReportedErrors(row, address, outcome.errors);
+    });
     return output;
 }
 

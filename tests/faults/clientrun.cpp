@@ -4,13 +4,16 @@
 
 #include "frame/messages.h"
 #include "runner/readstream.h"
-#include "runner/streamreader.h"
 #include "support/clientcall.h"
 #include "support/environmentvalue.h"
+#include "support/posix/child.h"
 #include "workingcopy/workingcopycommands.h"
 
+#include <atomic>
 #include <csignal>
+#include <latch>
 #include <sys/wait.h>
+#include <thread>
 
 namespace tarnwell::test
 {
@@ -48,8 +51,8 @@ protected:
     static ClientOutcome RunWithReader(const std::u16string& arguments)
     {
         ClientCall call = CallOfChild(arguments, OsHandle());
-        call.outputReader = [](HANDLE readEnd) {
-            return std::make_shared<StreamReaderThread>(readEnd, Decoding::Utf8);
+        call.readOutput = [](BufferedReader& output) {
+            output.ReadAll();
         };
         return RunClient(childClient, call);
     }
@@ -223,6 +226,43 @@ TEST_F(FailingClientRun, HandlesThatDoNotCloseDoNoHarm)
     }
 }
 
+// Of eight runs seven make their pipes, then the eighth's client starts, then theirs do. A client
+// that held another's pipe would keep that run from ending.
+TEST_F(FailingClientRun, ThatGoesOnHoldsUpNoOther)
+{
+    constexpr std::size_t others = 7;
+    const TempFolder folder;
+    std::atomic<std::size_t> arrivals = 0;
+    std::latch havePipes(others);
+    std::latch eighthRuns(1);
+    Faults faults;
+    faults.Before("CreateProcessW", [&] {
+        if (arrivals++ >= others)
+            return;
+        havePipes.count_down();
+        eighthRuns.wait();
+    });
+    std::vector<ClientOutcome> outcomes(others);
+    std::vector<std::thread> threads;
+    for (ClientOutcome& outcome : outcomes)
+        threads.emplace_back([&outcome] { outcome = RunWithReader(u"both 100000"); });
+    havePipes.wait();
+    int eighthCode = -1;
+    std::thread eighth([&] {
+        eighthCode =
+            Run(u"await \"" + (folder / u"started") + u"\" \"" + (folder / u"told")).exitCode;
+    });
+    WaitForFile(folder / u"started");
+    eighthRuns.count_down();
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const ClientOutcome& outcome : outcomes)
+        EXPECT_EQ(outcome.errors.size(), 100'000U);
+    WriteBytes(folder / u"told", "");
+    eighth.join();
+    EXPECT_EQ(eighthCode, 0) << "they waited until it gave up";
+}
+
 class FailingOutputFile : public FailingClientRun
 {
 protected:
@@ -284,19 +324,19 @@ TEST_F(FailingOutputFile, LiesInTheCurrentFolderWhereThereIsNoOther)
 // Its bytes would be none.
 TEST_F(FailingOutputFile, ThatStaysAtItsEndIsAFailure)
 {
-    const WorkingCopyCall call{ChildProgram().u16string(), u"input", u"/", address};
+    const ClientCall call{ChildProgram().u16string(), u"input"};
     {
         Faults faults;
         faults.Fail("SetFilePointer", 1, someError);
-        const Thrown thrown = ThrownBy([&] { CaptureOutput(childClient, call); });
+        const Thrown thrown = ThrownBy([&] { CaptureOutput(childClient, call, address); });
         EXPECT_EQ(thrown.status, someStatus);
         EXPECT_EQ(thrown.text, FormatMessageWithStatus(childClient.communication, someStatus));
         EXPECT_EQ(faults.Failures(), 1);
     }
     char read[2] = {};
     DWORD count = 0;
-    EXPECT_TRUE(
-        ReadFile(CaptureOutput(childClient, call)->Get(), read, sizeof read, &count, nullptr));
+    EXPECT_TRUE(ReadFile(CaptureOutput(childClient, call, address)->Get(), read, sizeof read,
+                         &count, nullptr));
     EXPECT_EQ(std::string_view(read, count), std::string_view("0\0", 2));
 }
 

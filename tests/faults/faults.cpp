@@ -24,6 +24,8 @@ struct State
 {
     bool isActive = false;
     std::vector<Order> orders;
+    std::string awaited;
+    std::function<void()> act;
     std::vector<std::string> trace;
     int failures = 0;
 
@@ -43,10 +45,18 @@ bool Meets(const Order& order, std::string_view operation)
     return order.operation == operation && order.call == state.Calls(operation);
 }
 
-// Counts a call; the error with which it is to fail, if it is.
+// Counts a call and sees to what is to be done before it. The error with which it is to fail, if
+// it is.
 std::optional<DWORD> FaultFor(const char* operation)
 {
-    const std::lock_guard lock(guard);
+    std::unique_lock lock(guard);
+    if (state.isActive && state.awaited == operation)
+    {
+        const std::function<void()> act = state.act;
+        lock.unlock();
+        act();
+        lock.lock();
+    }
     if (!state.isActive)
         return std::nullopt;
     state.trace.emplace_back(operation);
@@ -112,6 +122,13 @@ void Faults::Fail(std::string_view operation, int n, DWORD error)
 {
     const std::lock_guard lock(guard);
     state.orders.push_back({std::string(operation), n, error});
+}
+
+void Faults::Before(std::string_view operation, std::function<void()> act)
+{
+    const std::lock_guard lock(guard);
+    state.awaited = operation;
+    state.act = std::move(act);
 }
 
 int Faults::Failures() const

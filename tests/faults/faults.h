@@ -8,6 +8,7 @@
 #include "frame/status.h"
 #include "platform/win32.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,6 +39,9 @@ public:
     void FailNth(int n, DWORD error);
     // The n-th call of this operation.
     void Fail(std::string_view operation, int n, DWORD error);
+
+    // What a thread does before each of its calls of this operation. One at a time.
+    void Before(std::string_view operation, std::function<void()> act);
 
     // How many of the ordered failures have happened.
     int Failures() const;

@@ -66,7 +66,7 @@ TEST(ShortMemory, ARunLeavesNothingWhereverMemoryRunsOut)
 {
     const TempFolder temporary;
     const EnvironmentValue variable("TMPDIR", temporary.Path().c_str());
-    const WorkingCopyCall call{ChildProgram().u16string(), u"input", u"/", u"test://address"};
+    const ClientCall call{ChildProgram().u16string(), u"input"};
     ClientRow row = childClient;
     row.hiddenNames = u"GIT_";
     row.creationFlags = CREATE_UNICODE_ENVIRONMENT;
@@ -78,7 +78,7 @@ TEST(ShortMemory, ARunLeavesNothingWhereverMemoryRunsOut)
         try
         {
             refused = ++n;
-            CaptureOutput(row, call);
+            CaptureOutput(row, call, u"test://address");
             isDone = refused > 0;
         }
         catch (...)

@@ -52,6 +52,32 @@ TEST_F(Reading, AnEmptyLineAnswersLikeTheEnd)
     EXPECT_EQ(line_, u"two");
 }
 
+TEST_F(Reading, AnEmptyLineMayBeALine)
+{
+    BufferedReader reader(Containing("\none\n\r\n\nlast"), Decoding::Utf8, BareLineFeed::IsALine);
+    for (const char16_t* const expected : {u"", u"one", u"", u"", u"last"})
+    {
+        EXPECT_TRUE(reader.ReadLine(line_));
+        EXPECT_EQ(line_, expected);
+    }
+    EXPECT_FALSE(reader.ReadLine(line_));
+    EXPECT_EQ(line_, u"");
+    BufferedReader ended(Containing("one\n"), Decoding::Utf8, BareLineFeed::IsALine);
+    EXPECT_TRUE(ended.ReadLine(line_));
+    EXPECT_FALSE(ended.ReadLine(line_)) << "a line feed ends a line and begins none";
+}
+
+TEST_F(Reading, AnEmptyLineMayLieAtTheEdgeOfABlock)
+{
+    BufferedReader reader(Containing(std::string(10239, 'x') + "\n\ny"), Decoding::Widen,
+                          BareLineFeed::IsALine);
+    for (const std::u16string& expected : {std::u16string(10239, u'x'), std::u16string(), {u"y"}})
+    {
+        EXPECT_TRUE(reader.ReadLine(line_));
+        EXPECT_EQ(line_, expected);
+    }
+}
+
 TEST_F(Reading, ACarriageReturnAloneIsALineWithNothingInIt)
 {
     BufferedReader reader(Containing("\r\na\rb\n"), Decoding::Utf8);
@@ -97,6 +123,16 @@ TEST_F(Reading, AnErrorLooksLikeTheEnd)
 {
     BufferedReader reader(INVALID_HANDLE_VALUE, Decoding::Utf8);
     EXPECT_FALSE(reader.ReadLine(line_));
+    EXPECT_EQ(reader.ReadAll(), u"");
+    BufferedReader lines(INVALID_HANDLE_VALUE, Decoding::Utf8, BareLineFeed::IsALine);
+    EXPECT_FALSE(lines.ReadLine(line_));
+}
+
+TEST_F(Reading, WhatIsSkippedIsGone)
+{
+    BufferedReader reader(Containing("one\n" + std::string(100000, 'x')), Decoding::Utf8);
+    EXPECT_TRUE(reader.ReadLine(line_));
+    reader.SkipAll();
     EXPECT_EQ(reader.ReadAll(), u"");
 }
 

@@ -1,12 +1,11 @@
 // Runs of clients that behave, and of clients that don't.
 #include "frame/messages.h"
-#include "runner/streamreader.h"
 #include "support/clientcall.h"
 #include "support/tempfolder.h"
 
 #include <gmock/gmock.h>
 
-#include <atomic>
+#include <stdexcept>
 #include <thread>
 
 namespace tarnwell::test
@@ -38,22 +37,6 @@ constexpr ClientRow clients[] = {
     RowWith(MessageId::PerforceClientNotFound, MessageId::PerforceCommunicationFailed),
 };
 
-// Tells whether it ever ran.
-class Witness : public Thread
-{
-public:
-    explicit Witness(std::atomic<bool>& hasRun) : hasRun_(hasRun) {}
-
-    unsigned Run() noexcept override
-    {
-        hasRun_ = true;
-        return 0;
-    }
-
-private:
-    std::atomic<bool>& hasRun_;
-};
-
 TEST(ClientRun, InputEndsAtOnce)
 {
     const auto output = NewOutputFile();
@@ -82,17 +65,60 @@ TEST(ClientRun, MegabytesOfErrorTextAreTakenWhole)
     EXPECT_EQ(outcome.errors, std::u16string(5'000'000, u'e'));
 }
 
+// The program beside the tests, with its output for `reader`.
+ClientOutcome RunWithReader(const std::u16string& arguments, OutputReader reader,
+                            const ClientRow& row = childClient)
+{
+    ClientCall call = CallOfChild(arguments, OsHandle());
+    call.readOutput = std::move(reader);
+    return RunClient(row, call);
+}
+
 TEST(ClientRun, OutputMayGoToAReaderInstead)
 {
-    auto reader = std::shared_ptr<StreamReaderThread>();
-    ClientCall call = CallOfChild(u"both 3000000", OsHandle());
-    call.outputReader = [&](HANDLE readEnd) {
-        return reader = std::make_shared<StreamReaderThread>(readEnd, Decoding::Widen);
-    };
-    const ClientOutcome outcome = RunClient(childClient, call);
+    std::u16string text;
+    std::thread::id thread;
+    const ClientOutcome outcome = RunWithReader(u"both 3000000", [&](BufferedReader& output) {
+        text = output.ReadAll();
+        thread = std::this_thread::get_id();
+    });
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_EQ(outcome.errors, std::u16string(3'000'000, u'e'));
-    EXPECT_EQ(reader->text, std::u16string(3'000'000, u'o'));
+    EXPECT_EQ(text, std::u16string(3'000'000, u'o'));
+    EXPECT_NE(thread, std::this_thread::get_id());
+    EXPECT_NE(thread, std::thread::id());
+}
+
+TEST(ClientRun, WhatTheReaderLeavesIsDroppedAndNothingWaits)
+{
+    const ClientOutcome outcome = RunWithReader(u"both 3000000", [](BufferedReader&) {});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.errors.size(), 3'000'000U);
+}
+
+TEST(ClientRun, WhatTheReaderThrowsIsThrownWhenAllHasEnded)
+{
+    const auto run = [] {
+        RunWithReader(u"both 3000000", [](BufferedReader&) { throw std::length_error("reader"); });
+    };
+    EXPECT_THROW(run(), std::length_error);
+}
+
+TEST(ClientRun, TheReaderReadsAsTheRowSays)
+{
+    ClientRow row = childClient;
+    row.decoding = Decoding::Widen;
+    row.bareLineFeed = BareLineFeed::IsALine;
+    std::vector<std::u16string> lines;
+    const auto read = [&](BufferedReader& output) {
+        lines.clear();
+        for (std::u16string line; output.ReadLine(line);)
+            lines.push_back(line);
+    };
+    RunWithReader(u"arguments \"a\n\n\u00e4\"", read, row);
+    EXPECT_EQ(lines, (std::vector<std::u16string>{u"a", u"", u"\u00c3\u00a4\0"s}));
+    RunWithReader(u"arguments \"a\n\n\u00e4\"", read);
+    EXPECT_EQ(lines, std::vector<std::u16string>{u"a"});
 }
 
 TEST(ClientRun, OutputInAFileHasNoLimit)
@@ -143,7 +169,7 @@ TEST(ClientRun, WorksInItsFolderOrInTheHosts)
     const std::u16string text = folder.Text();
     const auto output = NewOutputFile();
     ClientCall call = CallOfChild(u"folder", *output);
-    call.workingFolder = &text;
+    call.workingFolder = text;
     RunClient(childClient, call);
     EXPECT_EQ(Printed(*output), text + u'\0');
     const auto other = NewOutputFile();
@@ -155,11 +181,11 @@ TEST(ClientRun, AMissingProgramIsNamedAndNothingIsRead)
 {
     for (const ClientRow& row : clients)
     {
-        std::atomic<bool> hasRun = false;
+        bool hasRun = false;
         ClientCall call = CallOfChild(u"exit 0", OsHandle());
         call.program = u"tarnwell-no-such-program";
-        call.outputReader = [&](HANDLE) {
-            return std::make_shared<Witness>(hasRun);
+        call.readOutput = [&](BufferedReader&) {
+            hasRun = true;
         };
         const Thrown thrown = ThrownBy([&] { RunClient(row, call); });
         EXPECT_EQ(thrown.status, StatusOf(ERROR_FILE_NOT_FOUND));
@@ -177,7 +203,7 @@ TEST(ClientRun, AMissingFolderIsNoMissingProgram)
         {
             const auto output = NewOutputFile();
             ClientCall call = CallOfChild(u"exit 0", *output);
-            call.workingFolder = &missing;
+            call.workingFolder = missing;
             const Thrown thrown = ThrownBy([&] { RunClient(row, call); });
             EXPECT_EQ(thrown.status, StatusOf(ERROR_DIRECTORY));
             EXPECT_EQ(thrown.text, FormatMessageWithStatus(row.communication, thrown.status));

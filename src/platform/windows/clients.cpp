@@ -3,6 +3,6 @@
 namespace tarnwell
 {
 
-const ClientNames clientNames{u"git", u"hg.exe", u"svn.exe", u"p4.exe", u"\\"};
+const ClientNames clientNames{u"git", u"hg.exe", u"svn.exe", u"p4.exe", u"\\", true};
 
 } // namespace tarnwell

@@ -2,7 +2,6 @@
 // another alone.
 #include "frame/messages.h"
 #include "platform/child/commands.h"
-#include "runner/streamreader.h"
 #include "support/clientcall.h"
 #include "support/environmentvalue.h"
 #include "support/posix/child.h"
@@ -10,12 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <csignal>
-#include <latch>
 #include <set>
 #include <sstream>
-#include <thread>
 #include <unistd.h>
 
 namespace tarnwell::test
@@ -72,47 +68,6 @@ TEST(ClientRunPosix, AnHeirThatLetsThePipesGoIsNot)
     WriteBytes(folder / u"told", "");
     WaitForFile(folder / u"ended");
     EXPECT_EQ(ReadBytes(folder / u"ended"), "told") << "it was waited for until it gave up";
-}
-
-// Of eight runs seven make their pipes, then the eighth's client starts, then theirs do. A client
-// that held another's pipe would keep that run from ending.
-TEST(ClientRunPosix, ARunThatGoesOnHoldsUpNoOther)
-{
-    constexpr int others = 7;
-    const TempFolder folder;
-    std::latch havePipes(others);
-    std::latch eighthRuns(1);
-    std::atomic<int> whole = 0;
-    std::vector<std::thread> threads;
-    const auto other = [&] {
-        std::shared_ptr<StreamReaderThread> reader;
-        ClientCall call = CallOfChild(u"both 100000", OsHandle());
-        call.outputReader = [&](HANDLE readEnd) {
-            havePipes.count_down();
-            eighthRuns.wait();
-            return reader = std::make_shared<StreamReaderThread>(readEnd, Decoding::Utf8);
-        };
-        const ClientOutcome outcome = RunClient(childClient, call);
-        const bool isWhole = outcome.errors.size() == 100'000 && reader->text.size() == 100'000;
-        whole += isWhole ? 1 : 0;
-    };
-    for (int i = 0; i < others; ++i)
-        threads.emplace_back(other);
-    havePipes.wait();
-    int eighthCode = -1;
-    std::thread eighth([&] {
-        eighthCode =
-            RunChildClient(u"await \"" + (folder / u"started") + u"\" \"" + (folder / u"told"))
-                .exitCode;
-    });
-    WaitForFile(folder / u"started");
-    eighthRuns.count_down();
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(whole, others);
-    WriteBytes(folder / u"told", "");
-    eighth.join();
-    EXPECT_EQ(eighthCode, 0) << "they waited until it gave up";
 }
 
 TEST(ClientRunPosix, VariablesAreHiddenAsTheRowSays)

@@ -3,6 +3,6 @@
 namespace tarnwell
 {
 
-const ClientNames clientNames{u"git", u"hg", u"svn", u"p4", u"/"};
+const ClientNames clientNames{u"git", u"hg", u"svn", u"p4", u"/", false};
 
 } // namespace tarnwell
