@@ -1,0 +1,92 @@
+#include "perforce/p4uri.h"
+
+#include "frame/exception.h"
+#include "frame/messages.h"
+
+namespace tarnwell
+{
+
+namespace
+{
+
+// Whether the pattern would find an address somewhere in `text`: anything may follow "://", and one
+// unit other than a colon is a scheme.
+bool HoldsAddress(std::u16string_view text)
+{
+    constexpr std::u16string_view separator = u"://";
+    for (std::size_t at = text.find(separator); at != std::u16string_view::npos;
+         at = text.find(separator, at + 1))
+    {
+        if (at > 0 && text[at - 1] != u':')
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+std::ptrdiff_t P4MarkerOf(std::u16string_view text)
+{
+    const std::size_t marker = text.find_last_of(u"@#");
+    return marker == std::u16string_view::npos ? -1 : static_cast<std::ptrdiff_t>(marker);
+}
+
+std::u16string_view StripP4Revision(std::u16string_view text)
+{
+    return text.substr(0, text.find_last_of(u"@#"));
+}
+
+std::u16string NormalizeDepotPath(std::u16string_view path)
+{
+    constexpr std::u16string_view root = u"//";
+    return path.starts_with(root) ? std::u16string(path) : std::u16string(root).append(path);
+}
+
+P4Uri::P4Uri(std::u16string text) : Uri(std::move(text))
+{
+    if (!HasScheme(u"p4"))
+        Refuse();
+}
+
+std::shared_ptr<Uri> P4Uri::Create(std::u16string text) const
+{
+    return std::make_shared<P4Uri>(std::move(text));
+}
+
+std::shared_ptr<Uri> P4Uri::Clone() const
+{
+    UriParts parts = GetParts();
+    parts.path.resize(StripP4Revision(parts.path).size());
+    return Compose(parts);
+}
+
+const Pattern& P4Uri::GetPattern() const
+{
+    static const Pattern pattern(u"([^:]+)://(([^:@/]*)(:([^@/]*))?@([^/]+)/)?(.*)?");
+    return pattern;
+}
+
+const Uri::GroupNumbers& P4Uri::Groupings() const
+{
+    static constexpr GroupNumbers numbers{1, 3, 5, 6, noGroup, 7};
+    return numbers;
+}
+
+// The pattern is meant to be searched for, which would let the rest of the text fall silently.
+// Where the whole text matches, that is what a search finds.
+bool P4Uri::Match(const Pattern& pattern, std::u16string_view text, Groups& groups) const
+{
+    if (pattern.MatchWhole(text, groups))
+        return true;
+    if (HoldsAddress(text))
+        Refuse();
+    return false;
+}
+
+void P4Uri::Refuse() const
+{
+    throw ComException(E_INVALIDARG, FormatMessageById(MessageId::InvalidPerforceUri, {GetText()}),
+                       At(p4Source));
+}
+
+} // namespace tarnwell

@@ -1,0 +1,15 @@
+// What the stand-in for the Perforce client does.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tarnwell::test::perforce
+{
+
+// Runs with these arguments (UTF-8) on the depot in the folder, and adds a line with them to the
+// file "runs" there. Returns the exit code.
+int Run(const std::vector<std::string>& arguments, const std::filesystem::path& folder);
+
+} // namespace tarnwell::test::perforce
