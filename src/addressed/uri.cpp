@@ -4,8 +4,6 @@
 #include "frame/messages.h"
 #include "frame/text.h"
 
-#include <algorithm>
-
 namespace tarnwell
 {
 
@@ -16,21 +14,6 @@ std::u16string_view GroupAt(const Groups& groups, int index)
 {
     const auto at = static_cast<std::size_t>(index);
     return index < 0 || at >= groups.size() ? std::u16string_view() : groups[at];
-}
-
-// The number at the start of `digits`, which ends at the largest 32-bit one.
-std::int32_t SaturatingNumber(std::u16string_view digits)
-{
-    constexpr std::int64_t largest = 2147483647;
-    std::int64_t number = 0;
-    for (const char16_t digit : digits)
-        number = std::min(largest, number * 10 + (digit - u'0'));
-    return static_cast<std::int32_t>(number);
-}
-
-std::uint16_t PortOf(std::u16string_view digits)
-{
-    return digits.empty() ? noPort : static_cast<std::uint16_t>(SaturatingNumber(digits));
 }
 
 std::u16string PortSuffix(std::uint16_t port)
@@ -54,6 +37,12 @@ std::u16string ComposedText(const UriParts& parts)
 }
 
 } // namespace
+
+std::uint16_t PortOf(std::u16string_view text)
+{
+    const std::u16string_view digits = text.substr(0, text.find_first_not_of(u"0123456789"));
+    return digits.empty() ? noPort : static_cast<std::uint16_t>(LeadingNumber(digits));
+}
 
 std::u16string Uri::GetScheme() const
 {

@@ -14,6 +14,10 @@ namespace tarnwell
 inline constexpr std::uint16_t noPort = 65535;
 inline constexpr int noGroup = -1;
 
+// The port whose digits `text` begins with; `noPort` without any. Only the low 16 bits of a number
+// count, on purpose.
+std::uint16_t PortOf(std::u16string_view text);
+
 // What an address is made of.
 struct UriParts
 {
@@ -45,7 +49,7 @@ public:
     std::u16string GetUser() const;
     std::u16string GetPassword() const;
     std::u16string GetHost() const;
-    // `noPort` if there is none. Only the low 16 bits of a number count, on purpose.
+    // `noPort` if there is none.
     std::uint16_t GetPort() const;
     // The host, and ":" with the port if there is one.
     std::u16string GetHostAndPort() const;

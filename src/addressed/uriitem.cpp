@@ -1,6 +1,7 @@
 #include "addressed/uriitem.h"
 
 #include "addressed/interfaceimpl.h"
+#include "frame/filetimes.h"
 
 namespace tarnwell
 {
@@ -11,10 +12,8 @@ namespace
 // The root of a file system, whose facts nobody needs to be asked for.
 FSItem RootFacts()
 {
-    FILETIME now{};
-    CoFileTimeNow(&now);
     FSItem root;
-    root.modifiedTime = (std::uint64_t{now.dwHighDateTime} << 32) | now.dwLowDateTime;
+    root.modifiedTime = PresentTime();
     root.isDirectory = true;
     return root;
 }

@@ -1,4 +1,4 @@
-// Owners of the platform's critical sections.
+// Owner of one of the platform's critical sections.
 #pragma once
 
 #include "frame/status.h"
@@ -25,6 +25,16 @@ public:
             return EnsureFailed(StatusFromLastError());
         ready_ = true;
         return S_OK;
+    }
+
+    // So that the standard library's guards take it.
+    void lock()
+    {
+        EnterCriticalSection(&section_);
+    }
+    void unlock()
+    {
+        LeaveCriticalSection(&section_);
     }
 
 private:

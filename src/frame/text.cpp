@@ -1,5 +1,8 @@
 #include "frame/text.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace tarnwell
 {
 
@@ -19,6 +22,24 @@ std::u16string Decimal(std::uint64_t number)
 {
     const std::string digits = std::to_string(number);
     return std::u16string(digits.begin(), digits.end());
+}
+
+std::int32_t LeadingNumber(std::u16string_view text)
+{
+    using Limits = std::numeric_limits<std::int32_t>;
+    text.remove_prefix(std::min(text.size(), text.find_first_not_of(u" \t\n\v\f\r")));
+    const bool negative = text.starts_with(u'-');
+    if (negative || text.starts_with(u'+'))
+        text.remove_prefix(1);
+    std::int64_t number = 0;
+    for (const char16_t unit : text)
+    {
+        if (unit < u'0' || unit > u'9')
+            break;
+        number = std::min<std::int64_t>(number * 10 + (unit - u'0'), -std::int64_t{Limits::min()});
+    }
+    return static_cast<std::int32_t>(negative ? -number
+                                              : std::min<std::int64_t>(number, Limits::max()));
 }
 
 } // namespace tarnwell

@@ -19,6 +19,10 @@ HRESULT ToHost(std::u16string_view text, BSTR* out);
 
 std::u16string Decimal(std::uint64_t number);
 
+// The whole number at the start of `text`: white space in front and a sign are allowed, reading
+// stops at the first other unit, and it saturates at 32 bits. 0 without a digit.
+std::int32_t LeadingNumber(std::u16string_view text);
+
 constexpr bool IsTrue(VARIANT_BOOL value)
 {
     return value != VARIANT_FALSE;

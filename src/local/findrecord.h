@@ -1,6 +1,7 @@
 // The platform's find record, which describes local items, also those that were never enumerated.
 #pragma once
 
+#include "frame/filetimes.h"
 #include "platform/wide.h"
 
 #include <cstdint>
@@ -8,16 +9,6 @@
 
 namespace tarnwell
 {
-
-constexpr std::uint64_t TimeOf(const FILETIME& time)
-{
-    return (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
-}
-
-constexpr FILETIME FileTimeOf(std::uint64_t time)
-{
-    return {static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
-}
 
 constexpr bool IsFolder(const WIN32_FIND_DATAW& record)
 {

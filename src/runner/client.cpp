@@ -3,10 +3,10 @@
 #include "frame/exception.h"
 #include "frame/messages.h"
 #include "frame/status.h"
+#include "frame/trim.h"
 #include "platform/wide.h"
 #include "runner/environment.h"
 #include "runner/pipereader.h"
-#include "runner/trim.h"
 
 namespace tarnwell
 {

@@ -1,7 +1,7 @@
-// Numbers and times in the output of clients.
+// Times in the output of clients.
 #pragma once
 
-#include "platform/win32.h"
+#include "frame/text.h"
 
 #include <cstdint>
 #include <optional>
@@ -9,10 +9,6 @@
 
 namespace tarnwell
 {
-
-// The whole number at the start of `text`: white space in front and a sign are allowed, reading
-// stops at the first other unit, and it saturates at 32 bits. 0 without a digit.
-std::int32_t LeadingNumber(std::u16string_view text);
 
 // The FILETIME of so many seconds of Unix time, as `LeadingNumber` reads them.
 std::uint64_t UnixTimeToFileTime(std::u16string_view text);

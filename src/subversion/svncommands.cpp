@@ -7,7 +7,7 @@
 #include "runner/commandline.h"
 #include "runner/outputfile.h"
 #include "runner/readstream.h"
-#include "runner/trim.h"
+#include "frame/trim.h"
 #include "subversion/svnparser.h"
 #include "subversion/svnuri.h"
 

@@ -3,7 +3,7 @@
 #include "frame/messages.h"
 #include "runner/bufferedreader.h"
 #include "runner/numbers.h"
-#include "runner/trim.h"
+#include "frame/trim.h"
 
 #include <optional>
 

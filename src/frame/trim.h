@@ -1,4 +1,4 @@
-// White space around the lines and texts of clients.
+// White space around the lines and texts of clients and servers.
 #pragma once
 
 #include <string_view>
