@@ -1,8 +1,8 @@
 #include "perforce/p4parser.h"
 
+#include "frame/trim.h"
 #include "perforce/p4values.h"
 #include "runner/numbers.h"
-#include "runner/trim.h"
 
 #include <algorithm>
 #include <optional>
