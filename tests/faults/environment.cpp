@@ -11,7 +11,7 @@ class EnglishTexts : public testing::Environment
 public:
     void SetUp() override
     {
-        setenv("LC_ALL", "C", 1);
+        setenv("LC_ALL", "C.UTF-8", 1);
     }
 };
 

@@ -1,16 +1,17 @@
 // The Git file system on a repository of the test's own.
 #pragma once
 
-#include "module/workingcopytest.h"
+#include "module/systemtest.h"
+#include "support/clients.h"
 #include "support/repository.h"
 
 namespace tarnwell::test
 {
 
-class Git : public WorkingCopyTest
+class Git : public SystemTest
 {
 protected:
-    Git() : WorkingCopyTest(CLSID_GITFileSystem) {}
+    Git() : SystemTest(CLSID_GITFileSystem, WhyNoClients()) {}
 
     std::u16string Address(std::u16string_view name, const std::string& revision = {}) const
     {

@@ -1,16 +1,17 @@
 // The Mercurial file system on a repository of the test's own.
 #pragma once
 
-#include "module/workingcopytest.h"
+#include "module/systemtest.h"
+#include "support/clients.h"
 #include "support/mercurialrepository.h"
 
 namespace tarnwell::test
 {
 
-class Mercurial : public WorkingCopyTest
+class Mercurial : public SystemTest
 {
 protected:
-    Mercurial() : WorkingCopyTest(CLSID_HGFileSystem) {}
+    Mercurial() : SystemTest(CLSID_HGFileSystem, WhyNoClients()) {}
 
     std::u16string Address(std::u16string_view name, const std::string& revision = {}) const
     {

@@ -137,15 +137,6 @@ TEST_F(Subversion, AFileNamedWithAMarkerCannotBeOpened)
     EXPECT_FALSE(HasRevisions(items[0].path));
 }
 
-TEST_F(Subversion, AQuoteInANameEndsTheClientsArgument)
-{
-    repository_.Commit("a\"b.txt", "1");
-    const auto items = List(repository_.Address());
-    ASSERT_EQ(items.size(), 1U);
-    EXPECT_EQ(items[0].name, u"a\"b.txt");
-    EXPECT_EQ(FailedOpen(items[0].path).status, E_FAIL);
-}
-
 TEST_F(Subversion, APercentAndTwoDigitsIsTheCharacter)
 {
     repository_.Commit("A.txt", "A");

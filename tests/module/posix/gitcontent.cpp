@@ -1,5 +1,6 @@
 // Large content in Git.
-#include "module/workingcopytest.h"
+#include "module/systemtest.h"
+#include "support/clients.h"
 #include "support/environmentvalue.h"
 #include "support/repository.h"
 
@@ -53,10 +54,10 @@ std::int64_t MemoryFact(const std::string& name)
     return 0;
 }
 
-class GitContent : public WorkingCopyTest
+class GitContent : public SystemTest
 {
 protected:
-    GitContent() : WorkingCopyTest(CLSID_GITFileSystem) {}
+    GitContent() : SystemTest(CLSID_GITFileSystem, WhyNoClients()) {}
 
     const Repository repository_;
     const TempFolder home_;

@@ -1,6 +1,7 @@
 // What becomes of files in Git where the client or the repository is out of the ordinary. Clients
 // that can't be had from the real one are scripts, first on the PATH.
-#include "module/workingcopytest.h"
+#include "module/systemtest.h"
+#include "support/clients.h"
 #include "support/environmentvalue.h"
 #include "support/posix/child.h"
 #include "support/posix/ownmounts.h"
@@ -25,10 +26,10 @@ MATCHER_P(Reported, message, "")
            arg.error->text.starts_with(std::u16string(message) + std::u16string(reportedIn));
 }
 
-class GitRuns : public WorkingCopyTest
+class GitRuns : public SystemTest
 {
 protected:
-    GitRuns() : WorkingCopyTest(CLSID_GITFileSystem) {}
+    GitRuns() : SystemTest(CLSID_GITFileSystem, WhyNoClients()) {}
     ~GitRuns() override
     {
         EXPECT_TRUE(fs::is_empty(temporary_.Path()));

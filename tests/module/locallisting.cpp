@@ -14,7 +14,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::UnorderedElementsAre;
 
-class Listing : public LocalTest
+class LocalListing : public LocalTest
 {
 protected:
     ComPtr<IFileSystemItem> ItemNamed(const std::u16string& name)
@@ -39,12 +39,12 @@ protected:
     }
 };
 
-TEST_F(Listing, AnEmptyFolderHasNoItems)
+TEST_F(LocalListing, AnEmptyFolderHasNoItems)
 {
     EXPECT_THAT(NamesOf(List(folder.Text())), IsEmpty());
 }
 
-TEST_F(Listing, OnlyTheFolderItselfAndItsParentAreLeftOut)
+TEST_F(LocalListing, OnlyTheFolderItselfAndItsParentAreLeftOut)
 {
     Put(u"a.txt");
     Put(u"..foo");
@@ -55,7 +55,7 @@ TEST_F(Listing, OnlyTheFolderItselfAndItsParentAreLeftOut)
                 UnorderedElementsAre(u"a.txt", u"..foo", u".hidden", u"sub", u".folder"));
 }
 
-TEST_F(Listing, ItemsHaveTheFactsOfALookup)
+TEST_F(LocalListing, ItemsHaveTheFactsOfALookup)
 {
     const std::u16string file = Put(u"a.txt", "12345");
     const std::u16string sub = MakeDirectory(u"sub");
@@ -63,7 +63,7 @@ TEST_F(Listing, ItemsHaveTheFactsOfALookup)
     EXPECT_EQ(FactsOf(ItemNamed(u"sub")), FactsOf(Folder(sub)));
 }
 
-TEST_F(Listing, ItemsAreOfTheirKind)
+TEST_F(LocalListing, ItemsAreOfTheirKind)
 {
     Put(u"a.txt");
     MakeDirectory(u"sub");
@@ -73,7 +73,7 @@ TEST_F(Listing, ItemsAreOfTheirKind)
     EXPECT_FALSE(ItemNamed(u"sub").As<IFile>());
 }
 
-TEST_F(Listing, ItemsWork)
+TEST_F(LocalListing, ItemsWork)
 {
     Put(u"a.txt");
     MakeDirectory(u"sub");
@@ -86,7 +86,7 @@ TEST_F(Listing, ItemsWork)
     EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"b.txt"));
 }
 
-TEST_F(Listing, AnItemIsMadeAtEachCall)
+TEST_F(LocalListing, AnItemIsMadeAtEachCall)
 {
     Put(u"a.txt");
     const auto contents = List(folder.Text());
@@ -96,7 +96,7 @@ TEST_F(Listing, AnItemIsMadeAtEachCall)
     EXPECT_EQ(FactsOf(first), FactsOf(second));
 }
 
-TEST_F(Listing, ASnapshotStays)
+TEST_F(LocalListing, ASnapshotStays)
 {
     Put(u"a.txt");
     const auto contents = List(folder.Text());
@@ -106,7 +106,7 @@ TEST_F(Listing, ASnapshotStays)
     EXPECT_THAT(NamesOf(List(folder.Text())), UnorderedElementsAre(u"b.txt"));
 }
 
-TEST_F(Listing, ASnapshotAndItsItemsOutliveAllElse)
+TEST_F(LocalListing, ASnapshotAndItsItemsOutliveAllElse)
 {
     Put(u"a.txt", "12345");
     auto contents = List(folder.Text());
@@ -116,7 +116,7 @@ TEST_F(Listing, ASnapshotAndItsItemsOutliveAllElse)
     EXPECT_EQ(FactsOf(item).size, 5U);
 }
 
-TEST_F(Listing, AnIndexOutOfRangeIsRefused)
+TEST_F(LocalListing, AnIndexOutOfRangeIsRefused)
 {
     Put(u"a.txt");
     Put(u"b.txt");
@@ -131,13 +131,13 @@ TEST_F(Listing, AnIndexOutOfRangeIsRefused)
     }
 }
 
-TEST_F(Listing, WhatIsMissingFailsWithItsOwnPath)
+TEST_F(LocalListing, WhatIsMissingFailsWithItsOwnPath)
 {
     const std::u16string path = folder / u"missing";
     EXPECT_THAT(GetContents(NewFolder(path)), Failed(Win32Status(3), FailedToRead(path)));
 }
 
-TEST_F(Listing, AFileInPlaceOfTheFolderFails)
+TEST_F(LocalListing, AFileInPlaceOfTheFolderFails)
 {
     const std::u16string path = folder / u"later";
     const auto made = NewFolder(path);
@@ -149,7 +149,7 @@ TEST_F(Listing, AFileInPlaceOfTheFolderFails)
         EXPECT_THAT(outcome, Failed(Win32Status(267), FailedToRead(path)));
 }
 
-TEST_F(Listing, TheRootIsListedBelowItself)
+TEST_F(LocalListing, TheRootIsListedBelowItself)
 {
     const auto root = std::filesystem::path(folder.Text()).root_path().u16string();
     const auto items = ItemsOf(List(root));
@@ -159,7 +159,7 @@ TEST_F(Listing, TheRootIsListedBelowItself)
     EXPECT_EQ(facts.path, root + facts.name);
 }
 
-TEST_F(Listing, TheEmptyPathListsTheCurrentFolder)
+TEST_F(LocalListing, TheEmptyPathListsTheCurrentFolder)
 {
     Put(u"a.txt");
     const CurrentFolder current(folder.Path());
@@ -168,7 +168,7 @@ TEST_F(Listing, TheEmptyPathListsTheCurrentFolder)
     EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"a.txt"));
 }
 
-TEST_F(Listing, ManyItemsAreAllThere)
+TEST_F(LocalListing, ManyItemsAreAllThere)
 {
     std::vector<std::u16string> expected;
     for (int i = 0; i < 2000; ++i)
@@ -183,7 +183,7 @@ TEST_F(Listing, ManyItemsAreAllThere)
     EXPECT_EQ(names, expected);
 }
 
-TEST_F(Listing, TheHostIsAskedForTheStreamsOnceForEachListing)
+TEST_F(LocalListing, TheHostIsAskedForTheStreamsOnceForEachListing)
 {
     Put(u"a.txt");
     Put(u"b.txt");
@@ -194,7 +194,7 @@ TEST_F(Listing, TheHostIsAskedForTheStreamsOnceForEachListing)
     EXPECT_EQ(host->Calls().size(), 2U) << "the answer isn't kept";
 }
 
-TEST_F(Listing, FilesWithoutNamedStreamsShowOnceWhateverTheSetting)
+TEST_F(LocalListing, FilesWithoutNamedStreamsShowOnceWhateverTheSetting)
 {
     Put(u"a.txt");
     MakeDirectory(u"sub");
@@ -205,7 +205,7 @@ TEST_F(Listing, FilesWithoutNamedStreamsShowOnceWhateverTheSetting)
     }
 }
 
-TEST_F(Listing, AHostWithoutSettingsIsNotAsked)
+TEST_F(LocalListing, AHostWithoutSettingsIsNotAsked)
 {
     Put(u"a.txt");
     host->hasSettings = false;
@@ -214,7 +214,7 @@ TEST_F(Listing, AHostWithoutSettingsIsNotAsked)
 }
 
 // Local objects know the host by its window only.
-TEST_F(Listing, AHostWithSettingsAndNoWindowIsNotAsked)
+TEST_F(LocalListing, AHostWithSettingsAndNoWindowIsNotAsked)
 {
     Put(u"a.txt");
     host->hasWindow = false;
@@ -224,7 +224,7 @@ TEST_F(Listing, AHostWithSettingsAndNoWindowIsNotAsked)
     EXPECT_THAT(host->Calls(), IsEmpty());
 }
 
-TEST_F(Listing, AFailingSettingFailsNoListing)
+TEST_F(LocalListing, AFailingSettingFailsNoListing)
 {
     Put(u"a.txt");
     host->settingStatus = E_FAIL;

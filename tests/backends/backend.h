@@ -1,0 +1,132 @@
+// The file systems as the suites in backends/suites and faults/everycall.cpp see them: a row each,
+// which says how to make its data, how to address a name in it, and what the file system can do.
+// What all of them promise is proved there, over every row; a backend's own tests keep what only
+// that backend promises.
+#pragma once
+
+#include "support/fakehost.h"
+
+#include <tarnwell/tarnwell.h>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwell::test
+{
+
+// What one file system keeps. Names have "/" between their parts.
+class BackendData
+{
+public:
+    BackendData() = default;
+    BackendData(const BackendData&) = delete;
+    BackendData& operator=(const BackendData&) = delete;
+    virtual ~BackendData() = default;
+
+    // The path or the address of a name; an empty name is the whole. `revision` is one that `Put`
+    // gave, and empty for the latest.
+    virtual std::u16string Address(std::u16string_view name,
+                                   const std::u16string& revision = {}) const = 0;
+    // Writes a file, in a folder that is there if the file system has folders. Gives the name of
+    // the revision that this made, which is empty where there is no history.
+    virtual std::u16string Put(std::u16string_view name, std::string_view bytes,
+                               const std::string& description = "changed") = 0;
+    // The same for many files, whose revisions nobody asks for: names and bytes.
+    virtual void PutAll(const std::vector<std::pair<std::u16string, std::string>>& files);
+    // Where the file system has folders: makes one in one that is there.
+    virtual void MakeFolder(std::u16string_view name);
+    // Where they are plain files or can be looked at as such: the file or folder of a name.
+    virtual std::filesystem::path OnDisk(std::u16string_view name) const;
+    // What the host answers when it is asked for credentials.
+    virtual CredentialsAnswer Credentials() const;
+};
+
+// An address that a file system refuses, and how its message begins.
+struct RefusedAddress
+{
+    std::u16string_view address;
+    std::u16string_view message;
+};
+
+// Whose classes a file system's are: the local ones, or those that all systems of addresses share.
+enum class Family
+{
+    Local,
+    Addressed
+};
+
+// What `Open` does where its result has no place to go.
+enum class OpenIntoNothing
+{
+    FailsWithText, // message 106
+    FailsBare,
+    Succeeds // all is done, and then dropped
+};
+
+// Which text of a revision says that it is the working copy, which is the first of a list.
+enum class WorkingCopy
+{
+    None,
+    Id,
+    Description
+};
+
+struct Backend
+{
+    const char* name;
+    const GUID& systemClass;
+    Family family = Family::Addressed;
+    std::unique_ptr<BackendData> (*makeData)();
+    // Why nothing can be made here; empty if all is well. Null: there is always a way.
+    std::string (*whyNot)() = nullptr;
+
+    // Names that a file can have, to be listed and opened by.
+    std::vector<std::u16string_view> names;
+    std::vector<RefusedAddress> refused = {};
+
+    // Folders, and the facts of files, which those without folders don't tell.
+    bool folders = true;
+    // Of the two, `IFile::Open` and all operations.
+    bool writes = false;
+    // Whether the file system answers to IFileSystemRevisions, and whether what is put a second
+    // time leaves a revision of what was there.
+    bool revisions = true;
+    bool history = true;
+    WorkingCopy workingCopy = WorkingCopy::None;
+    // How revisions name the author that the row's data has.
+    std::u16string_view author = {};
+    OpenIntoNothing openIntoNothing = OpenIntoNothing::FailsBare;
+    // Behind a message, in front of the line: where this file system throws.
+    std::u16string_view source = {};
+
+    // What a missing client says; empty if there is no client.
+    std::u16string_view clientMissing = {};
+
+    // An address for which the host is asked, with nobody behind it, and what for; empty if there
+    // are no credentials. Without an answer kind 1 goes on, others fail.
+    std::u16string_view guarded = {};
+    std::uint32_t credentialsKind = 0;
+};
+
+// The rows, each in backends/rows, in the order of their results.
+extern const Backend localBackend;
+extern const Backend gitBackend;
+extern const Backend mercurialBackend;
+extern const Backend subversionBackend;
+
+std::vector<const Backend*> Backends();
+// Those for which `can` holds.
+template <class Predicate> std::vector<const Backend*> BackendsThat(Predicate can)
+{
+    std::vector<const Backend*> found = Backends();
+    std::erase_if(found, [&](const Backend* backend) { return !can(*backend); });
+    return found;
+}
+
+void PrintTo(const Backend* backend, std::ostream* out);
+
+} // namespace tarnwell::test

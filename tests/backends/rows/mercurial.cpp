@@ -1,0 +1,65 @@
+#include "backends/backend.h"
+#include "support/clients.h"
+#include "support/mercurialrepository.h"
+
+#include <tarnwell/classes.h>
+#include <tarnwell/text.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+class MercurialData final : public BackendData
+{
+public:
+    std::u16string Address(std::u16string_view name, const std::u16string& revision) const override
+    {
+        const std::u16string path = u"hg://" + (repository_ / name);
+        return revision.empty() ? path : path + u"#" + revision;
+    }
+    std::u16string Put(std::u16string_view name, std::string_view bytes,
+                       const std::string& description) override
+    {
+        return DecodeName(repository_.Commit(name, bytes, description));
+    }
+    // In one commit, since the client is slow to start.
+    void PutAll(const std::vector<std::pair<std::u16string, std::string>>& files) override
+    {
+        for (const auto& [name, bytes] : files)
+        {
+            std::filesystem::create_directories(OnDisk(name).parent_path());
+            WriteBytes(repository_ / name, bytes);
+        }
+        repository_.Hg("commit -q -A -u Ann -m many");
+    }
+    std::filesystem::path OnDisk(std::u16string_view name) const override
+    {
+        return repository_ / name;
+    }
+
+private:
+    const MercurialRepository repository_;
+};
+
+} // namespace
+
+const Backend mercurialBackend{
+    .name = "Mercurial",
+    .systemClass = CLSID_HGFileSystem,
+    .makeData = []() -> std::unique_ptr<BackendData> { return std::make_unique<MercurialData>(); },
+    .whyNot = WhyNoClients,
+    .names = {u"a b.txt", u"\u00e4\u65e5\u672c.txt", u"sub dir/d\u00e9ep/x.txt", u"50%.txt",
+              u"a&b'c;d+e.txt"},
+    .refused = {{u"HG://x", u"Invalid Mercurial URI \"HG://x\"."},
+                {u"git://x", u"Invalid Mercurial URI \"git://x\"."},
+                {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
+    .folders = false,
+    .workingCopy = WorkingCopy::Description,
+    .author = u"Ann <ann@example.org>",
+    .source = u"hgobjects",
+    .clientMissing = u"Can't find the Mercurial command line utility (hg.exe). Please check that "
+                     u"the Mercurial client is correctly installed.",
+};
+
+} // namespace tarnwell::test

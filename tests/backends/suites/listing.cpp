@@ -1,0 +1,149 @@
+// A folder's contents: all of it, with its facts, as it was.
+#include "backends/suites/backendtest.h"
+
+#include <tarnwell/text.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+class Listing : public BackendTest
+{
+protected:
+    ComPtr<IFileSystemItem> ItemNamed(std::u16string_view folder, const std::u16string& name) const
+    {
+        for (const auto& item : ItemsOf(Contents(Address(folder))))
+        {
+            if (FactsOf(item).name == name)
+                return item;
+        }
+        ADD_FAILURE() << "no such item";
+        return {};
+    }
+};
+
+TEST_P(Listing, AnEmptyFolderHasNoItems)
+{
+    EXPECT_THAT(List(Address(u"nothing")), IsEmpty());
+}
+
+TEST_P(Listing, ItemsHaveTheFactsOfALookup)
+{
+    const auto items = ItemsOf(Contents(Address(u"sub")));
+    ASSERT_EQ(items.size(), 2U);
+    std::vector<std::u16string> names;
+    for (const auto& item : items)
+    {
+        const Facts facts = FactsOf(item);
+        names.push_back(facts.name);
+        EXPECT_EQ(item.As<IFile>() ? FileFacts(facts.path) : FactsOf(Folder(facts.path)), facts);
+        EXPECT_EQ(facts.parent, facts.path.substr(0, facts.parent.size()));
+    }
+    EXPECT_THAT(names, UnorderedElementsAre(u"deep", u"inner.txt"));
+}
+
+TEST_P(Listing, ItemsAreOfTheirKindAndWork)
+{
+    const auto inner = ItemNamed(u"sub", u"inner.txt");
+    EXPECT_FALSE(inner.As<IFolder>());
+    ComPtr<IFileStream> stream;
+    ASSERT_EQ(inner.As<IFile>()->Open(readAccess, openExisting, stream.Out()), S_OK);
+    EXPECT_EQ(ReadAll(stream), "inner");
+
+    const auto deep = ItemNamed(u"sub", u"deep");
+    EXPECT_FALSE(deep.As<IFile>());
+    ComPtr<IFolderContents> contents;
+    ASSERT_EQ(deep.As<IFolder>()->GetContents(contents.Out()), S_OK);
+    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"bottom.txt"));
+}
+
+TEST_P(Listing, NamesOfAllKindsAreListedAndOpened)
+{
+    std::vector<std::u16string> expected = {u"sub",    u"nothing", u"text.txt", u"beside.txt",
+                                            u"binary", u"empty",   u"large"};
+    expected.insert(expected.end(), Row().names.begin(), Row().names.end());
+    const auto contents = Contents(Address({}));
+    EXPECT_THAT(NamesOf(contents), testing::UnorderedElementsAreArray(expected));
+    for (const auto& item : ItemsOf(contents))
+    {
+        const Facts facts = FactsOf(item);
+        const auto& names = Row().names;
+        if (std::find(names.begin(), names.end(), facts.name) != names.end())
+        {
+            EXPECT_EQ(Content(facts.path), EncodeName(facts.name).value());
+        }
+    }
+}
+
+TEST_P(Listing, AnItemIsMadeAtEachCall)
+{
+    const auto contents = Contents(Address(u"sub"));
+    const auto first = ItemsOf(contents).front();
+    const auto second = ItemsOf(contents).front();
+    EXPECT_NE(first.Get(), second.Get());
+    EXPECT_EQ(FactsOf(first), FactsOf(second));
+}
+
+TEST_P(Listing, ASnapshotStays)
+{
+    const auto data = NewData();
+    data->Put(u"a.txt", "1");
+    const auto contents = Contents(data->Address({}));
+    const auto items = ItemsOf(contents);
+    data->Put(u"a.txt", "changed");
+    data->Put(u"b.txt", "2");
+    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"a.txt"));
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(FactsOf(items.front()).size, 1U);
+    EXPECT_THAT(NamesOf(Contents(data->Address({}))), UnorderedElementsAre(u"a.txt", u"b.txt"));
+}
+
+TEST_P(Listing, ASnapshotAndItsItemsOutliveAllElse)
+{
+    auto contents = Contents(Address(u"sub"));
+    system.Reset();
+    const auto items = ItemsOf(contents);
+    contents.Reset();
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(FactsOf(items[0]).size + FactsOf(items[1]).size, 5U);
+}
+
+TEST_P(Listing, AnIndexOutOfRangeIsRefused)
+{
+    const auto contents = Contents(Address(u"sub"));
+    for (const std::int32_t index : {-1, 2, 3, INT32_MIN, INT32_MAX})
+    {
+        ComPtr<IFileSystemItem> item;
+        const Outcome outcome = OutcomeOf([&] { return contents->GetItem(index, item.Out()); });
+        EXPECT_EQ(outcome.status, E_INVALIDARG) << index;
+        ASSERT_TRUE(outcome.error);
+        EXPECT_EQ(WithoutLine(outcome.error->text),
+                  IsLocal() ? u"Internal error (invalid index into folder contents collection)."
+                            : u" [interfaceimpl@N]");
+        EXPECT_TRUE(outcome.error->interfaceId == IID_IFolderContents);
+    }
+}
+
+TEST_P(Listing, WhatIsNoFolderFails)
+{
+    for (const char16_t* const name : {u"none", u"sub/none"})
+    {
+        const Outcome outcome = FailedList(Address(name));
+        ASSERT_TRUE(outcome.error);
+        EXPECT_TRUE(outcome.error->interfaceId == IID_IFolder);
+    }
+}
+
+bool HasFolders(const Backend& backend)
+{
+    return backend.folders;
+}
+
+TARNWELL_OVER_BACKENDS(Listing, BackendsThat(HasFolders));
+
+} // namespace
+} // namespace tarnwell::test
