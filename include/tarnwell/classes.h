@@ -1,8 +1,9 @@
-// The identifiers of the classes.
-//
-// Six of them can be created through `DllGetClassObject`: the ones named `...FileSystem` but for
-// `VSSFileSystem`. The others only name the source of a failure in its error information. The
-// four `VSS` names are reserved: nothing answers to them.
+/// @file
+/// The identifiers of the classes.
+///
+/// Six of them can be created through `DllGetClassObject`: the ones named `...FileSystem` but for
+/// `VSSFileSystem`. The others only name the source of a failure in its error information. The
+/// four `VSS` names are reserved: nothing answers to them.
 #pragma once
 
 #include <tarnwell/com.h>
@@ -53,7 +54,7 @@ inline constexpr GUID CLSID_HGFile = detail::ClassGuid(0xF4F3F518);
 inline constexpr GUID CLSID_GITFileSystem = detail::ClassGuid(0xF4F3F519);
 inline constexpr GUID CLSID_GITFile = detail::ClassGuid(0xF4F3F51A);
 
-// The type library that lists them (a resource of the Windows module).
+/// The type library that lists them (a resource of the Windows module).
 inline constexpr GUID LIBID_tarnwell{
     0xFCC74EE0, 0x8B95, 0x4850, {0x8E, 0xFF, 0xE7, 0xF1, 0xB7, 0x43, 0x2B, 0xAE}};
 

@@ -1,8 +1,9 @@
-// The reference-counted layer that tarnwell's interfaces stand on.
-//
-// On Windows this is the system's own component layer. Elsewhere this header declares the same
-// names with the same sizes and the same order of virtual functions, so that one source serves
-// both. Only what a host of tarnwell needs is here.
+/// @file
+/// The reference-counted layer that tarnwell's interfaces stand on.
+///
+/// On Windows this is the system's own component layer. Elsewhere this header declares the same
+/// names with the same sizes and the same order of virtual functions, so that one source serves
+/// both. Only what a host of tarnwell needs is here.
 #pragma once
 
 #include <cstddef>
@@ -21,24 +22,24 @@
 
 #define STDMETHODCALLTYPE
 
-// A status: 0 or positive is success, negative is failure.
+/// A status: 0 or positive is success, negative is failure.
 using HRESULT = std::int32_t;
 using ULONG = std::uint32_t;
 using BOOL = std::int32_t;
 
-// 16 bits wide; any value but 0 counts as true on input, true is VARIANT_TRUE on output.
+/// 16 bits wide; any value but 0 counts as true on input, true is VARIANT_TRUE on output.
 using VARIANT_BOOL = std::int16_t;
 
-// One UTF-16 unit. File names that are not valid text use lone surrogates, see text.h.
+/// One UTF-16 unit. File names that are not valid text use lone surrogates, see text.h.
 using OLECHAR = char16_t;
 using LPOLESTR = OLECHAR*;
 using LPCOLESTR = const OLECHAR*;
 
-// Text that is handed out: UTF-16 units with their count in front of the first one and a
-// terminator behind the last. Whoever receives it frees it with SysFreeString.
+/// Text that is handed out: UTF-16 units with their count in front of the first one and a
+/// terminator behind the last. Whoever receives it frees it with SysFreeString.
 using BSTR = OLECHAR*;
 
-// The owner window of a dialog; null where there is none.
+/// The owner window of a dialog; null where there is none.
 using HWND = void*;
 
 inline constexpr VARIANT_BOOL VARIANT_TRUE = -1;
@@ -51,7 +52,21 @@ struct GUID
     std::uint16_t Data3;
     std::uint8_t Data4[8];
 
-    friend constexpr bool operator==(const GUID&, const GUID&) = default;
+    friend constexpr bool operator==(const GUID& left, const GUID& right)
+    {
+        if (left.Data1 != right.Data1 || left.Data2 != right.Data2 || left.Data3 != right.Data3)
+            return false;
+        for (int i = 0; i < 8; ++i)
+        {
+            if (left.Data4[i] != right.Data4[i])
+                return false;
+        }
+        return true;
+    }
+    friend constexpr bool operator!=(const GUID& left, const GUID& right)
+    {
+        return !(left == right);
+    }
 };
 
 using IID = GUID;
@@ -106,14 +121,14 @@ inline constexpr IID IID_ICreateErrorInfo{
 inline constexpr IID IID_ISupportErrorInfo{
     0xDF0B3D60, 0x548F, 0x101B, {0x8E, 0x65, 0x08, 0x00, 0x2B, 0x2B, 0xD1, 0x19}};
 
-// Every interface begins with these three. Interfaces have no virtual destructor: an object
-// goes away with its last Release, and the layout is part of the binary contract.
+/// Every interface begins with these three. Interfaces have no virtual destructor: an object
+/// goes away with its last Release, and the layout is part of the binary contract.
 struct IUnknown
 {
-    // Puts a new reference to the interface `iid` of the same object into `*out`, or null.
-    // E_NOINTERFACE if the object has no such interface, E_POINTER if `out` is null.
+    /// Puts a new reference to the interface `iid` of the same object into `*out`, or null.
+    /// E_NOINTERFACE if the object has no such interface, E_POINTER if `out` is null.
     virtual HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) = 0;
-    // Both return the new count, for diagnosis only.
+    /// Both return the new count, for diagnosis only.
     virtual ULONG STDMETHODCALLTYPE AddRef() = 0;
     virtual ULONG STDMETHODCALLTYPE Release() = 0;
 
@@ -123,10 +138,10 @@ protected:
 
 struct IClassFactory : IUnknown
 {
-    // Makes an object. With a non-null `outer` the object becomes a part of `outer`, and `iid`
-    // must be IID_IUnknown (else CLASS_E_NOAGGREGATION).
+    /// Makes an object. With a non-null `outer` the object becomes a part of `outer`, and `iid`
+    /// must be IID_IUnknown (else CLASS_E_NOAGGREGATION).
     virtual HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) = 0;
-    // Raises (non-zero) or lowers (zero) the module's lock count.
+    /// Raises (non-zero) or lowers (zero) the module's lock count.
     virtual HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) = 0;
 
 protected:
@@ -135,17 +150,17 @@ protected:
 
 struct ISequentialStream : IUnknown
 {
-    // Reads up to `size` bytes. The end of the data shows as S_OK with `*read` 0. The pointers to
-    // the counts must not be null for local streams.
+    /// Reads up to `size` bytes. The end of the data shows as S_OK with `*read` 0. The pointers to
+    /// the counts must not be null for local streams.
     virtual HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG size, ULONG* read) = 0;
-    // Writes up to `size` bytes; `*written` may be less.
+    /// Writes up to `size` bytes; `*written` may be less.
     virtual HRESULT STDMETHODCALLTYPE Write(const void* buffer, ULONG size, ULONG* written) = 0;
 
 protected:
     ~ISequentialStream() = default;
 };
 
-// One failure's text, as GetErrorInfo gives it. Each text is the caller's to free.
+/// One failure's text, as GetErrorInfo gives it. Each text is the caller's to free.
 struct IErrorInfo : IUnknown
 {
     virtual HRESULT STDMETHODCALLTYPE GetGUID(GUID* guid) = 0;
@@ -158,7 +173,7 @@ protected:
     ~IErrorInfo() = default;
 };
 
-// The writable side of an IErrorInfo. Texts are copied.
+/// The writable side of an IErrorInfo. Texts are copied.
 struct ICreateErrorInfo : IUnknown
 {
     virtual HRESULT STDMETHODCALLTYPE SetGUID(REFGUID guid) = 0;
@@ -173,38 +188,38 @@ protected:
 
 struct ISupportErrorInfo : IUnknown
 {
-    // S_OK if a failing method of interface `iid` leaves a text behind, S_FALSE if not.
+    /// S_OK if a failing method of interface `iid` leaves a text behind, S_FALSE if not.
     virtual HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) = 0;
 
 protected:
     ~ISupportErrorInfo() = default;
 };
 
-// What the library exports. A host that loads it by path looks these names up itself.
+/// What the library exports. A host that loads it by path looks these names up itself.
 extern "C"
 {
-    // A new text, copied up to its first terminator; null for null or when memory is short.
+    /// A new text, copied up to its first terminator; null for null or when memory is short.
     BSTR SysAllocString(const OLECHAR* text);
-    // A new text of `length` units, copied from `text`, or zeroed if `text` is null.
+    /// A new text of `length` units, copied from `text`, or zeroed if `text` is null.
     BSTR SysAllocStringLen(const OLECHAR* text, std::uint32_t length);
-    // Null is allowed.
+    /// Null is allowed.
     void SysFreeString(BSTR text);
-    // The count in front of the text, in units; 0 for null.
+    /// The count in front of the text, in units; 0 for null.
     std::uint32_t SysStringLen(BSTR text);
 
-    // Takes the calling thread's error information out: S_OK and the object (the caller's
-    // reference), or S_FALSE and null. `reserved` is 0.
+    /// Takes the calling thread's error information out: S_OK and the object (the caller's
+    /// reference), or S_FALSE and null. `reserved` is 0.
     HRESULT GetErrorInfo(ULONG reserved, IErrorInfo** info);
-    // Sets or, with null, clears the calling thread's error information. `reserved` is 0.
+    /// Sets or, with null, clears the calling thread's error information. `reserved` is 0.
     HRESULT SetErrorInfo(ULONG reserved, IErrorInfo* info);
     HRESULT CreateErrorInfo(ICreateErrorInfo** info);
 
-    // The class object of `clsid`, asked for `iid`. CLASS_E_CLASSNOTAVAILABLE for a class that
-    // the module doesn't create.
+    /// The class object of `clsid`, asked for `iid`. CLASS_E_CLASSNOTAVAILABLE for a class that
+    /// the module doesn't create.
     HRESULT DllGetClassObject(REFCLSID clsid, REFIID iid, void** out);
-    // S_FALSE always: the module stays loaded until the process ends.
+    /// S_FALSE always: the module stays loaded until the process ends.
     HRESULT DllCanUnloadNow();
-    // Nothing to publish on this platform; S_OK.
+    /// Nothing to publish on this platform; S_OK.
     HRESULT DllRegisterServer();
     HRESULT DllUnregisterServer();
 }

@@ -1,4 +1,5 @@
-// The identifiers of interfaces, reachable from the interface type.
+/// @file
+/// The identifiers of interfaces, reachable from the interface type.
 #pragma once
 
 #include <tarnwell/com.h>
@@ -15,14 +16,17 @@ constexpr GUID InterfaceGuid(std::uint32_t first)
 }
 } // namespace detail
 
-// `InterfaceId<I>::value` is the identifier of interface `I`.
+/// `InterfaceId<I>::value` is the identifier of interface `I`.
 template <class I> struct InterfaceId;
 
+/// The identifier of interface `I`, on every compiler; `__uuidof(I)` gives the same where the
+/// compiler has it.
 template <class I> constexpr const GUID& IidOf()
 {
     return InterfaceId<I>::value;
 }
 
+/// @cond
 template <> struct InterfaceId<::IUnknown>
 {
     static constexpr GUID value{0x00000000, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
@@ -56,13 +60,38 @@ template <> struct InterfaceId<::ISupportErrorInfo>
     static constexpr GUID value{
         0xDF0B3D60, 0x548F, 0x101B, {0x8E, 0x65, 0x08, 0x00, 0x2B, 0x2B, 0xD1, 0x19}};
 };
+/// @endcond
 
 } // namespace tarnwell
 
-// Gives interface `name` its identifier, both as `IID_name` and through `IidOf`.
+/// @cond
+// Tells the compiler the identifier for `__uuidof`, where it has that operator. Both ways need the
+// whole identifier in their own spelling, so its common rest stands here a second time.
+#define TARNWELL_UUID_TEXT(identifier) #identifier
+#if defined(_MSC_VER)
+#define TARNWELL_UUIDOF(name, first)                                                               \
+    namespace tarnwell                                                                             \
+    {                                                                                              \
+    struct __declspec(uuid(TARNWELL_UUID_TEXT(first - C961 - 4751 - 84B9 - EA3B67E048A3))) name;   \
+    }
+#elif defined(__CRT_UUID_DECL)
+#define TARNWELL_UUIDOF(name, first)                                                               \
+    __CRT_UUID_DECL(tarnwell::name, 0x##first, 0xC961, 0x4751, 0x84, 0xB9, 0xEA, 0x3B, 0x67, 0xE0, \
+                    0x48, 0xA3)
+#else
+#define TARNWELL_UUIDOF(name, first)
+#endif
+
+// Gives interface `name` its identifier: as `IID_name`, through `IidOf` and for `__uuidof`. `first`
+// is the identifier's first word in eight hexadecimal digits. Stands outside of all namespaces.
 #define TARNWELL_INTERFACE_ID(name, first)                                                         \
-    inline constexpr GUID IID_##name = detail::InterfaceGuid(first);                               \
+    namespace tarnwell                                                                             \
+    {                                                                                              \
+    inline constexpr GUID IID_##name = detail::InterfaceGuid(0x##first);                           \
     template <> struct InterfaceId<name>                                                           \
     {                                                                                              \
         static constexpr const GUID& value = IID_##name;                                           \
-    }
+    };                                                                                             \
+    }                                                                                              \
+    TARNWELL_UUIDOF(name, first)
+/// @endcond

@@ -1,4 +1,5 @@
-// Owners of interface pointers and of texts, for hosts written in C++.
+/// @file
+/// Owners of interface pointers and of texts, for hosts written in C++.
 #pragma once
 
 #include <tarnwell/interfaceid.h>
@@ -10,7 +11,7 @@
 namespace tarnwell
 {
 
-// Owns one reference to an interface, or nothing.
+/// Owns one reference to an interface, or nothing.
 template <class I> class ComPtr
 {
 public:
@@ -32,7 +33,7 @@ public:
         return *this;
     }
 
-    // Takes over the caller's reference.
+    /// Takes over the caller's reference.
     static ComPtr Adopt(I* pointer)
     {
         ComPtr owner;
@@ -40,7 +41,7 @@ public:
         return owner;
     }
 
-    // Adds a reference of its own. Null is allowed.
+    /// Adds a reference of its own. Null is allowed.
     static ComPtr Share(I* pointer)
     {
         if (pointer != nullptr)
@@ -48,7 +49,7 @@ public:
         return Adopt(pointer);
     }
 
-    // The same object by another of its interfaces; null if it has none such.
+    /// The same object by another of its interfaces; null if it has none such.
     template <class J> ComPtr<J> As() const
     {
         ComPtr<J> other;
@@ -63,7 +64,7 @@ public:
             old->Release();
     }
 
-    // Where a call puts the reference that it hands out. What was held is released first.
+    /// Where a call puts the reference that it hands out. What was held is released first.
     I** Out()
     {
         Reset();
@@ -74,7 +75,7 @@ public:
         return reinterpret_cast<void**>(Out());
     }
 
-    // Gives the reference to the caller.
+    /// Gives the reference to the caller.
     I* Detach()
     {
         return std::exchange(pointer_, nullptr);
@@ -97,12 +98,12 @@ private:
     I* pointer_ = nullptr;
 };
 
-// Owns a text that a call handed out, or nothing.
+/// Owns a text that a call handed out, or nothing.
 class Bstr
 {
 public:
     Bstr() = default;
-    // A copy of `text`; holds null if memory is short.
+    /// A copy of `text`; holds null if memory is short.
     explicit Bstr(std::u16string_view text)
         : text_(SysAllocStringLen(reinterpret_cast<const OLECHAR*>(text.data()),
                                   static_cast<std::uint32_t>(text.size())))
@@ -121,7 +122,7 @@ public:
         SysFreeString(text_);
     }
 
-    // Where a call puts the text. What was held is freed first.
+    /// Where a call puts the text. What was held is freed first.
     BSTR* Out()
     {
         SysFreeString(std::exchange(text_, nullptr));
@@ -140,7 +141,7 @@ public:
         return text_ != nullptr;
     }
 
-    // All units, also behind a terminator inside. Empty for null; valid as long as the owner.
+    /// All units, also behind a terminator inside. Empty for null; valid as long as the owner.
     std::u16string_view View() const
     {
         if (text_ == nullptr)

@@ -1,9 +1,10 @@
-// Names between bytes and UTF-16.
-//
-// File names on Linux are bytes. Those that are valid UTF-8 become the same text in UTF-16;
-// every byte that isn't part of valid UTF-8 becomes one lone surrogate DC80-DCFF, and turns back
-// into that byte, so that every file can be named. A host uses the same rule for the arguments
-// that its user types and for the names that it prints.
+/// @file
+/// Names between bytes and UTF-16.
+///
+/// File names on Linux are bytes. Those that are valid UTF-8 become the same text in UTF-16;
+/// every byte that isn't part of valid UTF-8 becomes one lone surrogate DC80-DCFF, and turns back
+/// into that byte, so that every file can be named. A host uses the same rule for the arguments
+/// that its user types and for the names that it prints.
 #pragma once
 
 #include <optional>
@@ -112,7 +113,7 @@ inline std::u16string DecodeName(std::string_view bytes)
     return text;
 }
 
-// Nothing if the text has a lone surrogate that stands for no byte: such a text names no file.
+/// Nothing if the text has a lone surrogate that stands for no byte: such a text names no file.
 inline std::optional<std::string> EncodeName(std::u16string_view text)
 {
     std::string bytes;
