@@ -1,0 +1,199 @@
+/// @file
+/// Files, folders and what folders hold.
+#pragma once
+
+#include <tarnwell/client/list.hpp>
+#include <tarnwell/client/streams.hpp>
+#include <tarnwell/items.h>
+
+#include <functional>
+
+namespace tarnwell::client
+{
+
+/// Asked in place of the module's own question before something is deleted, with its address; true
+/// lets it go.
+using Confirm = std::function<bool(const std::string& address)>;
+
+class File;
+class Folder;
+
+/// A file or a folder. Facts are those found when they were first asked for.
+class Item
+{
+public:
+    explicit Item(const ComPtr<IFileSystemItem>& item) : item_(item) {}
+
+    std::string Name() const
+    {
+        return detail::TextOf([&](BSTR* text) { return item_->GetName(text); });
+    }
+    /// The full address, a password in it included.
+    std::string Path() const
+    {
+        return detail::TextOf([&](BSTR* text) { return item_->GetPath(text); });
+    }
+    std::string ParentPath() const
+    {
+        return detail::TextOf([&](BSTR* text) { return item_->GetParentPath(text); });
+    }
+    /// In 100-nanosecond intervals since 1 January 1601 UTC; 0 if unknown.
+    std::uint64_t ModifiedTime() const
+    {
+        return detail::NumberOf<std::uint64_t>(
+            [&](std::uint64_t* time) { return item_->GetModifiedTime(time); });
+    }
+    /// `Attribute` bits.
+    std::uint32_t Attributes() const
+    {
+        return detail::NumberOf<std::uint32_t>(
+            [&](std::uint32_t* bits) { return item_->GetAttributes(bits); });
+    }
+    void SetAttributes(std::uint32_t attributes)
+    {
+        Check([&] { return item_->SetAttributes(attributes); });
+    }
+    /// What the object is; nothing is looked up.
+    bool IsFolder() const
+    {
+        return static_cast<bool>(item_.As<IFolder>());
+    }
+
+    /// Failure for an item of the other kind.
+    File AsFile() const;
+    Folder AsFolder() const;
+
+    /// Deletes it for good, without a question of the module's. `confirm`, if given, is asked
+    /// before; the answer is whether the item went. With `recursive` a folder goes with all that is
+    /// in it; without it a local item must be a file.
+    bool Delete(bool recursive = false, const Confirm& confirm = nullptr)
+    {
+        if (confirm && !confirm(Path()))
+            return false;
+        Check([&] { return item_->Delete(VARIANT_TRUE, detail::Truth(recursive)); });
+        return true;
+    }
+
+    /// The interface behind it.
+    const ComPtr<IFileSystemItem>& Get() const
+    {
+        return item_;
+    }
+
+private:
+    ComPtr<IFileSystemItem> item_;
+};
+
+/// A file.
+class File : public Item
+{
+public:
+    explicit File(const ComPtr<IFile>& file)
+        : Item(detail::Need<IFileSystemItem>(file)), file_(file)
+    {
+    }
+
+    /// In bytes.
+    std::uint64_t Size() const
+    {
+        const auto low = detail::NumberOf<std::uint32_t>(
+            [&](std::uint32_t* half) { return file_->GetSizeLow(half); });
+        const auto high = detail::NumberOf<std::uint32_t>(
+            [&](std::uint32_t* half) { return file_->GetSizeHigh(half); });
+        return std::uint64_t{high} << 32 | low;
+    }
+
+    Reader Open() const
+    {
+        return Reader(Open(AccessRead, OpenExisting));
+    }
+    /// Made, or emptied first.
+    Writer Create(Disposition disposition = CreateAlways)
+    {
+        return Writer(Open(AccessWrite, disposition));
+    }
+
+    /// All of it.
+    std::string Read() const
+    {
+        return Open().ReadAll();
+    }
+    /// All of it: text, or anything that has `data()` and `size()`. Returns when it is closed.
+    template <class Buffer> void Write(const Buffer& buffer)
+    {
+        Writer writer = Create();
+        writer.Write(buffer);
+        writer.Close();
+    }
+
+    /// Local files only; the object goes on telling the old one.
+    void SetModifiedTime(std::uint64_t time)
+    {
+        const auto item = detail::Need<IFileSystemItemExt>(file_);
+        Check([&] { return item->SetModifiedTime(time); });
+    }
+
+    /// The interface behind it.
+    const ComPtr<IFile>& GetFile() const
+    {
+        return file_;
+    }
+
+private:
+    ComPtr<IFileStream> Open(Access access, Disposition disposition) const
+    {
+        ComPtr<IFileStream> stream;
+        Check([&] { return file_->Open(access, disposition, stream.Out()); });
+        return stream;
+    }
+
+    ComPtr<IFile> file_;
+};
+
+/// What a folder held when it was asked.
+using Contents = List<IFolderContents, IFileSystemItem, Item>;
+
+/// A folder.
+class Folder : public Item
+{
+public:
+    explicit Folder(const ComPtr<IFolder>& folder)
+        : Item(detail::Need<IFileSystemItem>(folder)), folder_(folder)
+    {
+    }
+
+    /// Reads it now: `for (const Item& item : folder.Contents())`.
+    client::Contents Contents() const
+    {
+        ComPtr<IFolderContents> contents;
+        Check([&] { return folder_->GetContents(contents.Out()); });
+        return client::Contents(contents);
+    }
+
+    /// With `recursive` its missing ancestors, too, and then it may be there already.
+    void Create(bool recursive = false)
+    {
+        Check([&] { return folder_->Create(detail::Truth(recursive)); });
+    }
+
+    /// The interface behind it.
+    const ComPtr<IFolder>& GetFolder() const
+    {
+        return folder_;
+    }
+
+private:
+    ComPtr<IFolder> folder_;
+};
+
+inline File Item::AsFile() const
+{
+    return File(detail::Need<IFile>(item_));
+}
+
+inline Folder Item::AsFolder() const
+{
+    return Folder(detail::Need<IFolder>(item_));
+}
+
+} // namespace tarnwell::client
