@@ -1,6 +1,7 @@
 // Looking up what only this platform has: one root, links, pipes, names with colons.
 #include "module/localtest.h"
 
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -105,6 +106,20 @@ TEST_F(PosixLookup, APipeIsLookedAtWithoutWaitingForItsOtherEnd)
     ASSERT_EQ(mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);
     EXPECT_EQ(FactsOf(File(folder / u"pipe")).size, 0U);
     EXPECT_THAT(NamesOf(List(folder.Text())), testing::ElementsAre(u"pipe"));
+}
+
+TEST_F(PosixLookup, WhatAPipeHoldsIsThereForItsOpening)
+{
+    const fs::path pipe = folder.Path() / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const int writer = open(pipe.c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(write(writer, "12345", 5), 5);
+    const auto item = File(pipe.u16string());
+    EXPECT_THAT(NamesOf(List(folder.Text())), testing::ElementsAre(u"pipe"));
+    ComPtr<IFileStream> stream;
+    ASSERT_EQ(item->Open(readAccess, openExisting, stream.Out()), S_OK);
+    close(writer);
+    EXPECT_EQ(ReadAll(stream), "12345");
 }
 
 TEST_F(PosixLookup, ASocketExists)

@@ -1,7 +1,10 @@
 // The question before a deletion, answered by somebody: on a pseudo-terminal, by a stand-in for the
 // dialog program, or by nobody.
+#include "platform/posix/dialogs/question.h"
 #include "platform/shelldelete.h"
 #include "support/posix/dialogprogram.h"
+
+#include <tarnwell/text.h>
 
 #include <gmock/gmock.h>
 
@@ -157,6 +160,19 @@ TEST_F(Confirm, TerminalIsNotSentControlCharacters)
     EXPECT_NE(outcome.shown.find("a?[2J?b"), std::string::npos) << outcome.shown;
 }
 
+TEST(Displayable, WhatIsMoreThanTextIsMasked)
+{
+    for (const char16_t unit : {u'\0', u'\x07', u'\x1b', u'\t', u'\r', u'\n', u'\x7f', u'\x80',
+                                u'\x9b', u'\x9f', u'\u200b', u'\u200f', u'\u2028', u'\u202e',
+                                u'\u2060', u'\u206f', u'\xd800', u'\xdc80', u'\xdfff'})
+        EXPECT_EQ(posix::Displayable(std::u16string{u'a', unit, u'b'}), "a?b") << std::hex << +unit;
+    for (const char16_t unit : {u' ', u'~', u'\xa0', u'\u200a', u'\u2010', u'\u2027', u'\u202f',
+                                u'\u205f', u'\u2070', u'\ud7ff', u'\ue000'})
+        EXPECT_EQ(posix::Displayable(std::u16string{unit}), EncodeName(std::u16string{unit}));
+    EXPECT_EQ(posix::Displayable(u"\U0001F600"), "\xF0\x9F\x98\x80");
+    EXPECT_EQ(posix::Displayable(u"a\n\x1b", true), "a\n?") << "lines may be wanted";
+}
+
 TEST_F(Confirm, DialogProgramAnswers)
 {
     dialog_.AnswerWith(DialogProgram::no);
@@ -182,6 +198,14 @@ TEST_F(Confirm, DialogTextIsNotTakenForMarkup)
     WriteBytes(folder_ / u"a&<b>", "");
     EXPECT_EQ(Delete(std::nullopt, true, u"a&<b>").exitCode, cancelled);
     EXPECT_THAT(dialog_.Asked(), HasSubstr("a&amp;&lt;b&gt;"));
+}
+
+TEST_F(Confirm, DialogTextIsNotTakenForEscapes)
+{
+    dialog_.AnswerWith(DialogProgram::no);
+    WriteBytes(folder_ / u"a\\nb", "");
+    EXPECT_EQ(Delete(std::nullopt, true, u"a\\nb").exitCode, cancelled);
+    EXPECT_THAT(dialog_.Asked(), HasSubstr("a\\\\nb"));
 }
 
 TEST_F(Confirm, TerminalIsAskedWhereThereIsNoDialogProgram)

@@ -2,6 +2,7 @@
 #include "platform/opened.h"
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/files/filehandle.h"
+#include "platform/posix/systemcalls.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>
@@ -41,18 +42,90 @@ TEST(Opening, DeleteOnCloseTakesTheNameAtOnce)
     EXPECT_EQ(entry.st_mode & 0777, 0600U);
 }
 
-TEST(Opening, PipeNeverBlocksALookup)
+// Whether somebody who opens the pipe for writing finds it open for reading.
+bool HasReader(const std::filesystem::path& pipe)
+{
+    const posix::FileDescriptor writer(open(pipe.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
+    return static_cast<bool>(writer);
+}
+
+// Its writer would take it for the reader, and its bytes would be lost.
+TEST(Opening, APipeDoesNotNoticeALookup)
 {
     const TempFolder folder;
-    const std::u16string path = folder / u"pipe";
     ASSERT_EQ(mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);
-    const OsHandle pipe = Opened(path, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    const OsHandle pipe =
+        Opened(folder / u"pipe", GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
     ASSERT_TRUE(pipe);
+    EXPECT_FALSE(HasReader(folder.Path() / "pipe"));
     LONG high = 0;
     EXPECT_EQ(SetFilePointer(pipe.Get(), 0, &high, FILE_END), INVALID_SET_FILE_POINTER);
-    EXPECT_EQ(GetLastError(), ERROR_SEEK_ON_DEVICE);
+    EXPECT_NE(GetLastError(), ERROR_SUCCESS);
     FILETIME write = {};
     EXPECT_TRUE(GetFileTime(pipe.Get(), nullptr, nullptr, &write));
+    const OsHandle opened = OpenedForReading(folder / u"pipe");
+    EXPECT_TRUE(HasReader(folder.Path() / "pipe")) << "as the test would see it";
+}
+
+TEST(Opening, APipeInAFilesPlaceDoesNotNoticeALookupEither)
+{
+    const TempFolder folder;
+    const std::filesystem::path path = folder.Path() / "a";
+    WriteBytes(folder / u"a", "12345");
+    SystemCalls calls;
+    // The first one was the look.
+    calls.Before("openat", 2, [&] {
+        std::filesystem::remove(path);
+        ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    });
+    const OsHandle file =
+        Opened(folder / u"a", GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    EXPECT_EQ(SetFilePointer(file.Get(), 0, nullptr, FILE_END), 5U);
+    EXPECT_FALSE(HasReader(path));
+}
+
+TEST(Opening, ALookupNeedsNoListOfItsDescriptors)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u"a", "12345");
+    SystemCalls calls;
+    calls.Fail("openat", 2, ENOENT);
+    const OsHandle file =
+        Opened(folder / u"a", GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    EXPECT_EQ(SetFilePointer(file.Get(), 0, nullptr, FILE_END), 5U);
+}
+
+TEST(Opening, ANewFileThatCannotBeHadIsNotLeftBehind)
+{
+    const TempFolder folder;
+    SystemCalls calls;
+    calls.Fail("fstat", 1, EIO);
+    EXPECT_EQ(ErrorOfOpening(folder / u"a", GENERIC_WRITE, CREATE_NEW), ERROR_IO_DEVICE);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(Opening, SignalsInterruptNothing)
+{
+    const TempFolder folder;
+    const std::string bytes(100'000, 'x');
+    WriteBytes(folder / u"a", "");
+    std::string read(bytes.size(), ' ');
+    {
+        SystemCalls calls;
+        calls.Interrupt("openat");
+        calls.Interrupt("read");
+        calls.Interrupt("write");
+        calls.Interrupt("ftruncate");
+        const OsHandle file = Opened(folder / u"a", GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING);
+        const auto size = static_cast<DWORD>(bytes.size());
+        DWORD moved = 0;
+        EXPECT_TRUE(WriteFile(file.Get(), bytes.data(), size, &moved, nullptr));
+        EXPECT_TRUE(SetEndOfFile(file.Get()));
+        SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN);
+        EXPECT_TRUE(ReadFile(file.Get(), read.data(), size, &moved, nullptr));
+        EXPECT_EQ(moved, size);
+    }
+    EXPECT_TRUE(read == bytes);
 }
 
 TEST(Opening, WriterOfAPipeThatNobodyReadsIsNotReady)
@@ -85,6 +158,22 @@ TEST(Opening, CreationTimeCannotBeSet)
     const OsHandle file = Opened(folder / u"a", GENERIC_WRITE, CREATE_NEW);
     const FILETIME time{0, 0x01C00000};
     EXPECT_EQ(ErrorOf(SetFileTime(file.Get(), &time, nullptr, nullptr)), ERROR_NOT_SUPPORTED);
+}
+
+TEST(Opening, ATimeBeyondTheLastIsRefused)
+{
+    const TempFolder folder;
+    const OsHandle file = Opened(folder / u"a", GENERIC_WRITE, CREATE_NEW);
+    const FILETIME last{0xFFFFFFFF, 0x7FFFFFFF};
+    const FILETIME beyond{0, 0x80000000};
+    FILETIME before{};
+    ASSERT_TRUE(GetFileTime(file.Get(), nullptr, nullptr, &before));
+    EXPECT_EQ(ErrorOf(SetFileTime(file.Get(), nullptr, nullptr, &beyond)), ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(ErrorOf(SetFileTime(file.Get(), nullptr, &beyond, &last)), ERROR_INVALID_PARAMETER);
+    FILETIME after{};
+    ASSERT_TRUE(GetFileTime(file.Get(), nullptr, nullptr, &after));
+    EXPECT_EQ(after.dwHighDateTime, before.dwHighDateTime);
+    EXPECT_EQ(after.dwLowDateTime, before.dwLowDateTime);
 }
 
 TEST(Opening, FullDeviceFailsTheWrite)
@@ -130,6 +219,10 @@ TEST(ErrnoTable, CodesHaveTheCounterpartOfTheirMeaning)
     EXPECT_EQ(ErrnoFromError(ERROR_INVALID_PARAMETER), EINVAL);
     EXPECT_EQ(ErrnoFromError(ERROR_ALREADY_EXISTS), EEXIST);
     EXPECT_EQ(ErrnoFromError(ERROR_DISK_FULL), ENOSPC);
+    EXPECT_EQ(ErrnoFromError(ErrorFromErrno(EAGAIN)), EAGAIN) << "a limit is no missing device";
+    EXPECT_EQ(ErrorFromErrno(EMFILE), ERROR_TOO_MANY_OPEN_FILES);
+    EXPECT_EQ(ErrorFromErrno(ENFILE), ERROR_TOO_MANY_OPEN_FILES);
+    EXPECT_EQ(ErrnoFromError(ERROR_TOO_MANY_OPEN_FILES), EMFILE);
     EXPECT_EQ(ErrnoFromError(ERROR_SUCCESS), 0);
     EXPECT_EQ(ErrnoFromError(12007), 0);
 }

@@ -1,4 +1,5 @@
 // Deleting through the shell: what only shows on this platform.
+#include "platform/posix/systemcalls.h"
 #include "platform/shelldelete.h"
 #include "support/tempfolder.h"
 
@@ -50,6 +51,96 @@ TEST(ShellTree, DeepTreeGoesWithFewDescriptors)
     setrlimit(RLIMIT_NOFILE, &before);
     EXPECT_EQ(code, 0);
     EXPECT_FALSE(fs::exists(folder.Path() / "deep"));
+}
+
+// Somebody may change the tree while it is walked over. The first opening is that of the folder
+// that the tree is in.
+TEST(ShellTree, ALinkThatTakesAFoldersPlaceIsNotFollowed)
+{
+    const TempFolder folder;
+    const TempFolder outside;
+    WriteBytes(outside / u"kept", "");
+    fs::create_directories(folder.Path() / "tree" / "sub");
+    WriteBytes(Joined(folder / u"tree", u"file"), "");
+    for (const int opening : {2, 3})
+    {
+        const fs::path victim = folder.Path() / (opening == 2 ? "tree" : "tree/sub");
+        WriteBytes((victim / "file").u16string(), "");
+        SystemCalls calls;
+        calls.Before("openat", opening, [&] {
+            fs::rename(victim, folder.Path() / ("moved" + std::to_string(opening)));
+            fs::create_symlink(outside.Path(), victim);
+        });
+        EXPECT_NE(CodeOf({folder / u"tree"}), 0);
+        EXPECT_TRUE(fs::exists(outside.Path() / "kept"));
+        fs::remove(victim);
+        fs::rename(folder.Path() / ("moved" + std::to_string(opening)), victim);
+    }
+}
+
+TEST(ShellTree, AFolderThatIsMovedAwayLeadsNobodyOutOfTheTree)
+{
+    const TempFolder folder;
+    const TempFolder outside;
+    WriteBytes(outside / u"kept", "");
+    constexpr int levels = 40;
+    ASSERT_NO_FATAL_FAILURE(MakeDeepTree(folder.Path() / "deep", levels));
+    // The first way back up: eight folders were closed on the way down, all but the empty one at
+    // the bottom were opened.
+    fs::path moved = folder.Path() / "deep";
+    for (int i = 0; i < 8; ++i)
+        moved /= "level";
+    SystemCalls calls;
+    calls.Before("openat", 1 + levels + 1, [&] { fs::rename(moved, outside.Path() / "moved"); });
+    EXPECT_EQ(CodeOf({folder / u"deep"}), static_cast<int>(ERROR_BUSY));
+    EXPECT_TRUE(fs::exists(outside.Path() / "kept"));
+}
+
+TEST(ShellTree, EntriesThatAListingPassesOverAreLookedForAgain)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.Path() / "tree");
+    for (const char16_t* const name : {u"a", u"b", u"c"})
+        WriteBytes(Joined(folder / u"tree", name), "");
+    SystemCalls calls;
+    // Two of the first three may be the folder itself and the one above.
+    calls.End("readdir", 4);
+    EXPECT_EQ(CodeOf({folder / u"tree"}), 0);
+    EXPECT_FALSE(fs::exists(folder.Path() / "tree"));
+}
+
+TEST(ShellTree, WhatIsNeverListedEndsTheSearch)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.Path() / "tree");
+    WriteBytes(Joined(folder / u"tree", u"a"), "");
+    SystemCalls calls;
+    calls.End("readdir", 1);
+    EXPECT_EQ(CodeOf({folder / u"tree"}), static_cast<int>(ERROR_DIR_NOT_EMPTY));
+    EXPECT_TRUE(fs::exists(folder.Path() / "tree" / "a"));
+}
+
+TEST(ShellTree, NoDescriptorGoesToAnotherProgram)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.Path() / "tree");
+    WriteBytes(Joined(folder / u"tree", u"a"), "");
+    const std::vector<int> before = InheritableDescriptors();
+    SystemCalls calls;
+    // The third removal is that of the file; the first two were tries on the folder.
+    calls.Before("unlinkat", 3, [&] { EXPECT_EQ(InheritableDescriptors(), before); });
+    EXPECT_EQ(CodeOf({folder / u"tree"}), 0);
+}
+
+TEST(ShellTree, SignalsInterruptNothing)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.Path() / "tree");
+    WriteBytes(Joined(folder / u"tree", u"a"), "");
+    SystemCalls calls;
+    calls.Interrupt("openat");
+    EXPECT_EQ(CodeOf({folder / u"tree"}), 0);
+    EXPECT_FALSE(fs::exists(folder.Path() / "tree"));
 }
 
 TEST(ShellTree, BroadTreeGoes)

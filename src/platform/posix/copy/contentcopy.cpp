@@ -1,5 +1,7 @@
 #include "platform/posix/copy/contentcopy.h"
 
+#include "platform/posix/files/descriptor.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <unistd.h>
@@ -12,21 +14,6 @@ namespace
 constexpr off_t pieceSize = off_t{4} << 20;
 constexpr std::size_t bufferSize = std::size_t{128} << 10;
 constexpr off_t blockSize = 512;
-
-bool WriteAll(int target, const char* bytes, std::size_t size)
-{
-    while (size > 0)
-    {
-        const ssize_t count = write(target, bytes, size);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return false;
-        bytes += count;
-        size -= static_cast<std::size_t>(count);
-    }
-    return true;
-}
 
 } // namespace
 
@@ -76,21 +63,15 @@ ssize_t ContentCopy::Some(std::size_t size)
 
 ssize_t ContentCopy::SomeInKernel(std::size_t size) const
 {
-    ssize_t count = -1;
-    do
-        count = copy_file_range(source_, nullptr, target_, nullptr, size, 0);
-    while (count < 0 && errno == EINTR);
-    return count;
+    return Restarted([&] { return copy_file_range(source_, nullptr, target_, nullptr, size, 0); });
 }
 
 ssize_t ContentCopy::SomeByHand(std::size_t size)
 {
     buffer_.resize(bufferSize);
-    ssize_t count = -1;
-    do
-        count = read(source_, buffer_.data(), std::min(size, buffer_.size()));
-    while (count < 0 && errno == EINTR);
-    if (count > 0 && !WriteAll(target_, buffer_.data(), static_cast<std::size_t>(count)))
+    const ssize_t count =
+        Restarted([&] { return read(source_, buffer_.data(), std::min(size, buffer_.size())); });
+    if (count > 0 && !WriteAll(target_, {buffer_.data(), static_cast<std::size_t>(count)}))
         return -1;
     return count;
 }
@@ -122,12 +103,8 @@ off_t ContentCopy::EndWithHole()
         return -1;
     if (source.st_size <= target.st_size)
         return 0;
-    int result = -1;
-    do
-        result = ftruncate(target_, source.st_size);
-    while (result != 0 && errno == EINTR);
     done_ = source.st_size;
-    return result;
+    return Restarted([&] { return ftruncate(target_, source.st_size); });
 }
 
 } // namespace tarnwell::posix

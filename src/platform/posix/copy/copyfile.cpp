@@ -4,6 +4,7 @@
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/nativepath.h"
+#include "platform/posix/files/permissions.h"
 
 #include <cerrno>
 #include <climits>
@@ -69,18 +70,9 @@ DWORD CopyContent(const Request& request, const struct stat& facts, int source, 
     return count == 0 ? target.Finish(facts) : ErrorFromErrno(errno);
 }
 
-FileDescriptor OpenSource(const std::string& path)
-{
-    int descriptor = -1;
-    do
-        descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    while (descriptor < 0 && errno == EINTR);
-    return FileDescriptor(descriptor);
-}
-
 DWORD CopyRegularFile(const Request& request)
 {
-    const FileDescriptor source = OpenSource(request.source);
+    const FileDescriptor source = Open(request.source.c_str(), O_RDONLY | O_NONBLOCK);
     struct stat facts;
     if (!source || fstat(source.Get(), &facts) != 0)
         return LookupError(request.source, errno);
@@ -88,6 +80,7 @@ DWORD CopyRegularFile(const Request& request)
         return ERROR_ACCESS_DENIED;
     if (!S_ISREG(facts.st_mode))
         return ERROR_NOT_SUPPORTED;
+    facts.st_mode = PlainMode(source.Get(), facts.st_mode);
     CopyTarget target;
     const bool mustBeNew = request.Has(COPY_FILE_FAIL_IF_EXISTS);
     if (const DWORD error = target.Open(request.target, facts, mustBeNew); error != ERROR_SUCCESS)
@@ -107,9 +100,15 @@ DWORD ClearPlaceForLink(const Request& request, const struct stat& source)
         return ERROR_FILE_EXISTS;
     // In the place of the file that it leads to, a link would be all that is left.
     struct stat end;
-    if (stat(request.source.c_str(), &end) == 0 &&
-        CheckCopyTarget(end, found) == ERROR_SHARING_VIOLATION)
+    if (stat(request.source.c_str(), &end) != 0)
+    {
+        if (!IsDangling(errno))
+            return LookupError(request.source, errno);
+    }
+    else if (CheckCopyTarget(end, found) == ERROR_SHARING_VIOLATION)
+    {
         return ERROR_SHARING_VIOLATION;
+    }
     const DWORD error = CheckCopyTarget(source, found);
     const bool isOtherLink = error == ERROR_NOT_SUPPORTED && S_ISLNK(found.st_mode);
     if (error != ERROR_SUCCESS && !isOtherLink)
@@ -137,11 +136,12 @@ DWORD CopyLink(const Request& request, const struct stat& facts)
 
 DWORD Copy(const Request& request)
 {
+    if (!request.Has(COPY_FILE_COPY_SYMLINK))
+        return CopyRegularFile(request);
     struct stat facts;
-    if (request.Has(COPY_FILE_COPY_SYMLINK) && lstat(request.source.c_str(), &facts) == 0 &&
-        S_ISLNK(facts.st_mode))
-        return CopyLink(request, facts);
-    return CopyRegularFile(request);
+    if (lstat(request.source.c_str(), &facts) != 0)
+        return LookupError(request.source, errno);
+    return S_ISLNK(facts.st_mode) ? CopyLink(request, facts) : CopyRegularFile(request);
 }
 
 } // namespace

@@ -3,8 +3,10 @@
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/files/attributes.h"
 #include "platform/posix/files/nativepath.h"
+#include "platform/posix/files/permissions.h"
 
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
@@ -15,21 +17,23 @@ namespace tarnwell::posix
 namespace
 {
 
-constexpr mode_t permissionBits = 0777;
+// How many links the system follows.
+constexpr int mostLinks = 40;
 
 bool IsSame(const struct stat& one, const struct stat& other)
 {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-FileDescriptor OpenForWriting(const std::string& path, int flags, mode_t mode)
+// Where the link at `path` leads; empty if there is none.
+std::string LedTo(const std::string& path)
 {
-    int descriptor = -1;
-    do
-        descriptor = open(path.c_str(),
-                          O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | flags, mode);
-    while (descriptor < 0 && errno == EINTR);
-    return FileDescriptor(descriptor);
+    char text[PATH_MAX];
+    const ssize_t length = readlink(path.c_str(), text, sizeof text);
+    if (length <= 0)
+        return {};
+    const std::string contained(text, static_cast<std::size_t>(length));
+    return contained.front() == '/' ? contained : FolderOf(path) + '/' + contained;
 }
 
 } // namespace
@@ -53,43 +57,68 @@ CopyTarget::~CopyTarget()
         Remove(made);
 }
 
+// Through a link to what isn't there the system makes a file for whoever comes first, and doesn't
+// say for whom: so links are followed here.
 DWORD CopyTarget::Open(const std::string& path, const struct stat& source, bool mustBeNew)
 {
     path_ = path;
-    file_ = OpenForWriting(path, O_EXCL, source.st_mode & permissionBits);
-    isOurs_ = static_cast<bool>(file_);
-    if (isOurs_)
-        return ERROR_SUCCESS;
-    return errno == EEXIST ? OpenTaken(source, mustBeNew) : LookupError(path, errno);
+    for (int links = 0; links < mostLinks; ++links)
+    {
+        file_ = posix::Open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NONBLOCK,
+                            source.st_mode & permissionBits);
+        isOurs_ = static_cast<bool>(file_);
+        if (isOurs_)
+            return ERROR_SUCCESS;
+        if (errno != EEXIST)
+            return LookupError(path_, errno);
+        struct stat found;
+        const bool isSeen = stat(path_.c_str(), &found) == 0;
+        const int number = isSeen ? 0 : errno;
+        if (mustBeNew && !(isSeen && S_ISDIR(found.st_mode)))
+            return ERROR_FILE_EXISTS;
+        if (isSeen)
+            return OpenTaken(source, found);
+        if (number != ENOENT)
+            return LookupError(path_, number);
+        path_ = LedTo(path_);
+        // What was there has gone.
+        if (path_.empty())
+            return ERROR_SHARING_VIOLATION;
+    }
+    return ERROR_CANT_RESOLVE_FILENAME;
 }
 
-// What has the name already may also be a link to what isn't there yet.
-DWORD CopyTarget::OpenTaken(const struct stat& source, bool mustBeNew)
+DWORD CopyTarget::OpenTaken(const struct stat& source, const struct stat& found)
 {
-    struct stat found;
-    isOurs_ = stat(path_.c_str(), &found) != 0;
-    const DWORD error = isOurs_ ? ERROR_SUCCESS : CheckCopyTarget(source, found);
-    const bool isFolder = !isOurs_ && S_ISDIR(found.st_mode);
-    if (mustBeNew && !isFolder)
-        return ERROR_FILE_EXISTS;
-    if (error != ERROR_SUCCESS)
+    if (const DWORD error = CheckCopyTarget(source, found); error != ERROR_SUCCESS)
         return error;
-    file_ = OpenForWriting(path_, 0, source.st_mode & permissionBits);
-    if (!file_)
-        return LookupError(path_, errno);
-    if (isOurs_)
-        return ERROR_SUCCESS;
-    // The name may stand for another file by now.
-    return fstat(file_.Get(), &found) == 0 ? CheckCopyTarget(source, found) : ErrorFromErrno(errno);
+    file_ = posix::Open(path_.c_str(), O_WRONLY | O_NONBLOCK);
+    struct stat opened;
+    if (!file_ || fstat(file_.Get(), &opened) != 0)
+        return errno == ENOENT ? ERROR_SHARING_VIOLATION : LookupError(path_, errno);
+    // The name may stand for another file by now, which nobody has checked.
+    return IsSame(found, opened) ? ERROR_SUCCESS : ERROR_SHARING_VIOLATION;
+}
+
+DWORD CopyTarget::CheckPlace() const
+{
+    struct stat opened;
+    struct stat found;
+    if (fstat(file_.Get(), &opened) != 0)
+        return ErrorFromErrno(errno);
+    if (stat(path_.c_str(), &found) != 0)
+        return errno == ENOENT ? ERROR_SHARING_VIOLATION : LookupError(path_, errno);
+    return IsSame(found, opened) ? ERROR_SUCCESS : ERROR_SHARING_VIOLATION;
 }
 
 DWORD CopyTarget::Begin(const struct stat& source)
 {
-    int result = 0;
-    do
-        result = isOurs_ ? 0 : ftruncate(file_.Get(), 0);
-    while (result != 0 && errno == EINTR);
-    if (result != 0)
+    if (isOurs_)
+        return ERROR_SUCCESS;
+    // Whoever has put another file there keeps it, and may keep this one by another name.
+    if (const DWORD error = CheckPlace(); error != ERROR_SUCCESS)
+        return error;
+    if (Restarted([&] { return ftruncate(file_.Get(), 0); }) != 0)
         return ErrorFromErrno(errno);
     isOurs_ = true;
     // Ahead of the first byte. Not every file system keeps such bits, and of somebody else's file
@@ -106,6 +135,8 @@ DWORD CopyTarget::Finish(const struct stat& source)
     const timespec times[] = {{0, UTIME_OMIT}, source.st_mtim};
     // As with the permissions.
     static_cast<void>(futimens(file_.Get(), times));
+    if (const DWORD error = CheckPlace(); error != ERROR_SUCCESS)
+        return error;
     // A network's file system may tell only now that there was no room.
     if (close(file_.Detach()) == 0 || errno == EINTR)
         return ERROR_SUCCESS;

@@ -21,11 +21,13 @@ public:
     // Whatever isn't finished goes.
     ~CopyTarget();
 
-    // Makes the file, or opens the one that is there, of which nothing is changed yet.
-    // ERROR_SUCCESS or an error code, as all of these.
+    // Makes the file, or opens the one that is there, of which nothing is changed yet. All of these
+    // give ERROR_SUCCESS or an error code: ERROR_SHARING_VIOLATION if somebody has put another file
+    // in its place meanwhile, which then stays.
     DWORD Open(const std::string& path, const struct stat& source, bool mustBeNew);
 
-    // From now on it is a file without bytes, which only those may read who may read the source.
+    // From now on it is a file without bytes. A new one has the source's permission bits as far as
+    // the umask allows; one that was there gets all of them.
     DWORD Begin(const struct stat& source);
     DWORD Finish(const struct stat& source);
 
@@ -35,9 +37,12 @@ public:
     }
 
 private:
-    DWORD OpenTaken(const struct stat& source, bool mustBeNew);
+    DWORD OpenTaken(const struct stat& source, const struct stat& found);
+    // Whether the name still stands for the file.
+    DWORD CheckPlace() const;
     void Remove(const struct stat& made) const;
 
+    // Behind the links that led to nothing.
     std::string path_;
     FileDescriptor file_;
     // Whether the file, as it is, is of this copy's making.

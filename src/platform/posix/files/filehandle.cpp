@@ -17,14 +17,6 @@ BOOL FailOnDescriptor(int descriptor)
     return Fail(fcntl(descriptor, F_GETFD) == -1 ? ERROR_INVALID_HANDLE : ERROR_ACCESS_DENIED);
 }
 
-FileDescriptor::~FileDescriptor()
-{
-    const int number = errno;
-    if (descriptor_ >= 0)
-        close(descriptor_);
-    errno = number;
-}
-
 } // namespace tarnwell::posix
 
 extern "C" BOOL CloseHandle(HANDLE handle)

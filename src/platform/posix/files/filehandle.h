@@ -2,10 +2,10 @@
 // table and no lock stands between an operation and the file.
 #pragma once
 
+#include "platform/posix/files/descriptor.h"
 #include "platform/win32.h"
 
 #include <climits>
-#include <utility>
 
 namespace tarnwell::posix
 {
@@ -39,39 +39,5 @@ inline bool IsPlain(const SECURITY_ATTRIBUTES* security)
 // Sets the last error for a call on `descriptor` that failed. EBADF is the system's answer also
 // where an open file lacks the access: that is ERROR_ACCESS_DENIED.
 BOOL FailOnDescriptor(int descriptor);
-
-// Owns a descriptor, or nothing.
-class FileDescriptor
-{
-public:
-    FileDescriptor() = default;
-    explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
-    FileDescriptor(FileDescriptor&& other) noexcept
-        : descriptor_(std::exchange(other.descriptor_, -1))
-    {
-    }
-    FileDescriptor& operator=(FileDescriptor&& other) noexcept
-    {
-        std::swap(descriptor_, other.descriptor_);
-        return *this;
-    }
-    ~FileDescriptor();
-
-    int Get() const
-    {
-        return descriptor_;
-    }
-    int Detach()
-    {
-        return std::exchange(descriptor_, -1);
-    }
-    explicit operator bool() const
-    {
-        return descriptor_ >= 0;
-    }
-
-private:
-    int descriptor_ = -1;
-};
 
 } // namespace tarnwell::posix

@@ -41,9 +41,7 @@ template <class Call> BOOL Move(int descriptor, DWORD size, DWORD* moved, Call c
     *moved = 0;
     do
     {
-        const ssize_t count = call(*moved, size - *moved);
-        if (count < 0 && errno == EINTR)
-            continue;
+        const ssize_t count = Restarted([&] { return call(*moved, size - *moved); });
         if (count < 0)
             return FailOnDescriptor(descriptor);
         if (count == 0)
@@ -138,11 +136,7 @@ extern "C" BOOL SetEndOfFile(HANDLE file)
     const off_t position = Seek(descriptor, 0, FILE_CURRENT);
     if (position < 0)
         return 0;
-    int result = 0;
-    do
-        result = ftruncate(descriptor, position);
-    while (result != 0 && errno == EINTR);
-    if (result == 0)
+    if (Restarted([&] { return ftruncate(descriptor, position); }) == 0)
         return 1;
     // The system calls a file that is open for reading only an invalid argument.
     const bool readOnly = (fcntl(descriptor, F_GETFL) & O_ACCMODE) == O_RDONLY;

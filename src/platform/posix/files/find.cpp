@@ -4,8 +4,8 @@
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/attributes.h"
+#include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/dirstream.h"
-#include "platform/posix/files/filehandle.h"
 #include "platform/posix/files/nativepath.h"
 
 #include <tarnwell/text.h>
@@ -155,7 +155,7 @@ DWORD ListError(const std::string& folder, int number)
 
 BOOL BeginFolder(Find& find, const std::string& folder, WIN32_FIND_DATAW& record)
 {
-    FileDescriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK));
+    FileDescriptor opened = Open(folder.c_str(), O_RDONLY | O_DIRECTORY);
     if (!opened)
         return Fail(ListError(folder, errno));
     find.stream.reset(fdopendir(opened.Get()));

@@ -61,4 +61,9 @@ DWORD LookupError(const std::string& path, int number)
     return stat(FolderOf(path).c_str(), &folder) == 0 ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
 }
 
+bool IsDangling(int number)
+{
+    return number == ENOENT || number == ELOOP || number == ENOTDIR || number == ENAMETOOLONG;
+}
+
 } // namespace tarnwell::posix

@@ -25,4 +25,7 @@ std::string FolderOf(std::string_view path);
 // from a missing folder on the way to it, errno doesn't.
 DWORD LookupError(const std::string& path, int number);
 
+// Whether a link whose target can't be had for this reason, an errno, has no target at all.
+bool IsDangling(int number);
+
 } // namespace tarnwell::posix

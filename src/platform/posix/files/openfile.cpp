@@ -1,9 +1,11 @@
 // CreateFileW.
+#include "platform/posix/errors/errnotable.h"
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/filehandle.h"
 #include "platform/posix/files/nativepath.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -58,21 +60,17 @@ int AccessFlags(const Request& request)
 
 int OpenFlags(const Request& request)
 {
-    int flags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-    flags |= AccessFlags(request) | dispositionFlags[request.disposition];
+    int flags = O_NONBLOCK | AccessFlags(request) | dispositionFlags[request.disposition];
     // What goes away by itself is never found through a link that somebody put there.
     if (request.Has(FILE_FLAG_DELETE_ON_CLOSE))
         flags |= O_NOFOLLOW;
     return flags;
 }
 
-int OpenRestarted(const char* path, int flags, mode_t mode)
+// What is opened by this flag is looked at: a folder's contents are listed by other means.
+bool IsLookup(const Request& request)
 {
-    int descriptor = -1;
-    do
-        descriptor = open(path, flags, mode);
-    while (descriptor < 0 && errno == EINTR);
-    return descriptor;
+    return request.Has(FILE_FLAG_BACKUP_SEMANTICS) && request.disposition == OPEN_EXISTING;
 }
 
 bool IsLink(const std::string& path)
@@ -81,30 +79,47 @@ bool IsLink(const std::string& path)
     return lstat(path.c_str(), &entry) == 0 && S_ISLNK(entry.st_mode);
 }
 
-// Whether a link whose target can't be opened for this reason has no target at all.
-bool IsDangling(int number)
-{
-    return number == ENOENT || number == ELOOP || number == ENOTDIR || number == ENAMETOOLONG;
-}
-
 // A lookup finds a link without a target as itself, for its times.
 FileDescriptor OpenDanglingLink(const std::string& path, const Request& request)
 {
-    const bool isLookup =
-        request.Has(FILE_FLAG_BACKUP_SEMANTICS) && request.disposition == OPEN_EXISTING;
     const int number = errno;
     FileDescriptor link;
-    if (isLookup && IsDangling(number) && IsLink(path))
-        link = FileDescriptor(OpenRestarted(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC, 0));
+    if (IsLookup(request) && IsDangling(number) && IsLink(path))
+        link = posix::Open(path.c_str(), O_PATH | O_NOFOLLOW);
     errno = number;
     return link;
+}
+
+// Opens for reading what was looked at, and not what has its name by now.
+FileDescriptor Reopened(const FileDescriptor& seen, const std::string& path)
+{
+    char same[32];
+    std::snprintf(same, sizeof same, "/proc/self/fd/%d", seen.Get());
+    FileDescriptor file = posix::Open(same, O_RDONLY | O_NONBLOCK);
+    const bool isHidden = !file && errno == ENOENT;
+    return isHidden ? posix::Open(path.c_str(), O_RDONLY | O_NONBLOCK) : std::move(file);
+}
+
+// Whoever writes to a pipe, and a device, would notice that it was opened. What they tell without
+// that is all there is to know.
+FileDescriptor OpenToLook(const std::string& path)
+{
+    FileDescriptor seen = posix::Open(path.c_str(), O_PATH);
+    struct stat entry;
+    if (!seen || fstat(seen.Get(), &entry) != 0)
+        return {};
+    const bool isSafe = S_ISREG(entry.st_mode) || S_ISDIR(entry.st_mode);
+    return isSafe ? Reopened(seen, path) : std::move(seen);
 }
 
 FileDescriptor Open(const std::string& path, const Request& request)
 {
     const bool isPrivate =
         request.Has(FILE_FLAG_DELETE_ON_CLOSE) || request.Has(FILE_ATTRIBUTE_TEMPORARY);
-    FileDescriptor file(OpenRestarted(path.c_str(), OpenFlags(request), isPrivate ? 0600 : 0666));
+    FileDescriptor file =
+        IsLookup(request) && AccessFlags(request) == O_RDONLY
+            ? OpenToLook(path)
+            : posix::Open(path.c_str(), OpenFlags(request), isPrivate ? 0600 : 0666);
     return file ? std::move(file) : OpenDanglingLink(path, request);
 }
 
@@ -121,15 +136,36 @@ void LetTransfersWait(int descriptor, const Request& request)
 DWORD CheckOpened(int descriptor, const Request& request, struct stat& entry)
 {
     if (fstat(descriptor, &entry) != 0)
-    {
-        FailWithErrno();
-        return GetLastError();
-    }
+        return ErrorFromErrno(errno);
     if (!S_ISDIR(entry.st_mode))
         return ERROR_SUCCESS;
     if (!request.Has(FILE_FLAG_BACKUP_SEMANTICS))
         return ERROR_ACCESS_DENIED;
     return request.Has(FILE_FLAG_DELETE_ON_CLOSE) ? ERROR_NOT_SUPPORTED : ERROR_SUCCESS;
+}
+
+HANDLE NoFile(DWORD error)
+{
+    Fail(error);
+    return INVALID_HANDLE_VALUE;
+}
+
+HANDLE OpenAsHandle(const std::string& path, const Request& request)
+{
+    FileDescriptor file = Open(path, request);
+    if (!file)
+        return NoFile(LookupError(path, errno));
+    struct stat entry;
+    const DWORD error = CheckOpened(file.Get(), request, entry);
+    // Nobody else knows of a file that was made here.
+    const bool isUnwanted = error != ERROR_SUCCESS && request.disposition == CREATE_NEW;
+    const bool mustGo = error == ERROR_SUCCESS && request.Has(FILE_FLAG_DELETE_ON_CLOSE);
+    if ((isUnwanted || mustGo) && unlink(path.c_str()) != 0 && mustGo)
+        return NoFile(LookupError(path, errno));
+    if (error != ERROR_SUCCESS)
+        return NoFile(error);
+    LetTransfersWait(file.Get(), request);
+    return HandleOf(file.Detach(), S_ISFIFO(entry.st_mode));
 }
 
 } // namespace
@@ -139,28 +175,13 @@ extern "C" HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD, SECURITY_ATTRIB
                               DWORD disposition, DWORD flags, HANDLE templateFile)
 {
     using namespace tarnwell::posix;
-    const auto fail = [](DWORD error) {
-        Fail(error);
-        return INVALID_HANDLE_VALUE;
-    };
-
     const std::optional<std::string> native = NativePath(path);
     if (!native)
         return INVALID_HANDLE_VALUE;
     if (!IsPlain(security) || templateFile != nullptr)
-        return fail(ERROR_NOT_SUPPORTED);
+        return NoFile(ERROR_NOT_SUPPORTED);
     const Request request{access, disposition, flags};
     if (const DWORD error = CheckRequest(request); error != ERROR_SUCCESS)
-        return fail(error);
-
-    FileDescriptor file = Open(*native, request);
-    if (!file)
-        return fail(LookupError(*native, errno));
-    struct stat entry;
-    if (const DWORD error = CheckOpened(file.Get(), request, entry); error != ERROR_SUCCESS)
-        return fail(error);
-    if (request.Has(FILE_FLAG_DELETE_ON_CLOSE) && unlink(native->c_str()) != 0)
-        return fail(LookupError(*native, errno));
-    LetTransfersWait(file.Get(), request);
-    return HandleOf(file.Detach(), S_ISFIFO(entry.st_mode));
+        return NoFile(error);
+    return OpenAsHandle(*native, request);
 }

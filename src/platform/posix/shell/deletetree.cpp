@@ -1,8 +1,8 @@
 #include "platform/posix/shell/deletetree.h"
 
 #include "platform/posix/errors/errnotable.h"
+#include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/dirstream.h"
-#include "platform/posix/files/filehandle.h"
 #include "platform/posix/files/nativepath.h"
 
 #include <cerrno>
@@ -46,8 +46,7 @@ struct Level
 // 0 or an errno.
 int OpenLevel(Level& level, int folder, const char* name)
 {
-    FileDescriptor opened(
-        openat(folder, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    FileDescriptor opened = OpenAt(folder, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
     struct stat entry;
     if (!opened || fstat(opened.Get(), &entry) != 0)
         return errno;
@@ -162,7 +161,7 @@ private:
 DWORD DeleteTree(const std::string& path, bool recurse)
 {
     const std::string name(LeafOf(path));
-    const FileDescriptor parent(open(FolderOf(path).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    const FileDescriptor parent = Open(FolderOf(path).c_str(), O_PATH | O_DIRECTORY);
     if (!parent)
         return LookupError(path, errno);
     int number = RemoveEntry(parent.Get(), name.c_str());

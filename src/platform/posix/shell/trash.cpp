@@ -2,8 +2,8 @@
 
 #include "platform/posix/dialogs/quietprogram.h"
 #include "platform/posix/errors/errnotable.h"
+#include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/dirstream.h"
-#include "platform/posix/files/filehandle.h"
 #include "platform/posix/files/nativepath.h"
 
 #include <algorithm>
@@ -69,8 +69,7 @@ DWORD MoveToTrash(const std::vector<std::string>& paths)
 DWORD CheckEmptyFolder(const std::string& path)
 {
     const std::string item(WithoutTrailingSeparators(path));
-    FileDescriptor folder(
-        open(item.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    FileDescriptor folder = Open(item.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
     if (!folder)
         return errno == ENOTDIR || errno == ELOOP ? ERROR_SUCCESS : LookupError(item, errno);
     const DirStream stream(fdopendir(folder.Get()));
