@@ -1,18 +1,44 @@
 # What `cmake --install` puts where, and how other projects find it there: find_package(tarnwell)
-# with the target tarnwell::tarnwell, or pkg-config tarnwell.
+# with the target tarnwell::tarnwell, or pkg-config tarnwell. Each file belongs to the component
+# that is packed with it: runtime, development, host, symbols (Windows).
 include(CMakePackageConfigHelpers)
 
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/tarnwell)
 
-install(DIRECTORY include/tarnwell TYPE INCLUDE)
-install(TARGETS tarnwell EXPORT tarnwell-targets)
+install(DIRECTORY include/tarnwell TYPE INCLUDE COMPONENT development)
+if(WIN32)
+  # Headers only. Every module of this kind exports the same four names, so that a program that
+  # linked them might end up with somebody else's: the module is loaded by path.
+  add_library(tarnwell-sdk INTERFACE)
+  set_target_properties(tarnwell-sdk PROPERTIES EXPORT_NAME tarnwell)
+  target_include_directories(tarnwell-sdk INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  install(TARGETS tarnwell-sdk EXPORT tarnwell-targets)
+  install(TARGETS tarnwell RUNTIME COMPONENT runtime ARCHIVE EXCLUDE_FROM_ALL)
+  install(FILES ${TARNWELL_SYMBOLS} DESTINATION symbols COMPONENT symbols)
+  install(FILES ${TARNWELL_TYPE_LIBRARY} src/resources/tarnwell.idl DESTINATION share/tarnwell
+          COMPONENT development)
+  set(manifest ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/tarnwell.manifest)
+  configure_file(cmake/tarnwell.manifest.in ${manifest} @ONLY)
+  install(FILES ${manifest} DESTINATION ${CMAKE_INSTALL_BINDIR}
+          COMPONENT runtime)
+else()
+  install(TARGETS tarnwell EXPORT tarnwell-targets
+          LIBRARY COMPONENT runtime NAMELINK_COMPONENT development)
+endif()
 install(EXPORT tarnwell-targets NAMESPACE tarnwell:: FILE tarnwellConfig.cmake
-        DESTINATION ${package})
+        DESTINATION ${package} COMPONENT development)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/tarnwellConfigVersion.cmake
                                  COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/tarnwellConfigVersion.cmake DESTINATION ${package})
+install(FILES ${PROJECT_BINARY_DIR}/tarnwellConfigVersion.cmake DESTINATION ${package}
+        COMPONENT development)
 if(TARGET tarnwell-host)
-  install(TARGETS tarnwell-host)
+  install(TARGETS tarnwell-host COMPONENT host)
+endif()
+
+# Where Debian's Python looks for modules.
+if(NOT WIN32 AND EXISTS ${PROJECT_SOURCE_DIR}/python/tarnwell)
+  install(DIRECTORY python/tarnwell DESTINATION lib/python3/dist-packages COMPONENT python
+          FILES_MATCHING PATTERN "*.py" PATTERN "py.typed")
 endif()
 
 # For pkg-config. All folders are named from where its file stands, so that the tree may be moved.
@@ -20,5 +46,6 @@ if(NOT WIN32)
   set(folder /${CMAKE_INSTALL_LIBDIR}/pkgconfig)
   file(RELATIVE_PATH TARNWELL_PREFIX ${folder} /)
   configure_file(cmake/tarnwell.pc.in tarnwell.pc @ONLY)
-  install(FILES ${PROJECT_BINARY_DIR}/tarnwell.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+  install(FILES ${PROJECT_BINARY_DIR}/tarnwell.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+          COMPONENT development)
 endif()

@@ -4,6 +4,8 @@ enable_language(RC)
 find_program(TARNWELL_WIDL NAMES x86_64-w64-mingw32-widl widl REQUIRED)
 
 set(library ${CMAKE_CURRENT_BINARY_DIR}/tarnwell.tlb)
+# For who installs it.
+set(TARNWELL_TYPE_LIBRARY ${library} PARENT_SCOPE)
 add_custom_command(
   OUTPUT ${library}
   COMMAND ${TARNWELL_WIDL} -t -o ${library} ${CMAKE_CURRENT_LIST_DIR}/tarnwell.idl

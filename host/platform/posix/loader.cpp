@@ -54,8 +54,8 @@ Module::Module(const std::filesystem::path& file) : file_(file)
 std::filesystem::path Module::DefaultFile()
 {
     const auto folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    const auto beside = folder / "libtarnwell.so";
-    const auto installed = folder / TARNWELL_LIBRARY_FOLDER / "libtarnwell.so";
+    const auto beside = folder / TARNWELL_LIBRARY;
+    const auto installed = folder / TARNWELL_LIBRARY_FOLDER / TARNWELL_LIBRARY;
     return !std::filesystem::exists(beside) && std::filesystem::exists(installed) ? installed
                                                                                   : beside;
 }
