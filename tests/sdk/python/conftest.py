@@ -1,0 +1,91 @@
+"""What the tests share: repositories, and file systems of every kind."""
+
+import os
+import pathlib
+import subprocess
+
+import pytest
+
+# The clients find no settings of the user's, and give times and words that don't depend on them.
+os.environ.update(
+    HGPLAIN="1",
+    LC_ALL="C.UTF-8",
+    GIT_CONFIG_GLOBAL=os.devnull,
+    GIT_AUTHOR_NAME="ada",
+    GIT_AUTHOR_EMAIL="ada@example.com",
+    GIT_COMMITTER_NAME="ada",
+    GIT_COMMITTER_EMAIL="ada@example.com",
+)
+
+
+def run(folder, *command):
+    found = subprocess.run(command, cwd=folder, check=True, capture_output=True)
+    return found.stdout.decode().strip()
+
+
+@pytest.fixture(autouse=True)
+def empty_home(tmp_path_factory, monkeypatch):
+    monkeypatch.setenv("HOME", str(tmp_path_factory.mktemp("home")))
+
+
+def fill(folder: pathlib.Path):
+    (folder / "dir" / "deep").mkdir(parents=True)
+    (folder / "dir" / "deep" / "c.txt").write_bytes(b"deep")
+    (folder / "a b.txt").write_bytes("näher".encode())
+    (folder / "f.txt").write_bytes(b"one\n")
+
+
+class Repository:
+    """f.txt in two revisions, and more beside it; `first` opens the first revision."""
+
+    def __init__(self, scheme, folder, path, first):
+        self.scheme, self.folder, self.path, self.first = scheme, folder, path, first
+
+    def address(self, path):
+        return f"{self.scheme}://{path}"
+
+
+def subversion(folder):
+    repository, content = folder / "svn", folder / "content"
+    run(folder, "svnadmin", "create", repository)
+    content.mkdir()
+    fill(content)
+    url = f"file://{repository}"
+    run(folder, "svn", "import", "-qm", "first", content, url + "/trunk", "--username", "ada")
+    run(folder, "svn", "checkout", "-q", url + "/trunk", "copy")
+    (folder / "copy" / "f.txt").write_bytes(b"two\n")
+    run(folder / "copy", "svn", "commit", "-qm", "second é", "--username", "bob")
+    return Repository("svnfile", folder, f"{repository}/trunk", "@1")
+
+
+def git(folder):
+    fill(folder)
+    run(folder, "git", "init", "-q")
+    run(folder, "git", "add", ".")
+    run(folder, "git", "commit", "-qm", "first")
+    first = run(folder, "git", "rev-parse", "HEAD")
+    (folder / "f.txt").write_bytes(b"two\n")
+    run(folder, "git", "commit", "-qam", "second é")
+    return Repository("git", folder, str(folder), "#" + first)
+
+
+def mercurial(folder):
+    fill(folder)
+    run(folder, "hg", "init")
+    run(folder, "hg", "commit", "-qAm", "first", "-u", "ada")
+    (folder / "f.txt").write_bytes(b"two\n")
+    run(folder, "hg", "commit", "-qm", "second é", "-u", "bob")
+    return Repository("hg", folder, str(folder), "#0")
+
+
+MAKERS = {"svnfile": subversion, "git": git, "hg": mercurial}
+
+
+@pytest.fixture(params=list(MAKERS))
+def repository(request, tmp_path):
+    return MAKERS[request.param](tmp_path)
+
+
+@pytest.fixture
+def svn(tmp_path):
+    return subversion(tmp_path)
