@@ -32,8 +32,8 @@ void CheckPlain(const std::u16string& text, const Uri* uri)
 template <class Address> void CheckWorkingCopy(const std::u16string& text, const Uri* uri)
 {
     const std::u16string path = uri == nullptr ? text : uri->GetPath();
-    const std::u16string file(StripRevision(path));
-    const std::optional<std::u16string_view> revision = RevisionOf(path);
+    const std::u16string file(workingCopyMarker.Strip(path));
+    const std::optional<std::u16string_view> revision = workingCopyMarker.RevisionOf(path);
     Expect(ToolPath<Address>(text) == file, "the client's path is without the revision");
     Expect(path == (revision ? file + u"#" + std::u16string(*revision) : file),
            "a path is a file and its revision");
@@ -45,7 +45,8 @@ template <class Address> void CheckWorkingCopy(const std::u16string& text, const
     Expect(uri->ForComparison()->GetText() == start + file, "the revision isn't compared");
     Expect(uri->ForDisplay()->GetText() == text, "the revision is shown");
     const Address other(start + file + u"#1");
-    Expect(StripRevision(other.GetPath()) == file && RevisionOf(other.GetPath()) == u"1",
+    Expect(workingCopyMarker.Strip(other.GetPath()) == file &&
+               workingCopyMarker.RevisionOf(other.GetPath()) == u"1",
            "another revision is of the same file");
 }
 
@@ -56,8 +57,8 @@ void CheckSubversion(const std::u16string& text, const Uri* uri)
     const UriParts parts = SvnPartsOf(text);
     Expect(parts.path == uri->GetPath() && parts.scheme == uri->GetScheme(),
            "the parts are those of the address");
-    const std::u16string file(StripSvnRevision(parts.path));
-    const std::optional<std::u16string_view> revision = SvnRevisionOf(parts.path);
+    const std::u16string file(svnMarker.Strip(parts.path));
+    const std::optional<std::u16string_view> revision = svnMarker.RevisionOf(parts.path);
     Expect(parts.path == (revision ? file + u"@" + std::u16string(*revision) : file),
            "a path is a file and its revision");
     const std::u16string compared = uri->ForComparison()->GetText();

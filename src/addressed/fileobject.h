@@ -1,5 +1,4 @@
-// The file of a URI-addressed file system. A backend derives from it and supplies `Open`,
-// `ReadItemInfo` and, where addresses carry revisions, `FindRevisionMarker`.
+// The files of the file systems of addresses.
 #pragma once
 
 #include "addressed/uriitem.h"
@@ -8,47 +7,51 @@
 namespace tarnwell
 {
 
-// `Address` is the backend's Uri class, `classId` the class that a failure names.
-template <class Address, const GUID& classId>
+// A backend derives from it and supplies `Open` and `ReadItemInfo`.
 class FileObject : public IFile,
                    public ErrorInfoFor<IFileSystemItem, IFile>,
-                   public IUriFileSystemItemImpl<classId>
+                   public IUriFileSystemItemImpl
 {
 public:
     using Interfaces =
         InterfaceList<IFileSystemItem, IFileSystemItemComparableUrl, IFile, ::ISupportErrorInfo>;
 
-    HRESULT STDMETHODCALLTYPE GetSizeLow(std::uint32_t* size) final
-    {
-        return GiveSize(size, 0);
-    }
-    HRESULT STDMETHODCALLTYPE GetSizeHigh(std::uint32_t* size) final
-    {
-        return GiveSize(size, 32);
-    }
-
-    void Initialize(::IUnknown* host, const std::u16string& path, bool mustExist)
-    {
-        this->InitializeItem(host, std::make_shared<Address>(path), mustExist, false);
-    }
-    void InitializeFromItem(::IUnknown* host, const FSItem& item)
-    {
-        this->InitializeItem(host, std::make_shared<Address>(item.text), item);
-    }
+    HRESULT STDMETHODCALLTYPE GetSizeLow(std::uint32_t* size) final;
+    HRESULT STDMETHODCALLTYPE GetSizeHigh(std::uint32_t* size) final;
 
 protected:
+    FileObject(const GUID& classId, const AddressKind& addresses)
+        : IUriFileSystemItemImpl(classId, addresses, false)
+    {
+    }
     ~FileObject() override = default;
 
-    static constexpr Reporter fileReporter{classId, IID_IFile};
+private:
+    HRESULT GiveSize(std::uint32_t* size, unsigned shift);
+};
+
+// The file of a file system that reads and never writes. A backend supplies `GetContent` in the
+// place of `Open`.
+class ReadOnlyFileObject : public FileObject
+{
+public:
+    // Without a `stream` to fill, the content is fetched and dropped.
+    HRESULT STDMETHODCALLTYPE Open(std::uint32_t access, std::uint32_t disposition,
+                                   IFileStream** stream) override;
+
+protected:
+    // `source` is the file system's name in positions of failures.
+    ReadOnlyFileObject(const GUID& classId, const AddressKind& addresses, const char16_t* source)
+        : FileObject(classId, addresses), source_(source)
+    {
+    }
+    ~ReadOnlyFileObject() override = default;
+
+    // Fetches the content now. Throws if that fails.
+    virtual ComPtr<IFileStream> GetContent() = 0;
 
 private:
-    HRESULT GiveSize(std::uint32_t* size, unsigned shift)
-    {
-        return AtBoundary(fileReporter, NullPointer::Published, size, [&] {
-            *size = static_cast<std::uint32_t>(this->Facts().size >> shift);
-            return S_OK;
-        });
-    }
+    const char16_t* source_;
 };
 
 } // namespace tarnwell

@@ -1,14 +1,16 @@
-// A URI-addressed file system. A backend derives from it, adds `IFileSystemRevisions` where it has
-// them, and supplies the two operations that make items.
+// The file systems of addresses.
 #pragma once
 
 #include "addressed/interfaceimpl.h"
-#include "frame/boundary.h"
 #include "frame/comobject.h"
 #include "frame/hostuser.h"
-#include "frame/text.h"
+#include "frame/revisions.h"
 
 #include <tarnwell/filesystem.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace tarnwell
 {
@@ -17,92 +19,85 @@ namespace tarnwell
 // and nothing is parsed.
 std::u16string CombineAddresses(std::u16string base, std::u16string_view relative);
 
-template <const GUID& classId>
+// A backend derives from it and supplies the two operations that make items. Every file system of
+// addresses says that it leaves texts for `IFileSystemRevisions`, on purpose: also one that has no
+// revisions, and so doesn't answer to that interface.
 class FileSystemObject : public IFileSystemInit,
                          public IFileSystem,
                          public ErrorInfoFor<IFileSystem, IFileSystemInit, IFileSystemRevisions>,
                          public HostUIUser
 {
 public:
-    HRESULT STDMETHODCALLTYPE SetHost(::IUnknown* host) final
-    {
-        SetHostObject(host);
-        return S_OK;
-    }
+    using Interfaces = InterfaceList<IFileSystemInit, IFileSystem, ::ISupportErrorInfo>;
 
+    HRESULT STDMETHODCALLTYPE SetHost(::IUnknown* host) final;
     HRESULT STDMETHODCALLTYPE GetFolder(const OLECHAR* path, VARIANT_BOOL mustExist,
-                                        IFolder** folder) final
-    {
-        return AtBoundary(reporter, NullPointer::Bare, folder, [&] {
-            *folder = CreateFolderObject(FromHost(path), IsTrue(mustExist)).Detach();
-            return S_OK;
-        });
-    }
+                                        IFolder** folder) final;
     HRESULT STDMETHODCALLTYPE GetFile(const OLECHAR* path, VARIANT_BOOL mustExist,
-                                      IFile** file) final
-    {
-        return AtBoundary(reporter, NullPointer::Bare, file, [&] {
-            *file = CreateFileObject(FromHost(path), IsTrue(mustExist)).Detach();
-            return S_OK;
-        });
-    }
-    HRESULT STDMETHODCALLTYPE CopyItem(const OLECHAR*, const OLECHAR*, ICopyProgress*) override
-    {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE CreateTempFile(const OLECHAR*, BSTR* tempPath) override
-    {
-        if (tempPath != nullptr)
-            *tempPath = nullptr;
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE DeleteItems(IItemList*, VARIANT_BOOL, VARIANT_BOOL) override
-    {
-        return E_NOTIMPL;
-    }
+                                      IFile** file) final;
+    HRESULT STDMETHODCALLTYPE CopyItem(const OLECHAR* source, const OLECHAR* target,
+                                       ICopyProgress* progress) override;
+    HRESULT STDMETHODCALLTYPE CreateTempFile(const OLECHAR* path, BSTR* tempPath) override;
+    HRESULT STDMETHODCALLTYPE DeleteItems(IItemList* items, VARIANT_BOOL noConfirm,
+                                          VARIANT_BOOL recursive) override;
     HRESULT STDMETHODCALLTYPE GetOperationMask(std::uint32_t kind, ::IUnknown* other,
-                                               std::uint32_t* mask) final
-    {
-        return AtBoundary(reporter, NullPointer::Bare, mask, [&] {
-            *mask = everyOperation;
-            const auto held = ComPtr<::IUnknown>::Share(other);
-            *mask = GetOperationMaskFor(kind, other);
-            return S_OK;
-        });
-    }
+                                               std::uint32_t* mask) final;
     HRESULT STDMETHODCALLTYPE CombinePath(const OLECHAR* base, const OLECHAR* relative,
-                                          BSTR* result) final
-    {
-        return AtBoundary(reporter, NullPointer::Bare, result, [&] {
-            return ToHost(CombineAddresses(FromHost(base), FromHost(relative)), result);
-        });
-    }
+                                          BSTR* result) final;
 
 protected:
+    // `classId` is the class that a failure names.
+    explicit FileSystemObject(const GUID& classId) : classId_(classId) {}
     ~FileSystemObject() = default;
 
     static constexpr std::uint32_t everyOperation = 65535;
 
-    // A new item for an address as the host gave it.
+    // A new item for an address as the host gave it. Both throw if there can't be one.
     virtual ComPtr<IFile> CreateFileObject(const std::u16string& path, bool mustExist) = 0;
     virtual ComPtr<IFolder> CreateFolderObject(const std::u16string& path, bool mustExist) = 0;
     // The operations that are offered for items of a kind, as hosts understand the bits.
-    virtual std::uint32_t GetOperationMaskFor(std::uint32_t kind, ::IUnknown*) const
-    {
-        return kind <= 1 ? 5 : everyOperation;
-    }
+    virtual std::uint32_t GetOperationMaskFor(std::uint32_t kind, ::IUnknown* other) const;
 
-    static constexpr Reporter reporter{classId, IID_IFileSystem};
+    const GUID& ClassId() const
+    {
+        return classId_;
+    }
 
     // A new item of the backend's class `Item` as its interface `I`.
     template <class Item, class I>
     ComPtr<I> MakeItem(const std::u16string& path, bool mustExist) const
     {
-        ComPtr<ComObject<Item>> item;
-        ThrowIfNotMade(MakeObject<Item>(item));
+        auto item = NewObject<Item>();
         item->Initialize(HostObject(), path, mustExist);
         return ComPtr<I>::Adopt(item.Detach());
     }
+
+private:
+    const GUID& classId_;
+};
+
+// One that has revisions. Its revision calls hide every failure: a missing client, an item without
+// history and a broken repository all read as "no revisions".
+class RevisionsFileSystemObject : public FileSystemObject, public IFileSystemRevisions
+{
+public:
+    using Interfaces =
+        InterfaceList<IFileSystemRevisions, IFileSystemInit, IFileSystem, ::ISupportErrorInfo>;
+
+    HRESULT STDMETHODCALLTYPE HasRevisions(const OLECHAR* path, std::uint32_t reserved,
+                                           VARIANT_BOOL* has) final;
+    HRESULT STDMETHODCALLTYPE GetRevisions(const OLECHAR* path, std::uint32_t reserved,
+                                           IRevisions** revisions) final;
+
+protected:
+    using FileSystemObject::FileSystemObject;
+    ~RevisionsFileSystemObject() = default;
+
+    // The history of the item that the host names, the latest first.
+    virtual std::vector<RevisionRecord> ReadRevisions(const std::u16string& path) = 0;
+
+private:
+    std::vector<RevisionRecord> RevisionsOrNone(const OLECHAR* path) noexcept;
 };
 
 } // namespace tarnwell

@@ -1,10 +1,9 @@
-// The contents of a folder of a URI-addressed file system: the listing, and items made from it on
+// The contents of a folder of a file system of addresses: the listing, and items made from it on
 // demand.
 #pragma once
 
 #include "addressed/fsitem.h"
 #include "addressed/interfaceimpl.h"
-#include "frame/boundary.h"
 #include "frame/comobject.h"
 #include "frame/hostuser.h"
 
@@ -13,8 +12,17 @@
 namespace tarnwell
 {
 
-// `File` and `Folder` are the backend's item classes, `classId` the class that a failure names.
-template <class File, class Folder, const GUID& classId>
+// Makes the item of an entry, which belongs to `host`.
+using ListedItemMaker = ComPtr<IFileSystemItem> (*)(::IUnknown* host, const FSItem& entry);
+
+template <class Item> ComPtr<IFileSystemItem> MakeListedItem(::IUnknown* host, const FSItem& entry)
+{
+    auto item = NewObject<Item>();
+    item->InitializeFromItem(host, entry);
+    return ComPtr<IFileSystemItem>::Adopt(item.Detach());
+}
+
+// A backend derives from it and names its classes.
 class FolderContentsObject : public IFolderContents,
                              public ErrorInfoFor<IFolderContents>,
                              public HostUIUser
@@ -22,60 +30,34 @@ class FolderContentsObject : public IFolderContents,
 public:
     using Interfaces = InterfaceList<IFolderContents, ::ISupportErrorInfo>;
 
-    void Initialize(::IUnknown* host, FSItems items)
-    {
-        SetHostObject(host);
-        items_ = std::move(items);
-    }
+    // Called once, before the object is handed out.
+    void Initialize(::IUnknown* host, FSItems items);
 
-    HRESULT STDMETHODCALLTYPE GetCount(std::uint32_t* count) final
-    {
-        return AtBoundary(reporter, NullPointer::Bare, count, [&] {
-            *count = static_cast<std::uint32_t>(items_.size());
-            return S_OK;
-        });
-    }
-    HRESULT STDMETHODCALLTYPE GetItem(std::int32_t index, IFileSystemItem** item) final
-    {
-        return AtBoundary(reporter, NullPointer::Bare, item, [&] {
-            const FSItem& entry = EntryAt(static_cast<std::uint32_t>(index));
-            *item = entry.isDirectory ? Make<Folder>(entry) : Make<File>(entry);
-            return S_OK;
-        });
-    }
+    HRESULT STDMETHODCALLTYPE GetCount(std::uint32_t* count) final;
+    HRESULT STDMETHODCALLTYPE GetItem(std::int32_t index, IFileSystemItem** item) final;
 
 protected:
+    // `classId` is the class that a failure names.
+    FolderContentsObject(const GUID& classId, ListedItemMaker makeFile, ListedItemMaker makeFolder)
+        : classId_(classId), makeFile_(makeFile), makeFolder_(makeFolder)
+    {
+    }
     ~FolderContentsObject() = default;
 
 private:
-    static constexpr Reporter reporter{classId, IID_IFolderContents};
+    const FSItem& EntryAt(std::uint32_t index) const;
 
-    // A negative index is past the end as well. There is no message for it: what is published is
-    // the position in the source alone.
-    const FSItem& EntryAt(std::uint32_t index) const
-    {
-        if (index >= items_.size())
-            throw ComException(E_INVALIDARG, {}, At(u"interfaceimpl"));
-        return *items_[index];
-    }
-
-    template <class Item> IFileSystemItem* Make(const FSItem& entry) const
-    {
-        ComPtr<ComObject<Item>> item;
-        ThrowIfNotMade(MakeObject<Item>(item));
-        item->InitializeFromItem(HostObject(), entry);
-        return item.Detach();
-    }
-
+    const GUID& classId_;
+    ListedItemMaker makeFile_;
+    ListedItemMaker makeFolder_;
     FSItems items_;
 };
 
-// A new contents object for `items`.
+// A new contents object of the backend's class `Contents` for `items`.
 template <class Contents>
 ComPtr<IFolderContents> MakeFolderContents(::IUnknown* host, FSItems items)
 {
-    ComPtr<ComObject<Contents>> contents;
-    ThrowIfNotMade(MakeObject<Contents>(contents));
+    auto contents = NewObject<Contents>();
     contents->Initialize(host, std::move(items));
     return ComPtr<IFolderContents>::Adopt(contents.Detach());
 }

@@ -3,19 +3,20 @@
 #include "frame/exception.h"
 #include "frame/messages.h"
 #include "frame/status.h"
-#include "frame/text.h"
 
 namespace tarnwell
 {
 
-void ThrowNotFound(const Uri& uri, bool wantFolder, bool existed, bool isDirectory)
+void ThrowNotFound(const std::u16string& item, std::initializer_list<std::u16string> facts)
 {
-    std::u16string text = FormatMessageById(MessageId::UriNotFound, {uri.GetPath()});
-    text += u"\n[uri: \"" + uri.GetText() + u"\"\n";
-    text += wantFolder ? u"FolderObject::Initialize\n" : u"FileObject::Initialize\n";
-    text += u"existed: " + Decimal(existed) + u"\n";
-    text += u"isDirectory: " + Decimal(isDirectory) + u"]";
-    throw ComException(StatusFromError(ERROR_FILE_NOT_FOUND), text, At(u"interfaceimpl"));
+    std::u16string block;
+    for (const std::u16string& fact : facts)
+        block += (block.empty() ? u"\n[" : u"\n") + fact;
+    if (!block.empty())
+        block += u"]";
+    throw ComException(StatusFromError(ERROR_FILE_NOT_FOUND),
+                       FormatMessageById(MessageId::UriNotFound, {item}) + block,
+                       At(u"interfaceimpl"));
 }
 
 void ThrowIfNotMade(HRESULT status)

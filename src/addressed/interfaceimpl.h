@@ -1,16 +1,28 @@
-// Failures of the layer that the URI-addressed file systems share.
+// Making the objects of the file systems of addresses, and the failures that these share.
 #pragma once
 
-#include "addressed/uri.h"
-#include "platform/win32.h"
+#include "frame/comobject.h"
+
+#include <initializer_list>
+#include <string>
 
 namespace tarnwell
 {
 
-// Message 133 for an item that isn't there or is of the other kind, with the facts about it.
-[[noreturn]] void ThrowNotFound(const Uri& uri, bool wantFolder, bool existed, bool isDirectory);
+// Every failure with message 133. `item` is what the message names; behind it stands a block of
+// the facts, if there are any, a line each.
+[[noreturn]] void ThrowNotFound(const std::u16string& item,
+                                std::initializer_list<std::u16string> facts = {});
 
 // Throws a failed attempt to make an object: message 114 with the system's text.
 void ThrowIfNotMade(HRESULT status);
+
+// A new object of class `T`, ready to be filled.
+template <class T> ComPtr<ComObject<T>> NewObject()
+{
+    ComPtr<ComObject<T>> object;
+    ThrowIfNotMade(MakeObject<T>(object));
+    return object;
+}
 
 } // namespace tarnwell

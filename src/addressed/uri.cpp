@@ -44,6 +44,30 @@ std::uint16_t PortOf(std::u16string_view text)
     return digits.empty() ? noPort : static_cast<std::uint16_t>(LeadingNumber(digits));
 }
 
+std::size_t RevisionMarker::FindIn(std::u16string_view text) const
+{
+    return text.find_last_of(characters);
+}
+
+std::u16string_view RevisionMarker::Strip(std::u16string_view text) const
+{
+    return text.substr(0, FindIn(text));
+}
+
+UriParts RevisionMarker::Strip(UriParts parts) const
+{
+    parts.path.resize(Strip(parts.path).size());
+    return parts;
+}
+
+std::optional<std::u16string_view> RevisionMarker::RevisionOf(std::u16string_view text) const
+{
+    const std::size_t marker = FindIn(text);
+    if (marker == std::u16string_view::npos)
+        return std::nullopt;
+    return text.substr(marker + 1);
+}
+
 std::u16string Uri::GetScheme() const
 {
     return GetGroup(Groupings().scheme);

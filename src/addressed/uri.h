@@ -3,8 +3,10 @@
 
 #include "frame/pattern.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +29,21 @@ struct UriParts
     std::u16string host;
     std::uint16_t port = noPort;
     std::u16string path; // without the "/" behind the host
+};
+
+// Where the addresses of a file system carry a revision: behind the last of certain characters,
+// which nothing tells from the same character in a name.
+struct RevisionMarker
+{
+    std::u16string_view characters = {}; // none: addresses have no revisions
+
+    // The index of the marker in `text`, an address or its path; npos without one.
+    std::size_t FindIn(std::u16string_view text) const;
+    // `text` in front of the marker, and `parts` with such a path.
+    std::u16string_view Strip(std::u16string_view text) const;
+    UriParts Strip(UriParts parts) const;
+    // What stands behind the marker, which may be empty; nothing without a marker.
+    std::optional<std::u16string_view> RevisionOf(std::u16string_view text) const;
 };
 
 // An address as it was given. It is taken apart by its class's pattern on each question, and keeps
@@ -105,6 +122,21 @@ private:
 
     std::u16string text_;
 };
+
+// The addresses of a file system, as its items need to know them.
+struct AddressKind
+{
+    // Makes one, an object of the file system's own class. Throws for a text that is none.
+    std::shared_ptr<Uri> (*make)(std::u16string text);
+    RevisionMarker marker = {};
+    bool isRevisionInNames = true; // an item's name ends in its revision
+};
+
+// The `make` of addresses of class `Address`.
+template <class Address> std::shared_ptr<Uri> MakeAddress(std::u16string text)
+{
+    return std::make_shared<Address>(std::move(text));
+}
 
 // Whether `text` is an address and not a local path: a scheme has more than the one letter of a
 // drive.

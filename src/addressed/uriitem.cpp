@@ -1,7 +1,9 @@
 #include "addressed/uriitem.h"
 
 #include "addressed/interfaceimpl.h"
+#include "frame/boundary.h"
 #include "frame/filetimes.h"
+#include "frame/text.h"
 
 namespace tarnwell
 {
@@ -18,102 +20,132 @@ FSItem RootFacts()
     return root;
 }
 
-std::u16string_view UpToMarker(std::u16string_view text, std::ptrdiff_t marker)
+std::uint32_t AttributesOf(const FSItem& facts)
 {
-    return marker < 0 ? text : text.substr(0, static_cast<std::size_t>(marker));
+    constexpr std::uint32_t folder = 16;
+    constexpr std::uint32_t file = 128;
+    constexpr std::uint32_t readOnly = 1;
+    if (facts.isDirectory)
+        return folder;
+    return facts.isReadOnly ? file | readOnly : file;
+}
+
+template <class Out, class Ask> HRESULT Give(const GUID& classId, Out* out, Ask&& ask)
+{
+    return AtBoundary({classId, IID_IFileSystemItem}, NullPointer::Bare, out, [&] {
+        *out = ask();
+        return S_OK;
+    });
+}
+
+template <class Ask>
+HRESULT GiveText(const GUID& classId, const GUID& interfaceId, BSTR* out, Ask&& ask)
+{
+    return AtBoundary({classId, interfaceId}, NullPointer::Bare, out,
+                      [&] { return ToHost(ask(), out); });
 }
 
 } // namespace
 
-std::u16string_view LeafOfAddress(std::u16string_view path, std::ptrdiff_t marker,
+std::u16string_view LeafOfAddress(std::u16string_view path, std::size_t marker,
                                   const PathRules& rules)
 {
-    const std::size_t last = UpToMarker(path, marker).find_last_of(rules.separators);
+    const std::size_t last = path.substr(0, marker).find_last_of(rules.separators);
     return last == std::u16string_view::npos ? path : path.substr(last + 1);
 }
 
-std::ptrdiff_t UriItem::FindRevisionMarker(std::u16string_view) const
+HRESULT IUriFileSystemItemImpl::GetModifiedTime(std::uint64_t* fileTime)
 {
-    return -1;
+    return Give(classId_, fileTime, [&] { return Facts().modifiedTime; });
 }
 
-std::u16string UriItem::NameOf(std::u16string_view leaf) const
+HRESULT IUriFileSystemItemImpl::GetAttributes(std::uint32_t* attributes)
 {
-    return std::u16string(leaf);
+    return Give(classId_, attributes, [&] { return AttributesOf(Facts()); });
 }
 
-void UriItem::InitializeItem(::IUnknown* host, std::shared_ptr<Uri> uri, bool mustExist,
-                             bool wantFolder)
+HRESULT IUriFileSystemItemImpl::SetAttributes(std::uint32_t)
 {
-    SetHostObject(host);
-    uri_ = std::move(uri);
-    if (!mustExist)
-        return;
-    Load();
-    if (!exists_ || facts_.isDirectory != wantFolder)
-        ThrowNotFound(*uri_, wantFolder, exists_, facts_.isDirectory);
+    return E_NOTIMPL;
 }
 
-void UriItem::InitializeItem(::IUnknown* host, std::shared_ptr<Uri> uri, const FSItem& item)
+HRESULT IUriFileSystemItemImpl::GetName(BSTR* name)
 {
-    SetHostObject(host);
-    uri_ = std::move(uri);
-    facts_ = item;
-    loaded_ = true;
-    exists_ = true;
-}
-
-const FSItem& UriItem::Facts()
-{
-    Load();
-    return facts_;
-}
-
-void UriItem::Load()
-{
-    if (loaded_)
-        return;
-    facts_ = Name().empty() ? RootFacts() : *ReadItemInfo(uri_);
-    exists_ = true;
-    loaded_ = true;
-}
-
-std::u16string_view UriItem::Leaf()
-{
-    const std::u16string_view path = Parts().path;
-    return LeafOfAddress(path, FindRevisionMarker(path));
-}
-
-std::u16string UriItem::Name()
-{
-    return NameOf(Leaf());
+    return GiveText(classId_, IID_IFileSystemItem, name, [&] { return Name(); });
 }
 
 // The marker is looked for in the path alone, so that an address with a user keeps its parent.
-std::u16string UriItem::ParentPath()
+HRESULT IUriFileSystemItemImpl::GetParentPath(BSTR* path)
 {
-    UriParts parts = Parts();
-    parts.path.resize(CutAtMarker(parts.path).size());
-    return uri_->ComposeParent(std::move(parts))->GetText();
+    return GiveText(classId_, IID_IFileSystemItem, path, [&] {
+        return uri_->ComposeParent(addresses_.marker.Strip(Parts()))->GetText();
+    });
 }
 
-// Not of the name: that may lack the revision already, and would be cut twice.
-std::u16string UriItem::ComparableName()
+HRESULT IUriFileSystemItemImpl::GetPath(BSTR* path)
 {
-    return std::u16string(CutAtMarker(Leaf()));
+    return GiveText(classId_, IID_IFileSystemItem, path, [&] { return uri_->GetText(); });
 }
 
-std::u16string UriItem::ComparableUrl() const
+HRESULT IUriFileSystemItemImpl::Delete(VARIANT_BOOL, VARIANT_BOOL)
 {
-    return std::u16string(CutAtMarker(uri_->GetText()));
+    return E_NOTIMPL;
 }
 
-std::u16string_view UriItem::CutAtMarker(std::u16string_view text) const
+// Of the leaf and not of the name: that may lack the revision already, and would be cut twice.
+HRESULT IUriFileSystemItemImpl::GetComparableName(BSTR* name)
 {
-    return UpToMarker(text, FindRevisionMarker(text));
+    return GiveText(classId_, IID_IFileSystemItemComparableUrl, name,
+                    [&] { return addresses_.marker.Strip(Leaf()); });
 }
 
-const UriParts& UriItem::Parts()
+// Of the whole text, on purpose: where users and revisions have one marker, an address with a user
+// and no revision ends at the user.
+HRESULT IUriFileSystemItemImpl::GetComparableUrl(BSTR* url)
+{
+    return GiveText(classId_, IID_IFileSystemItemComparableUrl, url,
+                    [&] { return addresses_.marker.Strip(uri_->GetText()); });
+}
+
+void IUriFileSystemItemImpl::Initialize(::IUnknown* host, const std::u16string& path,
+                                        bool mustExist)
+{
+    SetHostObject(host);
+    uri_ = addresses_.make(path);
+    if (!mustExist || Facts().isDirectory == isFolder_)
+        return;
+    ThrowNotFound(uri_->GetPath(),
+                  {u"uri: \"" + uri_->GetText() + u"\"",
+                   isFolder_ ? u"FolderObject::Initialize" : u"FileObject::Initialize",
+                   u"existed: 1", u"isDirectory: " + Decimal(Facts().isDirectory)});
+}
+
+void IUriFileSystemItemImpl::InitializeFromItem(::IUnknown* host, const FSItem& item)
+{
+    SetHostObject(host);
+    uri_ = addresses_.make(item.text);
+    facts_ = item;
+}
+
+const FSItem& IUriFileSystemItemImpl::Facts()
+{
+    if (!facts_)
+        facts_ = Name().empty() ? RootFacts() : *ReadItemInfo(*uri_);
+    return *facts_;
+}
+
+std::u16string_view IUriFileSystemItemImpl::Leaf()
+{
+    const std::u16string_view path = Parts().path;
+    return LeafOfAddress(path, addresses_.marker.FindIn(path));
+}
+
+std::u16string_view IUriFileSystemItemImpl::Name()
+{
+    return addresses_.isRevisionInNames ? Leaf() : addresses_.marker.Strip(Leaf());
+}
+
+const UriParts& IUriFileSystemItemImpl::Parts()
 {
     if (!parts_)
         parts_ = uri_->GetParts();

@@ -71,10 +71,10 @@ std::vector<RevisionRecord> GetGitLog(const std::u16string& text)
 ComPtr<IFileStream> GetGitContent(const Uri& uri)
 {
     const std::u16string path = uri.GetPath();
-    RefuseOptions(gitAddresses, uri.GetText(), path, RevisionOf(path));
-    const GitRoot root = RootOrNone(std::u16string(StripRevision(path)));
-    auto output =
-        RunGit(GitShowArguments(RevisionOf(path), root.relative), root.root, uri.GetText());
+    const std::optional<std::u16string_view> revision = workingCopyMarker.RevisionOf(path);
+    RefuseOptions(gitAddresses, uri.GetText(), path, revision);
+    const GitRoot root = RootOrNone(std::u16string(workingCopyMarker.Strip(path)));
+    auto output = RunGit(GitShowArguments(revision, root.relative), root.root, uri.GetText());
     return MakeReadStream(std::move(output), gitClient.source);
 }
 

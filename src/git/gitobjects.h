@@ -1,26 +1,32 @@
 // The Git file system as the host sees it.
 #pragma once
 
-#include "git/gitcommands.h"
-#include "git/gituri.h"
 #include "workingcopy/workingcopyobjects.h"
-
-#include <tarnwell/classes.h>
 
 namespace tarnwell
 {
 
-struct GitTool
+class GITFileObject : public WorkingCopyFileObject
 {
-    using Address = GITUri;
-    static constexpr const GUID& systemClass = CLSID_GITFileSystem;
-    static constexpr const GUID& fileClass = CLSID_GITFile;
-    static constexpr const char16_t* source = gitAddresses.source;
-    static constexpr auto GetLog = GetGitLog;
-    static constexpr auto GetContent = GetGitContent;
+public:
+    GITFileObject();
+
+protected:
+    ~GITFileObject() override = default;
+
+    ComPtr<IFileStream> GetContent() override;
 };
 
-using GITFileObject = WorkingCopyFileObject<GitTool>;
-using GITFileSystemObject = WorkingCopyFileSystemObject<GitTool>;
+class GITFileSystemObject : public WorkingCopyFileSystemObject
+{
+public:
+    GITFileSystemObject();
+
+protected:
+    ~GITFileSystemObject() = default;
+
+    ComPtr<IFile> CreateFileObject(const std::u16string& path, bool mustExist) override;
+    std::vector<RevisionRecord> ReadRevisions(const std::u16string& path) override;
+};
 
 } // namespace tarnwell

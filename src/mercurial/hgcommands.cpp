@@ -60,9 +60,10 @@ std::vector<RevisionRecord> GetHgLog(const std::u16string& text)
 ComPtr<IFileStream> GetHgContent(const Uri& uri)
 {
     const std::u16string path = uri.GetPath();
-    RefuseOptions(mercurialAddresses, uri.GetText(), path, RevisionOf(path));
-    auto output =
-        RunHg(HgCatArguments(RevisionOf(path), std::u16string(StripRevision(path))), uri.GetText());
+    const std::optional<std::u16string_view> revision = workingCopyMarker.RevisionOf(path);
+    RefuseOptions(mercurialAddresses, uri.GetText(), path, revision);
+    const std::u16string file(workingCopyMarker.Strip(path));
+    auto output = RunHg(HgCatArguments(revision, file), uri.GetText());
     return MakeReadStream(std::move(output), mercurialClient.source);
 }
 

@@ -1,26 +1,32 @@
 // The Mercurial file system as the host sees it.
 #pragma once
 
-#include "mercurial/hgcommands.h"
-#include "mercurial/hguri.h"
 #include "workingcopy/workingcopyobjects.h"
-
-#include <tarnwell/classes.h>
 
 namespace tarnwell
 {
 
-struct HGTool
+class HGFileObject : public WorkingCopyFileObject
 {
-    using Address = HGUri;
-    static constexpr const GUID& systemClass = CLSID_HGFileSystem;
-    static constexpr const GUID& fileClass = CLSID_HGFile;
-    static constexpr const char16_t* source = mercurialAddresses.source;
-    static constexpr auto GetLog = GetHgLog;
-    static constexpr auto GetContent = GetHgContent;
+public:
+    HGFileObject();
+
+protected:
+    ~HGFileObject() override = default;
+
+    ComPtr<IFileStream> GetContent() override;
 };
 
-using HGFileObject = WorkingCopyFileObject<HGTool>;
-using HGFileSystemObject = WorkingCopyFileSystemObject<HGTool>;
+class HGFileSystemObject : public WorkingCopyFileSystemObject
+{
+public:
+    HGFileSystemObject();
+
+protected:
+    ~HGFileSystemObject() = default;
+
+    ComPtr<IFile> CreateFileObject(const std::u16string& path, bool mustExist) override;
+    std::vector<RevisionRecord> ReadRevisions(const std::u16string& path) override;
+};
 
 } // namespace tarnwell

@@ -25,17 +25,6 @@ bool HoldsAddress(std::u16string_view text)
 
 } // namespace
 
-std::ptrdiff_t P4MarkerOf(std::u16string_view text)
-{
-    const std::size_t marker = text.find_last_of(u"@#");
-    return marker == std::u16string_view::npos ? -1 : static_cast<std::ptrdiff_t>(marker);
-}
-
-std::u16string_view StripP4Revision(std::u16string_view text)
-{
-    return text.substr(0, text.find_last_of(u"@#"));
-}
-
 std::u16string NormalizeDepotPath(std::u16string_view path)
 {
     constexpr std::u16string_view root = u"//";
@@ -55,9 +44,7 @@ std::shared_ptr<Uri> P4Uri::Create(std::u16string text) const
 
 std::shared_ptr<Uri> P4Uri::Clone() const
 {
-    UriParts parts = GetParts();
-    parts.path.resize(StripP4Revision(parts.path).size());
-    return Compose(parts);
+    return Compose(p4Marker.Strip(GetParts()));
 }
 
 const Pattern& P4Uri::GetPattern() const

@@ -5,7 +5,6 @@
 
 #include "addressed/uri.h"
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -15,10 +14,8 @@ namespace tarnwell
 // The file system's name in positions of failures.
 inline constexpr const char16_t* p4Source = u"p4objects";
 
-// Where the revision begins: at the last "@" or "#"; -1 without one. In a whole address that may be
-// the "@" behind the user, and that is kept on purpose.
-std::ptrdiff_t P4MarkerOf(std::u16string_view text);
-std::u16string_view StripP4Revision(std::u16string_view text);
+// In a whole address the last of them may be the "@" behind the user, and that is kept on purpose.
+inline constexpr RevisionMarker p4Marker{u"@#"};
 
 // `path` with the two slashes that all depots begin with.
 std::u16string NormalizeDepotPath(std::u16string_view path);

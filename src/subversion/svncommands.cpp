@@ -102,7 +102,7 @@ std::u16string SvnAuthArguments(const HostUIUser& host, const Uri& uri)
 std::u16string SvnRevisionArgument(const Uri& uri)
 {
     const std::u16string path = uri.GetPath();
-    const std::optional<std::u16string_view> revision = SvnRevisionOf(path);
+    const std::optional<std::u16string_view> revision = svnMarker.RevisionOf(path);
     return revision ? Option(u"-r", *revision) : std::u16string();
 }
 
@@ -193,7 +193,7 @@ void CompleteSvnAddresses(const Uri& parent, const FSItems& items)
 {
     UriParts parts = parent.GetParts();
     const std::u16string path = WithoutTrailingSlashes(parts.path);
-    const std::u16string peg = path.substr(StripSvnRevision(path).size());
+    const std::u16string peg = path.substr(svnMarker.Strip(path).size());
     for (const std::shared_ptr<FSItem>& item : items)
     {
         item->text += item->isDirectory ? peg : u"@" + Decimal(item->revision);

@@ -1,42 +1,51 @@
 #include "subversion/svnobjects.h"
 
+#include "subversion/svncommands.h"
+#include "subversion/svnuri.h"
+
+#include <tarnwell/classes.h>
+
 namespace tarnwell
 {
 
-HRESULT SVNFileObject::Open(std::uint32_t access, std::uint32_t disposition, IFileStream** stream)
+namespace
 {
-    if (stream != nullptr)
-        *stream = nullptr;
-    return AtBoundary(fileReporter, [&] {
-        if (access != GENERIC_READ || disposition != OPEN_EXISTING)
-            throw ComException(E_INVALIDARG,
-                               FormatMessageById(MessageId::OpenFailed, {Address()->GetText()}),
-                               At(svnSource));
-        ComPtr<IFileStream> content = SvnCat(*this, *Address());
-        if (stream != nullptr)
-            *stream = content.Detach();
-        return S_OK;
-    });
+// Names lack the revision, unlike those of the other file systems.
+constexpr AddressKind svnItems{MakeAddress<SVNUri>, svnMarker, false};
+} // namespace
+
+SVNFileObject::SVNFileObject() : ReadOnlyFileObject(CLSID_SVNFile, svnItems, svnSource) {}
+
+ComPtr<IFileStream> SVNFileObject::GetContent()
+{
+    return SvnCat(*this, Address());
 }
+
+std::shared_ptr<FSItem> SVNFileObject::ReadItemInfo(const Uri& uri)
+{
+    return SvnReadItem(*this, uri);
+}
+
+SVNFolderObject::SVNFolderObject() : FolderObject(CLSID_SVNFolder, svnItems) {}
 
 ComPtr<IFolderContents> SVNFolderObject::MakeContents()
 {
     return MakeFolderContents<SVNFolderContentsObject>(HostObject(),
-                                                       SvnListChildren(*this, *Address()));
+                                                       SvnListChildren(*this, Address()));
 }
 
-HRESULT SVNFileSystemObject::HasRevisions(const OLECHAR* path, std::uint32_t, VARIANT_BOOL* has)
+std::shared_ptr<FSItem> SVNFolderObject::ReadItemInfo(const Uri& uri)
 {
-    return HasRevisionsHidingFailures(CLSID_SVNFileSystem, has,
-                                      [&] { return SvnLog(*this, FromHost(path)); });
+    return SvnReadItem(*this, uri);
 }
 
-HRESULT SVNFileSystemObject::GetRevisions(const OLECHAR* path, std::uint32_t,
-                                          IRevisions** revisions)
+SVNFolderContentsObject::SVNFolderContentsObject()
+    : FolderContentsObject(CLSID_SVNFolderContents, MakeListedItem<SVNFileObject>,
+                           MakeListedItem<SVNFolderObject>)
 {
-    return GetRevisionsHidingFailures(CLSID_SVNFileSystem, revisions,
-                                      [&] { return SvnLog(*this, FromHost(path)); });
 }
+
+SVNFileSystemObject::SVNFileSystemObject() : RevisionsFileSystemObject(CLSID_SVNFileSystem) {}
 
 ComPtr<IFile> SVNFileSystemObject::CreateFileObject(const std::u16string& path, bool mustExist)
 {
@@ -46,6 +55,11 @@ ComPtr<IFile> SVNFileSystemObject::CreateFileObject(const std::u16string& path, 
 ComPtr<IFolder> SVNFileSystemObject::CreateFolderObject(const std::u16string& path, bool mustExist)
 {
     return MakeItem<SVNFolderObject, IFolder>(path, mustExist);
+}
+
+std::vector<RevisionRecord> SVNFileSystemObject::ReadRevisions(const std::u16string& path)
+{
+    return SvnLog(*this, path);
 }
 
 } // namespace tarnwell

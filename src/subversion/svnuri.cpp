@@ -41,11 +41,6 @@ void CheckScheme(std::u16string_view scheme, const std::u16string& text)
                            At(svnSource));
 }
 
-void Strip(UriParts& parts)
-{
-    parts.path.resize(StripSvnRevision(parts.path).size());
-}
-
 // A plain address, since its scheme is none of the five.
 std::shared_ptr<Uri> RealAddress(UriParts parts)
 {
@@ -56,25 +51,6 @@ std::shared_ptr<Uri> RealAddress(UriParts parts)
 }
 
 } // namespace
-
-std::ptrdiff_t SvnMarkerOf(std::u16string_view text)
-{
-    const std::size_t marker = text.rfind(u'@');
-    return marker == std::u16string_view::npos ? -1 : static_cast<std::ptrdiff_t>(marker);
-}
-
-std::u16string_view StripSvnRevision(std::u16string_view text)
-{
-    return text.substr(0, text.rfind(u'@'));
-}
-
-std::optional<std::u16string_view> SvnRevisionOf(std::u16string_view text)
-{
-    const std::size_t marker = text.rfind(u'@');
-    if (marker == std::u16string_view::npos)
-        return std::nullopt;
-    return text.substr(marker + 1);
-}
 
 std::u16string_view SvnRealScheme(std::u16string_view scheme)
 {
@@ -97,9 +73,7 @@ std::shared_ptr<Uri> SVNUri::ForDisplay() const
 
 std::shared_ptr<Uri> SVNUri::ForComparison() const
 {
-    UriParts parts = GetParts();
-    Strip(parts);
-    return RealAddress(std::move(parts));
+    return RealAddress(svnMarker.Strip(GetParts()));
 }
 
 std::shared_ptr<Uri> SVNUri::Create(std::u16string text) const
@@ -109,9 +83,7 @@ std::shared_ptr<Uri> SVNUri::Create(std::u16string text) const
 
 std::shared_ptr<Uri> SVNUri::Clone() const
 {
-    UriParts parts = GetParts();
-    Strip(parts);
-    return Compose(parts);
+    return Compose(svnMarker.Strip(GetParts()));
 }
 
 UriParts SvnPartsOf(const std::u16string& text)

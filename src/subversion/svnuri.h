@@ -4,8 +4,6 @@
 
 #include "addressed/uri.h"
 
-#include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,12 +13,7 @@ namespace tarnwell
 // The file system's name in positions of failures.
 inline constexpr const char16_t* svnSource = u"svnobjects";
 
-// Where the revision begins: at the last "@"; -1 without one. Nothing tells one from an "@" in a
-// name, which is taken for a revision too.
-std::ptrdiff_t SvnMarkerOf(std::u16string_view text);
-std::u16string_view StripSvnRevision(std::u16string_view text);
-// What stands behind the marker, whatever it is; nothing without a marker.
-std::optional<std::u16string_view> SvnRevisionOf(std::u16string_view text);
+inline constexpr RevisionMarker svnMarker{u"@"};
 
 // The scheme by which the client knows the repository.
 std::u16string_view SvnRealScheme(std::u16string_view scheme);

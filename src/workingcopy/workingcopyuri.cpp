@@ -21,25 +21,6 @@ bool IsNegativeNumber(std::u16string_view text)
 
 } // namespace
 
-std::ptrdiff_t RevisionMarkerOf(std::u16string_view text)
-{
-    const std::size_t marker = text.rfind(u'#');
-    return marker == std::u16string_view::npos ? -1 : static_cast<std::ptrdiff_t>(marker);
-}
-
-std::u16string_view StripRevision(std::u16string_view text)
-{
-    return text.substr(0, text.rfind(u'#'));
-}
-
-std::optional<std::u16string_view> RevisionOf(std::u16string_view text)
-{
-    const std::size_t marker = text.rfind(u'#');
-    if (marker == std::u16string_view::npos)
-        return std::nullopt;
-    return text.substr(marker + 1);
-}
-
 void RefuseOptions(const AddressRow& row, const std::u16string& address, std::u16string_view path,
                    std::optional<std::u16string_view> revision)
 {
@@ -57,9 +38,7 @@ WorkingCopyUri::WorkingCopyUri(std::u16string text, const AddressRow& row) : Uri
 
 std::shared_ptr<Uri> WorkingCopyUri::Clone() const
 {
-    UriParts parts = GetParts();
-    parts.path.resize(StripRevision(parts.path).size());
-    return Compose(parts);
+    return Compose(workingCopyMarker.Strip(GetParts()));
 }
 
 // A plain address, which may have any scheme.
@@ -70,9 +49,7 @@ std::shared_ptr<Uri> WorkingCopyUri::ForDisplay() const
 
 std::shared_ptr<Uri> WorkingCopyUri::ForComparison() const
 {
-    UriParts parts = GetParts();
-    parts.path.resize(StripRevision(parts.path).size());
-    return Uri({}).Compose(parts);
+    return Uri({}).Compose(workingCopyMarker.Strip(GetParts()));
 }
 
 const Pattern& WorkingCopyUri::GetPattern() const

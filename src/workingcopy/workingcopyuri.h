@@ -21,12 +21,9 @@ struct AddressRow
     bool hasNegativeRevisions;  // "-1" is one
 };
 
-// Where the revision begins: at the last "#"; -1 without one. So a "#" in the name of a folder
-// does no harm in front of a revision, and an address without a revision loses what follows it.
-std::ptrdiff_t RevisionMarkerOf(std::u16string_view text);
-std::u16string_view StripRevision(std::u16string_view text);
-// What stands behind the marker, which may be empty; nothing without a marker.
-std::optional<std::u16string_view> RevisionOf(std::u16string_view text);
+// A "#" in the name of a folder does no harm in front of a revision, and an address without a
+// revision loses what follows it.
+inline constexpr RevisionMarker workingCopyMarker{u"#"};
 
 // Throws `row.invalid` if the path or the revision would be an option to the client, which reads
 // them as arguments of their own: what begins with "-", but for a number where there are such
@@ -66,11 +63,11 @@ template <class Address> std::u16string ToolPath(const std::u16string& text)
 {
     try
     {
-        return std::u16string(StripRevision(Address(text).GetPath()));
+        return std::u16string(workingCopyMarker.Strip(Address(text).GetPath()));
     }
     catch (...)
     {
-        return std::u16string(StripRevision(text));
+        return std::u16string(workingCopyMarker.Strip(text));
     }
 }
 

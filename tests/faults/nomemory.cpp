@@ -2,7 +2,6 @@
 // found out: nothing is found.
 #include "faults/local.h"
 
-#include "addressed/revisioncalls.h"
 #include "frame/messages.h"
 #include "git/gitobjects.h"
 #include "local/copystreams.h"
@@ -117,11 +116,14 @@ TEST(NoMemory, MakesNoItemOfAnAddress)
 
 TEST(NoMemory, MakesNoRevisions)
 {
+    ComPtr<IFileSystemRevisions> system;
+    ASSERT_EQ(
+        MakeInstance<GITFileSystemObject>(nullptr, IID_IFileSystemRevisions, system.OutVoid()),
+        S_OK);
     auto* revisions = reinterpret_cast<IRevisions*>(1);
-    const PublishedError error = ErrorWithoutMemory([&] {
-        return GetRevisionsHidingFailures(CLSID_GITFileSystem, &revisions,
-                                          [] { return std::vector<RevisionRecord>(); });
-    });
+    const TempFolder folder; // which has no history, so that no client is run
+    const PublishedError error = ErrorWithoutMemory(
+        [&] { return system->GetRevisions(Wide(folder.Text()), 0, &revisions); });
     EXPECT_EQ(error.text, NoObject()) << "no position in the source";
     EXPECT_TRUE(error.interfaceId == IID_IFileSystemRevisions);
     EXPECT_EQ(revisions, nullptr);

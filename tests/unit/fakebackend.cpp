@@ -22,7 +22,7 @@ void OnServersMemory::operator delete(void* object)
 ComPtr<IFolderContents> FakeFolder::MakeContents()
 {
     ++Server().listings;
-    Server().asked = Address()->GetText();
+    Server().asked = Address().GetText();
     if (Server().failure)
         throw ComException(*Server().failure);
     return MakeFolderContents<FakeContents>(HostObject(), Server().listing);

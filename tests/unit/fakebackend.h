@@ -24,9 +24,9 @@ struct FakeServer
     std::optional<ComException> failure; // of lookups and listings, while it stands here
     int lookups = 0;
     int listings = 0;
-    std::u16string asked;        // the address of the last lookup or listing
-    std::u16string_view markers; // the last of these characters begins a revision
-    bool memory = true;          // for new objects
+    std::u16string asked; // the address of the last lookup or listing
+    AddressKind addresses{MakeAddress<Uri>};
+    bool memory = true; // for new objects
     std::function<void()> maskAsked;
 };
 
@@ -41,31 +41,28 @@ public:
     static void operator delete(void* object);
 };
 
-// What fake files and folders ask; `Base` is one of the templates.
+// What fake files and folders ask.
 template <class Base> class FakeItem : public Base, public OnServersMemory
 {
 protected:
+    explicit FakeItem(const GUID& classId) : Base(classId, Server().addresses) {}
     ~FakeItem() override = default;
 
-    std::ptrdiff_t FindRevisionMarker(std::u16string_view text) const override
-    {
-        if (Server().markers.empty())
-            return Base::FindRevisionMarker(text);
-        return static_cast<std::ptrdiff_t>(text.find_last_of(Server().markers));
-    }
-    std::shared_ptr<FSItem> ReadItemInfo(const std::shared_ptr<Uri>& uri) override
+    std::shared_ptr<FSItem> ReadItemInfo(const Uri& uri) override
     {
         ++Server().lookups;
-        Server().asked = uri->GetText();
+        Server().asked = uri.GetText();
         if (Server().failure)
             throw ComException(*Server().failure);
         return std::make_shared<FSItem>(Server().facts);
     }
 };
 
-class FakeFile : public FakeItem<FileObject<Uri, CLSID_FTPFile>>
+class FakeFile : public FakeItem<FileObject>
 {
 public:
+    FakeFile() : FakeItem(CLSID_FTPFile) {}
+
     HRESULT STDMETHODCALLTYPE Open(std::uint32_t, std::uint32_t, IFileStream**) override
     {
         return E_NOTIMPL;
@@ -75,25 +72,34 @@ protected:
     ~FakeFile() override = default;
 };
 
-class FakeFolder : public FakeItem<FolderObject<Uri, CLSID_FTPFolder>>
+class FakeFolder : public FakeItem<FolderObject>
 {
+public:
+    FakeFolder() : FakeItem(CLSID_FTPFolder) {}
+
 protected:
     ~FakeFolder() override = default;
 
     ComPtr<IFolderContents> MakeContents() override;
 };
 
-class FakeContents : public FolderContentsObject<FakeFile, FakeFolder, CLSID_FTPFolderContents>,
-                     public OnServersMemory
+class FakeContents : public FolderContentsObject, public OnServersMemory
 {
+public:
+    FakeContents()
+        : FolderContentsObject(CLSID_FTPFolderContents, MakeListedItem<FakeFile>,
+                               MakeListedItem<FakeFolder>)
+    {
+    }
+
 protected:
     ~FakeContents() = default;
 };
 
-class FakeFileSystem : public FileSystemObject<CLSID_FTPFileSystem>
+class FakeFileSystem : public FileSystemObject
 {
 public:
-    using Interfaces = InterfaceList<IFileSystemInit, IFileSystem, ::ISupportErrorInfo>;
+    FakeFileSystem() : FileSystemObject(CLSID_FTPFileSystem) {}
 
 protected:
     ~FakeFileSystem() = default;

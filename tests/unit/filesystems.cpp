@@ -1,6 +1,7 @@
 // The file system of addresses itself: its host, its mask, its way of joining, what it makes.
 #include "unit/fakebackendtest.h"
 
+#include "frame/messages.h"
 #include "platform/wide.h"
 
 namespace tarnwell::test

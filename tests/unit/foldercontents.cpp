@@ -1,6 +1,8 @@
 // The contents of folders of addresses: a snapshot, and items made from it on demand.
 #include "unit/fakebackendtest.h"
 
+#include "frame/messages.h"
+
 #include <limits>
 
 namespace tarnwell::test

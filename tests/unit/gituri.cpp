@@ -106,14 +106,14 @@ TEST(GitUri, OtherSchemesAreRefused)
 
 TEST(GitUri, OnlyTheLastMarkerCounts)
 {
-    EXPECT_EQ(StripRevision(u"git://C:\\x#y\\a.txt#12"), u"git://C:\\x#y\\a.txt");
-    EXPECT_EQ(StripRevision(u"git://C:\\x#y\\a.txt"), u"git://C:\\x");
-    EXPECT_EQ(StripRevision(u"plain"), u"plain");
-    EXPECT_EQ(RevisionOf(u"a#b#c"), u"c");
-    EXPECT_EQ(RevisionOf(u"a#"), u"");
-    EXPECT_EQ(RevisionOf(u"a"), std::nullopt);
-    EXPECT_EQ(RevisionMarkerOf(u"a#b"), 1);
-    EXPECT_EQ(RevisionMarkerOf(u"ab"), -1);
+    EXPECT_EQ(workingCopyMarker.Strip(u"git://C:\\x#y\\a.txt#12"), u"git://C:\\x#y\\a.txt");
+    EXPECT_EQ(workingCopyMarker.Strip(u"git://C:\\x#y\\a.txt"), u"git://C:\\x");
+    EXPECT_EQ(workingCopyMarker.Strip(u"plain"), u"plain");
+    EXPECT_EQ(workingCopyMarker.RevisionOf(u"a#b#c"), u"c");
+    EXPECT_EQ(workingCopyMarker.RevisionOf(u"a#"), u"");
+    EXPECT_EQ(workingCopyMarker.RevisionOf(u"a"), std::nullopt);
+    EXPECT_EQ(workingCopyMarker.FindIn(u"a#b"), 1U);
+    EXPECT_EQ(workingCopyMarker.FindIn(u"ab"), std::u16string_view::npos);
 }
 
 TEST(GitUri, PathsAndAddressesMeanTheSameFile)

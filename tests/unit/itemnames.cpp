@@ -42,7 +42,7 @@ TEST_F(ItemNames, WithoutRevisions)
 
 TEST_F(ItemNames, TheRevisionBelongsToTheNameAndIsNotCompared)
 {
-    Server().markers = u"@#";
+    Server().addresses.marker.characters = u"@#";
     EXPECT_EQ(Name(u"p4://host/dir/a.txt#3"), u"a.txt#3");
     EXPECT_EQ(Parent(u"p4://host/dir/a.txt#3"), u"p4://host/dir");
     EXPECT_EQ(ComparableName(u"p4://host/dir/a.txt#3"), u"a.txt");
@@ -52,7 +52,7 @@ TEST_F(ItemNames, TheRevisionBelongsToTheNameAndIsNotCompared)
 
 TEST_F(ItemNames, SeparatorsInsideTheRevisionSeparateNothing)
 {
-    Server().markers = u"@";
+    Server().addresses.marker.characters = u"@";
     EXPECT_EQ(Name(u"svn://host/r/a@b/c"), u"a@b/c");
     EXPECT_EQ(Parent(u"svn://host/r/a@b/c"), u"svn://host/r");
     EXPECT_EQ(ComparableName(u"svn://host/r/a@b/c"), u"a");
@@ -62,7 +62,7 @@ TEST_F(ItemNames, SeparatorsInsideTheRevisionSeparateNothing)
 
 TEST_F(ItemNames, AUserIsNoRevisionForTheParent)
 {
-    Server().markers = u"@";
+    Server().addresses.marker.characters = u"@";
     EXPECT_EQ(Parent(u"svn://u:p@host/r/a"), u"svn://u:p@host/r");
     EXPECT_EQ(Parent(u"svn://u:p@host/r/a@5"), u"svn://u:p@host/r");
     EXPECT_EQ(Name(u"svn://u@host/a"), u"a");
@@ -71,7 +71,7 @@ TEST_F(ItemNames, AUserIsNoRevisionForTheParent)
 // Deliberate: the comparable address is cut over the whole text.
 TEST_F(ItemNames, AUserWithoutARevisionCutsTheComparableAddress)
 {
-    Server().markers = u"@";
+    Server().addresses.marker.characters = u"@";
     EXPECT_EQ(ComparableUrl(u"svn://u@host/r"), u"svn://u");
     EXPECT_EQ(ComparableUrl(u"svn://u@host/r@5"), u"svn://u@host/r");
 }
@@ -83,7 +83,7 @@ TEST_F(ItemNames, APasswordWithoutAUserIsLostInTheParent)
 
 TEST_F(ItemNames, ANameThatIsAllRevision)
 {
-    Server().markers = u"#";
+    Server().addresses.marker.characters = u"#";
     EXPECT_EQ(Name(u"p4://host/dir/#3"), u"#3");
     EXPECT_EQ(ComparableName(u"p4://host/dir/#3"), u"");
     EXPECT_EQ(Parent(u"p4://host/dir/#3"), u"p4://host/dir");
@@ -92,19 +92,21 @@ TEST_F(ItemNames, ANameThatIsAllRevision)
 struct LeafCase
 {
     std::u16string_view path;
-    std::ptrdiff_t marker;
+    std::size_t marker;
     std::u16string_view onWindows;
     std::u16string_view onPosix;
 };
 
+constexpr std::size_t none = std::u16string_view::npos;
+
 constexpr LeafCase leaves[] = {
-    {u"", -1, u"", u""},
-    {u"a", -1, u"a", u"a"},
-    {u"a/b", -1, u"b", u"b"},
-    {u"a/b/", -1, u"", u""},
-    {u"C:\\x\\a.txt", -1, u"a.txt", u"C:\\x\\a.txt"},
-    {u"/x/a\\b", -1, u"b", u"a\\b"},
-    {u"C:a.txt", -1, u"C:a.txt", u"C:a.txt"},
+    {u"", none, u"", u""},
+    {u"a", none, u"a", u"a"},
+    {u"a/b", none, u"b", u"b"},
+    {u"a/b/", none, u"", u""},
+    {u"C:\\x\\a.txt", none, u"a.txt", u"C:\\x\\a.txt"},
+    {u"/x/a\\b", none, u"b", u"a\\b"},
+    {u"C:a.txt", none, u"C:a.txt", u"C:a.txt"},
     {u"a/b#c/d", 3, u"b#c/d", u"b#c/d"},
     {u"a/b#c\\d", 3, u"b#c\\d", u"b#c\\d"},
     {u"a\\b#c/d", 3, u"b#c/d", u"a\\b#c/d"},
@@ -122,7 +124,7 @@ TEST(LeafOfAddress, GoesByTheRulesOfThePlatform)
 
 TEST_F(ItemNames, AreFoundByTheRulesOfThisPlatform)
 {
-    EXPECT_EQ(Name(u"ftp://host/x\\a.txt"), LeafOfAddress(u"x\\a.txt", -1, platformPathRules));
+    EXPECT_EQ(Name(u"ftp://host/x\\a.txt"), LeafOfAddress(u"x\\a.txt", none, platformPathRules));
 }
 
 } // namespace

@@ -52,10 +52,14 @@ std::vector<FSItem> Children(const std::u16string& folder)
     return children;
 }
 
+constexpr AddressKind checkedAddresses{MakeAddress<GITUri>, workingCopyMarker};
+
 // A file whose addresses have a scheme that is checked when they are made.
-class CheckedFile : public FileObject<GITUri, CLSID_GITFile>
+class CheckedFile : public FileObject
 {
 public:
+    CheckedFile() : FileObject(CLSID_GITFile, checkedAddresses) {}
+
     HRESULT STDMETHODCALLTYPE Open(std::uint32_t, std::uint32_t, IFileStream**) override
     {
         return E_NOTIMPL;
@@ -64,18 +68,21 @@ public:
 protected:
     ~CheckedFile() override = default;
 
-    std::ptrdiff_t FindRevisionMarker(std::u16string_view text) const override
-    {
-        return RevisionMarkerOf(text);
-    }
-    std::shared_ptr<FSItem> ReadItemInfo(const std::shared_ptr<Uri>&) override
+    std::shared_ptr<FSItem> ReadItemInfo(const Uri&) override
     {
         throw ComException(E_NOTIMPL, {}, {});
     }
 };
 
-class CheckedContents : public FolderContentsObject<CheckedFile, CheckedFile, CLSID_GITFile>
+class CheckedContents : public FolderContentsObject
 {
+public:
+    CheckedContents()
+        : FolderContentsObject(CLSID_GITFile, MakeListedItem<CheckedFile>,
+                               MakeListedItem<CheckedFile>)
+    {
+    }
+
 protected:
     ~CheckedContents() = default;
 };

@@ -161,12 +161,12 @@ TEST(P4Uri, DepotPathsBeginWithTwoSlashes)
 
 TEST(P4Uri, TheLastOfBothMarksBeginsTheRevision)
 {
-    EXPECT_EQ(P4MarkerOf(u"//depot/a.txt@12#3"), 16);
-    EXPECT_EQ(P4MarkerOf(u"//depot/a.txt#3@12"), 15);
-    EXPECT_EQ(P4MarkerOf(u"a"), -1);
-    EXPECT_EQ(P4MarkerOf(u""), -1);
-    EXPECT_EQ(StripP4Revision(u"a@b#3"), u"a@b");
-    EXPECT_EQ(StripP4Revision(u"a"), u"a");
+    EXPECT_EQ(p4Marker.FindIn(u"//depot/a.txt@12#3"), 16U);
+    EXPECT_EQ(p4Marker.FindIn(u"//depot/a.txt#3@12"), 15U);
+    EXPECT_EQ(p4Marker.FindIn(u"a"), std::u16string_view::npos);
+    EXPECT_EQ(p4Marker.FindIn(u""), std::u16string_view::npos);
+    EXPECT_EQ(p4Marker.Strip(u"a@b#3"), u"a@b");
+    EXPECT_EQ(p4Marker.Strip(u"a"), u"a");
 }
 
 } // namespace

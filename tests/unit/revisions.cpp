@@ -1,7 +1,9 @@
 // Revisions: the collection and its entries, and the calls that hide every failure.
 #include "frame/revisions.h"
-#include "addressed/revisioncalls.h"
+#include "addressed/filesystemobject.h"
+#include "frame/exception.h"
 #include "module/outcome.h"
+#include "platform/wide.h"
 
 #include <tarnwell/classes.h>
 
@@ -163,54 +165,79 @@ constexpr Read failures[] = {
     []() -> std::vector<RevisionRecord> { throw 42; },
 };
 
-TEST(RevisionCalls, FailuresReadAsNoRevisions)
+// A file system that has nothing but revisions.
+class Historian : public RevisionsFileSystemObject
+{
+public:
+    Historian() : RevisionsFileSystemObject(CLSID_GITFileSystem) {}
+
+    Read read = nullptr;
+    int timesRead = 0;
+    std::u16string pathRead;
+
+protected:
+    ~Historian() = default;
+
+    ComPtr<IFile> CreateFileObject(const std::u16string&, bool) override
+    {
+        return {};
+    }
+    ComPtr<IFolder> CreateFolderObject(const std::u16string&, bool) override
+    {
+        return {};
+    }
+    std::vector<RevisionRecord> ReadRevisions(const std::u16string& path) override
+    {
+        ++timesRead;
+        pathRead = path;
+        return read();
+    }
+};
+
+class RevisionCalls : public testing::Test
+{
+protected:
+    const ComPtr<ComObject<Historian>> system_ = NewObject<Historian>();
+};
+
+TEST_F(RevisionCalls, FailuresReadAsNoRevisions)
 {
     for (const Read read : failures)
     {
+        system_->read = read;
         VARIANT_BOOL has = 77;
-        EXPECT_THAT(
-            OutcomeOf([&] { return HasRevisionsHidingFailures(CLSID_GITFileSystem, &has, read); }),
-            Succeeded());
+        EXPECT_THAT(OutcomeOf([&] { return system_->HasRevisions(nullptr, 0, &has); }),
+                    Succeeded());
         EXPECT_EQ(has, VARIANT_FALSE);
         ComPtr<IRevisions> revisions;
-        EXPECT_THAT(OutcomeOf([&] {
-                        return GetRevisionsHidingFailures(CLSID_GITFileSystem, revisions.Out(),
-                                                          read);
-                    }),
+        EXPECT_THAT(OutcomeOf([&] { return system_->GetRevisions(nullptr, 0, revisions.Out()); }),
                     Succeeded());
         ASSERT_TRUE(revisions);
         EXPECT_EQ(Count(revisions), 0U);
     }
 }
 
-TEST(RevisionCalls, OneRecordIsEnough)
+TEST_F(RevisionCalls, OneRecordIsEnough)
 {
-    const Read read = [] {
+    system_->read = [] {
         return std::vector<RevisionRecord>{record};
     };
     VARIANT_BOOL has = 77;
-    EXPECT_EQ(HasRevisionsHidingFailures(CLSID_GITFileSystem, &has, read), S_OK);
+    EXPECT_EQ(system_->HasRevisions(Wide(u"the path"), 0, &has), S_OK);
     EXPECT_EQ(static_cast<std::uint16_t>(has), 65535U);
+    EXPECT_EQ(system_->pathRead, u"the path");
     ComPtr<IRevisions> revisions;
-    EXPECT_EQ(GetRevisionsHidingFailures(CLSID_GITFileSystem, revisions.Out(), read), S_OK);
+    EXPECT_EQ(system_->GetRevisions(Wide(u"another"), 0, revisions.Out()), S_OK);
+    EXPECT_EQ(system_->pathRead, u"another");
     EXPECT_EQ(Count(revisions), 1U);
 }
 
-TEST(RevisionCalls, ANullPointerIsRefusedBeforeAnythingIsRead)
+TEST_F(RevisionCalls, ANullPointerIsRefusedBeforeAnythingIsRead)
 {
-    bool wasRead = false;
-    const auto read = [&] {
-        wasRead = true;
-        return std::vector<RevisionRecord>();
-    };
     const auto refused = Refused(E_POINTER, u"Internal error (null pointer argument).");
-    EXPECT_THAT(
-        OutcomeOf([&] { return HasRevisionsHidingFailures(CLSID_GITFileSystem, nullptr, read); }),
-        refused);
-    EXPECT_THAT(
-        OutcomeOf([&] { return GetRevisionsHidingFailures(CLSID_GITFileSystem, nullptr, read); }),
-        refused);
-    EXPECT_FALSE(wasRead);
+    EXPECT_THAT(OutcomeOf([&] { return system_->HasRevisions(nullptr, 0, nullptr); }), refused);
+    EXPECT_THAT(OutcomeOf([&] { return system_->GetRevisions(nullptr, 0, nullptr); }), refused);
+    EXPECT_EQ(system_->timesRead, 0);
 }
 
 } // namespace

@@ -119,7 +119,7 @@ TEST(SvnUri, FailuresNameTheirPlace)
 TEST(SvnUri, TheLastMarkerOfThePathBeginsTheRevision)
 {
     EXPECT_EQ(Compared(u"svnhttp://host/repo/a@b/c"), u"http://host/repo/a");
-    EXPECT_EQ(SvnRevisionOf(SVNUri(u"svnhttp://host/repo/a@b/c").GetPath()), u"b/c");
+    EXPECT_EQ(svnMarker.RevisionOf(SVNUri(u"svnhttp://host/repo/a@b/c").GetPath()), u"b/c");
     EXPECT_EQ(Compared(u"svn://host/a@b@7"), u"svn://host/a@b");
     EXPECT_EQ(Shown(u"svn://host/a@b@7"), u"svn://host/a@b@7");
     EXPECT_EQ(Compared(u"svn://host/a@"), u"svn://host/a");
@@ -128,14 +128,14 @@ TEST(SvnUri, TheLastMarkerOfThePathBeginsTheRevision)
 
 TEST(SvnUri, MarkersAreFoundInAnyText)
 {
-    EXPECT_EQ(SvnMarkerOf(u"a@b@7"), 3);
-    EXPECT_EQ(SvnMarkerOf(u"a"), -1);
-    EXPECT_EQ(SvnMarkerOf(u""), -1);
-    EXPECT_EQ(StripSvnRevision(u"a@b@7"), u"a@b");
-    EXPECT_EQ(StripSvnRevision(u"a"), u"a");
-    EXPECT_EQ(SvnRevisionOf(u"a@HEAD"), u"HEAD");
-    EXPECT_EQ(SvnRevisionOf(u"a@"), u"");
-    EXPECT_EQ(SvnRevisionOf(u"a"), std::nullopt);
+    EXPECT_EQ(svnMarker.FindIn(u"a@b@7"), 3U);
+    EXPECT_EQ(svnMarker.FindIn(u"a"), std::u16string_view::npos);
+    EXPECT_EQ(svnMarker.FindIn(u""), std::u16string_view::npos);
+    EXPECT_EQ(svnMarker.Strip(u"a@b@7"), u"a@b");
+    EXPECT_EQ(svnMarker.Strip(u"a"), u"a");
+    EXPECT_EQ(svnMarker.RevisionOf(u"a@HEAD"), u"HEAD");
+    EXPECT_EQ(svnMarker.RevisionOf(u"a@"), u"");
+    EXPECT_EQ(svnMarker.RevisionOf(u"a"), std::nullopt);
 }
 
 TEST(SvnUri, DerivedAddressesAreOfTheirClass)

@@ -1,0 +1,37 @@
+#include "git/gitobjects.h"
+
+#include "git/gitcommands.h"
+#include "git/gituri.h"
+
+#include <tarnwell/classes.h>
+
+namespace tarnwell
+{
+
+namespace
+{
+constexpr AddressKind gitItems{MakeAddress<GITUri>, workingCopyMarker};
+}
+
+GITFileObject::GITFileObject() : WorkingCopyFileObject(CLSID_GITFile, gitItems, gitAddresses.source)
+{
+}
+
+ComPtr<IFileStream> GITFileObject::GetContent()
+{
+    return GetGitContent(Address());
+}
+
+GITFileSystemObject::GITFileSystemObject() : WorkingCopyFileSystemObject(CLSID_GITFileSystem) {}
+
+ComPtr<IFile> GITFileSystemObject::CreateFileObject(const std::u16string& path, bool mustExist)
+{
+    return MakeItem<GITFileObject, IFile>(path, mustExist);
+}
+
+std::vector<RevisionRecord> GITFileSystemObject::ReadRevisions(const std::u16string& path)
+{
+    return GetGitLog(path);
+}
+
+} // namespace tarnwell
