@@ -16,17 +16,20 @@ template <class I> class ComPtr
 {
 public:
     ComPtr() = default;
+    /// Takes a reference of its own.
     ComPtr(const ComPtr& other) : pointer_(other.pointer_)
     {
         if (pointer_ != nullptr)
             pointer_->AddRef();
     }
+    /// Takes the reference over.
     ComPtr(ComPtr&& other) noexcept : pointer_(std::exchange(other.pointer_, nullptr)) {}
     ~ComPtr()
     {
         Reset();
     }
 
+    /// Gives up what was held.
     ComPtr& operator=(ComPtr other) noexcept
     {
         std::swap(pointer_, other.pointer_);
@@ -58,6 +61,7 @@ public:
         return other;
     }
 
+    /// Gives up what is held.
     void Reset()
     {
         if (I* const old = std::exchange(pointer_, nullptr); old != nullptr)
@@ -70,6 +74,7 @@ public:
         Reset();
         return &pointer_;
     }
+    /// The same, for calls that give any interface.
     void** OutVoid()
     {
         return reinterpret_cast<void**>(Out());
@@ -81,14 +86,17 @@ public:
         return std::exchange(pointer_, nullptr);
     }
 
+    /// Null for nothing.
     I* Get() const
     {
         return pointer_;
     }
+    /// Not for nothing.
     I* operator->() const
     {
         return pointer_;
     }
+    /// Whether there is something.
     explicit operator bool() const
     {
         return pointer_ != nullptr;
@@ -110,8 +118,10 @@ public:
     {
     }
     Bstr(const Bstr&) = delete;
+    /// Takes the text over.
     Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
     Bstr& operator=(const Bstr&) = delete;
+    /// Exchanges the texts.
     Bstr& operator=(Bstr&& other) noexcept
     {
         std::swap(text_, other.text_);
@@ -128,14 +138,17 @@ public:
         SysFreeString(std::exchange(text_, nullptr));
         return &text_;
     }
+    /// Gives the text to the caller.
     BSTR Detach()
     {
         return std::exchange(text_, nullptr);
     }
+    /// Null for nothing.
     BSTR Get() const
     {
         return text_;
     }
+    /// Whether there is something.
     explicit operator bool() const
     {
         return text_ != nullptr;

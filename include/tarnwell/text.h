@@ -92,6 +92,7 @@ inline void AppendUtf8(std::string& bytes, char32_t point)
 
 } // namespace detail
 
+/// Appends what DecodeName gives.
 inline void AppendDecodedName(std::u16string& text, std::string_view bytes)
 {
     while (!bytes.empty())
@@ -105,6 +106,7 @@ inline void AppendDecodedName(std::u16string& text, std::string_view bytes)
     }
 }
 
+/// A name's bytes as UTF-16; every sequence of bytes has one text.
 inline std::u16string DecodeName(std::string_view bytes)
 {
     std::u16string text;

@@ -18,15 +18,20 @@ namespace tarnwell::client
 /// For whom credentials are wanted.
 struct CredentialsQuestion
 {
+    /// Perforce, or one of the others.
     CredentialKind kind;
+    /// The server of the address.
     std::string host;
+    /// The user of the address; may be empty.
     std::string user;
 };
 
 /// The answer; all empty means "try without".
 struct Credentials
 {
+    /// May be empty.
     std::string user;
+    /// May be empty.
     std::string password;
     /// The server to use in place of the one that was asked for.
     std::optional<std::string> host;

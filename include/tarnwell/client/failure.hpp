@@ -16,6 +16,7 @@ namespace tarnwell::client
 class Failure : public std::runtime_error
 {
 public:
+    /// The text is UTF-8.
     Failure(HRESULT status, const std::string& text) : std::runtime_error(text), status_(status) {}
 
     /// What the call returned. `what()` is the text, in UTF-8 and in the user's language; for a

@@ -18,6 +18,7 @@ namespace tarnwell::client
 class FileSystem
 {
 public:
+    /// Takes a reference of its own.
     explicit FileSystem(const ComPtr<IFileSystem>& fileSystem) : fileSystem_(fileSystem) {}
 
     /// With `mustExist` a missing item is a failure; else the first use of its content is. Git and
@@ -31,6 +32,7 @@ public:
         return File(file);
     }
 
+    /// The same for folders, which can be made then. Git and Mercurial have none.
     Folder GetFolder(const Text& address, bool mustExist = false) const
     {
         ComPtr<IFolder> folder;
@@ -101,6 +103,7 @@ public:
         return client::Revisions(list);
     }
 
+    /// Whether there is at least one other; false also if that can't be found out.
     bool HasRevisions(const Text& address) const
     {
         const auto revisions = detail::Need<IFileSystemRevisions>(fileSystem_);

@@ -58,10 +58,10 @@ Result Forward(Function function, Result missing, Arguments... arguments)
 
 } // namespace tarnwell::client::detail
 
+/// @cond
 // Hidden, so that they neither take the place of a library's own nor are taken for a module's.
 #define TARNWELL_HELPER extern "C" __attribute__((weak, visibility("hidden")))
 
-/// @cond
 TARNWELL_HELPER BSTR SysAllocString(const OLECHAR* text)
 {
     using namespace tarnwell::client::detail;

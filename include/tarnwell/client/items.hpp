@@ -22,8 +22,10 @@ class Folder;
 class Item
 {
 public:
+    /// Takes a reference of its own.
     explicit Item(const ComPtr<IFileSystemItem>& item) : item_(item) {}
 
+    /// The last component.
     std::string Name() const
     {
         return detail::TextOf([&](BSTR* text) { return item_->GetName(text); });
@@ -33,6 +35,7 @@ public:
     {
         return detail::TextOf([&](BSTR* text) { return item_->GetPath(text); });
     }
+    /// The address of the containing folder.
     std::string ParentPath() const
     {
         return detail::TextOf([&](BSTR* text) { return item_->GetParentPath(text); });
@@ -49,6 +52,7 @@ public:
         return detail::NumberOf<std::uint32_t>(
             [&](std::uint32_t* bits) { return item_->GetAttributes(bits); });
     }
+    /// Local only; on Linux only the read-only bit reaches the disk.
     void SetAttributes(std::uint32_t attributes)
     {
         Check([&] { return item_->SetAttributes(attributes); });
@@ -59,8 +63,9 @@ public:
         return static_cast<bool>(item_.As<IFolder>());
     }
 
-    /// Failure for an item of the other kind.
+    /// Failure for a folder.
     File AsFile() const;
+    /// Failure for a file.
     Folder AsFolder() const;
 
     /// Deletes it for good, without a question of the module's. `confirm`, if given, is asked
@@ -88,6 +93,7 @@ private:
 class File : public Item
 {
 public:
+    /// Takes a reference of its own.
     explicit File(const ComPtr<IFile>& file)
         : Item(detail::Need<IFileSystemItem>(file)), file_(file)
     {
@@ -103,6 +109,7 @@ public:
         return std::uint64_t{high} << 32 | low;
     }
 
+    /// The content, from its beginning.
     Reader Open() const
     {
         return Reader(Open(AccessRead, OpenExisting));
@@ -157,6 +164,7 @@ using Contents = List<IFolderContents, IFileSystemItem, Item>;
 class Folder : public Item
 {
 public:
+    /// Takes a reference of its own.
     explicit Folder(const ComPtr<IFolder>& folder)
         : Item(detail::Need<IFileSystemItem>(folder)), folder_(folder)
     {

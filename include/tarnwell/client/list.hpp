@@ -19,6 +19,7 @@ public:
     class Iterator
     {
     public:
+        /// @cond
         using iterator_category = std::input_iterator_tag;
         using value_type = Value;
         using difference_type = std::ptrdiff_t;
@@ -50,30 +51,36 @@ public:
         {
             return index_ != other.index_;
         }
+        /// @endcond
 
     private:
         const List* list_;
         std::size_t index_;
     };
 
+    /// Takes a reference of its own, and asks for the count.
     explicit List(const ComPtr<L>& list)
         : list_(list), size_(detail::NumberOf<std::uint32_t>(
                            [&](std::uint32_t* count) { return list->GetCount(count); }))
     {
     }
 
+    /// How many entries there are.
     std::size_t size() const
     {
         return size_;
     }
+    /// Whether there are none.
     bool empty() const
     {
         return size_ == 0;
     }
+    /// The first entry.
     Iterator begin() const
     {
         return Iterator(*this, 0);
     }
+    /// Behind the last.
     Iterator end() const
     {
         return Iterator(*this, size_);

@@ -12,16 +12,20 @@ namespace tarnwell::client
 class Revision
 {
 public:
+    /// Takes a reference of its own.
     explicit Revision(const ComPtr<IRevision>& revision) : revision_(revision) {}
 
+    /// For the user: a number, a hash or a position.
     std::string Id() const
     {
         return detail::TextOf([&](BSTR* text) { return revision_->GetRevisionId(text); });
     }
+    /// The message that it was recorded with.
     std::string Description() const
     {
         return detail::TextOf([&](BSTR* text) { return revision_->GetDescription(text); });
     }
+    /// Who recorded it.
     std::string Author() const
     {
         return detail::TextOf([&](BSTR* text) { return revision_->GetAuthor(text); });

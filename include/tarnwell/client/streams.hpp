@@ -30,6 +30,7 @@ inline ULONG Piece(std::size_t size)
 class Stream
 {
 public:
+    /// Takes a reference of its own.
     explicit Stream(const ComPtr<IFileStream>& stream)
         : stream_(stream), bytes_(detail::Need<::ISequentialStream>(stream))
     {
@@ -48,6 +49,7 @@ public:
     }
 
 protected:
+    /// The other interface behind it.
     ::ISequentialStream& Bytes() const
     {
         return *bytes_.Get();
@@ -62,6 +64,7 @@ private:
 class Reader : public Stream
 {
 public:
+    /// Of an open stream.
     using Stream::Stream;
 
     /// Reads up to `size` bytes; fewer only at the end. 0 is the end.
@@ -117,8 +120,10 @@ public:
 class Writer : public Stream
 {
 public:
+    /// Of an open stream.
     using Stream::Stream;
 
+    /// All of it, in one or more calls.
     void Write(const void* data, std::size_t size)
     {
         const char* next = static_cast<const char*>(data);
@@ -141,6 +146,7 @@ public:
         Write(static_cast<const void*>(buffer.data()), buffer.size() * sizeof(Element));
     }
 
+    /// Up to the terminator.
     void Write(const char* text)
     {
         Write(std::string_view(text));

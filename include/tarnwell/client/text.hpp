@@ -86,6 +86,7 @@ class Text
 {
 public:
     // Not explicit, so that every method takes all of these.
+    /// @cond
     Text(const char* utf8) : units_(Utf16(utf8)) {}                  // NOLINT
     Text(const std::string& utf8) : units_(Utf16(utf8)) {}           // NOLINT
     Text(std::string_view utf8) : units_(Utf16(utf8)) {}             // NOLINT
@@ -94,11 +95,14 @@ public:
     Text(const Bstr& text) : units_(text.View()) {}                  // NOLINT
     Text(const std::filesystem::path& path) : units_(Units(path)) {} // NOLINT
 
+    /// @endcond
+
     /// Terminated; valid as long as this object.
     const OLECHAR* Get() const
     {
         return reinterpret_cast<const OLECHAR*>(units_.c_str());
     }
+    /// Valid as long as this object.
     std::u16string_view View() const
     {
         return units_;
