@@ -208,6 +208,12 @@ Groups Uri::MatchedGroups() const
                        {u"uri", 159});
 }
 
+std::u16string WithoutTrailingSlashes(std::u16string path)
+{
+    path.resize(path.find_last_not_of(u'/') + 1);
+    return path;
+}
+
 bool LooksLikeUri(const std::u16string& text)
 {
     try

@@ -137,6 +137,7 @@ template <class Address> std::shared_ptr<Uri> MakeAddress(std::u16string text)
 {
     return std::make_shared<Address>(std::move(text));
 }
+std::u16string WithoutTrailingSlashes(std::u16string path);
 
 // Whether `text` is an address and not a local path: a scheme has more than the one letter of a
 // drive.

@@ -5,6 +5,7 @@
 #include "local/filesystem.h"
 #include "mercurial/hgobjects.h"
 #include "module/classfactory.h"
+#include "perforce/p4objects.h"
 #include "subversion/svnobjects.h"
 
 #include <tarnwell/classes.h>
@@ -37,7 +38,7 @@ struct ClassRow
 
 constinit ClassRow rows[] = {
     {CLSID_Win32FileSystem, MakeInstance<CWin32FileSystemObject>},
-    {CLSID_P4FileSystem, NotBuiltYet},
+    {CLSID_P4FileSystem, MakeInstance<P4FileSystemObject>},
     {CLSID_SVNFileSystem, MakeInstance<SVNFileSystemObject>},
     {CLSID_FTPFileSystem, NotBuiltYet},
     {CLSID_HGFileSystem, MakeInstance<HGFileSystemObject>},

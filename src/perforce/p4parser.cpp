@@ -1,5 +1,6 @@
 #include "perforce/p4parser.h"
 
+#include "frame/text.h"
 #include "frame/trim.h"
 #include "perforce/p4values.h"
 #include "runner/numbers.h"
@@ -169,9 +170,10 @@ std::u16string ReadHave(BufferedReader& output)
     return std::u16string(FindP4LocalPath(line).value_or(std::u16string_view()));
 }
 
-void ReadPrint(BufferedReader& output)
+P4Printed ReadPrint(BufferedReader& output)
 {
-    output.ReadAll();
+    output.SkipAll();
+    return {};
 }
 
 } // namespace tarnwell

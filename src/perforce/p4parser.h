@@ -32,7 +32,11 @@ P4FileLog ReadFileLog(BufferedReader& output);
 // The local path that the first line of "have" tells; empty if it tells none.
 std::u16string ReadHave(BufferedReader& output);
 
+struct P4Printed
+{
+};
+
 // Nothing, since "print" writes the content elsewhere.
-void ReadPrint(BufferedReader& output);
+P4Printed ReadPrint(BufferedReader& output);
 
 } // namespace tarnwell

@@ -1,6 +1,8 @@
 // What the command-line clients of the version-control systems are called, where one of them is
-// run, and how they end their lines.
+// run, what they make of text, and whether they are there.
 #pragma once
+
+#include "platform/win32.h"
 
 namespace tarnwell
 {
@@ -13,8 +15,12 @@ struct ClientNames
     const char16_t* perforce;
     const char16_t* rootFolder; // the root of the (current) drive
     bool printReturns;          // whether they end their lines in a carriage return and a line feed
+    bool takeBytes;             // whether an argument is bytes to them, and not text
 };
 
 extern const ClientNames clientNames;
 
 } // namespace tarnwell
+
+// Whether a program of this name would be found.
+extern "C" BOOL FindClient(LPCWSTR program);

@@ -17,4 +17,9 @@ std::u16string Quoted(std::u16string_view value)
     return quoted.append(backslashes, u'\\') += u'"';
 }
 
+std::u16string Option(std::u16string_view name, std::u16string_view value)
+{
+    return std::u16string(name) + u" " + Quoted(value) + u" ";
+}
+
 } // namespace tarnwell

@@ -13,4 +13,7 @@ namespace tarnwell
 // backslashes before one, and those at the end, are doubled, as the C runtime reads them.
 std::u16string Quoted(std::u16string_view value);
 
+// An option and its value, with a blank behind them.
+std::u16string Option(std::u16string_view name, std::u16string_view value);
+
 } // namespace tarnwell

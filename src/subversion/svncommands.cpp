@@ -3,11 +3,11 @@
 #include "frame/exception.h"
 #include "frame/messages.h"
 #include "frame/text.h"
+#include "frame/trim.h"
 #include "platform/clients.h"
 #include "runner/commandline.h"
 #include "runner/outputfile.h"
 #include "runner/readstream.h"
-#include "frame/trim.h"
 #include "subversion/svnparser.h"
 #include "subversion/svnuri.h"
 
@@ -50,11 +50,6 @@ bool EqualsIgnoringCase(std::u16string_view text, std::u16string_view lower)
                       });
 }
 
-std::u16string Option(std::u16string_view name, std::u16string_view value)
-{
-    return std::u16string(name) + u" " + Quoted(value) + u" ";
-}
-
 // The repository's own address, without a revision: that is an option, and never stands here.
 std::u16string Target(const Uri& uri)
 {
@@ -74,12 +69,6 @@ std::shared_ptr<OsHandle> RunSvn(const HostUIUser& host, const Uri& uri, Argumen
                     CheckSvnFailure(host, address, outcome.errors, outcome.exitCode);
                 });
     return output;
-}
-
-std::u16string WithoutTrailingSlashes(std::u16string path)
-{
-    path.resize(path.find_last_not_of(u'/') + 1);
-    return path;
 }
 
 } // namespace

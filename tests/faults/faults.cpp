@@ -1,6 +1,8 @@
 #include "faults/faults.h"
 
+#include "platform/clients.h"
 #include "platform/extendedcopy.h"
+#include "platform/printtarget.h"
 #include "platform/xml.h"
 
 #include <algorithm>

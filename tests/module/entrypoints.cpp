@@ -144,7 +144,7 @@ TEST(ClassObjects, MakeNothingForAnInterfaceThatIsMissing)
 // To shrink with each backend that is built.
 TEST(ClassObjects, MakeNothingOfABackendThatIsNotBuilt)
 {
-    for (const GUID& classId : {CLSID_P4FileSystem, CLSID_FTPFileSystem})
+    for (const GUID& classId : {CLSID_FTPFileSystem})
     {
         void* out = &out;
         EXPECT_EQ(ClassObject(classId)->CreateInstance(nullptr, IidOf<::IUnknown>(), &out),

@@ -3,6 +3,12 @@
 namespace tarnwell
 {
 
-const ClientNames clientNames{u"git", u"hg.exe", u"svn.exe", u"p4.exe", u"\\", true};
+const ClientNames clientNames{u"git", u"hg.exe", u"svn.exe", u"p4.exe", u"\\", true, false};
 
 } // namespace tarnwell
+
+extern "C" BOOL FindClient(LPCWSTR program)
+{
+    const HMODULE found = LoadLibraryExW(program, nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    return found != nullptr && FreeLibrary(found);
+}

@@ -1,0 +1,148 @@
+#include "support/perforcedepot.h"
+
+#include "support/process.h"
+
+#include <tarnwell/text.h>
+
+#include <algorithm>
+#include <sstream>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+const std::string base = "//depot/base";
+const std::string author = "ann@ws";
+
+// The stand-in's folder, in front of the PATH that there is.
+std::string PathWithStandIn()
+{
+    const std::string separator(1, std::filesystem::path::preferred_separator == '/' ? ':' : ';');
+    const std::u16string folder = (ThisProgram().parent_path() / "perforce").u16string();
+    return EncodeName(folder).value() + separator + EnvironmentValue::Of("PATH").value_or("");
+}
+
+} // namespace
+
+PerforceDepot::PerforceDepot()
+    : depot_("TARNWELL_DEPOT", EncodeName(folder_.Text()).value().c_str()),
+      path_("PATH", PathWithStandIn().c_str())
+{
+    Write();
+}
+
+std::string PerforceDepot::Base() const
+{
+    return base;
+}
+
+std::string PerforceDepot::Author() const
+{
+    return author;
+}
+
+int PerforceDepot::Submit(const std::string& path, std::string_view bytes,
+                          const std::string& description)
+{
+    return Change(path, FileAt(base + "/" + path).revisions == 0 ? "add" : "edit", bytes,
+                  description);
+}
+
+int PerforceDepot::Remove(const std::string& path)
+{
+    return Change(path, "delete", {}, "removed");
+}
+
+std::filesystem::path PerforceDepot::Sync(const std::string& path)
+{
+    File& file = FileAt(base + "/" + path);
+    file.lines += "have\t" + std::to_string(file.revisions) + "\n";
+    general_ += "root\t" + EncodeName(folder_ / u"ws").value() + "\n";
+    Write();
+    return std::filesystem::path(folder_ / u"ws").string() + file.path.substr(1);
+}
+
+void PerforceDepot::Tell(const std::string& line)
+{
+    const std::string kind = line.substr(0, line.find('\t'));
+    const bool isGeneral = kind == "port" || kind == "user" || kind == "root" || kind == "fail";
+    (isGeneral ? general_ : files_.back().lines) += line + "\n";
+    Write();
+}
+
+void PerforceDepot::Print(const std::string& command, std::string_view text)
+{
+    const std::string name = "output" + std::to_string(++contents_);
+    WriteBytes(folder_ / DecodeName(name), text);
+    general_ += "output\t" + command + "\t" + name + "\n";
+    Write();
+}
+
+void PerforceDepot::AddRevision(const std::string& path, const std::string& words,
+                                std::string_view bytes)
+{
+    const std::string content = "content" + std::to_string(++contents_);
+    WriteBytes(folder_ / DecodeName(content), bytes);
+    File& file = FileAt(path);
+    ++file.revisions;
+    file.lines += "rev\t" + words + "\t" + content + "\n";
+    Write();
+}
+
+std::vector<std::string> PerforceDepot::Runs() const
+{
+    std::vector<std::string> runs;
+    const std::u16string path = folder_ / u"runs";
+    if (!std::filesystem::exists(std::filesystem::path(path)))
+        return runs;
+    std::istringstream lines(ReadBytes(path));
+    for (std::string line; std::getline(lines, line);)
+    {
+        std::replace(line.begin(), line.end(), '\t', '|');
+        runs.push_back(line);
+    }
+    return runs;
+}
+
+std::vector<std::string> PerforceDepot::TakeRuns()
+{
+    std::vector<std::string> runs = Runs();
+    std::filesystem::remove(std::filesystem::path(folder_ / u"runs"));
+    return runs;
+}
+
+PerforceDepot::File& PerforceDepot::FileAt(const std::string& path)
+{
+    const auto found = std::find_if(files_.begin(), files_.end(),
+                                    [&](const File& file) { return file.path == path; });
+    return found == files_.end() ? files_.emplace_back(File{path, 0, {}}) : *found;
+}
+
+int PerforceDepot::Change(const std::string& path, const std::string& action,
+                          std::string_view bytes, const std::string& description)
+{
+    constexpr int firstTime = 1243857600;
+    const int change = ++changes_;
+    const int revision = FileAt(base + "/" + path).revisions + 1;
+    AddRevision(base + "/" + path,
+                std::to_string(revision) + "\t" + std::to_string(change) + "\t" + action + "\t" +
+                    std::to_string(firstTime + change) + "\t" + author + "\ttext",
+                bytes);
+    std::istringstream lines(description);
+    for (std::string line; std::getline(lines, line);)
+        FileAt(base + "/" + path).lines += "desc\t" + line + "\n";
+    Write();
+    return change;
+}
+
+void PerforceDepot::Write() const
+{
+    std::string text = general_;
+    for (const File& file : files_)
+        text += "file\t" + file.path + "\n" + file.lines;
+    WriteBytes(folder_ / u"depot", text);
+}
+
+} // namespace tarnwell::test

@@ -1,0 +1,65 @@
+// A depot of the stand-in for the Perforce client (support/perforce), which is in front of all
+// others on the PATH for as long as it lives.
+#pragma once
+
+#include "support/environmentvalue.h"
+#include "support/perforceserver.h"
+#include "support/tempfolder.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwell::test
+{
+
+class PerforceDepot final : public PerforceServer
+{
+public:
+    PerforceDepot();
+
+    std::string Base() const override;
+    std::string Author() const override;
+    using PerforceServer::Submit;
+    int Submit(const std::string& path, std::string_view bytes,
+               const std::string& description) override;
+    int Remove(const std::string& path) override;
+    std::filesystem::path Sync(const std::string& path) override;
+
+    // A line of the depot's description (support/perforce/depot.h): the last file's, where it is
+    // about a file.
+    void Tell(const std::string& line);
+    // What the client prints for this command, instead of what it knows.
+    void Print(const std::string& command, std::string_view text);
+    // A revision with all its facts: the words of a line "rev" but for the content.
+    void AddRevision(const std::string& path, const std::string& words,
+                     std::string_view bytes = {});
+
+    // The runs so far, each as its arguments, separated by "|".
+    std::vector<std::string> Runs() const;
+    // The same without what was asked before.
+    std::vector<std::string> TakeRuns();
+
+private:
+    struct File
+    {
+        std::string path;
+        int revisions = 0;
+        std::string lines;
+    };
+
+    File& FileAt(const std::string& path);
+    int Change(const std::string& path, const std::string& action, std::string_view bytes,
+               const std::string& description);
+    void Write() const;
+
+    const TempFolder folder_;
+    const EnvironmentValue depot_;
+    const EnvironmentValue path_;
+    std::string general_;
+    std::vector<File> files_;
+    int changes_ = 0;
+    int contents_ = 0;
+};
+
+} // namespace tarnwell::test

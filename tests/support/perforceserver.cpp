@@ -1,0 +1,24 @@
+#include "support/perforceserver.h"
+
+#include "support/environmentvalue.h"
+#include "support/perforcedepot.h"
+#include "support/realperforce.h"
+
+#include <tarnwell/text.h>
+
+namespace tarnwell::test
+{
+
+std::unique_ptr<PerforceServer> PerforceServer::Make()
+{
+    if (EnvironmentValue::Of("TARNWELL_PERFORCE_LIVE"))
+        return std::make_unique<RealPerforce>();
+    return std::make_unique<PerforceDepot>();
+}
+
+std::u16string PerforceServer::Address(const std::string& path) const
+{
+    return u"p4://" + DecodeName(Base() + (path.empty() ? "" : "/" + path));
+}
+
+} // namespace tarnwell::test
