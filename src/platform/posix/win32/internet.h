@@ -1,9 +1,14 @@
 // FTP: connections, listings, transfers.
 //
-// Every handle is closed once with InternetCloseHandle, which never waits for a server. A handle is
-// used by one thread at a time. Two handles share no state but the connection that carries both: a
-// transfer or an unfinished find keeps its connection busy for anything else, and alive after the
-// connection's own handle is closed.
+// Every handle is closed once with InternetCloseHandle, which waits for a server only where it ends
+// an upload. A handle is used by one thread at a time, and a connection with its transfer by one. A
+// transfer keeps its connection busy for anything else (ERROR_FTP_TRANSFER_IN_PROGRESS), and alive
+// after the connection's own handle is closed.
+//
+// Paths go from the login folder on, or from the root with a "/" in front. What can't be sent in a
+// line is refused with ERROR_INVALID_PARAMETER: control characters, and the byte FF, which servers
+// read in different ways. A connection that was lost is no connection at all; one that the server
+// dropped while nothing was asked of it is made anew, with the same user and password.
 #pragma once
 
 #include "platform/posix/win32/files.h"

@@ -154,6 +154,7 @@ constexpr const char* pyftpdlibProgram = R"(
 import logging, sys
 from pyftpdlib.authorizers import DummyAuthorizer
 from pyftpdlib.handlers import FTPHandler
+from pyftpdlib.ioloop import AsyncChat
 from pyftpdlib.servers import FTPServer
 port, root, log = sys.argv[1:]
 logging.basicConfig(filename=log, level=logging.INFO)
@@ -161,6 +162,10 @@ class Handler(FTPHandler):
     authorizer = DummyAuthorizer()
     auth_failed_timeout = 0
     use_gmt_times = False
+    unicode_errors = "surrogateescape"
+    # Replies name files as well; the original knows no other bytes there.
+    def push(self, text):
+        AsyncChat.push(self, text.encode("utf8", self.unicode_errors))
 Handler.authorizer.add_user("ftp", "secret", root, perm="elradfmwMT")
 FTPServer(("127.0.0.1", int(port)), Handler).serve_forever()
 )";

@@ -1,0 +1,216 @@
+#include "platform/posix/internet/ftpconnection.h"
+
+#include "platform/posix/calendar/localtime.h"
+
+#include <algorithm>
+#include <ctime>
+#include <utility>
+
+namespace tarnwell::posix
+{
+namespace
+{
+
+// A word that must not fail: nothing after it is said in the wrong folder.
+std::string Required(const std::string& command)
+{
+    return command;
+}
+
+// A word that may be refused, which leaves the connection as it is.
+std::string Refusable(const std::string& command)
+{
+    return "*" + command;
+}
+
+// What servers drop at the beginning of a path, or take for a user's name or an option.
+std::string AsWritten(const std::string& path)
+{
+    constexpr std::string_view odd = " -~";
+    return !path.empty() && odd.find(path[0]) != std::string_view::npos ? "./" + path : path;
+}
+
+bool IsPrintable(std::string_view text)
+{
+    return std::none_of(text.begin(), text.end(),
+                        [](char unit) { return static_cast<unsigned char>(unit) < 0x20; });
+}
+
+// By the clock on the wall.
+Moment Now()
+{
+    return std::time(nullptr) + LocalAdvance();
+}
+
+} // namespace
+
+DWORD FtpConnection::LogIn()
+{
+    const DWORD code = Run({});
+    const char* folder = nullptr;
+    curl_easy_getinfo(easy_.get(), CURLINFO_FTP_ENTRY_PATH, &folder);
+    if (folder != nullptr && IsPrintable(folder))
+        entryFolder_ = folder;
+    return code;
+}
+
+std::vector<std::string> FtpConnection::WayToEntry(const std::string& path) const
+{
+    if (isAtEntry_ || path.starts_with('/'))
+        return {};
+    return {Required("CWD " + entryFolder_)};
+}
+
+DWORD FtpConnection::Command(const char* word, const std::string& path)
+{
+    std::vector<std::string> commands = WayToEntry(path);
+    isAtEntry_ = isAtEntry_ || !commands.empty();
+    commands.push_back(Refusable(word + (" " + AsWritten(path))));
+    const DWORD code = Run({.commands = std::move(commands)});
+    if (code != 0)
+        return code;
+    return Reply().IsRefusal() ? ERROR_INTERNET_EXTENDED_ERROR : 0;
+}
+
+// ---- Listings ----
+
+DWORD FtpConnection::ChangeFolder(const std::string& folder)
+{
+    std::vector<std::string> commands = WayToEntry(folder);
+    isAtEntry_ = isAtEntry_ || !commands.empty();
+    if (!folder.empty())
+    {
+        isAtEntry_ = false;
+        commands.push_back(Refusable("CWD " + AsWritten(folder)));
+    }
+    if (commands.empty())
+        return 0;
+    const DWORD code = Run({.commands = std::move(commands)});
+    if (code != 0)
+        return code;
+    return Reply().IsRefusal() ? ERROR_INTERNET_EXTENDED_ERROR : 0;
+}
+
+DWORD FtpConnection::List(const std::string& folder, std::vector<ListedEntry>& entries,
+                          bool& isMissing)
+{
+    constexpr int attempts = 2;
+    DWORD code = 0;
+    for (int i = 0; i < attempts; ++i)
+    {
+        isRenewed_ = false;
+        isMissing = false;
+        code = ChangeFolder(folder);
+        isMissing = code == ERROR_INTERNET_EXTENDED_ERROR && Reply().code / 100 == 5;
+        if (code == 0)
+            code = ListHere(entries);
+        if (!isRenewed_)
+            break;
+    }
+    return code;
+}
+
+bool FtpConnection::WasRefusedBeforeData() const
+{
+    constexpr int unavailable = 421;
+    return !isRenewed_ && !replies_.HasBegun() && Reply().IsRefusal() &&
+           Reply().code != unavailable;
+}
+
+DWORD FtpConnection::ListHere(std::vector<ListedEntry>& entries)
+{
+    if (knowsFacts_)
+    {
+        const DWORD code = Fetch(ListingForm::Facts, "MLSD", entries);
+        if (code == 0 || !WasRefusedBeforeData())
+            return code;
+        // From 500 to 504 it is the command that is unknown, and not this folder that is refused.
+        knowsFacts_ = Reply().code / 10 != 50 || Reply().code > 504;
+    }
+    // An argument may be taken for a name, of which there is nothing to be listed.
+    const DWORD code = Fetch(ListingForm::Lines, "LIST -a", entries);
+    const bool isPlainNeeded = code == 0 ? entries.empty() : WasRefusedBeforeData();
+    return isPlainNeeded && !isRenewed_ ? Fetch(ListingForm::Lines, "LIST", entries) : code;
+}
+
+DWORD FtpConnection::Fetch(ListingForm form, const char* command, std::vector<ListedEntry>& entries)
+{
+    ListingReader reader(form, Now());
+    listing_ = &reader;
+    DWORD code = Run({.transfer = Transfer::Listing, .listing = command});
+    listing_ = nullptr;
+    isRenewed_ = replies_.HasGreeted();
+    if (isRenewed_)
+        code = code != 0 ? code : ERROR_INTERNET_CONNECTION_RESET;
+    if (code == 0)
+        entries = reader.Finish();
+    return code;
+}
+
+// ---- Transfers ----
+
+DWORD FtpConnection::BeginTransfer(Transfer transfer, const std::string& path)
+{
+    std::vector<std::string> commands = WayToEntry(path);
+    isAtEntry_ = isAtEntry_ || !commands.empty();
+    Start({.commands = std::move(commands), .transfer = transfer, .path = AsWritten(path)});
+    const DWORD code = DriveUntil([this] { return replies_.HasBegun(); });
+    if (code != 0)
+        transfer_ = Transfer::None;
+    return code;
+}
+
+DWORD FtpConnection::BeginDownload(const std::string& path)
+{
+    return BeginTransfer(Transfer::Download, path);
+}
+
+DWORD FtpConnection::BeginUpload(const std::string& path)
+{
+    return BeginTransfer(Transfer::Upload, path);
+}
+
+DWORD FtpConnection::Read(std::span<char> buffer, std::size_t& read)
+{
+    const std::size_t kept = std::min(rest_.size() - restBegin_, buffer.size());
+    std::copy_n(rest_.data() + restBegin_, kept, buffer.data());
+    restBegin_ += kept;
+    room_ = buffer.subspan(kept);
+    DWORD code = 0;
+    if (!room_.empty())
+    {
+        Resume();
+        code = DriveUntil([this] { return room_.empty(); });
+    }
+    read = code == 0 ? buffer.size() - room_.size() : 0;
+    room_ = {};
+    return code;
+}
+
+DWORD FtpConnection::Write(std::span<const char> bytes)
+{
+    toSend_ = bytes;
+    Resume();
+    const DWORD code = DriveUntil([this] { return toSend_.empty(); });
+    const bool isAllGone = std::exchange(toSend_, {}).empty();
+    return code == 0 && !isAllGone ? ERROR_INTERNET_CONNECTION_RESET : code;
+}
+
+DWORD FtpConnection::EndTransfer()
+{
+    DWORD code = 0;
+    if (transfer_ == Transfer::Upload)
+    {
+        isAtEnd_ = true;
+        Resume();
+        code = DriveUntil([] { return false; });
+    }
+    else if (isActive_)
+    {
+        Cut();
+    }
+    transfer_ = Transfer::None;
+    return code;
+}
+
+} // namespace tarnwell::posix
