@@ -67,12 +67,14 @@ template <> struct InterfaceId<::ISupportErrorInfo>
 /// @cond
 // Tells the compiler the identifier for `__uuidof`, where it has that operator. Both ways need the
 // whole identifier in their own spelling, so its common rest stands here a second time.
+// Blanks would become a part of the text.
+// clang-format off
 #define TARNWELL_UUID_TEXT(identifier) #identifier
 #if defined(_MSC_VER)
 #define TARNWELL_UUIDOF(name, first)                                                               \
     namespace tarnwell                                                                             \
     {                                                                                              \
-    struct __declspec(uuid(TARNWELL_UUID_TEXT(first - C961 - 4751 - 84B9 - EA3B67E048A3))) name;   \
+    struct __declspec(uuid(TARNWELL_UUID_TEXT(first-C961-4751-84B9-EA3B67E048A3))) name;   \
     }
 #elif defined(__CRT_UUID_DECL)
 #define TARNWELL_UUIDOF(name, first)                                                               \
@@ -81,6 +83,8 @@ template <> struct InterfaceId<::ISupportErrorInfo>
 #else
 #define TARNWELL_UUIDOF(name, first)
 #endif
+
+// clang-format on
 
 // Gives interface `name` its identifier: as `IID_name`, through `IidOf` and for `__uuidof`. `first`
 // is the identifier's first word in eight hexadecimal digits. Stands outside of all namespaces.

@@ -7,6 +7,8 @@
 /// program is linked to, if it is.
 #pragma once
 
+#ifndef _WIN32
+
 #include <tarnwell/entrypoints.h>
 
 #include <dlfcn.h>
@@ -106,3 +108,5 @@ TARNWELL_HELPER HRESULT CreateErrorInfo(ICreateErrorInfo** info)
 /// @endcond
 
 #undef TARNWELL_HELPER
+
+#endif

@@ -2,6 +2,7 @@
 /// Finding and loading the module's file.
 #pragma once
 
+#include <tarnwell/client/helpers.hpp>
 #include <tarnwell/entrypoints.h>
 
 #include <cstdlib>
@@ -17,8 +18,6 @@
 #pragma comment(lib, "oleaut32")
 #endif
 #else
-#include <tarnwell/client/helpers.hpp>
-
 #include <dlfcn.h>
 #endif
 

@@ -112,7 +112,7 @@ private:
     static std::u16string Units(const std::filesystem::path& path)
     {
 #ifdef _WIN32
-        const std::wstring& native = path.native();
+        const auto& native = path.native();
         return std::u16string(native.begin(), native.end());
 #else
         return Utf16(path.native());
