@@ -28,13 +28,14 @@ struct ExtendedCopyTraits
 
 using ExtendedCopyLibrary = Handle<HMODULE, ExtendedCopyTraits>;
 
-// Preset to yes, other than on the road through streams, on purpose: a host that doesn't write the
-// value goes on here and cancels there.
+// Preset to yes, unlike copies through streams (copystreams.cpp), on purpose: a host that doesn't
+// write the value goes on here and cancels there.
 DWORD CALLBACK ReportCopyProgress(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, DWORD,
                                   DWORD, HANDLE, HANDLE, LPVOID progress)
 {
     VARIANT_BOOL keepGoing = VARIANT_TRUE;
-    static_cast<ICopyProgress*>(progress)->QueryContinue(&keepGoing);
+    if (progress != nullptr)
+        static_cast<ICopyProgress*>(progress)->QueryContinue(&keepGoing);
     return IsTrue(keepGoing) ? PROGRESS_CONTINUE : PROGRESS_CANCEL;
 }
 
@@ -45,7 +46,7 @@ HRESULT StatusOfCopy(BOOL done)
 
 // Looked for anew at each copy, as hosts expect it.
 HRESULT CopyExtended(const std::u16string& source, const std::u16string& destination, DWORD flags,
-                     ICopyProgress& progress)
+                     ICopyProgress* progress)
 {
     HMODULE found = nullptr;
     const ExtendedCopy copy = FindExtendedCopy(&found);
@@ -53,13 +54,13 @@ HRESULT CopyExtended(const std::u16string& source, const std::u16string& destina
     if (copy == nullptr)
         return StatusFromError(ERROR_CALL_NOT_IMPLEMENTED);
     return StatusOfCopy(
-        copy(Wide(source), Wide(destination), &ReportCopyProgress, &progress, nullptr, flags));
+        copy(Wide(source), Wide(destination), &ReportCopyProgress, progress, nullptr, flags));
 }
 
 } // namespace
 
 HRESULT CopyByPath(IFileSystem& system, const std::u16string& source,
-                   const std::u16string& destination, DWORD flags, ICopyProgress& progress)
+                   const std::u16string& destination, DWORD flags, ICopyProgress* progress)
 {
     if (SplitStreamPath(source) || SplitStreamPath(destination))
         return CopyThroughStreams(system, source, destination, progress);

@@ -12,8 +12,8 @@ namespace tarnwell
 
 // Copies over `destination`: by the platform where it can, else, where an end is a named data
 // stream, through `system`, which finds both ends. `flags` are the platform's, and reach its
-// extended copy only. A failure has no text of this operation.
+// extended copy only. A null `progress` isn't asked. A failure has no text of this operation.
 HRESULT CopyByPath(IFileSystem& system, const std::u16string& source,
-                   const std::u16string& destination, DWORD flags, ICopyProgress& progress);
+                   const std::u16string& destination, DWORD flags, ICopyProgress* progress);
 
 } // namespace tarnwell

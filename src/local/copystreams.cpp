@@ -41,16 +41,18 @@ HRESULT WriteWhole(::ISequentialStream& target, const std::byte* bytes, ULONG si
     return status;
 }
 
-// Preset to no, see the road by the platform's copy.
-bool GoesOn(ICopyProgress& progress)
+// Preset to no, unlike copies by the platform (copy.cpp), on purpose.
+bool GoesOn(ICopyProgress* progress)
 {
+    if (progress == nullptr)
+        return true;
     VARIANT_BOOL keepGoing = VARIANT_FALSE;
-    progress.QueryContinue(&keepGoing);
+    progress->QueryContinue(&keepGoing);
     return IsTrue(keepGoing);
 }
 
 // A short piece is the last one: nothing more is read behind it.
-HRESULT CopyData(::ISequentialStream& source, ::ISequentialStream& target, ICopyProgress& progress)
+HRESULT CopyData(::ISequentialStream& source, ::ISequentialStream& target, ICopyProgress* progress)
 {
     const std::unique_ptr<std::byte[]> buffer(new (std::nothrow) std::byte[pieceSize]);
     if (!buffer)
@@ -72,7 +74,7 @@ HRESULT CopyData(::ISequentialStream& source, ::ISequentialStream& target, ICopy
 } // namespace
 
 HRESULT CopyThroughStreams(IFileSystem& system, const std::u16string& source,
-                           const std::u16string& destination, ICopyProgress& progress)
+                           const std::u16string& destination, ICopyProgress* progress)
 {
     ComPtr<IFile> from;
     ComPtr<IFile> to;

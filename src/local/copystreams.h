@@ -1,4 +1,5 @@
-// Copying a file through its streams, which can be named ones.
+// Copying a file through its streams, for paths that name a data stream. (On Linux only in tests:
+// no path names one there.)
 #pragma once
 
 #include "platform/win32.h"
@@ -11,8 +12,8 @@ namespace tarnwell
 {
 
 // `system` finds both ends, of which `source` must exist. A cancel is no failure here: what was
-// written stands, and its status. Nothing but the bytes is copied.
+// written stands, and its status. A null `progress` isn't asked. Nothing but the bytes is copied.
 HRESULT CopyThroughStreams(IFileSystem& system, const std::u16string& source,
-                           const std::u16string& destination, ICopyProgress& progress);
+                           const std::u16string& destination, ICopyProgress* progress);
 
 } // namespace tarnwell

@@ -8,7 +8,7 @@
 namespace tarnwell
 {
 
-class CWin32FileObject : public LocalItem<CLSID_Win32File>,
+class CWin32FileObject : public LocalItem,
                          public IFileSystemItemIcon,
                          public IFileSystemItemExt,
                          public IFile,
@@ -19,6 +19,8 @@ public:
     // the settable time is reachable and claims no error info.
     using Interfaces =
         InterfaceList<IFileSystemItem, IFileSystemItemExt, IFile, ::ISupportErrorInfo>;
+
+    CWin32FileObject() : LocalItem(CLSID_Win32File) {}
 
     HRESULT STDMETHODCALLTYPE GetIcon(std::uint32_t reserved, std::int32_t* iconIndex,
                                       void** imageList) override;

@@ -28,7 +28,7 @@ constexpr std::uint32_t OperationMaskFor(std::uint32_t kind)
     return kind <= 1 ? 7 : 65535;
 }
 
-// Any failure of a lookup has this one text, also where a folder stands in place of a file.
+// All failures of a lookup have this text, also that of a folder in the place of a file.
 HRESULT ReportLookup(HRESULT status, const std::u16string& path)
 {
     if (SUCCEEDED(status))
@@ -138,10 +138,10 @@ HRESULT CWin32FileSystemObject::Copy(const Reporter& reporter, const CopyRequest
         const std::u16string source = FromHost(request.source);
         const std::u16string destination = FromHost(request.destination);
         const HRESULT status =
-            CopyByPath(*this, source, destination, request.flags, *request.progress);
+            CopyByPath(*this, source, destination, request.flags, request.progress);
         if (SUCCEEDED(status))
             return status;
-        // Also in place of a more exact text that was left on the way.
+        // This replaces a more exact text that may have been published on the way.
         return PublishFailure(reporter, MessageId::CopyFailed, status, {source, destination});
     });
 }
@@ -161,6 +161,8 @@ HRESULT CWin32FileSystemObject::CreateTempFile(const OLECHAR* path, BSTR* tempPa
 HRESULT CWin32FileSystemObject::DeleteItems(IItemList* items, VARIANT_BOOL noConfirm,
                                             VARIANT_BOOL recursive)
 {
+    if (items == nullptr)
+        return RefuseNull(systemReporter, NullPointer::Published);
     return AtBoundary(systemReporter, [&] {
         const std::optional<ShellList> list = ListOf(*items);
         if (!list)

@@ -9,12 +9,14 @@
 namespace tarnwell
 {
 
-class CWin32FolderObject : public LocalItem<CLSID_Win32Folder>,
+class CWin32FolderObject : public LocalItem,
                            public IFolder,
                            public ErrorInfoFor<IFileSystemItem, IFolder>
 {
 public:
     using Interfaces = InterfaceList<IFileSystemItem, IFolder, ::ISupportErrorInfo>;
+
+    CWin32FolderObject() : LocalItem(CLSID_Win32Folder) {}
 
     HRESULT STDMETHODCALLTYPE GetContents(IFolderContents** contents) override;
     HRESULT STDMETHODCALLTYPE Create(VARIANT_BOOL recursive) override;

@@ -6,15 +6,11 @@
 #include "frame/text.h"
 #include "local/shelldelete.h"
 
-#include <tarnwell/classes.h>
-
 namespace tarnwell
 {
 
 namespace
 {
-
-template <const GUID& classId> constexpr Reporter reporter{classId, IID_IFileSystemItem};
 
 std::u16string_view ParentPathOf(const LocalFacts& facts)
 {
@@ -44,67 +40,62 @@ HRESULT DeleteByShell(const LocalFacts& facts, bool noConfirm, bool recursive,
 
 } // namespace
 
-template <const GUID& classId> HRESULT LocalItem<classId>::GetModifiedTime(std::uint64_t* fileTime)
+HRESULT LocalItem::GetModifiedTime(std::uint64_t* fileTime)
 {
-    return AtBoundary(reporter<classId>, NullPointer::Published, fileTime, [&] {
+    return AtBoundary(reporter_, NullPointer::Published, fileTime, [&] {
         *fileTime = facts_.modifiedTime;
         return S_OK;
     });
 }
 
-template <const GUID& classId> HRESULT LocalItem<classId>::GetAttributes(std::uint32_t* attributes)
+HRESULT LocalItem::GetAttributes(std::uint32_t* attributes)
 {
-    return AtBoundary(reporter<classId>, NullPointer::Published, attributes, [&] {
+    return AtBoundary(reporter_, NullPointer::Published, attributes, [&] {
         *attributes = facts_.attributes;
         return S_OK;
     });
 }
 
-template <const GUID& classId> HRESULT LocalItem<classId>::SetAttributes(std::uint32_t attributes)
+HRESULT LocalItem::SetAttributes(std::uint32_t attributes)
 {
-    return AtBoundary(reporter<classId>, [&] {
+    return AtBoundary(reporter_, [&] {
         if (!SetFileAttributesW(Wide(facts_.path), attributes))
         {
             const HRESULT status = StatusFromLastError();
-            return PublishFailure(reporter<classId>, MessageId::AttributesFailed, status,
-                                  {facts_.path});
+            return PublishFailure(reporter_, MessageId::AttributesFailed, status, {facts_.path});
         }
         facts_.attributes = attributes;
         return S_OK;
     });
 }
 
-template <const GUID& classId> HRESULT LocalItem<classId>::GetName(BSTR* name)
+HRESULT LocalItem::GetName(BSTR* name)
 {
-    return AtBoundary(reporter<classId>, NullPointer::Published, name, [&] {
+    return AtBoundary(reporter_, NullPointer::Published, name, [&] {
         const std::u16string_view path = facts_.path;
         return ToHost(path.substr(facts_.nameOffset), name);
     });
 }
 
-template <const GUID& classId> HRESULT LocalItem<classId>::GetParentPath(BSTR* path)
+HRESULT LocalItem::GetParentPath(BSTR* path)
 {
-    return AtBoundary(reporter<classId>, NullPointer::Published, path,
+    return AtBoundary(reporter_, NullPointer::Published, path,
                       [&] { return ToHost(ParentPathOf(facts_), path); });
 }
 
-template <const GUID& classId> HRESULT LocalItem<classId>::GetPath(BSTR* path)
+HRESULT LocalItem::GetPath(BSTR* path)
 {
-    return AtBoundary(reporter<classId>, NullPointer::Published, path,
+    return AtBoundary(reporter_, NullPointer::Published, path,
                       [&] { return ToHost(facts_.path, path); });
 }
 
-template <const GUID& classId>
-HRESULT LocalItem<classId>::Delete(VARIANT_BOOL noConfirm, VARIANT_BOOL recursive)
+HRESULT LocalItem::Delete(VARIANT_BOOL noConfirm, VARIANT_BOOL recursive)
 {
-    return AtBoundary(reporter<classId>, [&] {
+    return AtBoundary(reporter_, [&] {
         if (IsTrue(noConfirm) && !IsTrue(recursive))
-            return DeleteForGood(facts_.path, reporter<classId>);
-        return DeleteByShell(facts_, IsTrue(noConfirm), IsTrue(recursive), reporter<classId>);
+            return DeleteForGood(facts_.path, reporter_);
+        return DeleteByShell(facts_, IsTrue(noConfirm), IsTrue(recursive), reporter_);
     });
 }
-
-template class LocalItem<CLSID_Win32File>;
-template class LocalItem<CLSID_Win32Folder>;
 
 } // namespace tarnwell

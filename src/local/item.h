@@ -26,10 +26,10 @@ struct LocalFacts
     ComPtr<IHostWindow> host;
 };
 
-// IFileSystemItem for both classes, which differ only in the class that a failure names.
-template <const GUID& classId> class LocalItem : public IFileSystemItem
+class LocalItem : public IFileSystemItem
 {
 public:
+    // Called once, before the item is handed out.
     void Fill(LocalFacts facts)
     {
         facts_ = std::move(facts);
@@ -44,9 +44,14 @@ public:
     HRESULT STDMETHODCALLTYPE Delete(VARIANT_BOOL noConfirm, VARIANT_BOOL recursive) final;
 
 protected:
+    // `classId` is the class that a failure names.
+    explicit LocalItem(const GUID& classId) : reporter_{classId, IID_IFileSystemItem} {}
     ~LocalItem() = default;
 
     LocalFacts facts_;
+
+private:
+    const Reporter reporter_;
 };
 
 } // namespace tarnwell

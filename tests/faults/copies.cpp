@@ -97,7 +97,7 @@ TEST_F(FailingCopies, AFileIsCopiedThroughItsRealStreamsToo)
     const std::string bytes(2 * 0x10000, 'x');
     WriteBytes(source, bytes);
     Faults faults;
-    EXPECT_EQ(CopyThroughStreams(*local.system.Get(), source, target, progress), S_OK);
+    EXPECT_EQ(CopyThroughStreams(*local.system.Get(), source, target, &progress), S_OK);
     EXPECT_TRUE(ReadBytes(target) == bytes);
     EXPECT_EQ(faults.Calls("ReadFile"), 3);
     EXPECT_EQ(faults.Calls("WriteFile"), 2);
@@ -110,7 +110,7 @@ TEST_F(FailingCopies, AFailureOfAStreamEndsTheCopyAndClosesBoth)
     {
         Faults faults;
         faults.Fail(operation, 1, ERROR_BUSY);
-        EXPECT_EQ(CopyThroughStreams(*local.system.Get(), source, target, progress), someStatus);
+        EXPECT_EQ(CopyThroughStreams(*local.system.Get(), source, target, &progress), someStatus);
     }
     EXPECT_EQ(Held::Now(), before);
 }

@@ -182,7 +182,7 @@ TEST(NoMemory, CopiesNothingThroughStreams)
     FakeProgress progress;
     refuseBuffers = true;
     const HRESULT status = CopyThroughStreams(*local.system.Get(), local.Path(u"a.txt"),
-                                              local.Path(u"copy"), progress);
+                                              local.Path(u"copy"), &progress);
     refuseBuffers = false;
     EXPECT_EQ(status, E_OUTOFMEMORY);
     EXPECT_EQ(progress.Questions(), 0);

@@ -51,6 +51,15 @@ TEST_F(Copy, CopiesAndOverwrites)
     EXPECT_EQ(progress.references, 0U);
 }
 
+TEST_F(Copy, WithoutAProgressNobodyIsAsked)
+{
+    const std::u16string source = Put(u"a.txt", std::string(piece + 1, 'x'));
+    const std::u16string target = folder / u"b.txt";
+    EXPECT_THAT(OutcomeOf([&] { return system->CopyItem(Ole(source), Ole(target), nullptr); }),
+                Succeeded());
+    EXPECT_EQ(ReadBytes(target), ReadBytes(source));
+}
+
 TEST_F(Copy, TheTimeComesAlong)
 {
     constexpr std::uint64_t someTime = 126256395061234500;

@@ -94,6 +94,12 @@ TEST_F(LocalSystem, JoinsNullAsNothing)
     EXPECT_EQ(result.View(), u"");
 }
 
+TEST_F(LocalSystem, RefusesAListThatIsNone)
+{
+    EXPECT_THAT(OutcomeOf([&] { return system->DeleteItems(nullptr, VARIANT_TRUE, VARIANT_TRUE); }),
+                Refused(E_POINTER, u"Internal error (null pointer argument)."));
+}
+
 } // namespace
 
 } // namespace tarnwell::test

@@ -213,7 +213,7 @@ protected:
 
     HRESULT Copy()
     {
-        return CopyThroughStreams(ends, u"from:s", u"to:s", progress);
+        return CopyThroughStreams(ends, u"from:s", u"to:s", &progress);
     }
     void Put(std::size_t size)
     {
@@ -257,6 +257,13 @@ TEST_F(CopyThroughStreamsTest, BehindAWholeNumberOfPiecesNothingIsRead)
     EXPECT_EQ(ends.source.sizes.size(), 3U) << "the last read finds 0 bytes";
     EXPECT_EQ(ends.target.sizes.size(), 2U);
     EXPECT_EQ(progress.Questions(), 2);
+}
+
+TEST_F(CopyThroughStreamsTest, WithoutAProgressNobodyIsAskedAndAllIsCopied)
+{
+    Put(2 * piece + 1);
+    EXPECT_EQ(CopyThroughStreams(ends, u"from:s", u"to:s", nullptr), S_OK);
+    EXPECT_TRUE(IsWhole());
 }
 
 TEST_F(CopyThroughStreamsTest, AnEmptySourceAsksNobody)
