@@ -1,4 +1,4 @@
-// The question before something is deleted on a server. Local deletion asks through the shell.
+// The question before something is deleted on a server. (Local deletion asks through the shell.)
 #pragma once
 
 #include "platform/win32.h"

@@ -9,8 +9,7 @@
 namespace tarnwell
 {
 
-// Every failure with message 133. `item` is what the message names; behind it stands a block of
-// the facts, if there are any, a line each.
+// Throws message 133, which names `item`. If there are facts, they follow in brackets, one a line.
 [[noreturn]] void ThrowNotFound(const std::u16string& item,
                                 std::initializer_list<std::u16string> facts = {});
 

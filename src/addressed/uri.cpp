@@ -121,7 +121,6 @@ UriParts Uri::GetParts() const
             text(numbers.path)};
 }
 
-// Every pattern begins with the scheme and "://", and ends in what takes anything but line ends.
 bool Uri::HasScheme(std::u16string_view scheme) const
 {
     const std::u16string_view text = text_;

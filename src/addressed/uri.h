@@ -46,9 +46,9 @@ struct RevisionMarker
     std::optional<std::u16string_view> RevisionOf(std::u16string_view text) const;
 };
 
-// An address as it was given. It is taken apart by its class's pattern on each question, and keeps
-// nothing; so it is immutable, and any thread may ask. What a pattern doesn't match fails with
-// message 125. Everything that differs between file systems is virtual.
+// An address as it was given. Each question takes it apart by its class's pattern and keeps
+// nothing, so it never changes, and any thread may ask. A text that the pattern doesn't match fails
+// each question with message 125. What differs between file systems is virtual.
 class Uri
 {
 public:
@@ -72,7 +72,7 @@ public:
     std::u16string GetHostAndPort() const;
     std::u16string GetPath() const;
 
-    // All parts for the price of one question.
+    // All parts for one match.
     UriParts GetParts() const;
 
     // The address less its last "/" and what follows.
@@ -96,8 +96,10 @@ public:
     std::u16string GetGroup(int index) const;
 
 protected:
-    // Whether the scheme is exactly this one. Fails as all questions do, but asks the pattern only
-    // where it isn't plain to see: the addresses of a listing are checked so one by one.
+    // Whether the scheme is exactly this one. Where the text shows it plainly the pattern isn't
+    // asked, so that each address of a listing can be checked. It is only for classes whose pattern
+    // begins with a scheme and "://", ends in what takes anything, and must match the whole text:
+    // a search could find the scheme elsewhere in the text.
     bool HasScheme(std::u16string_view scheme) const;
 
     // Which capture group of the pattern holds which part; `noGroup` for a part that the class's

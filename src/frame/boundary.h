@@ -2,6 +2,11 @@
 //
 // Every interface method that can do more than copy a number runs its body through one of these,
 // so no method has a handler of its own and nothing but a status leaves the module.
+//
+// There are two ways to fail. The file systems of addresses, and all that runs a client or speaks
+// to a server, throw a ComException, and the boundary publishes it: its text ends in a position in
+// the source. The local file system and the revisions test each status and publish it where they
+// are (publish.h): those texts have no position, and each tells of its own operation.
 #pragma once
 
 #include "frame/publish.h"
@@ -11,7 +16,7 @@
 namespace tarnwell
 {
 
-// What a null out pointer leaves behind: E_POINTER alone, or message 106 with it.
+// How a null out pointer is refused: with E_POINTER alone, or with message 106 published, too.
 enum class NullPointer
 {
     Bare,

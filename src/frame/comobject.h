@@ -3,8 +3,8 @@
 //
 // A class of this module derives from its interfaces, names those that it answers to in a list
 // `Interfaces` (the first also serves for IUnknown), ends its bases with `ErrorInfoFor<...>`, and
-// is completed by `ComObject<T>` or, as a part of another object, by `AggregatedObject<T>`. The
-// bases, the two lists and their orders differ on purpose in places; those say so.
+// is completed by `ComObject<T>` or, as a part of another object, by `AggregatedObject<T>`. Where
+// the bases and the two lists differ on purpose, a comment says so.
 #pragma once
 
 #include "frame/criticalsection.h"
@@ -51,8 +51,8 @@ protected:
     ~ErrorInfoFor() = default;
 };
 
-// What every object has: a count of its own references, by which it lives, and a lock. `Object` is
-// the whole, `Base` what it is made of.
+// What every object has: the count of its references, by which it lives, and a lock. `Object` is
+// the whole object, `Base` the class that it completes.
 template <class Object, class Base> class Counted : public Base
 {
 public:
@@ -75,7 +75,9 @@ public:
 
 private:
     ModuleLock moduleLock_;
-    CriticalSection section_; // each object has its own, as the free-threaded model asks
+    // Nobody enters it: the host calls one object from one thread at a time. It is made because
+    // making it can fail, and that an object isn't made then is promised to hosts.
+    CriticalSection section_;
     std::atomic<ULONG> count_{0};
 };
 
@@ -95,8 +97,8 @@ public:
     }
 };
 
-// An object that is a part of `outer`, which it holds no reference to: its interfaces count and
-// ask there. Only its own IUnknown, which the outer object holds, is its own.
+// An object that is a part of `outer` and holds no reference to it. Its interfaces pass counting
+// and QueryInterface on to `outer`; its IUnknown, which `outer` holds, does both itself.
 template <class T> class AggregatedObject final : public Counted<AggregatedObject<T>, ::IUnknown>
 {
 public:
@@ -167,8 +169,8 @@ template <class T> HRESULT MakeObject(ComPtr<ComObject<T>>& out)
     return detail::Finish(new (std::nothrow) ComObject<T>(), out);
 }
 
-// A new object for a class object: plain, or as a part of `outer`. The reference held here keeps
-// it alive through calls into itself; it goes away again if it refuses `iid`.
+// A new object for a class object: plain, or as a part of `outer`. An object that refuses `iid` is
+// destroyed again. The reference held here keeps it alive while it is asked.
 template <class T> HRESULT MakeInstance(::IUnknown* outer, REFIID iid, void** out)
 {
     if (outer == nullptr)

@@ -23,7 +23,8 @@ constexpr SourcePosition At(const char16_t* file, std::uint32_t line = __builtin
     return {file, line};
 }
 
-// Thrown by value, caught at the boundary of each interface method and published there.
+// Thrown by value, caught at the boundary of each interface method and published there. When to
+// throw and when to publish at once is told in boundary.h.
 class ComException
 {
 public:
@@ -36,7 +37,7 @@ public:
     ComException& operator=(const ComException&) = default;
     virtual ~ComException() = default;
 
-    std::uint32_t code;     // the status to return, always a failure
+    std::uint32_t code;     // the status to return; a success becomes a failure when published
     std::u16string message; // in the user's language, inserts filled in
     const char16_t* file;   // not owned; may be null
     std::uint32_t line;

@@ -23,8 +23,7 @@ LPOLESTR Writable(const std::u16string& text)
     return const_cast<LPOLESTR>(Wide(text));
 }
 
-// Fails as a rule, since the module writes no class keys: then there is no source, which is
-// harmless.
+// As a rule this fails and the error has no source, since the module writes no class keys.
 void SetSource(ICreateErrorInfo* info, const GUID& classId)
 {
     LPOLESTR source = nullptr;

@@ -20,8 +20,8 @@ struct GitRoot
     std::u16string relative; // the file's path below it
 };
 
-// Looks for a folder ".git" beside `path` and in each folder above. A file of that name doesn't
-// count, so nothing in linked working trees and submodules opens.
+// Looks for a folder ".git" beside `path` and in each folder above. A file ".git" doesn't count, so
+// files in linked working trees and submodules can't be opened.
 std::optional<GitRoot> FindGitRoot(const std::u16string& path);
 
 } // namespace tarnwell

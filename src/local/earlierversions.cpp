@@ -33,7 +33,7 @@ std::u16string UserName()
     return std::u16string(Units(name));
 }
 
-// With no more than what the snapshots tell.
+// Without numbers and authors, which snapshots don't tell.
 std::vector<RevisionRecord> ReadVersions(const std::u16string& path)
 {
     std::vector<RevisionRecord> records;

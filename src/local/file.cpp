@@ -16,8 +16,8 @@ constexpr Reporter fileReporter{CLSID_Win32File, IID_IFile};
 constexpr Reporter iconReporter{CLSID_Win32File, IID_IFileSystemItemIcon};
 constexpr Reporter extReporter{CLSID_Win32File, IID_IFileSystemItemExt};
 
-// Never shared for deletion; while a file is written only, others may just read it. The formula
-// gives 3 for reading (and writing) and 1 for writing alone.
+// 3 (others may read and write) for reading, with or without writing; 1 (others may read) for
+// writing alone. Nobody may delete the file meanwhile.
 constexpr DWORD ShareModeFor(DWORD access)
 {
     return (access | GENERIC_WRITE) >> 30;

@@ -21,7 +21,7 @@ HRESULT Failed(const Reporter& reporter, MessageId id)
 
 } // namespace
 
-// Nobody reads the outcome of this one; the text is left all the same.
+// A failure has nobody to return to; its text is published all the same.
 CFileStream::~CFileStream()
 {
     CFileStream::Close();

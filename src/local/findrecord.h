@@ -20,7 +20,8 @@ inline std::u16string_view NameOf(const WIN32_FIND_DATAW& record)
     return Units(record.cFileName);
 }
 
-// Sets the name, cut to what fits with a terminator.
+// Sets the name, cut to the 259 units that fit with a terminator. A file's name always fits. The
+// name of a data stream with its file's in front can be longer; cut, it opens nothing.
 void SetLongName(WIN32_FIND_DATAW& record, std::u16string_view name);
 
 // Sets the long and the short name, each cut to what fits with a terminator.

@@ -80,12 +80,12 @@ bool EqualIgnoringAsciiCase(std::u16string_view left, std::u16string_view right)
                       [](char16_t a, char16_t b) { return FoldAscii(a) == FoldAscii(b); });
 }
 
-// Turns the record of a file into that of the stream `name` ("file:stream") in it. Whether it
-// may stand: a stream that doesn't exist has no size, and is refused if it must exist.
+// Turns the record of a file into that of its stream `name` ("file:stream"). A stream that doesn't
+// exist has no size. False if it doesn't exist and must.
 bool NarrowToStream(const std::u16string& file, std::u16string_view name, bool mustExist,
                     WIN32_FIND_DATAW& record)
 {
-    // A file that can't be walked has none; the text about that stays.
+    // A file that can't be opened has no streams. What was published about that stays.
     std::vector<WIN32_FIND_DATAW> streams;
     EnumerateDataStreams(file, record, streams, {CLSID_Win32FileSystem, IID_IFileSystem});
     const auto found =
@@ -103,7 +103,7 @@ bool NarrowToStream(const std::u16string& file, std::u16string_view name, bool m
     return !mustExist;
 }
 
-// The one road of both lookups. `make` is the recipe for the wanted kind.
+// What both lookups do.
 HRESULT OpenItem(const std::u16string& path, bool mustExist, bool wantFolder,
                  const ComPtr<IHostWindow>& host, REFIID iid, void** out)
 {

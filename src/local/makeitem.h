@@ -12,8 +12,8 @@ namespace tarnwell
 {
 
 // A new item, asked for interface `iid`. A record with a name makes the item of that name in the
-// folder `parentOrPath`; one without makes the item at `parentOrPath` itself. So an item's name
-// is the caller's or the listing's, never one that the file system was asked for.
+// folder `parentOrPath`; one without makes the item at `parentOrPath` itself. So an item has the
+// name by which the caller or the listing calls it, whatever case the disk has it in.
 HRESULT MakeFileItem(std::u16string_view parentOrPath, const WIN32_FIND_DATAW& record,
                      const ComPtr<IHostWindow>& host, REFIID iid, void** out);
 HRESULT MakeFolderItem(std::u16string_view parentOrPath, const WIN32_FIND_DATAW& record,

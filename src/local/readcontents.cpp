@@ -35,7 +35,7 @@ bool IsSelfOrParent(const WIN32_FIND_DATAW& record)
     return name == u"." || name == u"..";
 }
 
-// A file that can't be walked has no streams; its error info stays set.
+// A file that can't be opened has no streams. What was published about that stays.
 void AppendDataStreams(const std::u16string& base, const WIN32_FIND_DATAW& record,
                        RecordList& records)
 {

@@ -1,7 +1,7 @@
 // What the file server answers to the question for a volume's snapshots: their number, the number
 // of those that it names here, and the size of the names in bytes, each as 32 bits with the lowest
-// first; then the names in UTF-16, each terminated. Nothing in it is believed that would lead
-// beyond the bytes that are there.
+// first; then the names in UTF-16, each terminated. No number in it leads beyond the bytes that are
+// there. (On Linux only in tests, see snapshots.h.)
 #pragma once
 
 #include <cstddef>

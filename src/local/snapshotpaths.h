@@ -1,5 +1,5 @@
-// Paths on the way to a volume's snapshots, as text. They are those of drives whatever the
-// platform's own paths look like: nothing else has snapshots here.
+// Paths on the way to a volume's snapshots, as text. Only drives have snapshots, so these are paths
+// of drives on every platform. (On Linux only in tests, see snapshots.h.)
 #pragma once
 
 #include <optional>

@@ -1,4 +1,5 @@
-// The snapshots of a volume.
+// The snapshots of a volume. Only Windows has them: in the Linux library the list is always empty.
+// Nothing of the snapshot files runs there but in tests, with a stand-in for the file server.
 #pragma once
 
 #include <cstdint>
@@ -15,8 +16,8 @@ struct SnapshotEntry
     std::uint64_t time = 0; // of the snapshot, as a FILETIME
 };
 
-// An entry for each snapshot of the volume that `path` is on, the newest first. None for a path
-// that doesn't begin at the root of a drive, and where snapshots can't be had.
+// An entry for each snapshot of the volume that `path` is on, the newest first. Empty for a path
+// that doesn't begin at the root of a drive, and where there are no snapshots.
 std::vector<SnapshotEntry> ListSnapshots(std::u16string_view path);
 
 } // namespace tarnwell

@@ -1,4 +1,5 @@
-// One walk over the streams of an open file, named or not.
+// One walk over the streams of an open file, named or not. (On Linux only in tests, see
+// datastreams.h.)
 #pragma once
 
 #include "platform/backup.h"

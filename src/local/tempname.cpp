@@ -17,7 +17,7 @@ HRESULT CreateFileBeside(const std::u16string& path, std::u16string& made)
     for (std::uint64_t n = 0; n < attempts; ++n)
     {
         made = start + Decimal(n);
-        // Who comes first has the name: only one of all that try can make the file.
+        // CREATE_NEW makes a file for one caller only, so no two get the same name.
         const OsHandle file(CreateFileW(Wide(made), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                         FILE_ATTRIBUTE_NORMAL, nullptr));
         if (file)

@@ -14,7 +14,7 @@
 namespace tarnwell
 {
 
-// The line feeds and tabs of the template are these characters themselves.
+// The template holds its line feeds and tabs as they are, not as escapes.
 std::u16string HgLogArguments(const std::u16string& path);
 
 // Without a revision the client takes the working folder's parent.

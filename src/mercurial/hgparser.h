@@ -6,8 +6,8 @@
 namespace tarnwell
 {
 
-// The whole description of a changeset, line by line. One with an empty line in it ends the list:
-// the client leaves that line empty.
+// A record has the whole description of its changeset. A description with an empty line ends the
+// list, since the client prints that line empty.
 std::vector<RevisionRecord> ReadHgLog(const std::u16string& path, HANDLE file);
 
 } // namespace tarnwell

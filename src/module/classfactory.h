@@ -11,9 +11,8 @@ namespace tarnwell
 // Makes an object of one class, plain or as a part of `outer`, and asks it for `iid`.
 using InstanceMaker = HRESULT (*)(::IUnknown* outer, REFIID iid, void** out);
 
-// The class table holds the first reference for the life of the module; only references beyond
-// it count as use of the module. So these objects, unlike all others, don't raise the module's
-// lock count by existing.
+// The class table holds the first reference for the life of the module, which is no use of the
+// module: only further references raise its lock count.
 class ClassFactory final : public ::IClassFactory
 {
 public:

@@ -27,8 +27,7 @@ HRESULT NotBuiltYet(::IUnknown*, REFIID, void**)
     return E_NOTIMPL;
 }
 
-// Classes differ by nothing but how an instance is made: there is nothing to register, to
-// describe, to start or to stop per class.
+// A class, how an instance of it is made, and its class object.
 struct ClassRow
 {
     const GUID& classId;
@@ -45,8 +44,8 @@ constinit ClassRow rows[] = {
     {CLSID_GITFileSystem, MakeInstance<GITFileSystemObject>},
 };
 
-// Guards the making of the cached class objects. It lives from the start of the module to its end,
-// which the order of static objects doesn't know: so it has neither constructor nor destructor.
+// Guards the making of the cached class objects. InitializeClassTable and ReleaseClassTable make
+// and delete it: constructors and destructors of static objects would run too late and too early.
 constinit CRITICAL_SECTION tableLock{};
 
 class TableLocked

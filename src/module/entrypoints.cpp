@@ -7,7 +7,7 @@ using namespace tarnwell;
 
 namespace
 {
-// Nothing sets another value today: registration is for all users.
+// Registration is for all users.
 constexpr bool perUser = false;
 } // namespace
 

@@ -13,11 +13,11 @@ namespace tarnwell
 namespace
 {
 
-// With its terminator. No text of its own size: nothing may fail between a file's making and its
-// opening.
+// With its terminator. An array and no string, since between the making of the file and its opening
+// nothing may fail, memory included.
 using FileName = std::array<WCHAR, MAX_PATH>;
 
-// The folder for temporary files; the current one if there is none that fits.
+// The folder for temporary files; the current one if the system tells none, or a too long one.
 std::u16string TemporaryFolder()
 {
     std::array<WCHAR, MAX_PATH> folder{};

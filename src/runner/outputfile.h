@@ -11,9 +11,8 @@
 namespace tarnwell
 {
 
-// A new file that the client can inherit. It has no other owner than this handle: it vanishes
-// with the last one, also if the host dies. `address` is for the failure's text, `source` names
-// the file system in it.
+// A new file that the client can inherit. It vanishes with its last handle, also if the host dies.
+// `address` is for the text of a failure, `source` names the file system in it.
 std::shared_ptr<OsHandle> MakeOutputFile(const std::u16string& address, const char16_t* source);
 
 // Back to the start, to read what the client wrote. False, with the last error set, if it stays at

@@ -17,8 +17,8 @@
 namespace tarnwell
 {
 
-// Options that keep the client from asking, and give it the credentials. Of a file repository there
-// are none, and the host isn't asked.
+// Options that keep the client from asking, and give it the credentials. A file repository has no
+// credentials, and the host isn't asked for them.
 std::u16string SvnAuthArguments(const HostUIUser& host, const Uri& uri);
 // The option for the revision of `uri`, with the blank behind it; empty without one.
 std::u16string SvnRevisionArgument(const Uri& uri);

@@ -13,7 +13,7 @@ namespace tarnwell
 namespace
 {
 
-// A node that is missing is no failure to the parser, but it is one here.
+// The parser gives S_FALSE for a missing node, which is a failure here.
 void ThrowIfNotRead(HRESULT status)
 {
     if (status == S_OK)
@@ -72,7 +72,8 @@ std::shared_ptr<FSItem> ReadItem(const XmlNode& node, const ItemPaths& paths, bo
     return item;
 }
 
-// Addresses of the other kinds of repository are the same for the client and for this module.
+// An address that begins as one of `others` in the form of this module. The rest have the same form
+// for the client and for this module.
 std::u16string OwnForm(std::u16string address, std::initializer_list<std::u16string_view> others)
 {
     if (std::any_of(others.begin(), others.end(),

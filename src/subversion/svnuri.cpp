@@ -41,7 +41,7 @@ void CheckScheme(std::u16string_view scheme, const std::u16string& text)
                            At(svnSource));
 }
 
-// A plain address, since its scheme is none of the five.
+// A plain Uri, since the client's scheme may be none of the five.
 std::shared_ptr<Uri> RealAddress(UriParts parts)
 {
     parts.scheme = SvnRealScheme(parts.scheme);

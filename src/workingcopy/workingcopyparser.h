@@ -18,9 +18,9 @@ enum class Descriptions
 };
 
 // The records in `file`, in its order: three lines with the id, the author and the time in Unix
-// seconds; lines of description, each behind blanks; a line of "!". Whatever breaks off, and an
-// empty line anywhere, ends the list there, and that record is dropped. In front of the first
-// comes a record for the working copy's file at `path`. Addresses are `scheme`://`path`#id.
+// seconds; lines of description, each behind blanks; a line of "!". A record that breaks off, or
+// has an empty line in it, ends the list and is dropped. In front of the first record stands one
+// for the working copy's file at `path`. Addresses are `scheme`://`path`#id.
 std::vector<RevisionRecord> ReadWorkingCopyLog(std::u16string_view scheme,
                                                const std::u16string& path, HANDLE file,
                                                Descriptions descriptions);
