@@ -170,6 +170,16 @@ class TarnwellFileSystem(AbstractFileSystem):  # type: ignore[misc]
     def _leaf(self, item: Item) -> str:
         return item.name
 
+    def glob(self, path: str, **kwargs: Any) -> Any:
+        """As always; a revision behind the pattern is where it is looked for."""
+        plain, revision = self._split_revision(self._strip_protocol(path))
+        if not revision:
+            return super().glob(path, **kwargs)
+        found = _AtRevision(self, revision).glob(plain, **kwargs)
+        if isinstance(found, dict):
+            return {name + revision: info for name, info in found.items()}
+        return [name + revision for name in found]
+
     def modified(self, path: str) -> datetime.datetime:
         time = self.info(path)["mtime"]
         if time is None:
@@ -233,6 +243,26 @@ class TarnwellFileSystem(AbstractFileSystem):  # type: ignore[misc]
 
     def created(self, path: str) -> datetime.datetime:
         raise NotImplementedError("The time of an item's making isn't known.")
+
+
+class _AtRevision(AbstractFileSystem):  # type: ignore[misc]
+    """One revision of a file system, with names that don't say so."""
+
+    cachable = False
+
+    def __init__(self, files: TarnwellFileSystem, revision: str) -> None:
+        super().__init__()
+        self._files, self._revision = files, revision
+
+    def info(self, path: str, **kwargs: Any) -> Info:
+        return self._plain(self._files.info(path + self._revision, **kwargs))
+
+    def ls(self, path: str, detail: bool = True, **kwargs: Any) -> List[Union[Info, str]]:
+        found = [self._plain(info) for info in self._files.ls(path + self._revision, **kwargs)]
+        return list(found) if detail else [info["name"] for info in found]
+
+    def _plain(self, info: Info) -> Info:
+        return {**info, "name": self._files._split_revision(info["name"])[0]}
 
 
 class _Writable(TarnwellFileSystem):

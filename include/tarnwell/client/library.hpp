@@ -3,6 +3,7 @@
 #pragma once
 
 #include <tarnwell/client/helpers.hpp>
+#include <tarnwell/client/text.hpp>
 #include <tarnwell/entrypoints.h>
 
 #include <cstdlib>
@@ -33,6 +34,11 @@ struct LoadFailure : std::runtime_error
 namespace detail
 {
 
+inline std::string Named(const std::filesystem::path& file)
+{
+    return Utf8(Text(file).View());
+}
+
 // Where a module may lie, in the order in which it is looked for: beside the running program, and
 // where it is installed with it.
 #ifdef _WIN32
@@ -60,15 +66,16 @@ inline std::vector<std::filesystem::path> InstallPlaces(const std::filesystem::p
 }
 
 // A bare name is looked for in the system's and the program's own folders only.
-inline HMODULE Load(const std::filesystem::path& file)
+inline HMODULE TryLoad(const std::filesystem::path& file)
 {
-    const HMODULE library = LoadLibraryExW(file.c_str(), nullptr,
-                                           file.is_absolute() ? LOAD_WITH_ALTERED_SEARCH_PATH
-                                                              : LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
-    if (library == nullptr)
-        throw LoadFailure("Can't load \"" + file.u8string() + "\" as a module: error " +
-                          std::to_string(GetLastError()) + ".");
-    return library;
+    return LoadLibraryExW(file.wstring().c_str(), nullptr,
+                          file.is_absolute() ? LOAD_WITH_ALTERED_SEARCH_PATH
+                                             : LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
+}
+
+inline std::string LoadError()
+{
+    return "error " + std::to_string(GetLastError()) + ".";
 }
 
 inline void (*FindSymbol(HMODULE library, const char* name))()
@@ -100,12 +107,14 @@ inline std::vector<std::filesystem::path> InstallPlaces(const std::filesystem::p
 }
 
 // A bare name is looked for as the system looks for libraries, which finds what is linked, too.
-inline void* Load(const std::filesystem::path& file)
+inline void* TryLoad(const std::filesystem::path& file)
 {
-    void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr)
-        throw LoadFailure("Can't load \"" + file.string() + "\" as a module: " + dlerror());
-    return library;
+    return dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+}
+
+inline std::string LoadError()
+{
+    return dlerror();
 }
 
 inline void (*FindSymbol(void* library, const char* name))()
@@ -115,12 +124,20 @@ inline void (*FindSymbol(void* library, const char* name))()
 
 #endif
 
+inline auto Load(const std::filesystem::path& file)
+{
+    const auto library = TryLoad(file);
+    if (library == nullptr)
+        throw LoadFailure("Can't load \"" + Named(file) + "\" as a module: " + LoadError());
+    return library;
+}
+
 template <class Library, class Function>
 void Find(Library library, const std::filesystem::path& file, const char* name, Function& function)
 {
     function = reinterpret_cast<Function>(FindSymbol(library, name));
     if (function == nullptr)
-        throw LoadFailure("\"" + file.string() + "\" isn't the tarnwell module: it has no " + name +
+        throw LoadFailure("\"" + Named(file) + "\" isn't the tarnwell module: it has no " + name +
                           ".");
 }
 
@@ -168,7 +185,7 @@ public:
                     return folder / name;
             }
         }
-        return detail::moduleNames[0];
+        return BareName();
     }
 
     /// As the entry point.
@@ -178,6 +195,19 @@ public:
     }
 
 private:
+    // The first of the names by which the system finds a library; the last if it finds none.
+    static std::filesystem::path BareName()
+    {
+        const char* found = nullptr;
+        for (const char* const name : detail::moduleNames)
+        {
+            found = name;
+            if (detail::TryLoad(name) != nullptr)
+                break;
+        }
+        return found;
+    }
+
     DllGetClassObjectFunction getClassObject_ = nullptr;
 };
 

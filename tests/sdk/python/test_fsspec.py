@@ -78,6 +78,10 @@ def test_subversion_is_walked_in_a_revision(svn):
     ]
     assert fs.cat(f"{svn.path}/a b.txt@1").decode() == "näher"
     assert fs.glob(svn.path + "/*.txt") == [svn.path + "/a b.txt", svn.path + "/f.txt"]
+    assert fs.glob(svn.path + "/*.txt@1") == [svn.path + "/a b.txt@1", svn.path + "/f.txt@1"]
+    assert list(fs.glob(svn.path + "/*/*/*.txt@1", detail=True)) == [
+        svn.path + "/dir/deep/c.txt@1"
+    ]
     assert fs.isdir(svn.path + "/dir")
     assert fs.ls(svn.path + "/f.txt", detail=False) == [svn.path + "/f.txt"]
     assert fs.modified(svn.path + "/f.txt").year >= 2024
