@@ -103,7 +103,9 @@ struct Backend
     // Behind a message, in front of the line: where this file system throws.
     std::u16string_view source = {};
 
-    // What a missing client says; empty if there is no client.
+    // The client as it is called on the PATH, and what is said where it is missing; empty if there
+    // is no client.
+    std::string_view client = {};
     std::u16string_view clientMissing = {};
 
     // An address for which the host is asked, with nobody behind it, and what for; empty if there

@@ -1,7 +1,7 @@
-// Every platform call of every operation on local files fails in turn. Each time the operation
-// fails, with a text where that is promised, or the failure is one that it is meant to hide; and
-// nothing is leaked and nothing is lost.
-#include "faults/local.h"
+// Every platform call of what only local files do, or do in their own way, fails in turn. Each time
+// the operation fails, with a text where that is promised, or the failure is one that it is meant
+// to hide; and nothing is leaked and nothing is lost.
+#include "faults/failinturn.h"
 
 #include "local/filesystem.h"
 #include "support/snapshotserver.h"
@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <set>
 
 namespace tarnwell::test
@@ -42,38 +43,6 @@ void PrintTo(const Action& action, std::ostream* out)
     *out << action.name;
 }
 
-Action Creation()
-{
-    return {"Creation",
-            [](const Local&) {
-                return [] {
-                    ComPtr<IFileSystem> made;
-                    const HRESULT status = MakeInstance<CWin32FileSystemObject>(
-                        nullptr, IID_IFileSystem, made.OutVoid());
-                    EXPECT_EQ(status == S_OK, static_cast<bool>(made));
-                    return status;
-                };
-            },
-            {},
-            off};
-}
-
-Action LookupOfFile()
-{
-    return {"LookupOfFile",
-            [](const Local& local) {
-                return [&local] {
-                    ComPtr<IFile> file;
-                    const HRESULT status =
-                        local.system->GetFile(Wide(local.Path(u"a.txt")), VARIANT_TRUE, file.Out());
-                    EXPECT_EQ(status == S_OK, static_cast<bool>(file));
-                    return status;
-                };
-            },
-            // What can't be opened has a size and a time of 0.
-            {"CreateFileW", "SetFilePointer", "GetFileTime", "CloseHandle"}};
-}
-
 Action LookupOfFolder()
 {
     return {"LookupOfFolder",
@@ -100,47 +69,6 @@ Action LookupOfMissing()
                 };
             },
             {"GetFileAttributesW", "CoFileTimeNow"}};
-}
-
-Action Texts()
-{
-    return {"Texts",
-            [](const Local& local) {
-                return [item = local.Item(), system = local.system] {
-                    Bstr text;
-                    for (const auto get : {&IFileSystemItem::GetName, &IFileSystemItem::GetPath,
-                                           &IFileSystemItem::GetParentPath})
-                    {
-                        const HRESULT status = (item.Get()->*get)(text.Out());
-                        EXPECT_EQ(status == S_OK, static_cast<bool>(text));
-                        if (FAILED(status))
-                            return status;
-                    }
-                    return system->CombinePath(u"a", u"b", text.Out());
-                };
-            },
-            {},
-            off};
-}
-
-Action Reading()
-{
-    return {"Reading",
-            [](const Local& local) {
-                return [file = local.File()] {
-                    ComPtr<IFileStream> stream;
-                    HRESULT status = file->Open(GENERIC_READ, OPEN_EXISTING, stream.Out());
-                    EXPECT_EQ(status == S_OK, static_cast<bool>(stream));
-                    if (FAILED(status))
-                        return status;
-                    char buffer[16];
-                    ULONG read = 0;
-                    status = stream.As<ISequentialStream>()->Read(buffer, sizeof buffer, &read);
-                    const HRESULT closing = stream->Close();
-                    return FAILED(status) ? status : closing;
-                };
-            },
-            {}};
 }
 
 Action ArchiveReading()
@@ -188,25 +116,6 @@ Action Writing()
             {"SetEndOfFile", "CloseHandle"},
             on,
             on};
-}
-
-Action Listing()
-{
-    return {"Listing",
-            [](const Local& local) {
-                return [found = local.Folder()] {
-                    ComPtr<IFolderContents> contents;
-                    HRESULT status = found->GetContents(contents.Out());
-                    EXPECT_EQ(status == S_OK, static_cast<bool>(contents));
-                    if (FAILED(status))
-                        return status;
-                    ComPtr<IFileSystemItem> item;
-                    status = contents->GetItem(0, item.Out());
-                    EXPECT_EQ(status == S_OK, static_cast<bool>(item));
-                    return status;
-                };
-            },
-            {"FindClose"}};
 }
 
 Action DeletionOfFile()
@@ -381,88 +290,59 @@ Action ListOfRevisions()
         }()};
 }
 
-class EveryCall : public testing::TestWithParam<Action>
+class EveryLocalCall : public testing::TestWithParam<Action>, protected FailingAction
 {
 protected:
-    static int CallsWithoutFault()
+    void Renew() override
     {
-        const Local local;
-        const auto act = GetParam().prepare(local);
-        const Faults faults;
-        EXPECT_EQ(act(), S_OK);
-        return faults.Calls();
+        local_.emplace();
     }
-
-    // The action with its n-th call failing.
-    static void RunWithFault(int n, DWORD error)
+    std::function<HRESULT()> Prepare() override
     {
-        const Local local;
-        const Held before = Held::Now();
-        std::string operation;
-        HRESULT status = S_OK;
-        auto act = GetParam().prepare(local);
-        ClearError();
-        {
-            Faults faults;
-            faults.FailNth(n, error);
-            status = act();
-            ASSERT_EQ(faults.Failures(), 1);
-            operation = faults.Trace()[static_cast<std::size_t>(n - 1)];
-        }
-        const Result result{status, TakeErrorText()};
-        act = nullptr;
-        EXPECT_EQ(Held::Now(), before) << operation;
-        SCOPED_TRACE(operation);
-        ExpectOutcome(operation, result);
-        ExpectNothingLost(local, result.status);
+        return GetParam().prepare(*local_);
     }
-
-    static void ExpectOutcome(const std::string& operation, const Result& result)
+    void ExpectWhole(const Result& result) override
     {
-        if (GetParam().hidden.contains(operation))
+        EXPECT_EQ(result.status, S_OK);
+    }
+    void Expect(const std::string& operation, const Result& result) override
+    {
+        const Action& action = GetParam();
+        if (action.hidden.contains(operation))
         {
             EXPECT_EQ(result.status, S_OK);
-            return;
         }
-        EXPECT_LT(result.status, 0);
-        EXPECT_EQ(result.text != u"(none)", GetParam().leavesText);
+        else
+        {
+            EXPECT_LT(result.status, 0);
+            EXPECT_EQ(result.text != u"(none)", action.leavesText);
+        }
+        if (!action.changesFile)
+        {
+            EXPECT_EQ(local_->Content(), content);
+        }
+        if (FAILED(result.status))
+        {
+            EXPECT_TRUE(local_->Has(u"a.txt"));
+            EXPECT_TRUE(local_->Has(u"sub/b.txt"));
+        }
     }
 
-    static void ExpectNothingLost(const Local& local, HRESULT status)
-    {
-        if (!GetParam().changesFile)
-        {
-            EXPECT_EQ(local.Content(), content);
-        }
-        if (FAILED(status))
-        {
-            EXPECT_TRUE(local.Has(u"a.txt"));
-            EXPECT_TRUE(local.Has(u"sub/b.txt"));
-        }
-    }
+private:
+    std::optional<Local> local_;
 };
 
-TEST_P(EveryCall, FailsInTurn)
+TEST_P(EveryLocalCall, FailsInTurn)
 {
-    const int calls = CallsWithoutFault();
-    EXPECT_GT(calls, 0);
-    for (int n = 1; n <= calls; ++n)
-    {
-        for (const DWORD error : {ERROR_BUSY, ERROR_DISK_FULL, ERROR_NOT_ENOUGH_MEMORY})
-        {
-            SCOPED_TRACE(testing::Message() << "call " << n << ", error " << error);
-            RunWithFault(n, error);
-        }
-    }
+    FailInTurn(*this);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Local, EveryCall,
-    testing::Values(Creation(), LookupOfFile(), LookupOfFolder(), LookupOfMissing(), Texts(),
-                    Reading(), ArchiveReading(), Seeking(), Writing(), Listing(), DeletionOfFile(),
-                    DeletionByShell(), FolderCreation(), FolderPathCreation(), AttributeChange(),
-                    TimeChange(), Copying(), TempFileCreation(), DeletionOfList(),
-                    QuestionForRevisions(), ListOfRevisions()),
+    Local, EveryLocalCall,
+    testing::Values(LookupOfFolder(), LookupOfMissing(), ArchiveReading(), Seeking(), Writing(),
+                    DeletionOfFile(), DeletionByShell(), FolderCreation(), FolderPathCreation(),
+                    AttributeChange(), TimeChange(), Copying(), TempFileCreation(),
+                    DeletionOfList(), QuestionForRevisions(), ListOfRevisions()),
     [](const testing::TestParamInfo<Action>& info) { return std::string(info.param.name); });
 
 } // namespace

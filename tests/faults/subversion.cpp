@@ -8,9 +8,6 @@
 #include "support/posix/standinclient.h"
 #include "support/svnoutput.h"
 
-#include <functional>
-#include <set>
-
 namespace tarnwell::test
 {
 
@@ -197,51 +194,6 @@ TEST_F(FailingSubversion, RevisionsHideEveryFailure)
         EXPECT_EQ(Revisions(), 0U) << operation;
         EXPECT_EQ(TakeErrorText(), u"(none)");
         EXPECT_EQ(faults.Failures(), 1);
-    }
-}
-
-// Each call of each operation in turn but the waits, without which there is no order of events.
-// What fails has its text, what is hidden isn't a failure, and nothing is left of either.
-TEST_F(FailingSubversion, EveryCallFailsInTurn)
-{
-    const std::set<std::string> hidden{"_beginthreadex", "CloseHandle", "GetExitCodeProcess",
-                                       "SystemTimeToFileTime"};
-    const std::function<HRESULT()> actions[] = {[&] { return List(); }, [&] { return Stat(); },
-                                                [&] {
-                                                    return Open();
-                                                }};
-    for (const auto& action : actions)
-    {
-        std::vector<std::string> trace;
-        {
-            const Faults faults;
-            EXPECT_EQ(action(), S_OK);
-            trace = faults.Trace();
-        }
-        for (const std::string& operation : std::set(trace.begin(), trace.end()))
-        {
-            const auto calls = std::count(trace.begin(), trace.end(), operation);
-            if (operation == "WaitForSingleObject" || operation == "GetTempPathW")
-                continue;
-            for (int n = 1; n <= calls; ++n)
-            {
-                SCOPED_TRACE(testing::Message() << operation << ' ' << n);
-                const Held before = Held::Now();
-                {
-                    Faults faults;
-                    faults.Fail(operation, n, someError);
-                    const Result result = ResultOf(action);
-                    EXPECT_EQ(result.status < 0, result.text != u"(none)");
-                    // A read may be of the error stream, where it looks like the end.
-                    if (operation != "ReadFile")
-                    {
-                        EXPECT_EQ(result.status == S_OK, hidden.contains(operation));
-                    }
-                }
-                EXPECT_EQ(Held::Now(), before);
-                EXPECT_TRUE(fs::is_empty(temporary_.Path()));
-            }
-        }
     }
 }
 

@@ -39,11 +39,6 @@ protected:
     }
 };
 
-TEST_F(LocalListing, AnEmptyFolderHasNoItems)
-{
-    EXPECT_THAT(NamesOf(List(folder.Text())), IsEmpty());
-}
-
 TEST_F(LocalListing, OnlyTheFolderItselfAndItsParentAreLeftOut)
 {
     Put(u"a.txt");
@@ -53,82 +48,6 @@ TEST_F(LocalListing, OnlyTheFolderItselfAndItsParentAreLeftOut)
     MakeDirectory(u".folder");
     EXPECT_THAT(NamesOf(List(folder.Text())),
                 UnorderedElementsAre(u"a.txt", u"..foo", u".hidden", u"sub", u".folder"));
-}
-
-TEST_F(LocalListing, ItemsHaveTheFactsOfALookup)
-{
-    const std::u16string file = Put(u"a.txt", "12345");
-    const std::u16string sub = MakeDirectory(u"sub");
-    EXPECT_EQ(FactsOf(ItemNamed(u"a.txt")), FactsOf(File(file)));
-    EXPECT_EQ(FactsOf(ItemNamed(u"sub")), FactsOf(Folder(sub)));
-}
-
-TEST_F(LocalListing, ItemsAreOfTheirKind)
-{
-    Put(u"a.txt");
-    MakeDirectory(u"sub");
-    EXPECT_TRUE(ItemNamed(u"a.txt").As<IFile>());
-    EXPECT_FALSE(ItemNamed(u"a.txt").As<IFolder>());
-    EXPECT_TRUE(ItemNamed(u"sub").As<IFolder>());
-    EXPECT_FALSE(ItemNamed(u"sub").As<IFile>());
-}
-
-TEST_F(LocalListing, ItemsWork)
-{
-    Put(u"a.txt");
-    MakeDirectory(u"sub");
-    WriteBytes(Joined(folder / u"sub", u"b.txt"), "b");
-    ComPtr<IFileStream> stream;
-    ASSERT_EQ(ItemNamed(u"a.txt").As<IFile>()->Open(readAccess, openExisting, stream.Out()), S_OK);
-    EXPECT_EQ(ReadAll(stream), "content");
-    ComPtr<IFolderContents> contents;
-    ASSERT_EQ(ItemNamed(u"sub").As<IFolder>()->GetContents(contents.Out()), S_OK);
-    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"b.txt"));
-}
-
-TEST_F(LocalListing, AnItemIsMadeAtEachCall)
-{
-    Put(u"a.txt");
-    const auto contents = List(folder.Text());
-    const auto first = ItemsOf(contents).front();
-    const auto second = ItemsOf(contents).front();
-    EXPECT_NE(first.Get(), second.Get());
-    EXPECT_EQ(FactsOf(first), FactsOf(second));
-}
-
-TEST_F(LocalListing, ASnapshotStays)
-{
-    Put(u"a.txt");
-    const auto contents = List(folder.Text());
-    Put(u"b.txt");
-    std::filesystem::remove(std::filesystem::path(folder / u"a.txt"));
-    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"a.txt"));
-    EXPECT_THAT(NamesOf(List(folder.Text())), UnorderedElementsAre(u"b.txt"));
-}
-
-TEST_F(LocalListing, ASnapshotAndItsItemsOutliveAllElse)
-{
-    Put(u"a.txt", "12345");
-    auto contents = List(folder.Text());
-    system.Reset();
-    const auto item = ItemsOf(contents).front();
-    contents.Reset();
-    EXPECT_EQ(FactsOf(item).size, 5U);
-}
-
-TEST_F(LocalListing, AnIndexOutOfRangeIsRefused)
-{
-    Put(u"a.txt");
-    Put(u"b.txt");
-    const auto contents = List(folder.Text());
-    for (const std::int32_t index : {-1, 2, 3, INT32_MIN, INT32_MAX})
-    {
-        ComPtr<IFileSystemItem> item;
-        EXPECT_THAT(OutcomeOf([&] { return contents->GetItem(index, item.Out()); }),
-                    Refused(E_INVALIDARG,
-                            u"Internal error (invalid index into folder contents collection)."))
-            << index;
-    }
 }
 
 TEST_F(LocalListing, WhatIsMissingFailsWithItsOwnPath)

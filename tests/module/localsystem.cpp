@@ -17,12 +17,6 @@ protected:
     {
         EXPECT_EQ(system.As<IFileSystemInit>()->SetHost(object), S_OK);
     }
-    std::u16string Combined(const std::u16string& base, const std::u16string& relative)
-    {
-        Bstr result;
-        EXPECT_EQ(system->CombinePath(Ole(base), Ole(relative), result.Out()), S_OK);
-        return std::u16string(result.View());
-    }
 };
 
 TEST_F(LocalSystem, HoldsTheHostUntilItIsReplaced)
@@ -60,38 +54,11 @@ TEST_F(LocalSystem, WithoutHostEverythingWorks)
     EXPECT_FALSE(Exists(path));
 }
 
-TEST_F(LocalSystem, OffersOperationsByKind)
-{
-    for (const auto& [kind, expected] :
-         {std::pair<std::uint32_t, std::uint32_t>{0, 7}, {1, 7}, {2, 65535}, {0xFFFFFFFF, 65535}})
-    {
-        std::uint32_t mask = 1;
-        EXPECT_EQ(system->GetOperationMask(kind, host->Unknown(), &mask), S_OK);
-        EXPECT_EQ(mask, expected) << kind;
-        EXPECT_EQ(system->GetOperationMask(kind, nullptr, &mask), S_OK);
-        EXPECT_EQ(mask, expected) << kind;
-    }
-    EXPECT_EQ(host->References(), 2U);
-}
-
-TEST_F(LocalSystem, JoinsPathsAsText)
-{
-    EXPECT_EQ(Combined(u"", u"x"), u"x");
-    EXPECT_EQ(Combined(u"a", u""), u"a" + separator);
-    EXPECT_EQ(Combined(u"a", u"b"), u"a" + separator + u"b");
-    EXPECT_EQ(Combined(u"a/", u"b"), u"a/b");
-    EXPECT_EQ(Combined(u"a", u"/b"), u"a" + separator + u"/b") << "nothing is looked into";
-    EXPECT_EQ(Combined(u"/", u"b"), u"/b");
-}
-
 TEST_F(LocalSystem, JoinsNullAsNothing)
 {
     Bstr result;
     EXPECT_EQ(system->CombinePath(nullptr, Ole(u"x"), result.Out()), S_OK);
     EXPECT_EQ(result.View(), u"x");
-    EXPECT_EQ(system->CombinePath(nullptr, nullptr, result.Out()), S_OK);
-    EXPECT_TRUE(result);
-    EXPECT_EQ(result.View(), u"");
 }
 
 TEST_F(LocalSystem, RefusesAListThatIsNone)

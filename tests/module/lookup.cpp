@@ -1,4 +1,5 @@
 // From a path to an item.
+#include "backends/backend.h"
 #include "module/localtest.h"
 
 namespace tarnwell::test
@@ -57,6 +58,15 @@ TEST_F(Lookup, WhatMustExistAndDoesNotFails)
     const std::u16string deep = Joined(leaf, u"deeper");
     EXPECT_THAT(GetFile(deep), Failed(Win32Status(3), FailedToOpen(deep)));
     EXPECT_THAT(GetFolder(deep), Failed(Win32Status(3), FailedToOpen(deep)));
+}
+
+TEST_F(Lookup, NamesStandInFailuresAsTheyAre)
+{
+    for (const std::u16string_view name : localBackend.names)
+    {
+        const std::u16string path = folder / name;
+        EXPECT_THAT(GetFile(path), Failed(Win32Status(2), FailedToOpen(path)));
+    }
 }
 
 TEST_F(Lookup, TheFailureNamesTheInterface)
@@ -226,16 +236,6 @@ TEST_F(Lookup, AnItemIsASnapshot)
     EXPECT_EQ(FactsOf(file), before);
     std::filesystem::remove(std::filesystem::path(path));
     EXPECT_EQ(FactsOf(file), before);
-}
-
-TEST_F(Lookup, AnItemOutlivesItsFileSystem)
-{
-    const auto file = File(Put(u"a.txt", "12345"));
-    system.Reset();
-    EXPECT_EQ(FactsOf(file).size, 5U);
-    ComPtr<IFileStream> stream;
-    ASSERT_EQ(file->Open(readAccess, openExisting, stream.Out()), S_OK);
-    EXPECT_EQ(ReadAll(stream), "12345");
 }
 
 } // namespace

@@ -176,14 +176,6 @@ TEST_F(Opening, ReadingAndWritingAtOnce)
     EXPECT_EQ(ReadBytes(path), "XYcdef");
 }
 
-TEST_F(Opening, AStreamOutlivesAllThatMadeIt)
-{
-    const auto stream = Open(Put(u"a.txt"));
-    system.Reset();
-    EXPECT_EQ(host->References(), 1U) << "a stream needs no host";
-    EXPECT_EQ(ReadAll(stream), "content");
-}
-
 } // namespace
 
 } // namespace tarnwell::test

@@ -23,13 +23,6 @@ protected:
     }
 };
 
-TEST_F(Reporters, OfAFolderThatIsNotMade)
-{
-    const std::u16string below = Joined(folder / u"missing", u"new");
-    EXPECT_THAT(Create(below, VARIANT_FALSE), NamesInterface(IID_IFolder));
-    EXPECT_THAT(Create(folder.Text(), VARIANT_FALSE), NamesInterface(IID_IFolder));
-}
-
 TEST_F(Reporters, OfAFolderThatWouldReplaceAFile)
 {
     const std::u16string path = folder / u"later";
@@ -40,22 +33,6 @@ TEST_F(Reporters, OfAFolderThatWouldReplaceAFile)
                 Failed(Win32Status(183),
                        u"Unable to replace an existing file with a new folder \"" + path + u"\"."));
     EXPECT_THAT(outcome, NamesInterface(IID_IFolder));
-}
-
-TEST_F(Reporters, OfAFolderThatIsNotListed)
-{
-    const auto missing = NewFolder(folder / u"missing");
-    ComPtr<IFolderContents> contents;
-    EXPECT_THAT(OutcomeOf([&] { return missing->GetContents(contents.Out()); }),
-                NamesInterface(IID_IFolder));
-}
-
-TEST_F(Reporters, OfAnIndexOutOfRange)
-{
-    const auto contents = List(folder.Text());
-    ComPtr<IFileSystemItem> item;
-    EXPECT_THAT(OutcomeOf([&] { return contents->GetItem(0, item.Out()); }),
-                NamesInterface(IID_IFolderContents));
 }
 
 TEST_F(Reporters, OfATimeThatIsNotSet)

@@ -54,28 +54,6 @@ protected:
     }
 };
 
-TEST_F(Streams, ReadToTheEndAndBeyond)
-{
-    const auto stream = Open(Put(u"a.txt", "12345"));
-    Reading reading = Read<::ISequentialStream>(stream, 3);
-    EXPECT_THAT(reading.outcome, Succeeded());
-    EXPECT_EQ(reading.bytes, "123");
-    reading = Read<::ISequentialStream>(stream, 3);
-    EXPECT_THAT(reading.outcome, Succeeded()) << "a short count isn't a failure";
-    EXPECT_EQ(reading.bytes, "45");
-    reading = Read<::ISequentialStream>(stream, 3);
-    EXPECT_THAT(reading.outcome, Succeeded()) << "the end isn't S_FALSE";
-    EXPECT_EQ(reading.bytes, "");
-}
-
-TEST_F(Streams, ReadNothing)
-{
-    const auto stream = Open(Put(u"a.txt", "12345"));
-    EXPECT_THAT(Read<::ISequentialStream>(stream, 0).outcome, Succeeded());
-    EXPECT_EQ(Read<::ISequentialStream>(stream, 0).bytes, "");
-    EXPECT_EQ(ReadAll(stream), "12345");
-}
-
 TEST_F(Streams, ALargeRequestIsFilled)
 {
     std::string content;
@@ -110,13 +88,6 @@ TEST_F(Streams, AWriterRefusesToRead)
     EXPECT_THAT(reading.outcome, Failed(Win32Status(5), readFailed));
     ASSERT_TRUE(reading.outcome.error);
     EXPECT_TRUE(reading.outcome.error->interfaceId == IID_ISequentialStream);
-}
-
-TEST_F(Streams, CloseTwice)
-{
-    const auto stream = Open(Put(u"a.txt"));
-    EXPECT_THAT(OutcomeOf([&] { return stream->Close(); }), Succeeded());
-    EXPECT_THAT(OutcomeOf([&] { return stream->Close(); }), Succeeded());
 }
 
 TEST_F(Streams, AClosedStreamFailsByThePlatform)

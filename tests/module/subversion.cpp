@@ -51,17 +51,6 @@ TEST_F(Subversion, AListingTellsAllFacts)
     EXPECT_LT(changed, last);
 }
 
-TEST_F(Subversion, NamedItemsHaveTheSameFactsAsListedOnes)
-{
-    repository_.MakeFolder("trunk");
-    repository_.Commit("trunk/a.txt", "hello");
-    repository_.MakeFolder("trunk/sub");
-    const auto items = List(repository_.Address(u"trunk"));
-    ASSERT_EQ(items.size(), 2U);
-    EXPECT_EQ(FileFacts(items[0].path), items[0]);
-    EXPECT_EQ(FactsOf(Folder(items[1].path)), items[1]);
-}
-
 TEST_F(Subversion, EmptyFoldersAndTheRepositoryItselfAreListed)
 {
     EXPECT_THAT(Names(repository_.Address()), IsEmpty());
@@ -93,27 +82,17 @@ TEST_F(Subversion, ARevisionOfAFolderIsHandedToFoldersAndNotToFiles)
     EXPECT_EQ(List(trunk + u"/sub@HEAD").size(), 2U);
 }
 
-TEST_F(Subversion, NamesWithOtherCharactersAreListedAndOpened)
+TEST_F(Subversion, FoldersWithOtherCharactersAreListedAndTheirFilesOpened)
 {
-    for (const char* const name : {"a b.txt", "a#b.txt", "50%.txt", "p+q.txt", "a&b.txt", "a'b.txt",
-                                   "\xC3\xA4\xE6\x97\xA5.txt", "\xF0\x9F\x98\x80.txt", "a;b?.txt"})
-        repository_.Commit(name, name);
     repository_.MakeFolder("my d\xC3\xA9r #1");
     repository_.Commit("my d\xC3\xA9r #1/x y.txt", "deep");
-    for (const Facts& facts : List(repository_.Address()))
-    {
-        if (facts.attributes == folderAttribute)
-        {
-            const auto below = List(facts.path);
-            ASSERT_EQ(below.size(), 1U);
-            EXPECT_EQ(below[0].name, u"x y.txt");
-            EXPECT_EQ(Content(below[0].path), "deep");
-            continue;
-        }
-        EXPECT_EQ(Content(facts.path), EncodeName(facts.name).value());
-        EXPECT_EQ(FileFacts(facts.path).size, facts.size);
-        EXPECT_EQ(Revisions(facts.path).size(), 1U);
-    }
+    const auto folders = List(repository_.Address());
+    ASSERT_EQ(folders.size(), 1U);
+    const auto below = List(folders[0].path);
+    ASSERT_EQ(below.size(), 1U);
+    EXPECT_EQ(below[0].name, u"x y.txt");
+    EXPECT_EQ(Content(below[0].path), "deep");
+    EXPECT_EQ(FileFacts(below[0].path), below[0]);
 }
 
 TEST_F(Subversion, TheListingsFolderIsEncodedAndItsNamesAreNot)
@@ -152,19 +131,6 @@ TEST_F(Subversion, AFileThatIsGoneCannotBeOpenedByItsOldRevision)
     EXPECT_EQ(outcome.status, E_FAIL);
     EXPECT_TRUE(WithLineFeeds(outcome.error->text).starts_with(AccessFailed(address, u"svn: ")));
     EXPECT_FALSE(HasRevisions(address));
-}
-
-TEST_F(Subversion, ContentIsByteForByteInAnyRevision)
-{
-    const std::string binary("\0\r\n\xFF\x1A\0end", 9);
-    const int first = repository_.Commit("bin", binary);
-    const int second = repository_.Commit("bin", "");
-    const std::u16string address = repository_.Address(u"bin");
-    EXPECT_EQ(Content(Numbered(address, first)), binary);
-    EXPECT_EQ(Content(Numbered(address, second)), "");
-    EXPECT_EQ(Content(address), "");
-    EXPECT_EQ(Content(address + u"@HEAD"), "");
-    EXPECT_EQ(FileFacts(Numbered(address, first)).size, binary.size());
 }
 
 TEST_F(Subversion, EachRevisionHasTheSameHistory)
@@ -308,74 +274,6 @@ TEST_F(Subversion, AnAddressWithAUserAndNoRevisionIsComparedWithoutItsRest)
     Bstr url;
     File(u"svnhttp://u@host/r").As<IFileSystemItemComparableUrl>()->GetComparableUrl(url.Out());
     EXPECT_EQ(url.View(), u"svnhttp://u");
-}
-
-TEST_F(Subversion, OtherAddressesAreRefused)
-{
-    for (const std::u16string address : {u"http://host/r", u"SVN://host/r"})
-    {
-        ComPtr<IFile> file;
-        const Outcome outcome =
-            OutcomeOf([&] { return system->GetFile(Ole(address), VARIANT_FALSE, file.Out()); });
-        EXPECT_EQ(outcome.status, E_INVALIDARG);
-        EXPECT_TRUE(outcome.error->text.starts_with(u"Invalid Subversion URI \"" + address +
-                                                    u"\". [svnobjects@"));
-        ComPtr<IFolder> folder;
-        EXPECT_EQ(system->GetFolder(Ole(address), VARIANT_FALSE, folder.Out()), E_INVALIDARG);
-        EXPECT_FALSE(HasRevisions(address));
-        EXPECT_THAT(Revisions(address), IsEmpty());
-    }
-    ComPtr<IFile> file;
-    const Outcome outcome =
-        OutcomeOf([&] { return system->GetFile(Ole(u"no address"), VARIANT_FALSE, file.Out()); });
-    EXPECT_EQ(outcome.error->text, u"Can't parse the URI \"no address\". [uri@159]");
-}
-
-TEST_F(Subversion, OpensExistingFilesForReadingOnly)
-{
-    const std::u16string address = repository_.Address(u"a.txt");
-    const auto file = File(address);
-    for (const auto& [access, disposition] :
-         {std::pair{writeAccess, openExisting}, std::pair{readAccess | writeAccess, openExisting},
-          std::pair{readAccess, openAlways}, std::pair{0U, openExisting}})
-    {
-        ComPtr<IFileStream> stream;
-        const Outcome outcome =
-            OutcomeOf([&] { return file->Open(access, disposition, stream.Out()); });
-        EXPECT_EQ(outcome.status, E_INVALIDARG);
-        EXPECT_TRUE(outcome.error->text.starts_with(u"Failed to open \"" + address +
-                                                    u"\" for reading or writing. [svnobjects@"));
-    }
-}
-
-TEST_F(Subversion, NothingIsEverWritten)
-{
-    const std::u16string address = repository_.Address(u"new");
-    EXPECT_EQ(Folder(address)->Create(VARIANT_TRUE), E_NOTIMPL);
-    const auto item = File(address).As<IFileSystemItem>();
-    EXPECT_EQ(item->Delete(VARIANT_TRUE, VARIANT_FALSE), E_NOTIMPL);
-    EXPECT_EQ(item->SetAttributes(0), E_NOTIMPL);
-    EXPECT_EQ(system->CopyItem(Ole(address), Ole(address), nullptr), E_NOTIMPL);
-    EXPECT_EQ(system->DeleteItems(nullptr, VARIANT_TRUE, VARIANT_FALSE), E_NOTIMPL);
-    Bstr path;
-    EXPECT_EQ(system->CreateTempFile(Ole(address), path.Out()), E_NOTIMPL);
-    std::uint32_t mask = 0;
-    EXPECT_EQ(system->GetOperationMask(1, nullptr, &mask), S_OK);
-    EXPECT_EQ(mask, 5U);
-}
-
-TEST_F(Subversion, ItemsBeyondTheListingAreRefused)
-{
-    repository_.Commit("a.txt", "1");
-    ComPtr<IFolderContents> contents;
-    ASSERT_EQ(Folder(repository_.Address())->GetContents(contents.Out()), S_OK);
-    for (const std::int32_t index : {-1, 1})
-    {
-        ComPtr<IFileSystemItem> item;
-        const Outcome outcome = OutcomeOf([&] { return contents->GetItem(index, item.Out()); });
-        EXPECT_EQ(outcome.status, E_INVALIDARG);
-        EXPECT_TRUE(outcome.error->text.starts_with(u" [interfaceimpl@"));
-    }
 }
 
 } // namespace

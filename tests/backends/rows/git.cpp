@@ -10,6 +10,8 @@ namespace tarnwell::test
 namespace
 {
 
+const std::string authorOfGit = "J\xC3\xB6rg";
+
 class GitData final : public BackendData
 {
 public:
@@ -21,7 +23,7 @@ public:
     std::u16string Put(std::u16string_view name, std::string_view bytes,
                        const std::string& description) override
     {
-        return DecodeName(repository_.Commit(name, bytes, description));
+        return DecodeName(repository_.Commit(name, bytes, description, authorOfGit));
     }
     std::filesystem::path OnDisk(std::u16string_view name) const override
     {
@@ -46,8 +48,9 @@ const Backend gitBackend{
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
     .folders = false,
     .workingCopy = WorkingCopy::Description,
-    .author = u"Ann",
+    .author = u"J\u00f6rg",
     .source = u"gitobjects",
+    .client = "git",
     .clientMissing = u"Can't find the Git command line utility (git.exe). Please check that the "
                      u"Git client is correctly installed.",
 };

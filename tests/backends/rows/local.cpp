@@ -8,6 +8,9 @@ namespace tarnwell::test
 namespace
 {
 
+const std::u16string wideName(60, u'\u30C6');
+const std::u16string longName = std::u16string(120, u'x') + u".txt";
+
 class LocalData final : public BackendData
 {
 public:
@@ -43,8 +46,8 @@ const Backend localBackend{
     .makeData = []() -> std::unique_ptr<BackendData> { return std::make_unique<LocalData>(); },
     .names = {u"with blank.txt", u" leading blank", u"100%1 %n %0", u"a;b,c'd&e=(f)[g]{h}",
               u"#1@2!3~4`5^6$7+8-9_0", u"dots.in.name", u"\u00E9t\u00E9.txt",
-              u"\u65E5\u672C\u8A9E.txt", u"\U0001F600.txt",
-              u"\U00020BB7\U0001F468\u200D\U0001F469"},
+              u"\u65E5\u672C\u8A9E.txt", u"\U0001F600.txt", u"\U00020BB7\U0001F468\u200D\U0001F469",
+              wideName, longName},
     .writes = true,
     // Snapshots are a machine's own and none are made for tests.
     .history = false,

@@ -10,6 +10,8 @@ namespace tarnwell::test
 namespace
 {
 
+const std::string authorOfMercurial = "J\xC3\xB6rg <j&k>";
+
 class MercurialData final : public BackendData
 {
 public:
@@ -21,7 +23,7 @@ public:
     std::u16string Put(std::u16string_view name, std::string_view bytes,
                        const std::string& description) override
     {
-        return DecodeName(repository_.Commit(name, bytes, description));
+        return DecodeName(repository_.Commit(name, bytes, description, {"-u", authorOfMercurial}));
     }
     // In one commit, since the client is slow to start.
     void PutAll(const std::vector<std::pair<std::u16string, std::string>>& files) override
@@ -56,8 +58,9 @@ const Backend mercurialBackend{
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
     .folders = false,
     .workingCopy = WorkingCopy::Description,
-    .author = u"Ann <ann@example.org>",
+    .author = u"J\u00f6rg <j&k>",
     .source = u"hgobjects",
+    .client = "hg",
     .clientMissing = u"Can't find the Mercurial command line utility (hg.exe). Please check that "
                      u"the Mercurial client is correctly installed.",
 };

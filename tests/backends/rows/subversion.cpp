@@ -20,6 +20,8 @@ std::string InRepository(std::u16string_view name)
     return EncodeName(name).value();
 }
 
+const std::string authorOfSubversion = "J\xC3\xB6rg <j&k>";
+
 class SubversionData final : public BackendData
 {
 public:
@@ -31,7 +33,8 @@ public:
     std::u16string Put(std::u16string_view name, std::string_view bytes,
                        const std::string& description) override
     {
-        return RevisionName(repository_.Commit(InRepository(name), bytes, description));
+        return RevisionName(
+            repository_.Commit(InRepository(name), bytes, description, authorOfSubversion));
     }
     void MakeFolder(std::u16string_view name) override
     {
@@ -54,9 +57,10 @@ const Backend subversionBackend{
     .refused = {{u"http://host/r", u"Invalid Subversion URI \"http://host/r\". [svnobjects@"},
                 {u"SVN://host/r", u"Invalid Subversion URI \"SVN://host/r\". [svnobjects@"},
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
-    .author = u"Ann",
+    .author = u"J\u00f6rg <j&k>",
     .openIntoNothing = OpenIntoNothing::Succeeds,
     .source = u"svnobjects",
+    .client = "svn",
     .clientMissing = u"Can't find the Subversion command line utility (svn.exe). Please check "
                      u"that the Subversion client is correctly installed.",
     .guarded = u"svn://127.0.0.1:1/r",

@@ -41,6 +41,11 @@ protected:
     {
         return row_.family == Family::Local;
     }
+    // Whether there is anything to run them on.
+    bool TestsRun() const
+    {
+        return sample_ != nullptr;
+    }
     // Of the sample; its second revision where there is history.
     std::u16string Address(std::u16string_view name, const std::u16string& revision = {}) const
     {

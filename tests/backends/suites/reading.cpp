@@ -59,6 +59,15 @@ TEST_P(Reading, StreamsOfOneFileDoNotTouchEachOther)
     EXPECT_EQ(ReadAll(second), "content");
 }
 
+TEST_P(Reading, ItemsOutliveTheirFileSystem)
+{
+    const auto file = File(Address(u"text.txt"));
+    system.Reset();
+    ComPtr<IFileStream> stream;
+    ASSERT_EQ(file->Open(readAccess, openExisting, stream.Out()), S_OK);
+    EXPECT_EQ(ReadAll(stream), "content");
+}
+
 class ReadingFacts : public BackendTest
 {
 };
@@ -72,6 +81,10 @@ TEST_P(ReadingFacts, OfAFile)
     EXPECT_GT(facts.time, 133000000000000000U);
     EXPECT_EQ(FileFacts(Address(u"empty")).size, 0U);
     EXPECT_EQ(FileFacts(Address(u"large")).size, largeContent.size());
+    if (Row().history)
+    {
+        EXPECT_EQ(FileFacts(Address(u"text.txt", TheSample().firstRevision)).size, 5U);
+    }
 }
 
 TEST_P(ReadingFacts, OfAFolder)

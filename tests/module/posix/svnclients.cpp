@@ -142,19 +142,6 @@ TEST_F(SvnClients, RunSideBySide)
     EXPECT_EQ(right, threadCount * 5);
 }
 
-TEST_F(SvnClients, AMissingClientIsNamed)
-{
-    const EnvironmentValue path("PATH", "/nonexistent");
-    const Outcome outcome = FailedOpen(address + u"/a.txt");
-    EXPECT_EQ(outcome.status, Win32Status(2));
-    EXPECT_TRUE(outcome.error->text.starts_with(
-        u"Can't find the Subversion command line utility (svn.exe). Please check that the "
-        u"Subversion client is correctly installed. "));
-    EXPECT_EQ(FailedList(address).status, Win32Status(2));
-    EXPECT_FALSE(HasRevisions(address));
-    EXPECT_THAT(Revisions(address), IsEmpty());
-}
-
 TEST_F(SvnClients, AMissingClientIsNamedInJapaneseToo)
 {
     const EnvironmentValue path("PATH", "/nonexistent");
@@ -234,35 +221,6 @@ TEST_F(SvnRuns, WithoutAStreamToFillTheContentIsFetchedForNothing)
     EXPECT_EQ(client.Runs().size(), 1U);
     const auto none = File(repository_.Address(u"none.txt"));
     EXPECT_EQ(none->Open(readAccess, openExisting, nullptr), E_FAIL);
-}
-
-TEST_F(SvnRuns, StreamsOfOneFileDoNotTouchEachOther)
-{
-    repository_.Commit("a.txt", "bytes");
-    const auto file = File(repository_.Address(u"a.txt"));
-    ComPtr<IFileStream> first;
-    ComPtr<IFileStream> second;
-    ASSERT_EQ(file->Open(readAccess, openExisting, first.Out()), S_OK);
-    ASSERT_EQ(file->Open(readAccess, openExisting, second.Out()), S_OK);
-    EXPECT_EQ(ReadAll(first), "bytes");
-    EXPECT_EQ(ReadAll(second), "bytes");
-}
-
-TEST_F(SvnRuns, StreamsOutliveTheirItemAndLeaveNoFile)
-{
-    repository_.Commit("a.txt", "bytes");
-    const TempFolder temporary;
-    const EnvironmentValue variable("TMPDIR", temporary.Path().c_str());
-    ComPtr<IFileStream> stream;
-    EXPECT_THAT(Open(repository_.Address(u"a.txt"), stream), Succeeded());
-    List(repository_.Address());
-    FailedOpen(repository_.Address(u"none.txt"));
-    EXPECT_TRUE(std::filesystem::is_empty(temporary.Path()));
-    EXPECT_EQ(ReadAll(stream), "bytes");
-    EXPECT_EQ(ReadAll(stream), "") << "read to its end";
-    EXPECT_EQ(stream->Close(), S_OK);
-    char byte = 0;
-    EXPECT_EQ(stream.As<::ISequentialStream>()->Read(&byte, 1, nullptr), Win32Status(6));
 }
 
 } // namespace

@@ -101,17 +101,6 @@ TEST_F(SvnServeHost, AStarAsksTheHost)
     EXPECT_THAT(host_->Calls(), Contains(u"GetCredentials|0|127.0.0.1|bob"));
 }
 
-TEST_F(SvnServeHost, AHostThatRefusesEndsIt)
-{
-    host_->credentials.status = E_FAIL;
-    const Outcome outcome = FailedList(Plain());
-    EXPECT_EQ(outcome.status, E_ACCESSDENIED);
-    EXPECT_TRUE(outcome.error->text.starts_with(u"User name and password credentials might be"));
-    EXPECT_THAT(host_->Calls(), ElementsAre(u"GetCredentials|0|127.0.0.1|",
-                                            u"ReportMissingCredentials|0|127.0.0.1|"));
-    EXPECT_FALSE(HasRevisions(Plain())) << "where all failures are hidden";
-}
-
 TEST_F(SvnServeHost, AWrongPasswordIsReportedToTheHost)
 {
     const std::u16string found = WordsOfFailure(With(u"ann:wrong"));
