@@ -1,6 +1,7 @@
 #include "platform/posix/internet/ftpreply.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarnwell::posix
 {
@@ -29,19 +30,18 @@ bool ReplyReader::Take(std::string_view line)
     if (!isOpen_)
         Begin(line);
     size_ += line.size() + 2;
-    if (last_.text.size() + line.size() + 2 <= longestKept)
-        last_.text.append(line).append("\r\n");
-    const bool isMore =
-        line.substr(codeDigits < line.size() ? codeDigits : line.size()) // behind it
-            .starts_with('-');
-    if (CodeOf(line) == last_.code && !isMore)
+    if (open_.text.size() + line.size() + 2 <= longestKept)
+        open_.text.append(line).append("\r\n");
+    // A hyphen behind the code says that there is more.
+    const bool isMore = line.size() > codeDigits && line[codeDigits] == '-';
+    if (CodeOf(line) == open_.code && !isMore)
         Complete();
     return size_ <= longestReply;
 }
 
 void ReplyReader::Begin(std::string_view line)
 {
-    last_ = {CodeOf(line), {}};
+    open_ = {CodeOf(line), {}};
     size_ = 0;
     isOpen_ = true;
 }
@@ -49,6 +49,7 @@ void ReplyReader::Begin(std::string_view line)
 void ReplyReader::Complete()
 {
     isOpen_ = false;
+    last_ = std::move(open_);
     hasGreeted_ = hasGreeted_ || last_.code == 220;
     hasAsked_ = hasAsked_ || last_.code == 331 || last_.code == 332;
     hasBegun_ = hasBegun_ || last_.code == 125 || last_.code == 150;

@@ -32,6 +32,7 @@ public:
     // Of what comes next nothing is known.
     void Forget();
 
+    // One that hasn't come to its end is none.
     const FtpReply& Last() const
     {
         return last_;
@@ -57,7 +58,9 @@ private:
     void Complete();
 
     FtpReply last_;
-    // Of the reply at hand, kept or not.
+    // What has come of the next one.
+    FtpReply open_;
+    // Of that, kept or not.
     std::size_t size_ = 0;
     // There are more lines to come.
     bool isOpen_ = false;
