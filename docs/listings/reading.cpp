@@ -28,6 +28,7 @@ int main(int, char** arguments) {
     while (const std::size_t size = reader.Read(piece))
         std::cout << std::string(piece.data(), size) << "|";
     std::cout << "\n";
+    reader.Close(); // on Windows an open file can't be deleted
 
     // Facts are looked up when the object is made; a new object sees what is new.
     File file = files.GetFile(path, true);
