@@ -3,8 +3,10 @@
 
 #include "frame/handle.h"
 #include "platform/listing.h"
+#include "platform/opened.h"
 #include "platform/wide.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -119,11 +121,5 @@ private:
     InternetHandle connection_;
     DWORD error_;
 };
-
-// 0 or the error of an operation.
-inline DWORD ErrorOf(BOOL done)
-{
-    return done ? 0 : GetLastError();
-}
 
 } // namespace tarnwell::test

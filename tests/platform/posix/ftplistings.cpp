@@ -3,12 +3,18 @@
 
 #include <gmock/gmock.h>
 
-namespace tarnwell::test
+namespace tarnwell::test::ftplistings
 {
 namespace
 {
 
-using namespace posix;
+using posix::ListedEntry;
+using posix::ListingForm;
+using posix::ListingReader;
+using posix::Moment;
+using posix::MomentOf;
+using posix::ParseFactLine;
+using posix::ParseListLine;
 
 // 15 June 2024, 12:00, a Saturday.
 constexpr Moment now = 1718452800;
@@ -328,4 +334,4 @@ TEST(Listings, TakeNoMoreThanTheirBounds)
 }
 
 } // namespace
-} // namespace tarnwell::test
+} // namespace tarnwell::test::ftplistings

@@ -8,7 +8,8 @@ namespace tarnwell::test
 namespace
 {
 
-using namespace posix;
+using posix::IsBypassed;
+using posix::ProxyForFtp;
 
 TEST(FtpProxy, IsTheFirstForFtpElseTheFirstPlainOne)
 {
