@@ -74,31 +74,27 @@ template <class Attempt> bool Try(std::u16string_view text, Groups& groups, Atte
 
 } // namespace
 
-struct Pattern::Compiled
+struct CompiledPattern
 {
     boost::regex expression;
 };
 
 Pattern::Pattern(std::u16string_view expression)
-    : compiled_(std::make_unique<Compiled>(Compiled{boost::regex(
+    : compiled_(std::make_unique<CompiledPattern>(CompiledPattern{boost::regex(
           WithStrictDots(expression), boost::regex::ECMAScript | boost::regex::icase)}))
 {
 }
 
 Pattern::~Pattern() = default;
 
-bool Pattern::MatchWhole(std::u16string_view text, Groups& groups) const
-{
-    return Try(text, groups, [&](const char* begin, const char* end, boost::cmatch& match) {
-        return boost::regex_match(begin, end, match, compiled_->expression);
-    });
-}
-
-bool Pattern::Search(std::u16string_view text, Groups& groups) const
-{
-    return Try(text, groups, [&](const char* begin, const char* end, boost::cmatch& match) {
-        return boost::regex_search(begin, end, match, compiled_->expression);
-    });
-}
-
 } // namespace tarnwell
+
+extern "C" bool MatchPattern(const tarnwell::CompiledPattern& pattern, std::u16string_view text,
+                             bool whole, tarnwell::Groups& groups)
+{
+    using boost::cmatch;
+    return tarnwell::Try(text, groups, [&](const char* begin, const char* end, cmatch& match) {
+        return whole ? boost::regex_match(begin, end, match, pattern.expression)
+                     : boost::regex_search(begin, end, match, pattern.expression);
+    });
+}
