@@ -1,4 +1,4 @@
-// What the XML library lets pass though no XML document may have it.
+// Whether a document is one.
 #pragma once
 
 #include <string_view>
@@ -6,8 +6,8 @@
 namespace tarnwell::posix
 {
 
-// Whether every "&" outside of comments, sections and instructions names one of the five known
-// characters or a character's number, and no control character but white space stands anywhere.
-bool HasOnlyKnownCharacters(std::string_view document);
+// As strictly as the parsers of other platforms see it: XML 1.0 in UTF-8 with namespaces, and
+// without a document type.
+bool IsWellFormed(std::string_view document);
 
 } // namespace tarnwell::posix

@@ -2,10 +2,14 @@
 
 #include "platform/posix/files/filehandle.h"
 #include "platform/posix/xml/wellformed.h"
+#include "platform/status.h"
 #include "platform/wide.h"
+
+#include <tarnwell/text.h>
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <pugixml.hpp>
 #include <sys/stat.h>
 
@@ -36,11 +40,6 @@ struct Document
     pugi::xml_document tree;
 };
 
-HRESULT StatusOfLastError()
-{
-    return static_cast<HRESULT>(0x80070000U | GetLastError());
-}
-
 // A node is an address inside its document.
 pugi::xml_node NodeOf(const XmlNode& node)
 {
@@ -62,7 +61,7 @@ std::size_t ExpectedSize(HANDLE file)
 
 HRESULT ReadBytes(HANDLE file, std::string& bytes)
 {
-    constexpr std::size_t block = 1 << 20;
+    constexpr std::size_t block = 1 << 14;
     constexpr std::size_t most = std::numeric_limits<DWORD>::max() / 2;
     bytes.resize(std::max(ExpectedSize(file) + 1, block));
     std::size_t filled = 0;
@@ -72,29 +71,10 @@ HRESULT ReadBytes(HANDLE file, std::string& bytes)
             bytes.resize(filled * 2);
         const auto room = static_cast<DWORD>(std::min(bytes.size() - filled, most));
         if (!ReadFile(file, bytes.data() + filled, room, &count, nullptr))
-            return StatusOfLastError();
+            return StatusFromLastError();
     }
     bytes.resize(filled);
     return S_OK;
-}
-
-// One element and nothing beside it, be it text or a document type.
-bool HasOneRoot(const pugi::xml_document& tree)
-{
-    const pugi::xml_node first = tree.first_child();
-    return first.type() == pugi::node_element && !first.next_sibling();
-}
-
-// As a fragment, because text beside the root would be passed over otherwise.
-bool Parse(Document& document)
-{
-    constexpr unsigned options = pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol |
-                                 pugi::parse_wconv_attribute | pugi::parse_doctype |
-                                 pugi::parse_fragment;
-    return HasOnlyKnownCharacters(document.bytes) &&
-           document.tree.load_buffer_inplace(document.bytes.data(), document.bytes.size(), options,
-                                             pugi::encoding_utf8) &&
-           HasOneRoot(document.tree);
 }
 
 HRESULT FromUtf8(std::string_view bytes, std::u16string& text)
@@ -109,7 +89,38 @@ HRESULT FromUtf8(std::string_view bytes, std::u16string& text)
     text.resize(bytes.size());
     const int units = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), size, Wide(text.data()), size);
     text.resize(static_cast<std::size_t>(units));
-    return units > 0 ? S_OK : StatusOfLastError();
+    return units > 0 ? S_OK : StatusFromLastError();
+}
+
+// The same document with U+FFFD in place of what is no UTF-8. Nothing if that changes nothing, or
+// can't be done.
+std::optional<std::string> InUtf8(std::string_view bytes)
+{
+    std::u16string text;
+    if (FAILED(FromUtf8(bytes, text)))
+        return std::nullopt;
+    std::optional<std::string> repaired = EncodeName(text);
+    return repaired != bytes ? repaired : std::nullopt;
+}
+
+bool MakeWellFormed(std::string& bytes)
+{
+    if (IsWellFormed(bytes))
+        return true;
+    std::optional<std::string> repaired = InUtf8(bytes);
+    if (!repaired || !IsWellFormed(*repaired))
+        return false;
+    bytes = std::move(*repaired);
+    return true;
+}
+
+bool Parse(Document& document)
+{
+    constexpr unsigned options =
+        pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol | pugi::parse_wconv_attribute;
+    return MakeWellFormed(document.bytes) &&
+           document.tree.load_buffer_inplace(document.bytes.data(), document.bytes.size(), options,
+                                             pugi::encoding_utf8);
 }
 
 } // namespace
