@@ -12,10 +12,6 @@ namespace tarnwell
 
 using Inserts = std::initializer_list<std::u16string>;
 
-// The resource language to use for a user who wants `wanted`: that very language, else one of the
-// same primary language, else English.
-LANGID ChooseLanguage(LANGID wanted);
-
 // The message with its inserts; empty if it has no text. There must be as many inserts as the
 // message's highest.
 std::u16string FormatMessageById(MessageId id, Inserts inserts = {});

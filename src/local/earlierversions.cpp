@@ -6,6 +6,7 @@
 #include "local/findrecord.h"
 #include "local/snapshotpaths.h"
 #include "local/snapshots.h"
+#include "platform/username.h"
 
 #include <algorithm>
 
@@ -21,16 +22,6 @@ OsHandle OpenVersion(const SnapshotEntry& entry)
     return OsHandle(CreateFileW(Wide(entry.path), FILE_READ_ATTRIBUTES,
                                 FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                                 FILE_FLAG_BACKUP_SEMANTICS, nullptr));
-}
-
-// Empty if it can't be had.
-std::u16string UserName()
-{
-    constexpr DWORD longestName = 256;
-    WCHAR name[longestName + 1] = {};
-    DWORD size = longestName + 1;
-    GetUserNameW(name, &size);
-    return std::u16string(Units(name));
 }
 
 // Without numbers and authors, which snapshots don't tell.
@@ -81,7 +72,8 @@ std::vector<RevisionRecord> ListEarlierVersions(const std::u16string& path)
         record.id = Decimal(number--);
     records.insert(records.begin(), LiveItem(live));
     // No snapshot knows who wrote the item: every record bears the present user's name.
-    const std::u16string user = UserName();
+    std::u16string user;
+    FindUserName(user);
     for (RevisionRecord& record : records)
         record.author = user;
     return records;

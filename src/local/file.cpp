@@ -5,6 +5,7 @@
 #include "frame/text.h"
 #include "local/filestream.h"
 #include "local/findrecord.h"
+#include "platform/icons.h"
 
 namespace tarnwell
 {
@@ -72,19 +73,12 @@ HRESULT SetWriteTime(const std::u16string& path, std::uint64_t fileTime)
     return SetFileTime(handle.Get(), nullptr, nullptr, &time) ? S_OK : failed();
 }
 
-HRESULT FindIcon(const std::u16string& path, std::int32_t* iconIndex, void** imageList)
+HRESULT GiveIcon(const std::u16string& path, std::int32_t* iconIndex, void** imageList)
 {
-    SHFILEINFOW info{};
-    const DWORD_PTR images =
-        SHGetFileInfoW(Wide(path), 0, &info, sizeof(info), SHGFI_SYSICONINDEX | SHGFI_SMALLICON);
-    if (images == 0)
-    {
-        return PublishFailure(iconReporter, MessageId::IconFailed,
-                              StatusFromError(ERROR_FILE_NOT_FOUND), {path});
-    }
-    *imageList = reinterpret_cast<void*>(images);
-    *iconIndex = info.iIcon;
-    return S_OK;
+    if (FindIcon(path, *iconIndex, *imageList))
+        return S_OK;
+    return PublishFailure(iconReporter, MessageId::IconFailed,
+                          StatusFromError(ERROR_FILE_NOT_FOUND), {path});
 }
 
 // What has the attribute of a folder has no size, whatever was found.
@@ -107,7 +101,7 @@ HRESULT CWin32FileObject::GetIcon(std::uint32_t, std::int32_t* iconIndex, void**
         return RefuseNull(iconReporter, NullPointer::Published);
     *imageList = nullptr;
     return AtBoundary(iconReporter, NullPointer::Published, iconIndex,
-                      [&] { return FindIcon(facts_.path, iconIndex, imageList); });
+                      [&] { return GiveIcon(facts_.path, iconIndex, imageList); });
 }
 
 HRESULT CWin32FileObject::SetModifiedTime(std::uint64_t fileTime)

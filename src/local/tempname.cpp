@@ -1,9 +1,9 @@
 #include "local/tempname.h"
 
-#include "frame/handle.h"
 #include "frame/paths.h"
 #include "frame/status.h"
 #include "frame/text.h"
+#include "platform/newfile.h"
 
 namespace tarnwell
 {
@@ -17,14 +17,14 @@ HRESULT CreateFileBeside(const std::u16string& path, std::u16string& made)
     for (std::uint64_t n = 0; n < attempts; ++n)
     {
         made = start + Decimal(n);
-        // CREATE_NEW makes a file for one caller only, so no two get the same name.
-        const OsHandle file(CreateFileW(Wide(made), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                        FILE_ATTRIBUTE_NORMAL, nullptr));
-        if (file)
+        // Of all that try this name at once, one makes the file.
+        if (MakeFileBeside(made, path))
             return S_OK;
-        // No other name would be any better.
-        if (GetLastError() == ERROR_ACCESS_DENIED)
-            return StatusFromError(ERROR_ACCESS_DENIED);
+        const DWORD error = GetLastError();
+        if (error == ERROR_ACCESS_DENIED)
+            return StatusFromError(error);
+        if (!MayTryAnotherName(error))
+            break;
     }
     return E_FAIL;
 }

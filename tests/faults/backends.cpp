@@ -257,9 +257,8 @@ Operations HiddenIn(const Backend& backend, std::string_view action)
                    ? Operations{"CreateFileW", "SetFilePointer", "GetFileTime", "CloseHandle"}
                    : Operations{"FindClose"};
     }
-    return {"CloseHandle",           "GetExitCodeProcess",   "_beginthreadex",
-            "WaitForSingleObject",   "SystemTimeToFileTime", "GetTempPathW",
-            "GetEnvironmentStringsW"};
+    return {"CloseHandle",         "GetExitCodeProcess",   "_beginthreadex",
+            "WaitForSingleObject", "SystemTimeToFileTime", "GetEnvironmentStringsW"};
 }
 
 // Those that are hidden at some of their calls: what a client complains of ends where its pipe

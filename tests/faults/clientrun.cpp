@@ -263,62 +263,26 @@ TEST_F(FailingClientRun, ThatGoesOnHoldsUpNoOther)
     EXPECT_EQ(eighthCode, 0) << "they waited until it gave up";
 }
 
-class FailingOutputFile : public FailingClientRun
-{
-protected:
-    static std::vector<fs::path> FilesIn(const TempFolder& folder)
-    {
-        return {fs::directory_iterator(folder.Path()), {}};
-    }
-};
+using FailingOutputFile = FailingClientRun;
 
-TEST_F(FailingOutputFile, WithoutANameForItNamesTheAddress)
+TEST_F(FailingOutputFile, ThatCannotBeMadeNamesTheAddress)
 {
     Faults faults;
-    faults.Fail("GetTempFileNameW", 1, someError);
+    faults.Fail("CreateOutputFile", 1, someError);
     const Thrown thrown = ThrownBy([] { NewOutputFile(); });
     EXPECT_EQ(thrown.status, someStatus);
     EXPECT_EQ(thrown.text,
               FormatMessageWithStatus(MessageId::TemporaryFileFailed, someStatus, {address}));
 }
 
-TEST_F(FailingOutputFile, ThatCannotBeOpenedIsDeletedAndNamed)
+TEST_F(FailingOutputFile, ThatCannotBeOpenedIsNamed)
 {
     Faults faults;
-    faults.Fail("CreateFileW", 1, someError);
+    faults.Fail("CreateOutputFile", 1, ERROR_SHARING_VIOLATION);
     const Thrown thrown = ThrownBy([] { NewOutputFile(); });
-    EXPECT_EQ(thrown.status, someStatus);
-    const std::u16string start = u"Failed to open \"" + temporary_ / u"vrl";
-    EXPECT_EQ(thrown.text.substr(0, start.size()), start);
-    EXPECT_EQ(faults.Calls("DeleteFileW"), 1);
-}
-
-TEST_F(FailingOutputFile, StaysWhereItsDeletionFailsToo)
-{
-    Faults faults;
-    faults.Fail("CreateFileW", 1, someError);
-    faults.Fail("DeleteFileW", 1, ERROR_ACCESS_DENIED);
-    const Thrown thrown = ThrownBy([] { NewOutputFile(); });
-    EXPECT_EQ(thrown.status, someStatus);
-    const std::vector<fs::path> left = FilesIn(temporary_);
-    ASSERT_EQ(left.size(), 1U);
+    EXPECT_EQ(thrown.status, StatusFromError(ERROR_SHARING_VIOLATION));
     EXPECT_EQ(thrown.text,
-              FormatMessageWithStatus(MessageId::OpenFailed, someStatus, {left[0].u16string()}));
-    fs::remove(left[0]);
-}
-
-TEST_F(FailingOutputFile, LiesInTheCurrentFolderWhereThereIsNoOther)
-{
-    Faults faults;
-    faults.Fail("GetTempPathW", 1, someError);
-    faults.Fail("CreateFileW", 1, someError);
-    faults.Fail("DeleteFileW", 1, someError);
-    const Thrown thrown = ThrownBy([] { NewOutputFile(); });
-    const std::vector<fs::path> left = FilesIn(current_);
-    ASSERT_EQ(left.size(), 1U);
-    EXPECT_EQ(thrown.text, FormatMessageWithStatus(MessageId::OpenFailed, someStatus,
-                                                   {u"./" + left[0].filename().u16string()}));
-    fs::remove(left[0]);
+              FormatMessageWithStatus(MessageId::OpenFailed, thrown.status, {u"unopened"}));
 }
 
 // Its bytes would be none.

@@ -128,35 +128,44 @@ protected:
     Bstr made;
 };
 
-TEST_F(FailingTempFiles, AnyFailureTriesTheNextName)
+TEST_F(FailingTempFiles, ATakenNameTriesTheNext)
 {
     Faults faults;
-    faults.Fail("CreateFileW", 1, ERROR_BUSY);
-    faults.Fail("CreateFileW", 2, ERROR_PATH_NOT_FOUND);
+    faults.Fail("MakeFileBeside", 1, ERROR_FILE_EXISTS);
+    faults.Fail("MakeFileBeside", 2, ERROR_FILE_EXISTS);
     EXPECT_EQ(Create().status, S_OK);
     EXPECT_EQ(made.View(), local.Path(u"vrltmp2"));
+}
+
+TEST_F(FailingTempFiles, AnyOtherFailureTriesNoMore)
+{
+    Faults faults;
+    faults.Fail("MakeFileBeside", 1, ERROR_BUSY);
+    EXPECT_THAT(Create(),
+                FailsWith(E_FAIL, u"Failed to create a temporary file for \"" + beside + u"\". "));
+    EXPECT_EQ(faults.Calls("MakeFileBeside"), 1);
 }
 
 TEST_F(FailingTempFiles, ADenialStopsIt)
 {
     Faults faults;
-    faults.Fail("CreateFileW", 1, ERROR_BUSY);
-    faults.Fail("CreateFileW", 2, ERROR_ACCESS_DENIED);
+    faults.Fail("MakeFileBeside", 1, ERROR_FILE_EXISTS);
+    faults.Fail("MakeFileBeside", 2, ERROR_ACCESS_DENIED);
     EXPECT_THAT(Create(),
                 FailsWith(StatusFromError(ERROR_ACCESS_DENIED),
                           u"Failed to create a temporary file for \"" + beside + u"\". "));
     EXPECT_FALSE(made);
-    EXPECT_EQ(faults.Calls("CreateFileW"), 2);
+    EXPECT_EQ(faults.Calls("MakeFileBeside"), 2);
 }
 
 TEST_F(FailingTempFiles, AHundredTriesAreMade)
 {
     Faults faults;
     for (int n = 1; n <= 100; ++n)
-        faults.Fail("CreateFileW", n, ERROR_BUSY);
+        faults.Fail("MakeFileBeside", n, ERROR_FILE_EXISTS);
     EXPECT_THAT(Create(),
                 FailsWith(E_FAIL, u"Failed to create a temporary file for \"" + beside + u"\". "));
-    EXPECT_EQ(faults.Calls("CreateFileW"), 100);
+    EXPECT_EQ(faults.Calls("MakeFileBeside"), 100);
 }
 
 TEST_F(FailingTempFiles, ANameThatCannotBeToldIsNoMemory)

@@ -218,9 +218,7 @@ Action TempFileCreation()
                     return status;
                 };
             },
-            // There are other names. An empty file has nothing to lose when it is closed.
-            {"CreateFileW", "CloseHandle"},
-            off};
+            {}};
 }
 
 Action DeletionOfList()
@@ -254,7 +252,7 @@ struct Volume
 // Everything on the way to the snapshots may fail unseen.
 const std::set<std::string> hiddenBySnapshots = {"CreateEventW",         "CreateFileW",
                                                  "CloseHandle",          "GetFileTime",
-                                                 "SystemTimeToFileTime", "GetUserNameW"};
+                                                 "SystemTimeToFileTime", "FindUserName"};
 
 Action QuestionForRevisions()
 {
@@ -271,23 +269,22 @@ Action QuestionForRevisions()
 
 Action ListOfRevisions()
 {
-    return {
-        "ListOfRevisions",
-        [](const Local& local) {
-            return [revisions = local.system.As<IFileSystemRevisions>(),
-                    volume = std::make_shared<Volume>()] {
-                ComPtr<IRevisions> list;
-                const HRESULT status = revisions->GetRevisions(u"C:\\a.txt", 0, list.Out());
-                EXPECT_EQ(status == S_OK, static_cast<bool>(list));
-                return status;
-            };
-        },
-        // The last four are on the way to the name of the live file's record.
-        [] {
-            std::set<std::string> hidden = hiddenBySnapshots;
-            hidden.insert({"FindResourceExW", "LoadResource", "LockResource", "FormatMessageW"});
-            return hidden;
-        }()};
+    return {"ListOfRevisions",
+            [](const Local& local) {
+                return [revisions = local.system.As<IFileSystemRevisions>(),
+                        volume = std::make_shared<Volume>()] {
+                    ComPtr<IRevisions> list;
+                    const HRESULT status = revisions->GetRevisions(u"C:\\a.txt", 0, list.Out());
+                    EXPECT_EQ(status == S_OK, static_cast<bool>(list));
+                    return status;
+                };
+            },
+            // The last two are on the way to the name of the live file's record.
+            [] {
+                std::set<std::string> hidden = hiddenBySnapshots;
+                hidden.insert({"LoadModuleText", "FillInserts"});
+                return hidden;
+            }()};
 }
 
 class EveryLocalCall : public testing::TestWithParam<Action>, protected FailingAction
@@ -315,7 +312,9 @@ protected:
         else
         {
             EXPECT_LT(result.status, 0);
-            EXPECT_EQ(result.text != u"(none)", action.leavesText);
+            // A result that can't be allocated is short of memory and says no more.
+            EXPECT_EQ(result.text != u"(none)",
+                      action.leavesText && operation != "SysAllocStringLen");
         }
         if (!action.changesFile)
         {

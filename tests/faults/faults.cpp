@@ -2,7 +2,11 @@
 
 #include "platform/clients.h"
 #include "platform/extendedcopy.h"
+#include "platform/icons.h"
+#include "platform/newfile.h"
 #include "platform/printtarget.h"
+#include "platform/texts.h"
+#include "platform/username.h"
 #include "platform/xml.h"
 
 #include <algorithm>
@@ -92,6 +96,14 @@ template <class T> HRESULT FailWithStatus(DWORD error, T** out)
 {
     *out = nullptr;
     return StatusOf(error);
+}
+
+// By this error, as where the file has a name at first: it was made, and can't be opened.
+HANDLE FailOnOutputFile(DWORD error, std::u16string& unopened)
+{
+    if (error == ERROR_SHARING_VIOLATION)
+        unopened = u"unopened";
+    return FailWith(error, INVALID_HANDLE_VALUE);
 }
 
 int FailInShell(DWORD error, SHFILEOPSTRUCTW* operation)

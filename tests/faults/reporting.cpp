@@ -66,7 +66,7 @@ TEST_F(Reporting, AnUnknownClassNameLeavesTheTextWhole)
 TEST_F(Reporting, WithoutSystemTextTheBlankStays)
 {
     Faults faults;
-    faults.Fail("FormatMessageW", 1, ERROR_BUSY);
+    faults.Fail("FindSystemText", 1, ERROR_BUSY);
     EXPECT_EQ(FormatMessageWithStatus(MessageId::ItemFailed, notFound, {u"x"}),
               u"Failed to open \"x\". ");
 }
@@ -74,47 +74,25 @@ TEST_F(Reporting, WithoutSystemTextTheBlankStays)
 TEST_F(Reporting, AMessageThatCannotBeFormattedIsEmpty)
 {
     Faults faults;
-    faults.Fail("FormatMessageW", 1, ERROR_BUSY);
+    faults.Fail("FillInserts", 1, ERROR_BUSY);
     EXPECT_EQ(FormatMessageById(MessageId::ItemFailed, {u"x"}), u"");
 }
 
-TEST_F(Reporting, ATextMissingInOneLanguageIsTakenFromTheOther)
+TEST_F(Reporting, ATextThatIsMissingIsEmpty)
 {
     Faults faults;
-    faults.Fail("FindResourceExW", 1, ERROR_RESOURCE_LANG_NOT_FOUND);
-    EXPECT_EQ(FormatMessageById(MessageId::NullPointer),
-              u"Internal error (null pointer argument).");
-    EXPECT_EQ(faults.Calls("FindResourceExW"), 2);
-}
-
-TEST_F(Reporting, ATextMissingInBothLanguagesIsEmpty)
-{
-    Faults faults;
-    faults.Fail("FindResourceExW", 1, ERROR_RESOURCE_LANG_NOT_FOUND);
-    faults.Fail("FindResourceExW", 2, ERROR_RESOURCE_LANG_NOT_FOUND);
+    faults.Fail("LoadModuleText", 1, ERROR_NOT_ENOUGH_MEMORY);
     EXPECT_EQ(FormatMessageById(MessageId::NullPointer), u"");
-    EXPECT_EQ(local.system->GetFile(u"a", VARIANT_TRUE, nullptr), E_POINTER);
 }
 
 TEST_F(Reporting, WithoutATextTheErrorIsPublishedAllTheSame)
 {
     Faults faults;
-    faults.Fail("FindResourceExW", 1, ERROR_RESOURCE_LANG_NOT_FOUND);
-    faults.Fail("FindResourceExW", 2, ERROR_RESOURCE_LANG_NOT_FOUND);
+    faults.Fail("LoadModuleText", 1, ERROR_NOT_ENOUGH_MEMORY);
     const Result result =
         ResultOf([&] { return local.system->GetFile(u"a", VARIANT_TRUE, nullptr); });
     EXPECT_EQ(result.status, E_POINTER);
     EXPECT_EQ(result.text, u"");
-}
-
-TEST_F(Reporting, ATextThatCannotBeLoadedIsEmpty)
-{
-    for (const char* const operation : {"LoadResource", "LockResource"})
-    {
-        Faults faults;
-        faults.Fail(operation, 1, ERROR_NOT_ENOUGH_MEMORY);
-        EXPECT_EQ(FormatMessageById(MessageId::NullPointer), u"") << operation;
-    }
 }
 
 TEST_F(Reporting, ATextThatCannotBeSetIsLostAlone)

@@ -1,6 +1,11 @@
 // That the faults themselves work.
 #include "faults/faults.h"
+
 #include "frame/handle.h"
+#include "platform/icons.h"
+#include "platform/newfile.h"
+#include "platform/texts.h"
+#include "platform/username.h"
 #include "platform/wide.h"
 #include "support/tempfolder.h"
 
@@ -168,10 +173,12 @@ TEST(FaultsSelf, ProcessesFailInTheirOwnWay)
     HANDLE handle = nullptr;
     DWORD code = 77;
 
-    order("GetTempPathW");
-    expectNone(GetTempPathW(MAX_PATH, path) == 0);
-    order("GetTempFileNameW");
-    expectNone(GetTempFileNameW(u"/", u"a", 0, path) == 0);
+    std::u16string unopened;
+    order("MakeFileBeside");
+    expectNone(!MakeFileBeside(u"/", u"/"));
+    order("CreateOutputFile");
+    expectNone(CreateOutputFile(unopened) == INVALID_HANDLE_VALUE);
+    EXPECT_EQ(unopened, u"");
     order("MultiByteToWideChar");
     expectNone(MultiByteToWideChar(CP_UTF8, 0, "a", 1, path, MAX_PATH) == 0);
     order("CreatePipe");
@@ -208,22 +215,20 @@ TEST(FaultsSelf, ResourcesAndTextsFailInTheirOwnWay)
         EXPECT_EQ(GetLastError(), someError);
     };
 
-    order("FormatMessageW");
-    expectNone(FormatMessageW(0, nullptr, 0, 0, nullptr, 0, nullptr) == 0);
-    order("EnumResourceNamesW");
-    expectNone(!EnumResourceNamesW(nullptr, RT_STRING, nullptr, 0));
-    order("EnumResourceLanguagesW");
-    expectNone(!EnumResourceLanguagesW(nullptr, RT_STRING, nullptr, nullptr, 0));
-    order("FindResourceExW");
-    expectNone(FindResourceExW(nullptr, RT_STRING, nullptr, 0) == nullptr);
-    order("LoadResource");
-    expectNone(LoadResource(nullptr, nullptr) == nullptr);
-    order("LockResource");
-    expectNone(LockResource(nullptr) == nullptr);
-    order("SizeofResource");
-    expectNone(SizeofResource(nullptr, nullptr) == 0);
-    order("SHGetFileInfoW");
-    expectNone(SHGetFileInfoW(u"/", 0, nullptr, 0, 0) == 0);
+    std::u16string text;
+    std::int32_t index = 0;
+    void* images = nullptr;
+    order("LoadModuleText");
+    expectNone(!LoadModuleText(106, 0, text));
+    order("FillInserts");
+    expectNone(!FillInserts(u"x", {}, text));
+    order("FindSystemText");
+    expectNone(!FindSystemText(ERROR_ACCESS_DENIED, text));
+    order("FindUserName");
+    expectNone(!FindUserName(text));
+    EXPECT_EQ(text, u"");
+    order("FindIcon");
+    expectNone(!FindIcon(u"/", index, images));
     CRITICAL_SECTION section;
     order("InitializeCriticalSectionEx");
     expectNone(!InitializeCriticalSectionEx(&section, 0, 0));

@@ -174,7 +174,7 @@ TEST_F(FailingSnapshots, AVersionWithoutATimeIsLeftOutOfTheList)
 TEST_F(FailingSnapshots, WithoutTheUsersNameTheAuthorIsEmpty)
 {
     Faults faults;
-    faults.Fail("GetUserNameW", 1, ERROR_BUSY);
+    faults.Fail("FindUserName", 1, ERROR_BUSY);
     const ComPtr<IRevisions> list = List();
     for (std::int32_t i = 0; i < 4; ++i)
         EXPECT_EQ(TextOf(list, i, &IRevision::GetAuthor), u"");

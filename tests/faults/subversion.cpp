@@ -123,18 +123,8 @@ TEST_F(FailingSubversion, TheClientCannotBeRun)
 TEST_F(FailingSubversion, ThereIsNoPlaceForItsOutput)
 {
     EXPECT_THAT(
-        ListWith("GetTempFileNameW", 1),
+        ListWith("CreateOutputFile", 1),
         FailsWith(someStatus, u"Failed to create a temporary file for \"" + address + u"\". "));
-    EXPECT_THAT(ListWith("CreateFileW", 1),
-                FailsWith(someStatus, u"Failed to open \"" + (temporary_ / u"vrl")));
-}
-
-TEST_F(FailingSubversion, WithoutATemporaryFolderTheCurrentOneServes)
-{
-    const fs::path before = fs::current_path();
-    fs::current_path(temporary_.Path());
-    EXPECT_EQ(ListWith("GetTempPathW", 1).status, S_OK);
-    fs::current_path(before);
 }
 
 TEST_F(FailingSubversion, TheOutputCannotBeRead)
@@ -185,8 +175,8 @@ TEST_F(FailingSubversion, EachFactOfAListingIsAskedForOnce)
 
 TEST_F(FailingSubversion, RevisionsHideEveryFailure)
 {
-    for (const char* const operation : {"CreateProcessW", "CreatePipe", "GetTempFileNameW",
-                                        "CreateFileW", "LoadXml", "ReadXmlText", "SelectXmlNodes"})
+    for (const char* const operation : {"CreateProcessW", "CreatePipe", "CreateOutputFile",
+                                        "LoadXml", "ReadXmlText", "SelectXmlNodes"})
     {
         Faults faults;
         faults.Fail(operation, 1, someError);

@@ -1,13 +1,17 @@
 # The operations that can be made to fail, from operations.inc, as link options. An operation that
 # the platform's headers declare is there, or here among those that can't fail.
 set(cannotFail
-    GetLastError SetLastError GetUserDefaultUILanguage LocalFree CoTaskMemFree SysFreeString
+    GetLastError SetLastError CoTaskMemFree SysFreeString
     SysStringLen EnterCriticalSection LeaveCriticalSection DeleteCriticalSection
     FreeEnvironmentStringsW)
 
 set(operations ${CMAKE_CURRENT_LIST_DIR}/operations.inc)
 file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/platform/posix/win32/*.h)
-list(APPEND headers ${PROJECT_SOURCE_DIR}/src/platform/xml.h
+list(APPEND headers ${PROJECT_SOURCE_DIR}/src/platform/icons.h
+                    ${PROJECT_SOURCE_DIR}/src/platform/newfile.h
+                    ${PROJECT_SOURCE_DIR}/src/platform/texts.h
+                    ${PROJECT_SOURCE_DIR}/src/platform/username.h
+                    ${PROJECT_SOURCE_DIR}/src/platform/xml.h
                     ${PROJECT_SOURCE_DIR}/include/tarnwell/com.h)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${operations} ${headers})
 

@@ -1,4 +1,4 @@
-#include "platform/win32.h"
+#include "platform/filetime.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ std::uint64_t Now()
 {
     FILETIME now = {};
     EXPECT_EQ(CoFileTimeNow(&now), S_OK);
-    return (std::uint64_t{now.dwHighDateTime} << 32) | now.dwLowDateTime;
+    return TimeOf(now);
 }
 
 TEST(FileTimeNow, CountsFrom1601)

@@ -1,4 +1,5 @@
 // The times of a file.
+#include "platform/filetime.h"
 #include "platform/opened.h"
 #include "support/tempfolder.h"
 
@@ -14,16 +15,6 @@ constexpr std::uint64_t someTicks = 128790414901234567;
 // In the year 1949.
 constexpr std::uint64_t before1970 = 110'000'000'000'000'000;
 
-FILETIME TimeOf(std::uint64_t ticks)
-{
-    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-}
-
-std::uint64_t TicksOf(const FILETIME& time)
-{
-    return (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
-}
-
 class FileTime : public testing::Test
 {
 protected:
@@ -35,7 +26,7 @@ protected:
     BOOL SetWriteTime(std::uint64_t ticks)
     {
         const OsHandle file = Opened(path_, FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
-        const FILETIME time = TimeOf(ticks);
+        const FILETIME time = FileTimeOf(ticks);
         return SetFileTime(file.Get(), nullptr, nullptr, &time);
     }
 
@@ -44,7 +35,7 @@ protected:
         const OsHandle file = OpenedForReading(path_);
         FILETIME time = {};
         EXPECT_TRUE(GetFileTime(file.Get(), nullptr, nullptr, &time));
-        return TicksOf(time);
+        return TimeOf(time);
     }
 
     TempFolder folder_;
@@ -81,15 +72,15 @@ TEST_F(FileTime, NullChangesNothing)
 TEST_F(FileTime, AccessTimeIsSetByItself)
 {
     ASSERT_TRUE(SetWriteTime(someTicks));
-    const FILETIME time = TimeOf(someTicks + 10'000'000);
+    const FILETIME time = FileTimeOf(someTicks + 10'000'000);
     const OsHandle file = Opened(path_, FILE_WRITE_ATTRIBUTES, OPEN_EXISTING);
     ASSERT_TRUE(SetFileTime(file.Get(), nullptr, &time, nullptr));
     FILETIME access = {};
     FILETIME write = {};
     const OsHandle reader = OpenedForReading(path_);
     ASSERT_TRUE(GetFileTime(reader.Get(), nullptr, &access, &write));
-    EXPECT_EQ(TicksOf(access), someTicks + 10'000'000);
-    EXPECT_EQ(TicksOf(write), someTicks);
+    EXPECT_EQ(TimeOf(access), someTicks + 10'000'000);
+    EXPECT_EQ(TimeOf(write), someTicks);
 }
 
 TEST_F(FileTime, NewFileIsMadeNowAndAfterAnEarlierOne)
@@ -101,9 +92,9 @@ TEST_F(FileTime, NewFileIsMadeNowAndAfterAnEarlierOne)
     ASSERT_TRUE(GetFileTime(later.Get(), &creation, nullptr, &write));
     FILETIME now = {};
     ASSERT_EQ(CoFileTimeNow(&now), S_OK);
-    EXPECT_GE(TicksOf(creation), WriteTime());
-    EXPECT_GE(TicksOf(write), TicksOf(creation));
-    EXPECT_GE(TicksOf(now), TicksOf(write));
+    EXPECT_GE(TimeOf(creation), WriteTime());
+    EXPECT_GE(TimeOf(write), TimeOf(creation));
+    EXPECT_GE(TimeOf(now), TimeOf(write));
 }
 
 TEST_F(FileTime, FolderHasTimes)
@@ -112,12 +103,12 @@ TEST_F(FileTime, FolderHasTimes)
         Opened(folder_.Text(), GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
     FILETIME write = {};
     EXPECT_TRUE(GetFileTime(folder.Get(), nullptr, nullptr, &write));
-    EXPECT_NE(TicksOf(write), 0U);
+    EXPECT_NE(TimeOf(write), 0U);
 }
 
 TEST_F(FileTime, InvalidHandleIsRefused)
 {
-    FILETIME time = TimeOf(someTicks);
+    FILETIME time = FileTimeOf(someTicks);
     EXPECT_EQ(ErrorOf(GetFileTime(INVALID_HANDLE_VALUE, nullptr, nullptr, &time)),
               ERROR_INVALID_HANDLE);
     EXPECT_EQ(ErrorOf(SetFileTime(INVALID_HANDLE_VALUE, nullptr, nullptr, &time)),

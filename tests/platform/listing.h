@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frame/handle.h"
+#include "platform/filetime.h"
 #include "platform/wide.h"
 
 #include <vector>
@@ -58,8 +59,7 @@ inline std::uint64_t SizeOf(const WIN32_FIND_DATAW& record)
 
 inline std::uint64_t WriteTimeOf(const WIN32_FIND_DATAW& record)
 {
-    return (std::uint64_t{record.ftLastWriteTime.dwHighDateTime} << 32) |
-           record.ftLastWriteTime.dwLowDateTime;
+    return TimeOf(record.ftLastWriteTime);
 }
 
 } // namespace tarnwell::test

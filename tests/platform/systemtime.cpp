@@ -1,5 +1,5 @@
 // SystemTimeToFileTime.
-#include "platform/win32.h"
+#include "platform/filetime.h"
 #include "support/wine.h"
 
 #include <gtest/gtest.h>
@@ -35,18 +35,13 @@ const SYSTEMTIME impossible[] = {
 const SYSTEMTIME leapDaysOfCommonYears[] = {{2023, 2, 0, 29, 0, 0, 0, 0},
                                             {1900, 2, 0, 29, 0, 0, 0, 0}};
 
-std::uint64_t TicksOf(const FILETIME& time)
-{
-    return (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
-}
-
 TEST(SystemTime, IsReadAsUtc)
 {
     for (const Moment& moment : moments)
     {
         FILETIME time{};
         EXPECT_TRUE(SystemTimeToFileTime(&moment.parts, &time)) << moment.parts.wYear;
-        EXPECT_EQ(TicksOf(time), moment.ticks) << moment.parts.wYear;
+        EXPECT_EQ(TimeOf(time), moment.ticks) << moment.parts.wYear;
     }
 }
 
@@ -58,7 +53,7 @@ TEST(SystemTime, TheDayOfTheWeekIsNotLookedAt)
         parts.wDayOfWeek = day;
         FILETIME time{};
         EXPECT_TRUE(SystemTimeToFileTime(&parts, &time));
-        EXPECT_EQ(TicksOf(time), moments[2].ticks);
+        EXPECT_EQ(TimeOf(time), moments[2].ticks);
     }
 }
 
@@ -68,7 +63,7 @@ void ExpectRefused(const SYSTEMTIME& parts)
     EXPECT_FALSE(SystemTimeToFileTime(&parts, &time))
         << parts.wYear << '-' << parts.wMonth << '-' << parts.wDay << ' ' << parts.wHour;
     EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(TicksOf(time), 0U);
+    EXPECT_EQ(TimeOf(time), 0U);
 }
 
 TEST(SystemTime, WhatIsNoMomentIsRefused)

@@ -1,5 +1,5 @@
-// GetUserNameW.
-#include "platform/wide.h"
+// Who the process acts for.
+#include "platform/username.h"
 
 #include <gtest/gtest.h>
 
@@ -8,27 +8,12 @@ namespace tarnwell::test
 namespace
 {
 
-TEST(UserName, IsTerminatedAndCounted)
+TEST(UserName, IsTold)
 {
-    WCHAR name[257] = {};
-    DWORD size = 257;
-    ASSERT_TRUE(GetUserNameW(name, &size));
-    EXPECT_FALSE(Units(name).empty());
-    EXPECT_EQ(size, Units(name).size() + 1);
-}
-
-TEST(UserName, NeedsRoomForItsTerminator)
-{
-    WCHAR name[257] = {};
-    DWORD whole = 257;
-    ASSERT_TRUE(GetUserNameW(name, &whole));
-
-    DWORD size = whole;
-    EXPECT_TRUE(GetUserNameW(name, &size));
-    size = whole - 1;
-    EXPECT_FALSE(GetUserNameW(name, &size));
-    EXPECT_EQ(GetLastError(), ERROR_INSUFFICIENT_BUFFER);
-    EXPECT_EQ(size, whole);
+    std::u16string name = u"before";
+    EXPECT_TRUE(FindUserName(name));
+    EXPECT_FALSE(name.empty());
+    EXPECT_NE(name, u"before");
 }
 
 } // namespace

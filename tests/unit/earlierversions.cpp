@@ -2,6 +2,7 @@
 // of a file server to the bytes of each version.
 #include "frame/handle.h"
 #include "local/filesystem.h"
+#include "platform/username.h"
 #include "platform/wide.h"
 #include "support/errorinfo.h"
 #include "support/snapshotserver.h"
@@ -56,10 +57,9 @@ Revision FactsOf(const ComPtr<IRevision>& revision)
 
 std::u16string UserName()
 {
-    WCHAR name[257] = {};
-    DWORD size = 257;
-    EXPECT_TRUE(GetUserNameW(name, &size));
-    return std::u16string(Units(name));
+    std::u16string name;
+    EXPECT_TRUE(FindUserName(name));
+    return name;
 }
 
 class EarlierVersions : public testing::Test

@@ -1,5 +1,5 @@
 // Which of its languages the module speaks to whom.
-#include "frame/messages.h"
+#include "platform/texts.h"
 #include "support/messagetexts.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,6 @@
 // The module's texts against the promised ones, each id in both languages.
+#include "platform/texts.h"
 #include "support/messagetexts.h"
-#include "support/stringtable.h"
-
-#include "platform/modulehandle.h"
 
 #include <gmock/gmock.h>
 
@@ -14,16 +12,32 @@ namespace tarnwell::test
 namespace
 {
 
+// Empty if there is none.
+std::u16string TextOf(unsigned id, LANGID language)
+{
+    std::u16string text = u"before";
+    const BOOL isThere = LoadModuleText(id, language, text);
+    EXPECT_EQ(isThere != 0, !text.empty()) << id;
+    return text;
+}
+
 TEST(MessageTable, EnglishTextsAreThePromisedOnes)
 {
     for (const MessageTexts& texts : messageTexts)
-        EXPECT_EQ(ReadText(ThisModule(), texts.id, english), texts.english) << texts.id;
+        EXPECT_EQ(TextOf(texts.id, english), texts.english) << texts.id;
 }
 
 TEST(MessageTable, JapaneseTextsAreThePromisedOnes)
 {
     for (const MessageTexts& texts : messageTexts)
-        EXPECT_EQ(ReadText(ThisModule(), texts.id, japanese), texts.japanese) << texts.id;
+        EXPECT_EQ(TextOf(texts.id, japanese), texts.japanese) << texts.id;
+}
+
+TEST(MessageTable, OtherLanguagesHaveEnglish)
+{
+    constexpr LANGID korean = 1042;
+    for (const MessageTexts& texts : messageTexts)
+        EXPECT_EQ(TextOf(texts.id, korean), texts.english) << texts.id;
 }
 
 TEST(MessageTable, OtherIdsHaveNoText)
@@ -31,12 +45,8 @@ TEST(MessageTable, OtherIdsHaveNoText)
     for (const LANGID language : {english, japanese})
     {
         std::size_t count = 0;
-        for (WORD name = 1; name <= 64; ++name)
-        {
-            for (const auto& text :
-                 ReadBlock(ThisModule(), name, language).value_or(std::vector<std::u16string>()))
-                count += text.empty() ? 0 : 1;
-        }
+        for (unsigned id = 0; id < 1024; ++id)
+            count += TextOf(id, language).empty() ? 0 : 1;
         EXPECT_EQ(count, std::size(messageTexts)) << language;
     }
 }

@@ -153,7 +153,7 @@ protected:
     }
 };
 
-constexpr HRESULT notFound = static_cast<HRESULT>(0x80070002);
+constexpr HRESULT noSuchFile = static_cast<HRESULT>(0x80070002);
 
 TEST_F(P4Failures, NoErrorTextIsSuccessWhateverTheExitCode)
 {
@@ -192,7 +192,7 @@ TEST_F(P4Failures, WithoutAnAddressRefusalsAreFailuresLikeOthers)
     EXPECT_EQ(Check(nullptr, u"P4PASSWD", 1), Failed(E_FAIL, u"P4PASSWD"));
     EXPECT_EQ(Check(nullptr, u"P4PASSWD", 0), (Raised{S_OK, u""}));
     EXPECT_EQ(Check(nullptr, u"P4PASSWD no such file", 0),
-              Failed(notFound, u"P4PASSWD no such file"));
+              Failed(noSuchFile, u"P4PASSWD no such file"));
     EXPECT_THAT(host_->Calls(), IsEmpty());
 }
 
@@ -200,14 +200,14 @@ TEST_F(P4Failures, AMissingFileIsOneWhateverTheExitCode)
 {
     for (const int exitCode : {0, 1})
         EXPECT_EQ(Check(u"//depot/x - no such file(s).\r\n", exitCode),
-                  Failed(notFound, u"//depot/x - no such file(s)."));
+                  Failed(noSuchFile, u"//depot/x - no such file(s)."));
 }
 
 // Words are looked for in the whole text, the name of the file included.
 TEST_F(P4Failures, AFileMayBeNamedAfterAFailure)
 {
     EXPECT_EQ(Check(u"//depot/no such file.txt - warning.\n", 0),
-              Failed(notFound, u"//depot/no such file.txt - warning."));
+              Failed(noSuchFile, u"//depot/no such file.txt - warning."));
 }
 
 TEST_F(P4Failures, ErrorTextWithAnExitCodeIsAFailure)

@@ -1,4 +1,4 @@
-#include "platform/modulehandle.h"
+#include "platform/windows/modulehandle.h"
 
 // Put by the linker at the module's first byte, which is what its handle points to.
 extern "C" IMAGE_DOS_HEADER __ImageBase; // NOLINT(bugprone-reserved-identifier): the linker's name

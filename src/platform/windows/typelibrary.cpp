@@ -1,7 +1,7 @@
 #include "platform/typelibrary.h"
 
-#include "platform/modulehandle.h"
 #include "platform/wide.h"
+#include "platform/windows/modulehandle.h"
 
 #include <tarnwell/pointers.h>
 

@@ -1,11 +1,15 @@
 // The user's language and the system's words in it, by the environment.
-#include "platform/language.h"
-#include "platform/wide.h"
+#include "platform/posix/systemcalls.h"
+#include "platform/texts.h"
 #include "support/environmentvalue.h"
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <string>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace tarnwell::test
 {
@@ -22,11 +26,8 @@ class Language : public testing::Test
 protected:
     static std::u16string SystemWords(DWORD code)
     {
-        WCHAR* text = nullptr;
-        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_ALLOCATE_BUFFER, nullptr, code,
-                       0, reinterpret_cast<WCHAR*>(&text), 0, nullptr);
-        std::u16string words(Units(text));
-        LocalFree(text);
+        std::u16string words;
+        FindSystemText(code, words);
         return words;
     }
 
@@ -80,11 +81,11 @@ TEST_F(Language, AnEmptySettingSaysNothing)
 TEST_F(Language, SystemTextsAreTheLibrarysOwn)
 {
     all.Set("C");
-    EXPECT_EQ(SystemWords(ERROR_FILE_NOT_FOUND), u"No such file or directory\r\n");
-    EXPECT_EQ(SystemWords(ERROR_ACCESS_DENIED), u"Permission denied\r\n");
-    EXPECT_EQ(SystemWords(static_cast<DWORD>(E_NOTIMPL)), u"Function not implemented\r\n");
-    EXPECT_EQ(SystemWords(static_cast<DWORD>(E_INVALIDARG)), u"Invalid argument\r\n");
-    EXPECT_EQ(SystemWords(static_cast<DWORD>(E_FAIL)), u"Unspecified error\r\n");
+    EXPECT_EQ(SystemWords(ERROR_FILE_NOT_FOUND), u"No such file or directory");
+    EXPECT_EQ(SystemWords(ERROR_ACCESS_DENIED), u"Permission denied");
+    EXPECT_EQ(SystemWords(static_cast<DWORD>(E_NOTIMPL)), u"Function not implemented");
+    EXPECT_EQ(SystemWords(static_cast<DWORD>(E_INVALIDARG)), u"Invalid argument");
+    EXPECT_EQ(SystemWords(static_cast<DWORD>(E_FAIL)), u"Unspecified error");
 }
 
 // The locale is generated for the tests and found through LOCPATH.
@@ -95,15 +96,81 @@ TEST_F(Language, SystemTextsSpeakTheEnvironmentsLanguage)
     if (locale == locale_t{})
         GTEST_SKIP() << "no Japanese locale installed";
     freelocale(locale);
-    EXPECT_EQ(SystemWords(ERROR_FILE_NOT_FOUND),
-              u"そのようなファイルやディレクトリはありません\r\n");
-    EXPECT_EQ(SystemWords(static_cast<DWORD>(E_FAIL)), u"エラーを特定できません\r\n");
+    EXPECT_EQ(SystemWords(ERROR_FILE_NOT_FOUND), u"そのようなファイルやディレクトリはありません");
+    EXPECT_EQ(SystemWords(static_cast<DWORD>(E_FAIL)), u"エラーを特定できません");
+}
+
+// As many files are open as may be.
+class NoDescriptors
+{
+public:
+    NoDescriptors()
+    {
+        getrlimit(RLIMIT_NOFILE, &before_);
+        const rlimit none{3, before_.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &none);
+    }
+    NoDescriptors(const NoDescriptors&) = delete;
+    NoDescriptors& operator=(const NoDescriptors&) = delete;
+    ~NoDescriptors()
+    {
+        setrlimit(RLIMIT_NOFILE, &before_);
+    }
+
+private:
+    rlimit before_ = {};
+};
+
+TEST_F(Language, WithoutDescriptorsTheCauseIsStillTold)
+{
+    all.Set("xx_YY.UTF-8");
+    const NoDescriptors none;
+    EXPECT_EQ(SystemWords(ERROR_TOO_MANY_OPEN_FILES), u"Too many open files");
+}
+
+// Run by the next one, in a process of its own.
+class DISABLED_LanguageAlone : public Language
+{
+};
+
+TEST_F(DISABLED_LanguageAlone, HasItsTextsBeforeDescriptorsRunOut)
+{
+    all.Set("ja_JP.UTF-8");
+    const NoDescriptors none;
+    EXPECT_EQ(SystemWords(ERROR_TOO_MANY_OPEN_FILES), u"ファイルを開きすぎです");
+}
+
+TEST_F(Language, TextsAreThereBeforeDescriptorsRunOut)
+{
+    const locale_t locale = newlocale(LC_MESSAGES_MASK, "ja_JP.UTF-8", locale_t{});
+    if (locale == locale_t{})
+        GTEST_SKIP() << "no Japanese locale installed";
+    freelocale(locale);
+    all.Set("ja_JP.UTF-8");
+    const pid_t child = fork();
+    if (child == 0)
+    {
+        execl("/proc/self/exe", "platform-tests", "--gtest_also_run_disabled_tests",
+              "--gtest_filter=DISABLED_LanguageAlone.*", nullptr);
+        _exit(99);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+}
+
+TEST_F(Language, WithoutMemoryForALocaleTheWordsAreThoseAtHand)
+{
+    all.Set("yy_YY.UTF-8");
+    SystemCalls calls;
+    calls.Fail("newlocale", 1, ENOMEM);
+    EXPECT_EQ(SystemWords(ERROR_FILE_NOT_FOUND), u"No such file or directory");
 }
 
 TEST_F(Language, ALocaleThatIsNotInstalledLeavesEnglishTexts)
 {
     all.Set("xx_XX.UTF-8");
-    EXPECT_EQ(SystemWords(ERROR_FILE_NOT_FOUND), u"No such file or directory\r\n");
+    EXPECT_EQ(SystemWords(ERROR_FILE_NOT_FOUND), u"No such file or directory");
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // Symbolic links, with and without a target.
+#include "platform/filetime.h"
 #include "platform/listing.h"
 #include "platform/opened.h"
 #include "platform/shelldelete.h"
@@ -112,8 +113,7 @@ TEST_F(Links, WithoutATargetOpenForALookupOnly)
         ASSERT_TRUE(link);
         FILETIME write = {};
         EXPECT_TRUE(GetFileTime(link.Get(), nullptr, nullptr, &write));
-        EXPECT_EQ((std::uint64_t{write.dwHighDateTime} << 32) | write.dwLowDateTime,
-                  OwnTimeOf(name));
+        EXPECT_EQ(TimeOf(write), OwnTimeOf(name));
         LONG high = 0;
         EXPECT_EQ(SetFilePointer(link.Get(), 0, &high, FILE_END), INVALID_SET_FILE_POINTER);
         EXPECT_NE(GetLastError(), ERROR_SUCCESS);

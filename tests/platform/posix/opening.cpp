@@ -19,6 +19,9 @@ namespace tarnwell::test
 namespace
 {
 
+using posix::ErrnoFromError;
+using posix::ErrorFromErrno;
+
 TEST(Opening, DescriptorsStayInTheProcess)
 {
     const TempFolder folder;

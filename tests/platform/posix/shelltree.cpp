@@ -1,4 +1,5 @@
 // Deleting through the shell: what only shows on this platform.
+#include "platform/icons.h"
 #include "platform/posix/systemcalls.h"
 #include "platform/shelldelete.h"
 #include "support/tempfolder.h"
@@ -204,9 +205,10 @@ TEST(ShellTree, OtherOperationsAreNotSupported)
 
 TEST(ShellIcons, ThereAreNone)
 {
-    SHFILEINFOW info = {};
-    EXPECT_EQ(SHGetFileInfoW(u"/", 0, &info, sizeof info, SHGFI_SYSICONINDEX | SHGFI_SMALLICON),
-              0U);
+    std::int32_t index = 7;
+    void* images = nullptr;
+    EXPECT_FALSE(FindIcon(u"/", index, images));
+    EXPECT_EQ(images, nullptr);
 }
 
 } // namespace

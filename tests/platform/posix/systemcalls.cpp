@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <clocale>
 #include <dirent.h>
 #include <fcntl.h>
 #include <optional>
@@ -35,6 +36,7 @@ struct State
     std::thread::id thread;
     std::vector<Order> orders;
     std::vector<std::string> made;
+    std::string path;
     // What an order does makes calls of its own.
     bool isBusy = false;
 };
@@ -47,12 +49,13 @@ int CountOf(std::string_view call)
 }
 
 // 0, or the errno with which the call fails.
-int FaultFor(const char* call)
+int FaultFor(const char* call, const char* path)
 {
     if (!state || state->isBusy || state->thread != std::this_thread::get_id())
         return 0;
     state->isBusy = true;
     state->made.emplace_back(call);
+    state->path = path == nullptr ? "" : path;
     int number = 0;
     for (Order& order : state->orders)
     {
@@ -65,6 +68,23 @@ int FaultFor(const char* call)
     }
     state->isBusy = false;
     return number;
+}
+
+const char* FirstText(const char* found, const char* argument)
+{
+    return found != nullptr ? found : argument;
+}
+
+template <class T> const char* FirstText(const char* found, T)
+{
+    return found;
+}
+
+template <class... Arguments> const char* PathAmong(Arguments... arguments)
+{
+    const char* found = nullptr;
+    ((found = FirstText(found, arguments)), ...);
+    return found;
 }
 
 constexpr int noErrno = -1;
@@ -118,6 +138,11 @@ int SystemCalls::Count(std::string_view call) const
     return CountOf(call);
 }
 
+std::string SystemCalls::Path() const
+{
+    return state->path;
+}
+
 std::vector<int> InheritableDescriptors()
 {
     constexpr int most = 1024;
@@ -138,7 +163,7 @@ using namespace tarnwell::test;
     extern "C" result __real_##name parameters;                                                    \
     extern "C" result __wrap_##name parameters                                                     \
     {                                                                                              \
-        if (const int number = FaultFor(#name))                                                    \
+        if (const int number = FaultFor(#name, PathAmong arguments))                               \
             return FailWith<result>(number);                                                       \
         return __real_##name arguments;                                                            \
     }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -32,6 +33,8 @@ public:
     void Interrupt(std::string_view call, int times = 3);
 
     int Count(std::string_view call) const;
+    // The path that the call was given before which something is done.
+    std::string Path() const;
 };
 
 // The descriptors that a program would get which somebody starts now.

@@ -1,5 +1,5 @@
 // Users by their numbers.
-#include "platform/wide.h"
+#include "platform/username.h"
 
 #include <tarnwell/text.h>
 
@@ -19,10 +19,9 @@ TEST(UserNamePosix, IsThatOfTheEffectiveUser)
 {
     const passwd* const user = getpwuid(geteuid());
     ASSERT_NE(user, nullptr);
-    WCHAR name[257] = {};
-    DWORD size = 257;
-    ASSERT_TRUE(GetUserNameW(name, &size));
-    EXPECT_EQ(Units(name), DecodeName(user->pw_name));
+    std::u16string name;
+    ASSERT_TRUE(FindUserName(name));
+    EXPECT_EQ(name, DecodeName(user->pw_name));
 }
 
 TEST(UserNamePosix, AUserWithoutAnEntryHasNone)
@@ -34,11 +33,10 @@ TEST(UserNamePosix, AUserWithoutAnEntryHasNone)
     // The thread alone, as the raw system call does it.
     std::thread([] {
         ASSERT_EQ(syscall(SYS_setresuid, nameless, nameless, nameless), 0);
-        WCHAR name[257] = {};
-        DWORD size = 257;
-        EXPECT_FALSE(GetUserNameW(name, &size));
+        std::u16string name = u"before";
+        EXPECT_FALSE(FindUserName(name));
         EXPECT_EQ(GetLastError(), ERROR_NONE_MAPPED);
-        EXPECT_EQ(name[0], u'\0');
+        EXPECT_EQ(name, u"");
     }).join();
 }
 

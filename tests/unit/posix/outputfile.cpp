@@ -65,7 +65,6 @@ TEST_F(OutputFile, IsTheUsersOwnAndHasNoName)
     umask(before);
     EXPECT_TRUE(fs::is_empty(folder_.Path()));
     EXPECT_EQ(FormerPath(*file).parent_path(), folder_.Path());
-    EXPECT_TRUE(FormerPath(*file).filename().string().starts_with("vrl"));
     struct stat facts = {};
     ASSERT_EQ(fstat(posix::DescriptorOf(file->Get()), &facts), 0);
     EXPECT_EQ(facts.st_mode, S_IFREG | 0600U);

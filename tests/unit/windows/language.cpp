@@ -1,7 +1,7 @@
 // The module speaks the language of the user. A program can't change it for itself: the runner of
 // the tests does, and runs these once more.
-#include "platform/language.h"
 #include "frame/messages.h"
+#include "platform/texts.h"
 
 #include <gtest/gtest.h>
 

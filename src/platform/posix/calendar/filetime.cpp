@@ -1,5 +1,6 @@
 #include "platform/posix/calendar/filetime.h"
 
+#include "platform/filetime.h"
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/filehandle.h"
 
@@ -17,23 +18,18 @@ constexpr std::int64_t nanosecondsPerTick = 100;
 constexpr std::int64_t epochDistance = 11'644'473'600;
 constexpr std::uint64_t lastTicks = std::numeric_limits<std::int64_t>::max();
 
-std::uint64_t TicksOf(const FILETIME& time)
-{
-    return (std::uint64_t{time.dwHighDateTime} << 32) | time.dwLowDateTime;
-}
-
 // What utimensat takes; a null time and a time of 0 leave things as they are.
 timespec TimespecOf(const FILETIME* time)
 {
-    if (time == nullptr || TicksOf(*time) == 0)
+    if (time == nullptr || TimeOf(*time) == 0)
         return {0, UTIME_OMIT};
-    const std::int64_t ticks = static_cast<std::int64_t>(TicksOf(*time));
+    const std::int64_t ticks = static_cast<std::int64_t>(TimeOf(*time));
     return {ticks / ticksPerSecond - epochDistance, ticks % ticksPerSecond * nanosecondsPerTick};
 }
 
 bool IsValid(const FILETIME* time)
 {
-    return time == nullptr || TicksOf(*time) <= lastTicks;
+    return time == nullptr || TimeOf(*time) <= lastTicks;
 }
 
 } // namespace
@@ -47,7 +43,7 @@ FILETIME FileTimeOf(std::int64_t seconds, std::uint32_t nanoseconds)
     else if (seconds >= -epochDistance)
         ticks = static_cast<std::uint64_t>((seconds + epochDistance) * ticksPerSecond +
                                            nanoseconds / nanosecondsPerTick);
-    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+    return tarnwell::FileTimeOf(ticks);
 }
 
 FILETIME CreationTimeOf(const struct statx& entry)

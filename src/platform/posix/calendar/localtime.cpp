@@ -1,5 +1,6 @@
 #include "platform/posix/calendar/localtime.h"
 
+#include "platform/filetime.h"
 #include "platform/posix/errors/lasterror.h"
 
 #include <ctime>
@@ -24,7 +25,7 @@ extern "C" BOOL LocalFileTimeToFileTime(const FILETIME* local, FILETIME* time)
     using namespace tarnwell::posix;
     constexpr std::int64_t ticksPerSecond = 10'000'000;
     constexpr std::uint64_t lastTicks = std::numeric_limits<std::int64_t>::max();
-    const std::uint64_t ticks = (std::uint64_t{local->dwHighDateTime} << 32) | local->dwLowDateTime;
+    const std::uint64_t ticks = tarnwell::TimeOf(*local);
     if (ticks == 0)
     {
         *time = {};
@@ -35,6 +36,6 @@ extern "C" BOOL LocalFileTimeToFileTime(const FILETIME* local, FILETIME* time)
     const std::uint64_t utc = ticks - static_cast<std::uint64_t>(advance);
     if (ticks > lastTicks || utc > lastTicks)
         return Fail(ERROR_INVALID_PARAMETER);
-    *time = {static_cast<DWORD>(utc), static_cast<DWORD>(utc >> 32)};
+    *time = tarnwell::FileTimeOf(utc);
     return 1;
 }

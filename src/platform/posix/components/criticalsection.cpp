@@ -1,8 +1,7 @@
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/errors/lasterror.h"
 
-using tarnwell::ErrorFromErrno;
-using tarnwell::posix::Fail;
+using namespace tarnwell::posix;
 
 extern "C" BOOL InitializeCriticalSectionEx(CRITICAL_SECTION* section, DWORD, DWORD)
 {

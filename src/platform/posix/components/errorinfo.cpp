@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <new>
+#include <pthread.h>
 
 namespace tarnwell::posix
 {
@@ -115,7 +116,41 @@ private:
     std::uint32_t helpContext_ = 0;
 };
 
-thread_local ComPtr<IErrorInfo> current;
+// Where each thread keeps its object. Not in a thread_local with a destructor: the C library ends
+// the process where there is no memory to note one down, at a thread's first failure of all times.
+class Place
+{
+public:
+    Place() : isMade_(pthread_key_create(&key_, &Release) == 0) {}
+    Place(const Place&) = delete;
+    Place& operator=(const Place&) = delete;
+
+    // Takes `next` over and gives what was there. False, and nothing is changed, if memory is
+    // short.
+    bool Exchange(ComPtr<IErrorInfo>& next) const
+    {
+        void* const old = isMade_ ? pthread_getspecific(key_) : nullptr;
+        // Nothing may need no room.
+        if (old == nullptr && !next)
+            return true;
+        if (!isMade_ || pthread_setspecific(key_, next.Get()) != 0)
+            return false;
+        next.Detach();
+        next = ComPtr<IErrorInfo>::Adopt(static_cast<IErrorInfo*>(old));
+        return true;
+    }
+
+private:
+    static void Release(void* object)
+    {
+        static_cast<IErrorInfo*>(object)->Release();
+    }
+
+    pthread_key_t key_ = {};
+    bool isMade_;
+};
+
+const Place current;
 
 } // namespace
 } // namespace tarnwell::posix
@@ -135,14 +170,16 @@ extern "C" HRESULT SetErrorInfo(ULONG reserved, IErrorInfo* info)
     if (reserved != 0)
         return E_INVALIDARG;
     // The old object goes last: its destruction may come back here.
-    const auto old = std::exchange(current, tarnwell::ComPtr<IErrorInfo>::Share(info));
-    return S_OK;
+    auto object = tarnwell::ComPtr<IErrorInfo>::Share(info);
+    return current.Exchange(object) ? S_OK : E_OUTOFMEMORY;
 }
 
 extern "C" HRESULT GetErrorInfo(ULONG reserved, IErrorInfo** info)
 {
     if (reserved != 0 || info == nullptr)
         return E_INVALIDARG;
-    *info = current.Detach();
+    tarnwell::ComPtr<IErrorInfo> object;
+    current.Exchange(object);
+    *info = object.Detach();
     return *info != nullptr ? S_OK : S_FALSE;
 }

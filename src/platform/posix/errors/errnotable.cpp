@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-namespace tarnwell
+namespace tarnwell::posix
 {
 namespace
 {
@@ -84,4 +84,4 @@ int ErrnoFromError(DWORD error)
     return 0;
 }
 
-} // namespace tarnwell
+} // namespace tarnwell::posix

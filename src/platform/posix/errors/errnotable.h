@@ -3,7 +3,7 @@
 
 #include "platform/win32.h"
 
-namespace tarnwell
+namespace tarnwell::posix
 {
 
 // ERROR_GEN_FAILURE for what the table doesn't know; never 0.
@@ -12,4 +12,4 @@ DWORD ErrorFromErrno(int number);
 // The number whose text describes `error` best; 0 for a code without a counterpart.
 int ErrnoFromError(DWORD error);
 
-} // namespace tarnwell
+} // namespace tarnwell::posix

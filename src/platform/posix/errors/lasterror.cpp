@@ -6,8 +6,9 @@
 
 namespace
 {
-// errno is no place for it: the C library overwrites that one in calls that succeed.
-thread_local DWORD lastError = ERROR_SUCCESS;
+// errno is no place for it: the C library overwrites that one in calls that succeed. By this model
+// every thread has room for it from its start, and none is asked for at a thread's first failure.
+[[gnu::tls_model("initial-exec")]] thread_local DWORD lastError = ERROR_SUCCESS;
 } // namespace
 
 extern "C" DWORD GetLastError()

@@ -25,7 +25,6 @@ bool IsProtected(const std::string& path, const struct stat& entry)
 } // namespace
 } // namespace tarnwell::posix
 
-using tarnwell::ErrorFromErrno;
 using namespace tarnwell::posix;
 
 extern "C" BOOL DeleteFileW(LPCWSTR path)

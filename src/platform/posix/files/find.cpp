@@ -7,6 +7,7 @@
 #include "platform/posix/files/descriptor.h"
 #include "platform/posix/files/dirstream.h"
 #include "platform/posix/files/nativepath.h"
+#include "platform/posix/messages/utf16.h"
 
 #include <tarnwell/text.h>
 
@@ -40,18 +41,9 @@ bool SetName(WIN32_FIND_DATAW& record, std::string_view name)
     while (!name.empty())
     {
         const detail::DecodedPoint next = detail::DecodePoint(name);
-        const bool wide = next.point >= 0x10000;
-        if (last - out < (wide ? 2 : 1))
+        const auto lone = static_cast<char32_t>(0xDC00 + static_cast<unsigned char>(name[0]));
+        if (!PutUtf16(out, last, next.bytes == 0 ? lone : next.point))
             return false;
-        if (next.bytes == 0)
-            *out++ = static_cast<WCHAR>(0xDC00 + static_cast<unsigned char>(name[0]));
-        else if (!wide)
-            *out++ = static_cast<WCHAR>(next.point);
-        else
-        {
-            *out++ = static_cast<WCHAR>(0xD7C0 + (next.point >> 10));
-            *out++ = static_cast<WCHAR>(0xDC00 + (next.point & 0x3FF));
-        }
         name.remove_prefix(next.bytes == 0 ? 1 : next.bytes);
     }
     *out = 0;

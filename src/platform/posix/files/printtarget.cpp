@@ -5,11 +5,13 @@
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/filehandle.h"
 #include "platform/posix/files/nativepath.h"
+#include "platform/posix/files/tempfolder.h"
 #include "platform/posix/shell/deletetree.h"
 #include "platform/wide.h"
 
+#include <tarnwell/text.h>
+
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -27,18 +29,15 @@ constexpr std::string_view targetLeaf = "/content";
 
 std::u16string FolderForTarget()
 {
-    std::array<WCHAR, MAX_PATH> folder{};
-    return std::u16string(GetTempPathW(MAX_PATH, folder.data()) == 0 ? u"./"
-                                                                     : Units(folder.data()));
+    std::u16string folder = DecodeName(TemporaryFolder());
+    if (folder.back() != u'/')
+        folder += u'/';
+    return folder;
 }
 
 FileDescriptor OpenTargetAt(const std::string& path, int flags)
 {
-    int descriptor = -1;
-    do
-        descriptor = open(path.c_str(), flags | O_NOFOLLOW | O_CLOEXEC, 0600);
-    while (descriptor < 0 && errno == EINTR);
-    return FileDescriptor(descriptor);
+    return Open(path.c_str(), flags | O_NOFOLLOW, 0600);
 }
 
 BOOL MakeTarget(LPWSTR path)
@@ -85,7 +84,7 @@ DWORD RemoveFolderOf(const std::string& file)
 // For reading: nobody writes to what a client has written.
 HANDLE OpenTarget(const std::string& path)
 {
-    FileDescriptor file = OpenTargetAt(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    FileDescriptor file = OpenTargetAt(path, O_RDONLY | O_NONBLOCK);
     DWORD error = file ? MakeReadable(file.Get()) : LookupError(path, errno);
     if (error == ERROR_SUCCESS)
         error = RemoveFolderOf(path);

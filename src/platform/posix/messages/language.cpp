@@ -1,6 +1,5 @@
-#include "platform/language.h"
-
 #include "platform/posix/messages/languages.h"
+#include "platform/texts.h"
 
 #include <cstdlib>
 #include <string_view>
@@ -8,7 +7,7 @@
 namespace tarnwell
 {
 
-std::string_view MessagesLanguage()
+std::string_view posix::MessagesLanguage()
 {
     for (const char* const variable : {"LC_ALL", "LC_MESSAGES", "LANG"})
     {
@@ -19,23 +18,12 @@ std::string_view MessagesLanguage()
     return "C";
 }
 
-} // namespace tarnwell
-
-extern "C" LANGID GetUserDefaultUILanguage()
+LANGID WantedLanguage()
 {
     // Language, territory, character set, variant: "ja_JP.UTF-8@variant", all but the first
     // optional.
-    const std::string_view locale = tarnwell::MessagesLanguage();
-    return locale.substr(0, locale.find_first_of("_.@")) == "ja" ? tarnwell::japanese
-                                                                 : tarnwell::english;
-}
-
-namespace tarnwell
-{
-
-LANGID WantedLanguage()
-{
-    return GetUserDefaultUILanguage();
+    const std::string_view locale = posix::MessagesLanguage();
+    return locale.substr(0, locale.find_first_of("_.@")) == "ja" ? posix::japanese : posix::english;
 }
 
 } // namespace tarnwell

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-namespace tarnwell
+namespace tarnwell::posix
 {
 
 inline constexpr LANGID english = 2057;
@@ -15,4 +15,4 @@ inline constexpr LANGID japanese = 1041;
 // anything, else "C".
 std::string_view MessagesLanguage();
 
-} // namespace tarnwell
+} // namespace tarnwell::posix

@@ -1,5 +1,6 @@
 // MultiByteToWideChar.
 #include "platform/posix/errors/lasterror.h"
+#include "platform/posix/messages/utf16.h"
 
 #include <cstring>
 #include <limits>
@@ -110,16 +111,7 @@ public:
     }
     bool Put(char32_t point)
     {
-        if (end_ - next_ < (point < 0x10000 ? 1 : 2))
-            return false;
-        if (point < 0x10000)
-        {
-            *next_++ = static_cast<WCHAR>(point);
-            return true;
-        }
-        *next_++ = static_cast<WCHAR>(0xD7C0 + (point >> 10));
-        *next_++ = static_cast<WCHAR>(0xDC00 + (point & 0x3FF));
-        return true;
+        return PutUtf16(next_, end_, point);
     }
     int Size() const
     {

@@ -1,7 +1,9 @@
-#include "platform/posix/messages/systemtext.h"
-
+// What the system says about a code: the C library's text for its counterpart, in the language of
+// the environment.
 #include "platform/posix/errors/errnotable.h"
+#include "platform/posix/errors/lasterror.h"
 #include "platform/posix/messages/languages.h"
+#include "platform/texts.h"
 
 #include <tarnwell/text.h>
 
@@ -10,11 +12,11 @@
 #include <cstring>
 #include <map>
 #include <mutex>
+#include <new>
 #include <string>
 
-namespace tarnwell
+namespace tarnwell::posix
 {
-
 namespace
 {
 
@@ -25,7 +27,8 @@ locale_t MakeLocale(const std::string& language)
     const locale_t base = newlocale(LC_CTYPE_MASK, "C.UTF-8", locale_t{});
     if (base == locale_t{})
         return base;
-    // A language that isn't installed leaves the C library's own English.
+    // A language that isn't installed leaves the C library's own English. One that couldn't be read
+    // is one that isn't installed: the C library remembers that.
     const locale_t wanted = newlocale(LC_MESSAGES_MASK, language.c_str(), base);
     return wanted == locale_t{} ? base : wanted;
 }
@@ -44,11 +47,30 @@ locale_t MessagesLocale()
     return locale;
 }
 
+// Without a locale, in the words that the C library has at hand.
 std::u16string ErrorText(int number)
 {
     const locale_t locale = MessagesLocale();
-    return locale == locale_t{} ? std::u16string() : DecodeName(strerror_l(number, locale));
+    const char* const words =
+        locale == locale_t{} ? strerrordesc_np(number) : strerror_l(number, locale);
+    return words == nullptr ? std::u16string() : DecodeName(words);
 }
+
+// To make a locale, and to find its first text, takes a file: there is none where the failure to be
+// told is that too many are open. So both are done when the library is loaded.
+bool PrepareTexts() noexcept
+{
+    try
+    {
+        return !ErrorText(EMFILE).empty();
+    }
+    catch (const std::bad_alloc&)
+    {
+        return false;
+    }
+}
+
+[[maybe_unused]] const bool arePrepared = PrepareTexts();
 
 int CounterpartOf(DWORD code)
 {
@@ -63,8 +85,7 @@ int CounterpartOf(DWORD code)
 // The one status in use that says nothing at all, which the C library has no words for.
 std::u16string UnspecifiedError()
 {
-    return GetUserDefaultUILanguage() == japanese ? u"エラーを特定できません"
-                                                  : u"Unspecified error";
+    return WantedLanguage() == japanese ? u"エラーを特定できません" : u"Unspecified error";
 }
 
 std::u16string Words(DWORD code)
@@ -76,11 +97,10 @@ std::u16string Words(DWORD code)
 }
 
 } // namespace
+} // namespace tarnwell::posix
 
-std::u16string SystemText(DWORD code)
+extern "C" BOOL FindSystemText(DWORD code, std::u16string& text)
 {
-    const std::u16string words = Words(code);
-    return words.empty() ? words : words + u"\r\n";
+    text = tarnwell::posix::Words(code);
+    return text.empty() ? tarnwell::posix::Fail(ERROR_RESOURCE_NAME_NOT_FOUND) : 1;
 }
-
-} // namespace tarnwell

@@ -173,7 +173,7 @@ extern "C" DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds)
     if (milliseconds != INFINITE)
         return fail(ERROR_NOT_SUPPORTED);
     const int number = object->Wait();
-    return number == 0 ? WAIT_OBJECT_0 : fail(tarnwell::ErrorFromErrno(number));
+    return number == 0 ? WAIT_OBJECT_0 : fail(ErrorFromErrno(number));
 }
 
 extern "C" BOOL GetExitCodeProcess(HANDLE process, DWORD* code)

@@ -1,15 +1,13 @@
-// GetUserNameW.
+#include "platform/username.h"
+
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/errors/lasterror.h"
 
 #include <tarnwell/text.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <new>
 #include <pwd.h>
 #include <unistd.h>
-#include <utility>
 #include <vector>
 
 namespace tarnwell::posix
@@ -18,7 +16,7 @@ namespace
 {
 
 // The name of the effective user in the user database; ERROR_SUCCESS, or why there is none.
-DWORD FindUserName(std::u16string& name)
+DWORD LookUpUserName(std::u16string& name)
 {
     passwd entry{};
     passwd* found = nullptr;
@@ -40,23 +38,9 @@ DWORD FindUserName(std::u16string& name)
 
 using namespace tarnwell::posix;
 
-extern "C" BOOL GetUserNameW(LPWSTR name, DWORD* size)
+extern "C" BOOL FindUserName(std::u16string& name)
 {
-    if (name == nullptr || size == nullptr)
-        return Fail(ERROR_INVALID_PARAMETER);
-    try
-    {
-        std::u16string found;
-        if (const DWORD error = FindUserName(found); error != ERROR_SUCCESS)
-            return Fail(error);
-        const DWORD room = std::exchange(*size, static_cast<DWORD>(found.size() + 1));
-        if (room < *size)
-            return Fail(ERROR_INSUFFICIENT_BUFFER);
-        std::copy_n(found.c_str(), *size, name);
-        return 1;
-    }
-    catch (const std::bad_alloc&)
-    {
-        return Fail(ERROR_NOT_ENOUGH_MEMORY);
-    }
+    name.clear();
+    const DWORD error = LookUpUserName(name);
+    return error == ERROR_SUCCESS ? 1 : Fail(error);
 }

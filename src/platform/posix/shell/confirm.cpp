@@ -2,6 +2,7 @@
 
 #include "platform/posix/dialogs/question.h"
 #include "platform/posix/messages/languages.h"
+#include "platform/texts.h"
 
 namespace tarnwell::posix
 {
@@ -25,7 +26,7 @@ constexpr Wording inJapanese[] = {{"完全に削除しますか: ", "", " 他"},
 
 std::string Question(std::u16string_view first, std::size_t count, Deletion deletion)
 {
-    const auto& wordings = GetUserDefaultUILanguage() == japanese ? inJapanese : inEnglish;
+    const auto& wordings = WantedLanguage() == japanese ? inJapanese : inEnglish;
     const Wording& wording = wordings[static_cast<std::size_t>(deletion)];
     return wording.before + Displayable(first) + (count > 1 ? wording.several : wording.one);
 }

@@ -1,4 +1,4 @@
-// The shell's operations: deleting, for good or to the trash. Icons there are none.
+// The shell's operations: deleting, for good or to the trash.
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/nativepath.h"
 #include "platform/posix/shell/confirm.h"
@@ -113,10 +113,4 @@ extern "C" int SHFileOperationW(SHFILEOPSTRUCTW* operation)
     if (error != ERROR_SUCCESS)
         tarnwell::posix::Fail(error);
     return static_cast<int>(error);
-}
-
-extern "C" DWORD_PTR SHGetFileInfoW(LPCWSTR, DWORD, SHFILEINFOW*, UINT, UINT)
-{
-    tarnwell::posix::Fail(ERROR_NOT_SUPPORTED);
-    return 0;
 }

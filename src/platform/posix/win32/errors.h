@@ -46,11 +46,8 @@ inline constexpr DWORD ERROR_REQUEST_ABORTED = 1235;
 inline constexpr DWORD ERROR_DISK_QUOTA_EXCEEDED = 1295;
 inline constexpr DWORD ERROR_NONE_MAPPED = 1332;
 inline constexpr DWORD ERROR_NO_SYSTEM_RESOURCES = 1450;
-inline constexpr DWORD ERROR_RESOURCE_TYPE_NOT_FOUND = 1813;
 inline constexpr DWORD ERROR_RESOURCE_NAME_NOT_FOUND = 1814;
-inline constexpr DWORD ERROR_RESOURCE_LANG_NOT_FOUND = 1815;
 inline constexpr DWORD ERROR_CANT_RESOLVE_FILENAME = 1921;
-inline constexpr DWORD ERROR_RESOURCE_ENUM_USER_STOP = 15106;
 
 extern "C" DWORD GetLastError();
 extern "C" void SetLastError(DWORD error);

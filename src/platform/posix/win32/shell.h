@@ -20,18 +20,6 @@ struct SHFILEOPSTRUCTW
     LPCWSTR lpszProgressTitle;
 };
 
-inline constexpr UINT SHGFI_SMALLICON = 0x1;
-inline constexpr UINT SHGFI_SYSICONINDEX = 0x4000;
-
-struct SHFILEINFOW
-{
-    void* hIcon;
-    int iIcon;
-    DWORD dwAttributes;
-    WCHAR szDisplayName[MAX_PATH];
-    WCHAR szTypeName[80];
-};
-
 extern "C"
 {
     // FO_DELETE only: for good, or with FOF_ALLOWUNDO to the desktop's trash. What can't go there
@@ -41,7 +29,4 @@ extern "C"
     // last component of "." or ".." are ERROR_INVALID_PARAMETER. The result is 0 or an error code;
     // a "no" to the question is ERROR_CANCELLED with fAnyOperationsAborted set.
     int SHFileOperationW(SHFILEOPSTRUCTW* operation);
-    // There are no system image lists here: 0.
-    DWORD_PTR SHGetFileInfoW(LPCWSTR path, DWORD attributes, SHFILEINFOW* info, UINT size,
-                             UINT flags);
 }

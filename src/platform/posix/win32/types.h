@@ -20,9 +20,6 @@ using LPCWSTR = const WCHAR*;
 using LPCVOID = const void*;
 using HANDLE = void*;
 using HMODULE = void*;
-using HRSRC = void*;
-using HGLOBAL = void*;
-using HLOCAL = void*;
 
 // Callbacks and the system's own calls have the plain calling convention.
 #define CALLBACK

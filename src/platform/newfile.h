@@ -1,0 +1,28 @@
+// New files: one that is to take another's place, and one for a program's output.
+#pragma once
+
+#include "platform/win32.h"
+
+#include <string>
+
+namespace tarnwell
+{
+
+// Whether a file by another name may be had where this error kept one from being made.
+bool MayTryAnotherName(DWORD error);
+
+} // namespace tarnwell
+
+extern "C"
+{
+    // Makes an empty file at `path`, where there must be none, which is to be written and then take
+    // the place of the one at `beside`: whoever may not open that may not open this. Leaves nothing
+    // behind on failure.
+    BOOL MakeFileBeside(const std::u16string& path, const std::u16string& beside);
+
+    // An empty file in the folder for temporary ones (the current one, where there is none that
+    // fits), to be read and written and given to other programs. It goes with its last handle, also
+    // if the host dies. INVALID_HANDLE_VALUE, with the last error set, if there is none; `unopened`
+    // is then its path if it was made and could only not be opened.
+    HANDLE CreateOutputFile(std::u16string& unopened);
+}
