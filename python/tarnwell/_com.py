@@ -8,7 +8,8 @@ import threading
 import uuid
 from typing import Any, Callable, Dict, Optional, Tuple, Union
 
-from ._library import WINDOWS, LoadFailure, open_library
+from ._library import WINDOWS, open_library
+from ._library import LoadFailure as LoadFailure
 
 Text = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 
@@ -147,8 +148,8 @@ def text_at(address: Optional[int]) -> str:
 def new_text(text: str) -> Optional[int]:
     """A text for the module to free."""
     encoded = units(text)
-    address: Optional[int] = module().make_text(encoded, len(encoded) // 2)
-    return address
+    made: Optional[int] = module().make_text(encoded, len(encoded) // 2)
+    return made
 
 
 def take_text(address: Optional[int]) -> str:
@@ -254,7 +255,8 @@ class Pointer:
     def number(self, slot: int, kind: Any, types: Tuple[Any, ...] = (), *arguments: Any) -> int:
         out = kind()
         self.call(slot, (*types, ctypes.c_void_p), *arguments, ctypes.byref(out))
-        return int(out.value)
+        found: int = out.value
+        return found
 
     def find(self, iid: bytes) -> "Optional[Pointer]":
         """The same object by another interface, if it has that."""
@@ -274,7 +276,8 @@ class Pointer:
 def create(clsid: bytes, iid: bytes) -> Pointer:
     """A new object of a class."""
     factory = ctypes.c_void_p()
-    check(lambda: module().class_object(clsid, _IID_CLASS_FACTORY, ctypes.byref(factory)))
+    made = ctypes.byref(factory)
+    check(lambda: int(module().class_object(clsid, _IID_CLASS_FACTORY, made)))
     assert factory.value is not None
     pointer = ctypes.c_void_p
     return Pointer(factory.value).pointer(_CREATE_INSTANCE, (pointer, pointer), None, iid)

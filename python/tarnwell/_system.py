@@ -157,8 +157,14 @@ class FileSystem:
 
 
 def _revision(entry: Pointer) -> Revision:
-    times = [entry.number(slot, ctypes.c_uint64) for slot in (6, 7)]
-    return Revision(entry.text(3), entry.text(4), entry.text(5), *times, entry.text(8))
+    return Revision(
+        id=entry.text(3),
+        description=entry.text(4),
+        author=entry.text(5),
+        modified_time=entry.number(6, ctypes.c_uint64),
+        revision_time=entry.number(7, ctypes.c_uint64),
+        address=entry.text(8),
+    )
 
 
 def kind_of(address: Text) -> str:
