@@ -19,7 +19,7 @@ namespace
 
 // A repository or an index that the host's environment names must not lead the client astray.
 constexpr ClientRow gitClient{
-    .source = u"gitobjects",
+    .source = gitAddresses.source,
     .hiddenNames = u"GIT_",
     .creationFlags = CREATE_UNICODE_ENVIRONMENT,
     .decoding = Decoding::Utf8,

@@ -14,7 +14,7 @@ namespace
 {
 
 constexpr ClientRow mercurialClient{
-    .source = u"hgobjects",
+    .source = mercurialAddresses.source,
     .hiddenNames = nullptr,
     .creationFlags = 0,
     .decoding = Decoding::Utf8,

@@ -1,9 +1,9 @@
 #include "workingcopy/workingcopyparser.h"
 
 #include "frame/messages.h"
+#include "frame/trim.h"
 #include "runner/bufferedreader.h"
 #include "runner/numbers.h"
-#include "frame/trim.h"
 
 #include <optional>
 
