@@ -79,12 +79,17 @@ TEST(ShellTree, ALinkThatTakesAFoldersPlaceIsNotFollowed)
     }
 }
 
+// Without the check the walk would go up as many folders as were closed, and empty each. So all
+// that it could come to is the test's own: the place outside lies deeper than that.
 TEST(ShellTree, AFolderThatIsMovedAwayLeadsNobodyOutOfTheTree)
 {
-    const TempFolder folder;
-    const TempFolder outside;
-    WriteBytes(outside / u"kept", "");
     constexpr int levels = 40;
+    const TempFolder folder;
+    fs::path outside = folder.Path() / "outside";
+    for (int i = 0; i < 2 * levels; ++i)
+        outside /= "o";
+    fs::create_directories(outside);
+    WriteBytes((outside / "kept").u16string(), "");
     ASSERT_NO_FATAL_FAILURE(MakeDeepTree(folder.Path() / "deep", levels));
     // The first way back up: eight folders were closed on the way down, all but the empty one at
     // the bottom were opened.
@@ -92,9 +97,9 @@ TEST(ShellTree, AFolderThatIsMovedAwayLeadsNobodyOutOfTheTree)
     for (int i = 0; i < 8; ++i)
         moved /= "level";
     SystemCalls calls;
-    calls.Before("openat", 1 + levels + 1, [&] { fs::rename(moved, outside.Path() / "moved"); });
+    calls.Before("openat", 1 + levels + 1, [&] { fs::rename(moved, outside / "moved"); });
     EXPECT_EQ(CodeOf({folder / u"deep"}), static_cast<int>(ERROR_BUSY));
-    EXPECT_TRUE(fs::exists(outside.Path() / "kept"));
+    EXPECT_TRUE(fs::exists(outside / "kept"));
 }
 
 TEST(ShellTree, EntriesThatAListingPassesOverAreLookedForAgain)
