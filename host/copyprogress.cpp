@@ -1,8 +1,9 @@
 #include "copyprogress.h"
 
-#include "refcount.h"
 #include "system.h"
 #include "text16.h"
+
+#include <tarnwell/implements.h>
 
 #include <chrono>
 
@@ -27,7 +28,7 @@ std::u16string Bar(std::size_t step)
     return u"[" + bar + u"]";
 }
 
-class CopyProgress final : public ICopyProgress
+class CopyProgress final : public Implements<ICopyProgress>
 {
 public:
     explicit CopyProgress(const std::u16string& what) : what_(what), shown_(ErrorsAreTerminal()) {}
@@ -36,19 +37,6 @@ public:
     {
         if (step_ > 0)
             WriteErrors("\r\x1b[K");
-    }
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
-    {
-        return Query<ICopyProgress>(this, iid, out);
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override
-    {
-        return references_.Up();
-    }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        return references_.Down(this);
     }
 
     HRESULT STDMETHODCALLTYPE QueryContinue(VARIANT_BOOL* keepGoing) override
@@ -75,7 +63,6 @@ private:
     const Clock::time_point start_ = Clock::now();
     Clock::time_point drawn_ = start_;
     std::size_t step_ = 0;
-    ReferenceCount references_;
 };
 
 } // namespace

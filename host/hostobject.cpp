@@ -1,8 +1,7 @@
 #include "hostobject.h"
 
-#include "refcount.h"
-
 #include <tarnwell/host.h>
+#include <tarnwell/implements.h>
 
 #include <string_view>
 #include <utility>
@@ -24,23 +23,10 @@ HRESULT Give(const std::u16string& text, BSTR* out)
     return *out == nullptr ? E_OUTOFMEMORY : S_OK;
 }
 
-class HostObject final : public IHostWindow, public IHostCredentials, public IHostSettings
+class HostObject final : public Implements<IHostWindow, IHostCredentials, IHostSettings>
 {
 public:
     explicit HostObject(CommandLine line) : line_(std::move(line)) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
-    {
-        return Query<IHostWindow, IHostCredentials, IHostSettings>(this, iid, out);
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override
-    {
-        return references_.Up();
-    }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        return references_.Down(this);
-    }
 
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override
     {
@@ -102,7 +88,6 @@ public:
 
 private:
     const CommandLine line_;
-    ReferenceCount references_;
 };
 
 } // namespace

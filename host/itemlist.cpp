@@ -1,6 +1,6 @@
 #include "itemlist.h"
 
-#include "refcount.h"
+#include <tarnwell/implements.h>
 
 namespace tarnwell::host
 {
@@ -8,23 +8,10 @@ namespace tarnwell::host
 namespace
 {
 
-class ItemList final : public IItemList
+class ItemList final : public Implements<IItemList>
 {
 public:
     explicit ItemList(std::vector<std::u16string> addresses) : addresses_(std::move(addresses)) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
-    {
-        return Query<IItemList>(this, iid, out);
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override
-    {
-        return references_.Up();
-    }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        return references_.Down(this);
-    }
 
     HRESULT STDMETHODCALLTYPE GetCount(std::int32_t* count) override
     {
@@ -47,7 +34,6 @@ public:
 
 private:
     const std::vector<std::u16string> addresses_;
-    ReferenceCount references_;
 };
 
 } // namespace
