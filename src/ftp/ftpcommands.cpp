@@ -1,13 +1,11 @@
 #include "ftp/ftpcommands.h"
 
-#include "frame/exception.h"
+#include "addressed/interfaceimpl.h"
 #include "frame/filetimes.h"
 #include "frame/messages.h"
-#include "frame/status.h"
 #include "frame/text.h"
 #include "ftp/ftpreply.h"
 #include "ftp/ftptree.h"
-#include "ftp/ftpuri.h"
 #include "platform/wide.h"
 
 #include <algorithm>
@@ -17,8 +15,6 @@ namespace tarnwell
 
 namespace
 {
-
-constexpr HRESULT notFound = StatusFromError(ERROR_FILE_NOT_FOUND);
 
 // What a server calls an item may be anything. Only a name that leads into the folder, and to
 // another item than the folder, makes one.
@@ -51,6 +47,11 @@ std::shared_ptr<FSItem> ItemOf(const WIN32_FIND_DATAW& record, const std::u16str
     return item;
 }
 
+std::u16string UriFact(const Uri& uri)
+{
+    return u"uri: \"" + uri.GetText() + u"\"";
+}
+
 // The session stays, since what isn't there is an ordinary answer; but its connection goes if
 // it may be a dead one.
 [[noreturn]] void ThrowNotListed(FTPSession& session, const Uri& folder,
@@ -59,21 +60,11 @@ std::shared_ptr<FSItem> ItemOf(const WIN32_FIND_DATAW& record, const std::u16str
     const std::u16string reply = ReadLastResponse();
     const bool wasRefused = error == ERROR_INTERNET_EXTENDED_ERROR;
     const bool answered = wasRefused || error == ERROR_FILE_NOT_FOUND;
-    const std::u16string path = folder.GetPath();
-    std::u16string text = FormatMessageById(MessageId::UriNotFound, {path});
-    text += u"\n[uri: \"" + folder.GetText() + u"\"\nsearchPattern: " + pattern + u"\n";
-    text += wasRefused ? u"ExtendedError: " + reply : u"GetLastError(): " + Decimal(error);
     if (!answered || reply.starts_with(u"421"))
         session.ResetHandles();
-    throw ComException(notFound, text + u"]", At(ftpSource));
-}
-
-[[noreturn]] void ThrowNotFound(const Uri& uri)
-{
-    throw ComException(notFound,
-                       FormatMessageById(MessageId::UriNotFound, {uri.GetPath()}) + u"\n[uri: \"" +
-                           uri.GetText() + u"\"]",
-                       At(ftpSource));
+    ThrowNotFound(folder.GetPath(),
+                  {UriFact(folder), u"searchPattern: " + pattern,
+                   wasRefused ? u"ExtendedError: " + reply : u"GetLastError(): " + Decimal(error)});
 }
 
 // Not the one error that means an empty folder, as a search for what isn't there has it, too.
@@ -148,7 +139,7 @@ std::shared_ptr<FSItem> FtpFind(FTPSession& session, const HostUIUser& host, con
         return item->text == wanted || item->text == asListed;
     });
     if (found == items.end())
-        ThrowNotFound(uri);
+        ThrowNotFound(uri.GetPath(), {UriFact(uri)});
     return *found;
 }
 

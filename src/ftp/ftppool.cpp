@@ -25,8 +25,6 @@ bool IsTooOld(std::uint64_t since, std::uint64_t now)
     return now / ticksPerSecond - since / ticksPerSecond > longestWait;
 }
 
-// Never destroyed at the end of a process, when nobody knows which threads are still at work: the
-// system cuts the connections.
 constinit std::atomic<ConnectionPool*> thePool{nullptr};
 
 } // namespace
@@ -77,15 +75,23 @@ void ConnectionPool::Prune(std::uint64_t now)
     }
 }
 
+void ConnectionPool::Clear() noexcept
+{
+    decltype(idle_) closed; // when the lock is free again
+    const Locked locked(lock_);
+    closed.swap(idle_);
+}
+
 ConnectionPool& TheConnectionPool()
 {
     static ConnectionPool* const made = thePool = new ConnectionPool;
     return *made;
 }
 
-void EndConnectionPool() noexcept
+void CloseIdleConnections() noexcept
 {
-    delete thePool.exchange(nullptr);
+    if (ConnectionPool* const pool = thePool)
+        pool->Clear();
 }
 
 } // namespace tarnwell

@@ -30,6 +30,9 @@ public:
     // Closes all sessions that have waited for more than 60 seconds.
     void Prune(std::uint64_t now);
 
+    // Closes all that wait.
+    void Clear() noexcept;
+
 private:
     struct Idle
     {
@@ -42,10 +45,11 @@ private:
     CriticalSection lock_;
 };
 
-// The process's only one, made at its first use.
+// The process's only one, made at its first use. It isn't destroyed at the end of the process, when
+// nobody knows which threads are still at work: the system cuts the connections.
 ConnectionPool& TheConnectionPool();
 
-// Closes the sessions that wait. Called once, when the module leaves a process that goes on.
-void EndConnectionPool() noexcept;
+// Closes what waits in it, if there is one.
+void CloseIdleConnections() noexcept;
 
 } // namespace tarnwell

@@ -88,8 +88,7 @@ ComPtr<IFileStream> FtpOpenStream(std::unique_ptr<FTPSession> session, const Hos
                                      FTP_TRANSFER_TYPE_BINARY | INTERNET_FLAG_RELOAD, 0));
     if (!file)
         ThrowLastInternetError(MessageId::OpenFailed, path);
-    ComPtr<ComObject<FtpStreamObject>> stream;
-    ThrowIfNotMade(MakeObject<FtpStreamObject>(stream));
+    auto stream = NewObject<FtpStreamObject>();
     stream->Attach(std::move(file), std::move(session));
     return ComPtr<IFileStream>::Adopt(stream.Detach());
 }

@@ -1,6 +1,7 @@
 #include "module/classtable.h"
 
 #include "frame/comobject.h"
+#include "ftp/ftpobjects.h"
 #include "git/gitobjects.h"
 #include "local/filesystem.h"
 #include "mercurial/hgobjects.h"
@@ -21,12 +22,6 @@ namespace tarnwell
 namespace
 {
 
-// Stands in a row whose backend isn't built yet.
-HRESULT NotBuiltYet(::IUnknown*, REFIID, void**)
-{
-    return E_NOTIMPL;
-}
-
 // A class, how an instance of it is made, and its class object.
 struct ClassRow
 {
@@ -39,7 +34,7 @@ constinit ClassRow rows[] = {
     {CLSID_Win32FileSystem, MakeInstance<CWin32FileSystemObject>},
     {CLSID_P4FileSystem, MakeInstance<P4FileSystemObject>},
     {CLSID_SVNFileSystem, MakeInstance<SVNFileSystemObject>},
-    {CLSID_FTPFileSystem, NotBuiltYet},
+    {CLSID_FTPFileSystem, MakeInstance<FTPFileSystemObject>},
     {CLSID_HGFileSystem, MakeInstance<HGFileSystemObject>},
     {CLSID_GITFileSystem, MakeInstance<GITFileSystemObject>},
 };

@@ -1,5 +1,6 @@
 #include "module/lifecycle.h"
 
+#include "ftp/ftppool.h"
 #include "module/classtable.h"
 
 namespace tarnwell
@@ -15,8 +16,10 @@ void StartModule()
     started = SUCCEEDED(InitializeClassTable());
 }
 
-void StopModule()
+void StopModule(Ending ending)
 {
+    if (ending == Ending::OfModule)
+        CloseIdleConnections();
     if (started)
         ReleaseClassTable();
     started = false;

@@ -8,8 +8,17 @@ namespace tarnwell
 // no class objects.
 void StartModule();
 
-// Runs once when the process ends: lets go of the class objects.
-void StopModule();
+// What ends: the process, or only the module's time in it.
+enum class Ending
+{
+    OfProcess,
+    OfModule
+};
+
+// Runs once: lets go of the class objects. Where the process goes on, the connections to servers
+// that wait for their next use are closed; else the system does that, and nothing that other
+// threads may still be using is touched.
+void StopModule(Ending ending);
 
 bool ModuleStarted();
 

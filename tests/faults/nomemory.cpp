@@ -79,7 +79,7 @@ TEST(NoMemory, MakesNoObject)
     const HRESULT status = factory->CreateInstance(nullptr, IidOf<::IUnknown>(), &out);
     EXPECT_EQ(status, E_OUTOFMEMORY);
     EXPECT_EQ(out, nullptr);
-    StopModule();
+    StopModule(Ending::OfProcess);
 }
 
 TEST(NoMemory, MakesNoClassObject)
@@ -90,7 +90,7 @@ TEST(NoMemory, MakesNoClassObject)
     const HRESULT status = DllGetClassObject(CLSID_P4FileSystem, IidOf<::IUnknown>(), &out);
     EXPECT_EQ(status, E_OUTOFMEMORY);
     EXPECT_EQ(out, nullptr);
-    StopModule();
+    StopModule(Ending::OfProcess);
 }
 
 // What `make` leaves when the object that it makes first is refused.

@@ -23,7 +23,7 @@ TEST(FailingStart, AModuleThatDidNotStartGivesOutNothing)
     EXPECT_EQ(DllGetClassObject(CLSID_Win32FileSystem, IID_IUnknown, &out), E_UNEXPECTED);
     EXPECT_EQ(out, nullptr);
     EXPECT_EQ(DllCanUnloadNow(), S_FALSE);
-    StopModule();
+    StopModule(Ending::OfProcess);
 }
 
 TEST(FailingStart, AnObjectWithoutItsLockIsNotMade)

@@ -141,19 +141,6 @@ TEST(ClassObjects, MakeNothingForAnInterfaceThatIsMissing)
     EXPECT_EQ(out, nullptr);
 }
 
-// To shrink with each backend that is built.
-TEST(ClassObjects, MakeNothingOfABackendThatIsNotBuilt)
-{
-    for (const GUID& classId : {CLSID_FTPFileSystem})
-    {
-        void* out = &out;
-        EXPECT_EQ(ClassObject(classId)->CreateInstance(nullptr, IidOf<::IUnknown>(), &out),
-                  E_NOTIMPL)
-            << classId.Data1;
-        EXPECT_EQ(out, nullptr);
-    }
-}
-
 } // namespace
 
 } // namespace tarnwell::test

@@ -130,7 +130,7 @@ TEST(Lifecycle, NothingIsGivenOutBeforeTheStartAndAfterTheEnd)
     EXPECT_EQ(ask(), E_UNEXPECTED);
     StartModule();
     EXPECT_EQ(ask(), S_OK);
-    StopModule();
+    StopModule(Ending::OfProcess);
     EXPECT_EQ(ask(), E_UNEXPECTED);
 }
 

@@ -156,6 +156,17 @@ TEST_F(FtpPool, WhatIsYoungKeepsItsOrder)
     }
 }
 
+TEST_F(FtpPool, ClearingItClosesWhatWaitsAndNothingElse)
+{
+    const auto used = Connected(key);
+    pool.Release(Connected(key), start);
+    pool.Release(Connected(other), start);
+    EXPECT_EQ(internet.Open().size(), 6U);
+    pool.Clear();
+    EXPECT_EQ(internet.Open().size(), 2U);
+    pool.Clear();
+}
+
 TEST_F(FtpPool, ItsEndClosesWhatWaits)
 {
     {

@@ -11,7 +11,8 @@ __attribute__((constructor)) void Loaded()
 
 __attribute__((destructor)) void Unloading()
 {
-    tarnwell::StopModule();
+    // The library stays loaded until then.
+    tarnwell::StopModule(tarnwell::Ending::OfProcess);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "module/lifecycle.h"
 #include "platform/win32.h"
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID)
+extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID processEnds)
 {
     if (reason == DLL_PROCESS_ATTACH)
     {
@@ -10,7 +10,8 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID)
     }
     else if (reason == DLL_PROCESS_DETACH)
     {
-        tarnwell::StopModule();
+        tarnwell::StopModule(processEnds == nullptr ? tarnwell::Ending::OfModule
+                                                    : tarnwell::Ending::OfProcess);
     }
     return TRUE;
 }
