@@ -18,7 +18,7 @@ enum class Ending
 // Runs once: lets go of the class objects. Where the process goes on, the connections to servers
 // that wait for their next use are closed; else the system does that, and nothing that other
 // threads may still be using is touched.
-void StopModule(Ending ending);
+void StopModule(Ending ending = Ending::OfProcess);
 
 bool ModuleStarted();
 
