@@ -2,6 +2,7 @@
 
 #include "support/process.h"
 
+#include <algorithm>
 #include <grp.h>
 #include <ostream>
 #include <pwd.h>
@@ -62,6 +63,20 @@ std::string GroupName()
     return found == nullptr ? "" : found->gr_name;
 }
 
+void GiveToNobody(const fs::path& folder)
+{
+    const passwd* const nobody = getpwnam("nobody");
+    if (nobody == nullptr)
+        throw std::runtime_error("there is no user \"nobody\"");
+    const auto give = [&](const fs::path& path) {
+        if (chown(path.c_str(), nobody->pw_uid, nobody->pw_gid) != 0)
+            throw std::runtime_error("can't give away " + path.string());
+    };
+    give(folder);
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder))
+        give(entry.path());
+}
+
 std::vector<std::string> PrepareVsftpd(const Place& place)
 {
     place.Write("passwords", "secret\n");
@@ -72,10 +87,11 @@ std::vector<std::string> PrepareVsftpd(const Place& place)
         "listen_address=127.0.0.1",
         "listen_port=" + std::to_string(place.port),
         "background=NO",
-        // So that whoever runs the tests can run it.
+        // With the rights of a user who owns nothing but the test's folder. It can't be shut in
+        // there: its root would have to be read-only.
         "run_as_launching_user=YES",
-        "ftp_username=" + UserName(),
-        "nopriv_user=" + UserName(),
+        "ftp_username=nobody",
+        "nopriv_user=nobody",
         "seccomp_sandbox=NO",
         "isolate=NO",
         "isolate_network=NO",
@@ -102,7 +118,10 @@ std::vector<std::string> PrepareVsftpd(const Place& place)
     for (const std::string& line : settings)
         text += line + "\n";
     place.Write("settings", text);
-    return {Unpacked("usr/sbin/vsftpd").string(), place.In("settings")};
+    GiveToNobody(place.folder);
+    return {"setpriv",           "--reuid=nobody", "--regid=nogroup",
+            "--clear-groups",    "--no-new-privs", Unpacked("usr/sbin/vsftpd").string(),
+            place.In("settings")};
 }
 
 std::vector<std::string> PrepareProftpd(const Place& place)
@@ -126,8 +145,7 @@ std::vector<std::string> PrepareProftpd(const Place& place)
         "AuthOrder mod_auth_file.c",
         "AuthUserFile " + place.In("users"),
         "RequireValidShell off",
-        // Only root can have it so; for others the login folder is one among many.
-        geteuid() == 0 ? "DefaultRoot ~" : "",
+        "DefaultRoot ~",
         "DelayEngine off",
         "ControlsEngine off",
         "WtmpLog off",
@@ -200,8 +218,18 @@ void PrintTo(FtpServerKind kind, std::ostream* out)
     *out << KindOf(kind).name;
 }
 
+std::vector<FtpServerKind> ConfinedFtpServers()
+{
+    if (geteuid() != 0)
+        return {FtpServerKind::Pyftpdlib};
+    return {FtpServerKind::Vsftpd, FtpServerKind::Proftpd, FtpServerKind::Pyftpdlib};
+}
+
 RealFtpServer::RealFtpServer(FtpServerKind kind) : kind_(kind), root_(MadeFolder(folder_))
 {
+    const std::vector<FtpServerKind> confined = ConfinedFtpServers();
+    if (std::find(confined.begin(), confined.end(), kind) == confined.end())
+        throw std::runtime_error(std::string("only root can confine ") + KindOf(kind).name);
     const Place place{folder_.Path(), root_, port_};
     process_ = std::make_unique<const ServerProcess>(KindOf(kind).prepare(place), port_);
 }
