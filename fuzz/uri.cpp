@@ -1,6 +1,7 @@
 // Any text as an address of each class.
 #include "git/gituri.h"
 #include "mercurial/hguri.h"
+#include "perforce/p4uri.h"
 #include "subversion/svnuri.h"
 #include "support/addresses.h"
 
@@ -70,11 +71,36 @@ void CheckSubversion(const std::u16string& text, const Uri* uri)
     Expect(uri->Clone()->GetText().ends_with(file), "a copy is without the revision");
 }
 
+// Null also for what loses its server or its form when it is composed, which is as designed: a
+// server without a user, and line ends in an authority.
+std::shared_ptr<Uri> MakePerforce(const std::u16string& text)
+{
+    std::shared_ptr<Uri> uri = Make<P4Uri>(text);
+    const bool isKept = uri && (uri->GetHost().empty() || !uri->GetUser().empty()) &&
+                        text.find_first_of(u"\n\r\u2028\u2029") == std::u16string::npos;
+    return isKept ? uri : nullptr;
+}
+
+void CheckPerforce(const std::u16string& text, const Uri* uri)
+{
+    if (uri == nullptr)
+        return;
+    Expect(uri->GetGroup(0) == text, "nothing falls silently");
+    const std::u16string path = uri->GetPath();
+    const std::u16string file(p4Marker.Strip(path));
+    Expect(uri->Clone()->GetPath() == file, "a copy is without the revision");
+    Expect(uri->GetPort() == noPort, "a port is the server's");
+    const std::u16string depot = NormalizeDepotPath(path);
+    Expect(depot.starts_with(u"//") && depot.ends_with(path), "a depot has two slashes");
+    Expect(NormalizeDepotPath(depot) == depot, "once is enough");
+}
+
 // A row for each class of addresses.
 struct AddressClass
 {
     std::shared_ptr<Uri> (*make)(const std::u16string& text);
     Check check;
+    bool hostNeedsUser = false;
 };
 
 constexpr AddressClass classes[] = {
@@ -82,6 +108,7 @@ constexpr AddressClass classes[] = {
     {Make<GITUri>, CheckWorkingCopy<GITUri>},
     {Make<HGUri>, CheckWorkingCopy<HGUri>},
     {Make<SVNUri>, CheckSubversion},
+    {MakePerforce, CheckPerforce, true},
 };
 
 } // namespace
@@ -92,7 +119,7 @@ void Try(std::string_view bytes)
     for (const AddressClass& row : classes)
     {
         const std::shared_ptr<Uri> uri = row.make(text);
-        row.check(text, uri && CheckAddress(*uri) ? uri.get() : nullptr);
+        row.check(text, uri && CheckAddress(*uri, row.hostNeedsUser) ? uri.get() : nullptr);
     }
 }
 

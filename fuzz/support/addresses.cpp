@@ -70,7 +70,7 @@ void CheckParts(const Uri& uri, const UriParts& parts)
     Expect(uri.GetGroup(-1).empty() && uri.GetGroup(10000).empty(), "other groups are empty");
 }
 
-void CheckComposed(const Uri& uri, UriParts parts)
+void CheckComposed(const Uri& uri, UriParts parts, bool hostNeedsUser)
 {
     const std::shared_ptr<Uri> composed = uri.Compose(parts);
     const std::shared_ptr<Uri> bare = uri.WithoutCredentials();
@@ -78,8 +78,12 @@ void CheckComposed(const Uri& uri, UriParts parts)
         parts.password.clear();
     CheckSame(composed->GetParts(), parts, "what is composed is taken apart alike");
     Expect(composed->Compose(parts)->GetText() == composed->GetText(), "once is enough");
-    CheckSame(bare->GetParts(), {parts.scheme, {}, {}, parts.host, parts.port, parts.path},
-              "credentials go, and nothing else");
+    if (hostNeedsUser && !parts.host.empty())
+        Expect(bare->GetText() == parts.scheme + u"://" + parts.host + u"/" + parts.path,
+               "credentials go, and the host is a path");
+    else
+        CheckSame(bare->GetParts(), {parts.scheme, {}, {}, parts.host, parts.port, parts.path},
+                  "credentials go, and nothing else");
     UriParts local = parts;
     local.host.clear();
     Expect(uri.Compose(local)->GetText() == parts.scheme + u"://" + parts.path,
@@ -91,7 +95,7 @@ void CheckComposed(const Uri& uri, UriParts parts)
 
 } // namespace
 
-bool CheckAddress(const Uri& uri)
+bool CheckAddress(const Uri& uri, bool hostNeedsUser)
 {
     CheckCopies(uri);
     std::size_t answered = 0;
@@ -105,7 +109,7 @@ bool CheckAddress(const Uri& uri)
     if (answered == 0)
         return false;
     CheckParts(uri, uri.GetParts());
-    CheckComposed(uri, uri.GetParts());
+    CheckComposed(uri, uri.GetParts(), hostNeedsUser);
     return true;
 }
 

@@ -37,7 +37,8 @@ template <class Address> std::shared_ptr<Uri> Make(const std::u16string& text)
 }
 
 // Asks `uri` everything and holds the answers against one another. False if it answers nothing,
-// since its class's pattern doesn't match.
-bool CheckAddress(const Uri& uri);
+// since its class's pattern doesn't match. In some classes a host is one only with a user in front
+// of it, so that one without isn't found again in what is composed.
+bool CheckAddress(const Uri& uri, bool hostNeedsUser = false);
 
 } // namespace tarnwell::fuzz

@@ -262,14 +262,20 @@ FSItems P4ListFolder(const HostUIUser& host, const Uri& uri)
     const std::u16string all =
         std::u16string(folder) + (folder.ends_with(u'/') ? u"*" : u"/*") + revision;
     FSItems items = ListP4(host, uri, P4FstatArguments(all), ReadFstat);
-    for (const std::shared_ptr<FSItem>& file : items)
-        file->text = AddressOf(parts, file->text + u"#" + Decimal(file->revision));
+    CompleteP4Files(uri, items);
     for (std::shared_ptr<FSItem>& sub : ListP4(host, uri, P4DirsArguments(all), ReadDirs))
     {
         sub->text = AddressOf(parts, sub->text + revision);
         items.push_back(std::move(sub));
     }
     return items;
+}
+
+void CompleteP4Files(const Uri& folder, const FSItems& files)
+{
+    UriParts parts = folder.GetParts();
+    for (const std::shared_ptr<FSItem>& file : files)
+        file->text = AddressOf(parts, file->text + u"#" + Decimal(file->revision));
 }
 
 std::vector<RevisionRecord> P4History(const HostUIUser& host, const std::u16string& address)

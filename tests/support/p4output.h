@@ -91,7 +91,7 @@ inline constexpr std::string_view filelogOutput = R"(//depot/dir/a.txt
 ... #2 change 11 integrate on 2009/05/31 00:00:00 by bob@bobs-ws (binary+F)
 
 
-... #1 change 10 add on 2009/02/29 00:00:00 by ann@ws (utf16) 'not the format of -l'
+... #1 change 10 add on 2009/13/29 00:00:00 by ann@ws (utf16) 'not the format of -l'
 )";
 
 // p4 have //depot/dir/a.txt

@@ -208,7 +208,7 @@ TEST_P(P4Parser, AHistoryIsReadAsItWasRecorded)
     EXPECT_EQ(log.records[3].id, u"2");
     EXPECT_EQ(log.records[3].description, u"11") << "there is none: the change stands alone";
     EXPECT_EQ(log.records[4].id, u"1");
-    EXPECT_EQ(log.records[4].modifiedTime, 0U) << "there was no such day";
+    EXPECT_EQ(log.records[4].modifiedTime, 0U) << "there is no such month";
 }
 
 TEST_P(P4Parser, LinesOfADescriptionRunTogether)

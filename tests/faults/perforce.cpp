@@ -1,0 +1,289 @@
+// The Perforce file system whose platform calls fail: which message each failure has, and that
+// nothing is leaked and nothing stays behind.
+#include "faults/local.h"
+
+#include "perforce/p4objects.h"
+#include "support/environmentvalue.h"
+#include "support/fakehost.h"
+#include "support/perforcedepot.h"
+
+#include <algorithm>
+#include <functional>
+#include <set>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr DWORD someError = ERROR_BUSY;
+constexpr HRESULT someStatus = StatusFromError(someError);
+const std::u16string address = u"p4:////depot/base/a.txt";
+
+const std::u16string communication = u"An error occurred while communicating with Perforce. ";
+
+class FailingPerforce : public testing::Test
+{
+protected:
+    FailingPerforce()
+    {
+        EXPECT_EQ(MakeInstance<P4FileSystemObject>(nullptr, IID_IFileSystem, system_.OutVoid()),
+                  S_OK);
+        host_->credentials = {S_OK, u"ann", u"secret", u"server"};
+        system_.As<IFileSystemInit>()->SetHost(host_->Unknown());
+        depot_.Submit("a.txt", "one");
+        depot_.Submit("a.txt", "two");
+        depot_.Submit("sub/b.txt", "b");
+    }
+    ~FailingPerforce() override
+    {
+        EXPECT_TRUE(fs::is_empty(temporary_.Path()));
+    }
+
+    HRESULT List() const
+    {
+        ComPtr<IFolder> folder;
+        HRESULT status =
+            system_->GetFolder(Wide(u"p4:////depot/base"), VARIANT_FALSE, folder.Out());
+        if (FAILED(status))
+            return status;
+        ComPtr<IFolderContents> contents;
+        status = folder->GetContents(contents.Out());
+        EXPECT_EQ(status == S_OK, static_cast<bool>(contents));
+        return status;
+    }
+    HRESULT Stat() const
+    {
+        ComPtr<IFile> file;
+        const HRESULT status = system_->GetFile(Wide(address), VARIANT_FALSE, file.Out());
+        std::uint32_t size = 0;
+        return FAILED(status) ? status : file->GetSizeLow(&size);
+    }
+    HRESULT Open() const
+    {
+        ComPtr<IFile> file;
+        HRESULT status = system_->GetFile(Wide(address), VARIANT_FALSE, file.Out());
+        if (FAILED(status))
+            return status;
+        ComPtr<IFileStream> stream;
+        status = file->Open(GENERIC_READ, OPEN_EXISTING, stream.Out());
+        EXPECT_EQ(status == S_OK, static_cast<bool>(stream));
+        return status;
+    }
+    // Succeeds always; how many there are.
+    std::uint32_t Revisions() const
+    {
+        ComPtr<IRevisions> revisions;
+        EXPECT_EQ(
+            system_.As<IFileSystemRevisions>()->GetRevisions(Wide(address), 0, revisions.Out()),
+            S_OK);
+        std::uint32_t count = 0;
+        EXPECT_EQ(revisions->GetCount(&count), S_OK);
+        return count;
+    }
+
+    // What the action gives with the `n`-th call of `operation` failing.
+    template <class Action>
+    static Result With(const char* operation, int n, DWORD error, Action&& action)
+    {
+        Faults faults;
+        faults.Fail(operation, n, error);
+        const Result result = ResultOf(action);
+        EXPECT_EQ(faults.Failures(), 1) << operation << ' ' << n;
+        return result;
+    }
+    Result ListWith(const char* operation, int n, DWORD error = someError) const
+    {
+        return With(operation, n, error, [&] { return List(); });
+    }
+    Result OpenWith(const char* operation, int n, DWORD error = someError) const
+    {
+        return With(operation, n, error, [&] { return Open(); });
+    }
+
+    PerforceDepot depot_;
+    const TempFolder temporary_;
+    const EnvironmentValue variable_{"TMPDIR", temporary_.Path().c_str()};
+    const ComPtr<FakeHost> host_ = FakeHost::Make();
+    ComPtr<IFileSystem> system_;
+};
+
+TEST_F(FailingPerforce, WithoutAFaultEverythingWorks)
+{
+    EXPECT_EQ(List(), S_OK);
+    EXPECT_EQ(Stat(), S_OK);
+    EXPECT_EQ(Open(), S_OK);
+    EXPECT_EQ(Revisions(), 2U);
+}
+
+TEST_F(FailingPerforce, ThereIsNoClient)
+{
+    const std::u16string text = u"Can't find the Perforce command line utility (p4.exe). Please "
+                                u"check that the Perforce client is correctly installed. ";
+    EXPECT_THAT(ListWith("CreateProcessW", 1, ERROR_FILE_NOT_FOUND),
+                FailsWith(StatusFromError(ERROR_FILE_NOT_FOUND), text));
+    EXPECT_THAT(OpenWith("CreateProcessW", 1, ERROR_FILE_NOT_FOUND),
+                FailsWith(StatusFromError(ERROR_FILE_NOT_FOUND), text));
+}
+
+TEST_F(FailingPerforce, WithoutAClientNobodyIsAsked)
+{
+    EXPECT_EQ(OpenWith("FindClient", 1).status, S_OK) << "it was there all the same";
+    EXPECT_TRUE(host_->Calls().empty());
+    EXPECT_TRUE(depot_.Runs().back().starts_with("print|"));
+    EXPECT_EQ(Open(), S_OK);
+    EXPECT_TRUE(depot_.Runs().back().starts_with("-u|ann|-P|secret|-p|server|print|"));
+}
+
+TEST_F(FailingPerforce, TheClientCannotBeRun)
+{
+    for (const auto& [operation, calls] :
+         {std::pair{"CreateProcessW", 2}, std::pair{"CreatePipe", 6},
+          std::pair{"SetHandleInformation", 6}})
+    {
+        for (int n = 1; n <= calls; ++n)
+            EXPECT_THAT(ListWith(operation, n), FailsWith(someStatus, communication));
+        EXPECT_THAT(OpenWith(operation, 1), FailsWith(someStatus, communication));
+    }
+}
+
+TEST_F(FailingPerforce, ThereIsNoPlaceForTheContent)
+{
+    EXPECT_THAT(
+        OpenWith("MakePrintTarget", 1),
+        FailsWith(someStatus, u"Failed to create a temporary file for \"" + address + u"\". "));
+    EXPECT_TRUE(host_->Calls().empty()) << "nobody is asked for what has no place";
+    EXPECT_TRUE(depot_.Runs().empty());
+}
+
+TEST_F(FailingPerforce, TheContentCannotBeOpened)
+{
+    EXPECT_THAT(
+        OpenWith("OpenPrintTarget", 1),
+        FailsWith(someStatus, u"Failed to open \"" + address + u"\" for reading or writing. "));
+}
+
+TEST_F(FailingPerforce, TheContentStaysOnlyWhereItsRemovalFailsToo)
+{
+    {
+        Faults faults;
+        faults.Fail("OpenPrintTarget", 1, someError);
+        faults.Fail("RemovePrintTarget", 1, someError);
+        EXPECT_EQ(Open(), someStatus);
+        EXPECT_EQ(faults.Failures(), 2);
+    }
+    EXPECT_FALSE(fs::is_empty(temporary_.Path()));
+    for (const auto& left : fs::directory_iterator(temporary_.Path()))
+        fs::remove_all(left);
+}
+
+TEST_F(FailingPerforce, WithoutATemporaryFolderTheCurrentOneServes)
+{
+    const fs::path before = fs::current_path();
+    fs::current_path(temporary_.Path());
+    EXPECT_EQ(OpenWith("GetTempPathW", 1).status, S_OK);
+    fs::current_path(before);
+}
+
+TEST_F(FailingPerforce, ADateThatCannotBeConvertedIsUnknown)
+{
+    Faults faults;
+    faults.Fail("SystemTimeToFileTime", 1, someError);
+    ComPtr<IRevisions> revisions;
+    system_.As<IFileSystemRevisions>()->GetRevisions(Wide(address), 0, revisions.Out());
+    ComPtr<IRevision> first;
+    ASSERT_EQ(revisions->GetItem(0, first.Out()), S_OK);
+    std::uint64_t time = 7;
+    EXPECT_EQ(first->GetModifiedTime(&time), S_OK);
+    EXPECT_EQ(time, 0U);
+}
+
+// It was set to success before.
+TEST_F(FailingPerforce, AnExitCodeThatIsNotToldIsSuccess)
+{
+    depot_.Tell("fail\t*\texpired");
+    EXPECT_EQ(List(), E_FAIL);
+    EXPECT_EQ(With("GetExitCodeProcess", 1, someError, [&] { return Open(); }).status, S_OK);
+}
+
+// Nobody is told, but nobody waits either.
+TEST_F(FailingPerforce, WithoutItsReaderAnOutputIsEmpty)
+{
+    Faults faults;
+    faults.Fail("_beginthreadex", 1, someError);
+    EXPECT_EQ(Revisions(), 0U);
+}
+
+TEST_F(FailingPerforce, RevisionsHideEveryFailure)
+{
+    for (const char* const operation : {"CreateProcessW", "CreatePipe", "SetHandleInformation"})
+    {
+        Faults faults;
+        faults.Fail(operation, 1, someError);
+        ClearError();
+        EXPECT_EQ(Revisions(), 0U) << operation;
+        EXPECT_EQ(TakeErrorText(), u"(none)");
+        EXPECT_EQ(faults.Failures(), 1);
+    }
+    // Those of the second run as well.
+    for (const auto& [operation, n] : {std::pair{"CreateProcessW", 2}, std::pair{"CreatePipe", 4}})
+    {
+        Faults faults;
+        faults.Fail(operation, n, someError);
+        EXPECT_EQ(Revisions(), 0U) << operation;
+        EXPECT_EQ(faults.Failures(), 1);
+    }
+}
+
+// Each call of each operation in turn but the waits, without which there is no order of events, and
+// what the host allocates.
+// What fails has its text, and nothing is left of anything.
+TEST_F(FailingPerforce, EveryCallFailsInTurn)
+{
+    // What these do is hidden, as is what a reader doesn't get.
+    const std::set<std::string> hidden{"_beginthreadex",      "CloseHandle", "GetExitCodeProcess",
+                                       "RemovePrintTarget",   "FindClient",  "ReadFile",
+                                       "SystemTimeToFileTime"};
+    const std::set<std::string> passed{"WaitForSingleObject", "GetTempPathW", "SysAllocStringLen"};
+    const std::function<HRESULT()> actions[] = {[&] { return List(); }, [&] { return Stat(); },
+                                                [&] {
+                                                    return Open();
+                                                }};
+    for (const auto& action : actions)
+    {
+        std::vector<std::string> trace;
+        {
+            const Faults faults;
+            EXPECT_EQ(action(), S_OK);
+            trace = faults.Trace();
+        }
+        for (const std::string& operation : std::set(trace.begin(), trace.end()))
+        {
+            const auto calls = std::count(trace.begin(), trace.end(), operation);
+            for (int n = 1; n <= calls && !passed.contains(operation); ++n)
+            {
+                SCOPED_TRACE(testing::Message() << operation << ' ' << n);
+                const Held before = Held::Now();
+                {
+                    Faults faults;
+                    faults.Fail(operation, n, someError);
+                    const Result result = ResultOf(action);
+                    EXPECT_EQ(result.status < 0, result.text != u"(none)");
+                    if (!hidden.contains(operation))
+                    {
+                        EXPECT_EQ(result.status, someStatus);
+                    }
+                }
+                EXPECT_EQ(Held::Now(), before);
+                EXPECT_TRUE(fs::is_empty(temporary_.Path()));
+            }
+        }
+    }
+}
+
+} // namespace
+
+} // namespace tarnwell::test

@@ -1,0 +1,102 @@
+// Perforce on Linux: names as bytes, and clients that do what no ordinary one does.
+#include "module/perforcetest.h"
+#include "support/perforcedepot.h"
+#include "support/posix/standinclient.h"
+
+namespace tarnwell::test
+{
+namespace
+{
+
+using testing::SizeIs;
+
+class PerforceNames : public PerforceTest
+{
+protected:
+    PerforceDepot depot_;
+};
+
+TEST_F(PerforceNames, OfBytesAreListedAndOpened)
+{
+    for (const std::string name : {"\xC3\xA4.txt", "\xE6\x97\xA5.txt", "\xF0\x9F\x98\x80.txt"})
+        depot_.Submit(name, name);
+    const auto items = List(u"p4:////depot/base");
+    ASSERT_THAT(items, SizeIs(3));
+    EXPECT_EQ(items[0].name, u"\u00c3\u00a4.txt#1") << "a character for each byte";
+    for (const Facts& facts : items)
+    {
+        EXPECT_EQ(Content(facts.path).size(), facts.size);
+        EXPECT_EQ(FileFacts(facts.path), facts);
+        EXPECT_THAT(Revisions(facts.path), SizeIs(1));
+    }
+}
+
+TEST_F(PerforceNames, ThatAreTypedAreOpened)
+{
+    for (const auto& [name, typed] :
+         {std::pair{"\xC3\xA4.txt", u"\u00e4.txt"}, std::pair{"\xE6\x97\xA5.txt", u"\u65e5.txt"},
+          std::pair{"\xF0\x9F\x98\x80", u"\U0001F600"}})
+    {
+        depot_.Submit(name, name);
+        const std::u16string address = u"p4:////depot/base/" + std::u16string(typed);
+        EXPECT_EQ(Content(address), name);
+        const auto list = Revisions(address);
+        ASSERT_THAT(list, SizeIs(1));
+        EXPECT_EQ(Content(list[0].uri), name);
+    }
+}
+
+// Whatever a client does with the file that it is to write, named "$TARGET" here.
+class OddPerforceClients : public PerforceTest
+{
+protected:
+    Outcome FailureWith(const std::string& body) const
+    {
+        const StandInClient client("p4",
+                                   "while [ \"$1\" != -o ]; do shift; done; TARGET=$2\n" + body);
+        return FailedOpen(address_);
+    }
+
+    const std::u16string address_ = u"p4:////depot/a";
+    const TempFolder folder_;
+};
+
+TEST_F(OddPerforceClients, WhatIsNoFileIsNeverShown)
+{
+    WriteBytes(folder_ / u"secret", "secret");
+    const std::string secret = (folder_.Path() / "secret").string();
+    for (const std::string& body :
+         {"ln -sf '" + secret + "' \"$TARGET\"", std::string("rm \"$TARGET\"; mkfifo \"$TARGET\""),
+          std::string("rm \"$TARGET\"; mkdir \"$TARGET\""), std::string("rm \"$TARGET\"")})
+    {
+        const Outcome outcome = FailureWith(body);
+        EXPECT_THAT(outcome,
+                    FailedSomehow(u"Failed to open \"" + address_ + u"\" for reading or writing."));
+    }
+    EXPECT_EQ(ReadBytes(folder_ / u"secret"), "secret");
+}
+
+TEST_F(OddPerforceClients, NothingIsLeftOfOneThatComplains)
+{
+    const Outcome outcome =
+        FailureWith("echo half >\"$TARGET\"; chmod 400 \"$TARGET\"; echo no >&2; exit 1");
+    EXPECT_EQ(outcome.status, E_FAIL);
+    EXPECT_TRUE(WithLineFeeds(outcome.error->text).starts_with(P4Failed(address_, u"no ")));
+}
+
+TEST_F(OddPerforceClients, WritesWhereNobodyElseCanRead)
+{
+    const StandInClient client(
+        "p4", "while [ \"$1\" != -o ]; do shift; done; stat -c %a \"$(dirname \"$2\")\" >\"$2\"");
+    EXPECT_EQ(Content(address_), "700\n");
+}
+
+TEST_F(OddPerforceClients, GetNoInputAndMayTalkOnTheSide)
+{
+    const StandInClient client("p4", "while [ \"$1\" != -o ]; do shift; done\n"
+                                     "cat >\"$2\"; yes | head -c 1000000; echo done >>\"$2\"");
+    EXPECT_EQ(Content(address_), "done\n");
+}
+
+} // namespace
+} // namespace tarnwell::test
