@@ -1,6 +1,7 @@
 // Where a file system writes, what was written is there, and what was deleted is gone.
 #include "backends/suites/backendtest.h"
 #include "support/fakeprogress.h"
+#include "support/wine.h"
 
 namespace tarnwell::test
 {
@@ -127,7 +128,7 @@ TEST_P(Writing, CopiesAndReplaces)
                     }),
                     Succeeded());
         EXPECT_EQ(Held(target), largeContent);
-        EXPECT_GT(progress.Questions(), 0);
+        EXPECT_TRUE(progress.Questions() > 0 || IsUnderWine()) << "Wine's copy asks nobody";
     }
     EXPECT_EQ(Held(u"a.txt"), largeContent);
 }

@@ -45,8 +45,12 @@ std::size_t ReadInput()
 bool Await(const std::string& started, const std::string& told)
 {
     std::ofstream(started).close();
-    constexpr int patience = 60'000; // in milliseconds, so that a failed test leaves nothing behind
-    for (int i = 0; i < patience && !std::filesystem::exists(told); ++i)
+    constexpr int patience = 60'000; // in milliseconds
+    // Whose test has ended, and taken its files away, is told nothing any more.
+    const auto mayBeTold = [&] {
+        return std::filesystem::exists(started) && !std::filesystem::exists(told);
+    };
+    for (int i = 0; i < patience && mayBeTold(); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     return std::filesystem::exists(told);
 }

@@ -1,5 +1,6 @@
 // Copying files: what only shows on this platform.
 #include "platform/copied.h"
+#include "support/posix/ownmounts.h"
 #include "support/tempfolder.h"
 
 #include <gmock/gmock.h>
@@ -318,9 +319,7 @@ constexpr int notAllowed = 77;
 
 bool MountSmallDisk(const fs::path& at)
 {
-    const bool isOwn = unshare(CLONE_NEWNS) == 0 || unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0;
-    return isOwn && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-           mount("none", at.c_str(), "tmpfs", 0, "size=6m") == 0;
+    return HaveOwnMounts() && mount("none", at.c_str(), "tmpfs", 0, "size=6m") == 0;
 }
 
 TEST_F(CopyHere, AFullDiskIsAClearErrorAndLeavesNothing)

@@ -152,8 +152,9 @@ TEST_F(Permissions, TimesOfAnUnreadableFileCanBeSet)
 
 TEST_F(Permissions, EntriesThatCannotBeReadAreListedWithoutFacts)
 {
-    MakeFolder("listable", 0744);
+    MakeFolder("listable", 0700);
     std::filesystem::create_directory(folder_.Path() / "listable" / "sub");
+    Chmod("listable", 0444);
     AsNobody([&] {
         const Listing listing = List(Joined(folder_ / u"listable", u"*"));
         EXPECT_EQ(listing.error, ERROR_NO_MORE_FILES);
@@ -175,6 +176,7 @@ TEST_F(Permissions, ShellDeleteFailsOnWhatItMayNotEnter)
         EXPECT_EQ(ShellDelete({folder_ / u"closed"}, silently).code,
                   static_cast<int>(ERROR_ACCESS_DENIED));
     });
+    Chmod("closed", 0700);
     EXPECT_TRUE(std::filesystem::exists(folder_.Path() / "closed" / "file"));
 }
 

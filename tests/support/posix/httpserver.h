@@ -19,7 +19,7 @@ public:
 
 private:
     const TempFolder folder_;
-    const int port_ = FreePort();
+    const FreePort port_;
     const ServerProcess process_;
 };
 

@@ -43,9 +43,11 @@ public:
         return connect(descriptor_, reinterpret_cast<const sockaddr*>(&address), sizeof address) ==
                0;
     }
-    // A port of the system's choice; 0 if there is none.
+    // A port of the system's choice, for servers to share; 0 if there is none.
     int Bind() const
     {
+        constexpr int on = 1;
+        setsockopt(descriptor_, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
         sockaddr_in address = Loopback(0);
         auto* const plain = reinterpret_cast<sockaddr*>(&address);
         socklen_t size = sizeof address;
@@ -84,9 +86,13 @@ bool HasEnded(pid_t process)
 
 } // namespace
 
-int FreePort()
+FreePort::FreePort()
 {
-    return Socket().Bind();
+    const auto held = std::make_shared<const Socket>();
+    number_ = held->Bind();
+    if (number_ == 0)
+        throw std::runtime_error("no free port");
+    held_ = held;
 }
 
 ServerProcess::ServerProcess(const std::vector<std::string>& command, int port)

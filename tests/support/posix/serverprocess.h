@@ -1,6 +1,7 @@
 // A server program on 127.0.0.1 that a test starts and stops.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -8,8 +9,22 @@
 namespace tarnwell::test
 {
 
-// A port on which nobody listened a moment ago.
-int FreePort();
+// A port of 127.0.0.1 on which nobody listens, and which the system gives to nobody else while
+// this lives. A server that is told it can have it all the same.
+class FreePort
+{
+public:
+    FreePort();
+
+    operator int() const
+    {
+        return number_;
+    }
+
+private:
+    std::shared_ptr<const void> held_;
+    int number_;
+};
 
 // Runs from construction to destruction, with its output dropped; stopped by its process id.
 class ServerProcess

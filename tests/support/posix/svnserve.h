@@ -19,7 +19,7 @@ public:
     std::u16string Host() const;
 
 private:
-    const int port_ = FreePort();
+    const FreePort port_;
     const ServerProcess process_;
 };
 
