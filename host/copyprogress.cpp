@@ -1,10 +1,12 @@
 #include "copyprogress.h"
 
+#include "progressbar.h"
 #include "system.h"
 #include "text16.h"
 
 #include <tarnwell/implements.h>
 
+#include <algorithm>
 #include <chrono>
 
 namespace tarnwell::host
@@ -16,18 +18,6 @@ namespace
 using Clock = std::chrono::steady_clock;
 
 inline constexpr auto redrawEvery = std::chrono::milliseconds(100);
-inline constexpr std::size_t barWidth = 20;
-inline constexpr std::size_t blockWidth = 4;
-
-// A block that runs from left to right, again and again.
-std::u16string Bar(std::size_t step)
-{
-    std::u16string bar(barWidth, u' ');
-    for (std::size_t i = 0; i < blockWidth; ++i)
-        bar[(step + i) % barWidth] = u'#';
-    return u"[" + bar + u"]";
-}
-
 class CopyProgress final : public Implements<ICopyProgress>
 {
 public:
@@ -54,8 +44,8 @@ private:
     {
         drawn_ = Clock::now();
         const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(drawn_ - start_);
-        WriteErrors("\r" +
-                    ToUtf8(Bar(step_++) + u" " + what_ + u", " + Signed(seconds.count()) + u" s"));
+        WriteErrors("\r" + ToUtf8(RunningBar(step_++) + u" " + what_ + u", " +
+                                  Signed(seconds.count()) + u" s"));
     }
 
     const std::u16string what_;
@@ -65,11 +55,41 @@ private:
     std::size_t step_ = 0;
 };
 
+class BlockProgress final : public Implements<ICopyProgress>
+{
+public:
+    BlockProgress(const std::u16string& what, std::uint64_t total, std::uint64_t blockSize)
+        : bar_(what, total), total_(total), blockSize_(blockSize)
+    {
+    }
+
+    HRESULT STDMETHODCALLTYPE QueryContinue(VARIANT_BOOL* keepGoing) override
+    {
+        if (keepGoing == nullptr)
+            return E_POINTER;
+        *keepGoing = InterruptWatch::Interrupted() ? VARIANT_FALSE : VARIANT_TRUE;
+        bar_.Show(std::min(total_, ++blocks_ * blockSize_));
+        return S_OK;
+    }
+
+private:
+    ProgressBar bar_;
+    const std::uint64_t total_;
+    const std::uint64_t blockSize_;
+    std::uint64_t blocks_ = 0;
+};
+
 } // namespace
 
 ComPtr<ICopyProgress> MakeCopyProgress(const std::u16string& what)
 {
     return ComPtr<ICopyProgress>::Adopt(new CopyProgress(what));
+}
+
+ComPtr<ICopyProgress> MakeBlockProgress(const std::u16string& what, std::uint64_t total,
+                                        std::uint64_t blockSize)
+{
+    return ComPtr<ICopyProgress>::Adopt(new BlockProgress(what, total, blockSize));
 }
 
 } // namespace tarnwell::host

@@ -13,4 +13,8 @@ namespace tarnwell::host
 // a moving bar, `what` and the seconds so far. (The module tells steps, not amounts.)
 ComPtr<ICopyProgress> MakeCopyProgress(const std::u16string& what);
 
+// For a copy of `total` bytes that asks after each block of `blockSize`: shows bytes and rate.
+ComPtr<ICopyProgress> MakeBlockProgress(const std::u16string& what, std::uint64_t total,
+                                        std::uint64_t blockSize);
+
 } // namespace tarnwell::host

@@ -1,9 +1,25 @@
 #include "commands.h"
 #include "copyprogress.h"
+#include "items.h"
 #include "system.h"
 
 namespace tarnwell::host
 {
+
+namespace
+{
+
+// FTP asks for progress after each block of this size; other copies don't tell how far they are.
+constexpr std::uint64_t blockSize = 65536;
+
+ComPtr<ICopyProgress> MakeProgress(const Place& source, const std::u16string& what)
+{
+    if (source.address.kind->clsid != CLSID_FTPFileSystem)
+        return MakeCopyProgress(what);
+    return MakeBlockProgress(what, SizeOf(FindFile(source)), blockSize);
+}
+
+} // namespace
 
 int Copy(const Session& session)
 {
@@ -13,7 +29,7 @@ int Copy(const Session& session)
     const Place source = Open(session, operands[0]);
     const Place target = Open(session, operands[1]);
     const InterruptWatch watch;
-    const ComPtr<ICopyProgress> progress = MakeCopyProgress(target.address.text);
+    const ComPtr<ICopyProgress> progress = MakeProgress(source, target.address.text);
     Call([&] { return source.fileSystem->CopyItem(source.Text(), target.Text(), progress.Get()); });
     // Not every way of copying counts a cancelled copy as a failure.
     if (InterruptWatch::Interrupted())

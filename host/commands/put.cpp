@@ -1,6 +1,7 @@
 #include "commands.h"
 #include "content.h"
 #include "items.h"
+#include "progressbar.h"
 #include "system.h"
 
 namespace tarnwell::host
@@ -16,7 +17,28 @@ ComPtr<IFile> NewFile(const Place& place)
     return file;
 }
 
-void WriteInput(Writer& writer)
+// What arrives, shown, and the end of it all at Ctrl-C, which leaves what has arrived.
+class Arrival
+{
+public:
+    Arrival(const std::u16string& what, std::optional<std::uint64_t> total) : bar_(what, total) {}
+
+    void Write(Writer& writer, std::span<const char> bytes)
+    {
+        if (InterruptWatch::Interrupted())
+            throw Failure{E_ABORT, u"The copy was cancelled."};
+        writer.Write(bytes);
+        bytes_ += bytes.size();
+        bar_.Show(bytes_);
+    }
+
+private:
+    const InterruptWatch watch_;
+    ProgressBar bar_;
+    std::uint64_t bytes_ = 0;
+};
+
+void WriteInput(Writer& writer, Arrival arrival)
 {
     std::vector<char> block(0x10000);
     for (;;)
@@ -26,14 +48,14 @@ void WriteInput(Writer& writer)
             throw Failure{E_FAIL, u"Can't read standard input."};
         if (*read == 0)
             return;
-        writer.Write({block.data(), *read});
+        arrival.Write(writer, {block.data(), *read});
     }
 }
 
-void WriteFrom(Reader& reader, Writer& writer)
+void WriteFrom(Reader& reader, Writer& writer, Arrival arrival)
 {
     for (auto bytes = reader.Next(); !bytes.empty(); bytes = reader.Next())
-        writer.Write(bytes);
+        arrival.Write(writer, bytes);
 }
 
 } // namespace
@@ -45,7 +67,7 @@ int Put(const Session& session)
     if (source == u"-")
     {
         Writer writer(NewFile(target));
-        WriteInput(writer);
+        WriteInput(writer, {target.address.text, std::nullopt});
         writer.Close();
         return exitDone;
     }
@@ -55,9 +77,10 @@ int Put(const Session& session)
         AbsolutePath(source) == AbsolutePath(target.address.text))
         throw UsageError("\"put\" can't write a file from itself.");
     // The source is opened first: if that fails, the target stays as it was.
-    Reader reader(FindFile(local));
+    const ComPtr<IFile> file = FindFile(local);
+    Reader reader(file);
     Writer writer(NewFile(target));
-    WriteFrom(reader, writer);
+    WriteFrom(reader, writer, {target.address.text, SizeOf(file)});
     writer.Close();
     return exitDone;
 }
