@@ -77,7 +77,10 @@ int Soak(test::FtpServerKind kind)
     host->credentials = {S_OK, u"ftp", u"secret", server.Host()};
     const auto system = MakeFileSystem(CLSID_FTPFileSystem);
     system.As<IFileSystemInit>()->SetHost(host->Unknown());
-    const std::u16string base = u"ftp://" + server.Host() + u"/";
+    // Not the root, which isn't the login folder on every server.
+    std::filesystem::create_directory(server.Folder() / "w");
+    std::filesystem::permissions(server.Folder() / "w", std::filesystem::perms::all);
+    const std::u16string base = u"ftp://" + server.Host() + u"/w/";
     for (int done = 0; done < warmUp; done += perRound)
         Round(system.Get(), base);
     const auto descriptors = OpenDescriptors();

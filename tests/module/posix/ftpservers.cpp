@@ -22,6 +22,7 @@ protected:
     {
         // Not the root: to one of them that is the machine's own, and not the login folder.
         fs::create_directory(server.Folder() / "w");
+        fs::permissions(server.Folder() / "w", fs::perms::all); // the server is somebody else
         Use(server.Host(), u"w/");
     }
 
