@@ -18,6 +18,39 @@ if(WIN32)
   target_link_options(tarnwell-options INTERFACE -static)
 endif()
 
+# What makes a fault in what is shipped harder to use: checked stack frames and copies, jumps that
+# only land where some are meant to, addresses that are fixed once the program is loaded. The
+# sanitizers have their own ways. `tests/hardening/check` looks for all of it.
+add_library(tarnwell-hardening INTERFACE)
+if(NOT TARNWELL_SANITIZE)
+  include(CheckCXXCompilerFlag)
+  check_cxx_compiler_flag(-fcf-protection=full TARNWELL_HAS_CF_PROTECTION)
+  target_compile_options(tarnwell-hardening INTERFACE -fstack-protector-strong
+                         $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE>
+                         $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_FORTIFY_SOURCE=2>)
+  if(WIN32)
+    # Of the compilers that build DLLs only some know the guard.
+    check_cxx_compiler_flag(-mguard=cf TARNWELL_HAS_CONTROL_FLOW_GUARD)
+    if(TARNWELL_HAS_CONTROL_FLOW_GUARD)
+      target_compile_options(tarnwell-hardening INTERFACE -mguard=cf)
+      target_link_options(tarnwell-hardening INTERFACE -mguard=cf)
+    endif()
+    target_link_options(tarnwell-hardening INTERFACE -fstack-protector-strong -Wl,--dynamicbase
+                        -Wl,--nxcompat -Wl,--high-entropy-va)
+  else()
+    if(TARNWELL_HAS_CF_PROTECTION)
+      target_compile_options(tarnwell-hardening INTERFACE -fcf-protection=full)
+      # The C library's own few startup objects may lack the mark; they make no such jumps.
+      target_link_options(tarnwell-hardening INTERFACE -Wl,-z,ibt -Wl,-z,shstk)
+    endif()
+    # A thread has its own variables from its start: made at their first use they would end the host
+    # where memory is short.
+    target_compile_options(tarnwell-hardening INTERFACE -ftls-model=initial-exec)
+    target_link_options(tarnwell-hardening INTERFACE -Wl,-z,relro -Wl,-z,now
+                        -Wl,-z,noexecstack $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-pie>)
+  endif()
+endif()
+
 # Most of a small source's time goes into its headers. `tarnwell_in_turn` is for targets whose
 # sources have to be compiled one by one all the same.
 set(CMAKE_UNITY_BUILD ${TARNWELL_UNITY})
@@ -44,7 +77,8 @@ function(tarnwell_layer name)
   add_library(${name} STATIC ${sources})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/include
                              ${PROJECT_SOURCE_DIR}/src)
-  target_link_libraries(${name} PUBLIC ${layer_LINKS} PRIVATE tarnwell-options)
+  target_link_libraries(${name} PUBLIC ${layer_LINKS} PRIVATE tarnwell-options
+                        $<BUILD_INTERFACE:tarnwell-hardening>)
 endfunction()
 
 # tarnwell_count_matches(TARGET): matches of patterns are counted in this program, which has
