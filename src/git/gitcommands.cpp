@@ -21,7 +21,6 @@ namespace
 constexpr ClientRow gitClient{
     .source = gitAddresses.source,
     .hiddenNames = u"GIT_",
-    .creationFlags = CREATE_UNICODE_ENVIRONMENT,
     .decoding = Decoding::Utf8,
     .notFound = MessageId::GitClientNotFound,
     .communication = MessageId::GitCommunicationFailed,

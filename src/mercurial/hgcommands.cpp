@@ -16,7 +16,6 @@ namespace
 constexpr ClientRow mercurialClient{
     .source = mercurialAddresses.source,
     .hiddenNames = nullptr,
-    .creationFlags = 0,
     .decoding = Decoding::Utf8,
     .notFound = MessageId::MercurialClientNotFound,
     .communication = MessageId::MercurialCommunicationFailed,

@@ -30,7 +30,6 @@ const ClientRow& P4Client()
     static const ClientRow row{
         .source = p4Source,
         .hiddenNames = nullptr,
-        .creationFlags = 0,
         .decoding = Decoding::Widen,
         .bareLineFeed =
             clientNames.printReturns ? BareLineFeed::LooksLikeTheEnd : BareLineFeed::IsALine,

@@ -4,6 +4,8 @@
 
 #include "platform/win32.h"
 
+#include <span>
+
 namespace tarnwell
 {
 
@@ -19,6 +21,10 @@ struct ClientNames
 };
 
 extern const ClientNames clientNames;
+
+// "NAME=VALUE": what every client has in its environment in the place of the host's variables of
+// these names.
+extern const std::span<const char16_t* const> clientVariables;
 
 } // namespace tarnwell
 

@@ -4,6 +4,7 @@
 #include "frame/messages.h"
 #include "frame/status.h"
 #include "frame/trim.h"
+#include "platform/crash.h"
 #include "platform/wide.h"
 #include "runner/environment.h"
 #include "runner/pipereader.h"
@@ -37,6 +38,21 @@ Pipe MakePipe(const ClientRow& row, OsHandle Pipe::*parentEnd)
     return pipe;
 }
 
+// A client that was ended before it had printed all looks like one that had less to say.
+void ThrowIfCrashed(const ClientRow& row, HANDLE process)
+{
+    const std::optional<std::u16string> words = CrashOf(process);
+    if (!words)
+        return;
+    constexpr DWORD error = ERROR_PROCESS_ABORTED;
+    if (words->empty())
+        ThrowClientFailure(row, row.communication, error);
+    const std::u16string message = FormatMessageById(row.communication);
+    throw ComException(StatusFromError(error),
+                       FormatMessageById(MessageId::MessageWithStatus, {message, *words}),
+                       At(row.source));
+}
+
 // A started process, with its first thread's handle.
 struct Process
 {
@@ -66,11 +82,11 @@ STARTUPINFOW HiddenWith(HANDLE input, HANDLE output, HANDLE errors)
 Process StartProcess(const ClientRow& row, const ClientCall& call, STARTUPINFOW startup)
 {
     std::u16string commandLine = u"\"" + call.program + u"\" " + call.arguments;
-    std::u16string environment;
-    if (row.hiddenNames != nullptr)
-        environment = OwnEnvironmentWithout(row.hiddenNames);
+    std::u16string environment = ClientEnvironment(row.hiddenNames);
+    const bool isOwn = row.hiddenNames != nullptr || !environment.empty();
     PROCESS_INFORMATION started{};
-    if (!CreateProcessW(nullptr, Wide(commandLine.data()), nullptr, nullptr, 1, row.creationFlags,
+    if (!CreateProcessW(nullptr, Wide(commandLine.data()), nullptr, nullptr, 1,
+                        isOwn ? CREATE_UNICODE_ENVIRONMENT : 0,
                         environment.empty() ? nullptr : environment.data(),
                         call.workingFolder ? Wide(*call.workingFolder) : nullptr, &startup,
                         &started))
@@ -122,6 +138,7 @@ ClientOutcome RunClient(const ClientRow& row, const ClientCall& call)
     if (outputReader)
         outputReader->RethrowFailure();
     errorReader.RethrowFailure();
+    ThrowIfCrashed(row, process.process.Get());
     return outcome;
 }
 

@@ -16,8 +16,7 @@ struct ClientRow
 {
     const char16_t* source;      // the file system's name in positions of failures
     const char16_t* hiddenNames; // variables with this beginning are kept from it; null: inherits
-    DWORD creationFlags;
-    Decoding decoding; // of both streams
+    Decoding decoding;           // of both streams
     BareLineFeed bareLineFeed = BareLineFeed::LooksLikeTheEnd;
     int exitCodePreset = 1;    // stands where the system doesn't tell the exit code
     MessageId notFound;        // no such program
@@ -43,7 +42,8 @@ struct ClientOutcome
 };
 
 // Returns when the client and the readers of its streams have ended. Throws only if it can't be
-// started, and what `readOutput` throws, or memory that is too short for the error text.
+// started, or ended otherwise than by its own choice, whatever it wrote before; and what
+// `readOutput` throws, or memory that is too short for the error text.
 ClientOutcome RunClient(const ClientRow& row, const ClientCall& call);
 
 // Throws a message of the row's, for a platform call around the client that has failed.

@@ -1,5 +1,6 @@
 #include "runner/environment.h"
 
+#include "platform/clients.h"
 #include "platform/wide.h"
 
 #include <algorithm>
@@ -18,10 +19,21 @@ char16_t UpperAscii(char16_t unit)
 
 // The name ends in front of the first "=", so that it is empty in the entries for the folders of
 // drives.
+std::u16string_view NameOf(std::u16string_view entry)
+{
+    return entry.substr(0, entry.find(u'='));
+}
+
+bool IsSetBy(std::u16string_view entry, std::span<const char16_t* const> set)
+{
+    return std::any_of(set.begin(), set.end(),
+                       [&](const char16_t* variable) { return NameOf(variable) == NameOf(entry); });
+}
+
 bool HasPrefix(std::u16string_view entry, std::u16string_view prefix)
 {
-    const std::u16string_view name = entry.substr(0, entry.find(u'='));
-    return name.size() >= prefix.size() &&
+    const std::u16string_view name = NameOf(entry);
+    return !prefix.empty() && name.size() >= prefix.size() &&
            std::equal(prefix.begin(), prefix.end(), name.begin(),
                       [](char16_t wanted, char16_t unit) { return wanted == UpperAscii(unit); });
 }
@@ -36,26 +48,32 @@ struct FreeBlock
 
 } // namespace
 
-std::u16string WithoutVariables(const char16_t* block, std::u16string_view prefix)
+std::u16string ChangedEnvironment(const char16_t* block, std::u16string_view prefix,
+                                  std::span<const char16_t* const> set)
 {
     std::u16string kept;
     for (std::u16string_view entry(block); !entry.empty();
          entry = std::u16string_view(entry.data() + entry.size() + 1))
     {
-        if (!HasPrefix(entry, prefix))
+        if (!HasPrefix(entry, prefix) && !IsSetBy(entry, set))
             kept.append(entry).push_back(u'\0');
     }
+    for (const char16_t* const entry : set)
+        kept.append(entry).push_back(u'\0');
     if (!kept.empty())
         kept.push_back(u'\0');
     return kept;
 }
 
-std::u16string OwnEnvironmentWithout(std::u16string_view prefix)
+std::u16string ClientEnvironment(const char16_t* hiddenNames)
 {
+    if (hiddenNames == nullptr && clientVariables.empty())
+        return {};
     const std::unique_ptr<WCHAR, FreeBlock> block(GetEnvironmentStringsW());
     if (!block)
         return {};
-    return WithoutVariables(reinterpret_cast<const char16_t*>(block.get()), prefix);
+    return ChangedEnvironment(reinterpret_cast<const char16_t*>(block.get()),
+                              hiddenNames == nullptr ? u"" : hiddenNames, clientVariables);
 }
 
 } // namespace tarnwell

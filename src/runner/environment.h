@@ -1,6 +1,7 @@
-// The environment of a client that must not see all of the host's.
+// The environment of a client, where it isn't just the host's.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -8,11 +9,14 @@ namespace tarnwell
 {
 
 // `block` (texts "NAME=VALUE", each terminated, one more terminator at the end) without the
-// entries whose name begins with `prefix`, which is in ASCII capitals and matches any case.
-std::u16string WithoutVariables(const char16_t* block, std::u16string_view prefix);
+// entries whose name begins with `prefix`, which is in ASCII capitals and matches any case; an
+// empty one matches none. Then the variables `set`, in the place of those of these very names.
+std::u16string ChangedEnvironment(const char16_t* block, std::u16string_view prefix,
+                                  std::span<const char16_t* const> set);
 
-// The same of this process's environment. Empty if there is nothing left, or if the system doesn't
-// tell: then the client inherits.
-std::u16string OwnEnvironmentWithout(std::u16string_view prefix);
+// This process's environment, without the variables whose names begin with `hiddenNames` if that
+// isn't null, and with what every client is given. Empty if nothing is to be changed or nothing is
+// left, or if the system doesn't tell: then the client inherits.
+std::u16string ClientEnvironment(const char16_t* hiddenNames);
 
 } // namespace tarnwell

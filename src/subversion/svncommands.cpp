@@ -23,7 +23,6 @@ namespace
 constexpr ClientRow svnClient{
     .source = svnSource,
     .hiddenNames = nullptr,
-    .creationFlags = 0,
     .decoding = Decoding::Widen,
     .notFound = MessageId::SubversionClientNotFound,
     .communication = MessageId::SubversionCommunicationFailed,

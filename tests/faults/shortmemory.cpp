@@ -69,7 +69,6 @@ TEST(ShortMemory, ARunLeavesNothingWhereverMemoryRunsOut)
     const ClientCall call{ChildProgram().u16string(), u"input"};
     ClientRow row = childClient;
     row.hiddenNames = u"GIT_";
-    row.creationFlags = CREATE_UNICODE_ENVIRONMENT;
     bool isDone = false;
     int n = 0;
     while (!isDone)

@@ -133,16 +133,6 @@ TEST_F(Mercurial, ABrokenExtensionsWarningFailsTheOpening)
     EXPECT_FALSE(HasRevisions(Address(u"a.txt")));
 }
 
-// Hosts set HGPLAIN for their clients, as the guide for hosts tells.
-TEST_F(Mercurial, AnAliasOfTheUsersCountsWithoutPlainOutput)
-{
-    repository.Commit(u"a.txt", "1", "first");
-    const Settings settings("[alias]\nlog = log --limit 0\n");
-    EXPECT_EQ(Revisions(Address(u"a.txt")).size(), 0U);
-    const EnvironmentValue plain("HGPLAIN", "1");
-    EXPECT_EQ(Revisions(Address(u"a.txt")).size(), 2U);
-}
-
 // The client would load what stands in that folder's settings, or in the option.
 TEST_F(Mercurial, WhatTheClientWouldReadAsAnOptionIsRefusedBeforeItStarts)
 {

@@ -116,6 +116,15 @@ TEST_F(Subversion, AFileNamedWithAMarkerCannotBeOpened)
     EXPECT_FALSE(HasRevisions(items[0].path));
 }
 
+TEST_F(Subversion, AQuoteInANameIsPartOfIt)
+{
+    repository_.Commit("a\"b.txt", "1");
+    const auto items = List(repository_.Address());
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].name, u"a\"b.txt");
+    EXPECT_EQ(Content(items[0].path), "1");
+}
+
 TEST_F(Subversion, APercentAndTwoDigitsIsTheCharacter)
 {
     repository_.Commit("A.txt", "A");

@@ -18,7 +18,6 @@ namespace tarnwell::test
 inline constexpr ClientRow childClient{
     .source = u"childclient",
     .hiddenNames = nullptr,
-    .creationFlags = 0,
     .decoding = Decoding::Utf8,
     .notFound = MessageId::GitClientNotFound,
     .communication = MessageId::GitCommunicationFailed,

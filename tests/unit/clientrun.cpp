@@ -148,13 +148,6 @@ TEST(ClientRun, ExitCodesAreToldAndNotJudged)
     }
 }
 
-TEST(ClientRun, AKilledClientLeavesItsCodeAndItsWords)
-{
-    const ClientOutcome outcome = RunChildClient(u"kill");
-    EXPECT_EQ(outcome.exitCode, 137);
-    EXPECT_EQ(outcome.errors, u"last words");
-}
-
 TEST(ClientRun, ErrorTextIsDecodedAsTheRowSays)
 {
     ClientRow row = childClient;

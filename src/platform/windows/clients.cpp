@@ -5,6 +5,9 @@ namespace tarnwell
 
 const ClientNames clientNames{u"git", u"hg.exe", u"svn.exe", u"p4.exe", u"\\", true, false};
 
+// They inherit the host's.
+const std::span<const char16_t* const> clientVariables;
+
 } // namespace tarnwell
 
 extern "C" BOOL FindClient(LPCWSTR program)

@@ -109,11 +109,17 @@ TEST_F(GitRuns, AFailureWithoutWordsIsEmptyContent)
     EXPECT_TRUE(Revisions(Address(u"a.txt")).empty());
 }
 
-TEST_F(GitRuns, AKilledClientsWordsAreReported)
+TEST_F(GitRuns, AClientThatIsKilledInTheMiddleHasFailedWhateverItWrote)
 {
-    ReplaceClient("echo content\necho last words >&2\nkill -9 $$\n");
-    EXPECT_THAT(FailedOpen(Address(u"a.txt")), Reported(u"An error occurred while accessing \"" +
-                                                        Address(u"a.txt") + u"\"\n\nlast words"));
+    for (const char* const words : {"", "echo last words >&2\n"})
+    {
+        ReplaceClient("echo half of it\n" + std::string(words) + "kill -9 $$\n");
+        const Outcome outcome = FailedOpen(Address(u"a.txt"));
+        EXPECT_EQ(outcome.status, Win32Status(1067));
+        EXPECT_TRUE(outcome.error->text.starts_with(
+            u"An error occurred while communicating with Git. Killed [gitobjects@"));
+        EXPECT_TRUE(Revisions(Address(u"a.txt")).empty());
+    }
 }
 
 TEST_F(GitRuns, MegabytesOfWordsAreReportedWhole)

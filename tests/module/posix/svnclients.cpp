@@ -93,7 +93,7 @@ TEST_F(SvnClients, BytesOfTheErrorTextAreCharacters)
 
 TEST_F(SvnClients, SilentFailuresAreOutputThatCannotBeRead)
 {
-    for (const char* const body : {"exit 1", "exit 0", "kill -9 $$", "echo nonsense"})
+    for (const char* const body : {"exit 1", "exit 0", "echo nonsense"})
     {
         const Outcome outcome = FailureWith(body);
         EXPECT_EQ(outcome.status, E_FAIL);
@@ -110,10 +110,19 @@ TEST_F(SvnClients, SilentFailuresGiveEmptyContentAndNoRevisions)
     EXPECT_THAT(Revisions(address), IsEmpty());
 }
 
-TEST_F(SvnClients, AKilledClientsWordsAreKept)
+TEST_F(SvnClients, OneThatIsKilledHasFailedWhateverItWrote)
 {
-    const Outcome outcome = FailureWith("echo 'svn: going' >&2; kill -9 $$");
-    EXPECT_TRUE(outcome.error->text.starts_with(AccessFailed(address, u"svn: going [")));
+    for (const std::string before : {"", "echo 'svn: going' >&2; ", "echo half of it; "})
+    {
+        const std::string body = before + "kill -9 $$";
+        const Outcome outcome = FailureWith(body);
+        EXPECT_EQ(outcome.status, Win32Status(1067));
+        EXPECT_TRUE(outcome.error->text.starts_with(
+            u"An error occurred while communicating with Subversion. Killed [svnobjects@"));
+        const StandInClient client("svn", body);
+        EXPECT_EQ(FailedOpen(address + u"/a.txt").status, Win32Status(1067));
+        EXPECT_FALSE(HasRevisions(address));
+    }
 }
 
 TEST_F(SvnClients, ALongErrorTextIsReadWhole)
@@ -155,8 +164,9 @@ TEST_F(SvnClients, AMissingClientIsNamedInJapaneseToo)
 TEST_F(SvnClients, AClientThatCannotRunIsAFailureToCommunicate)
 {
     const TempFolder folder;
-    // A file of that name that nobody may run, alone on the path.
-    WriteBytes(folder / u"svn", "#!/bin/sh\n");
+    // A program of no known kind.
+    WriteBytes(folder / u"svn", "text");
+    std::filesystem::permissions(folder.Path() / "svn", std::filesystem::perms::owner_all);
     const EnvironmentValue path("PATH", folder.Path().c_str());
     const Outcome outcome = FailedList(address);
     EXPECT_LT(outcome.status, 0);

@@ -47,6 +47,18 @@ TEST_F(Mercurial, ContentIsAskedByTheWholePath)
               "\"hg.exe\" cat \"" + EncodedBytes(repository / u"sub\\a.txt") + "\"");
 }
 
+// Whoever sets HGPLAIN for the clients sets it for the host.
+TEST_F(Mercurial, AnAliasOfTheUsersCountsWithoutPlainOutput)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const TempFolder settings;
+    WriteBytes(settings / u"hgrc", "[alias]\nlog = log --limit 0\n");
+    const EnvironmentValue variable("HGRCPATH", Bytes(settings / u"hgrc").c_str());
+    EXPECT_EQ(Revisions(Address(u"a.txt")).size(), 0U);
+    const EnvironmentValue plain("HGPLAIN", "1");
+    EXPECT_EQ(Revisions(Address(u"a.txt")).size(), 2U);
+}
+
 TEST_F(Mercurial, TheClientGetsTheWholeEnvironment)
 {
     const Recording recording;

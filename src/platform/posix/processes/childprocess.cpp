@@ -46,6 +46,13 @@ std::optional<DWORD> ChildProcess::ExitCode()
     return isEnded_ ? exitCode_ : STILL_ACTIVE;
 }
 
+int ChildProcess::EndingSignal()
+{
+    Collect(WEXITED | WNOHANG);
+    const std::lock_guard lock(guard_);
+    return endingSignal_;
+}
+
 int ChildProcess::Collect(int options)
 {
     const std::lock_guard lock(guard_);
@@ -64,7 +71,10 @@ int ChildProcess::Collect(int options)
         return errno;
     isEnded_ = isTakenAway || end.si_pid != 0;
     if (isEnded_ && !isTakenAway)
+    {
         exitCode_ = ExitCodeOf(end);
+        endingSignal_ = end.si_code == CLD_EXITED ? 0 : end.si_status;
+    }
     return 0;
 }
 

@@ -30,6 +30,8 @@ public:
     int Wait();
     // STILL_ACTIVE while it runs; nothing if the host took the code away.
     std::optional<DWORD> ExitCode();
+    // What ended it; 0 if nothing did but itself.
+    int EndingSignal();
 
 private:
     // With the options of waitid. 0 or an errno.
@@ -41,6 +43,7 @@ private:
     FileDescriptor process_;
     bool isEnded_ = false;
     std::optional<DWORD> exitCode_;
+    int endingSignal_ = 0;
 };
 
 } // namespace tarnwell::posix

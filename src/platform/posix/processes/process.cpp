@@ -1,4 +1,5 @@
 // CreateProcessW and what its handles are for.
+#include "platform/crash.h"
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/handleobject.h"
@@ -11,6 +12,7 @@
 #include <tarnwell/text.h>
 
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <memory>
 #include <new>
@@ -135,6 +137,21 @@ BOOL StartWithHandles(const Request& request, PROCESS_INFORMATION* information)
 } // namespace tarnwell::posix
 
 using namespace tarnwell::posix;
+
+namespace tarnwell
+{
+
+std::optional<std::u16string> CrashOf(HANDLE process)
+{
+    auto* const handle = dynamic_cast<ProcessHandle*>(ObjectOf(process));
+    const int signal = handle == nullptr ? 0 : handle->Child().EndingSignal();
+    if (signal == 0)
+        return std::nullopt;
+    const char* const words = sigdescr_np(signal);
+    return DecodeName(words == nullptr ? "" : words);
+}
+
+} // namespace tarnwell
 
 extern "C" BOOL CreateProcessW(LPCWSTR application, LPWSTR commandLine,
                                SECURITY_ATTRIBUTES* process, SECURITY_ATTRIBUTES* thread,

@@ -1,5 +1,7 @@
 #include "platform/posix/processes/spawnsetup.h"
 
+#include "platform/posix/processes/programsearch.h"
+
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
@@ -12,21 +14,12 @@ namespace
 
 constexpr int firstOther = STDERR_FILENO + 1;
 
-// A program that is in none of the folders of the PATH is missing, whatever kept the last of them
-// from being one: that is all that the system tells of a search.
-int ErrnoOfStart(const std::string& program, int number)
-{
-    const bool isSearched = program.find('/') == std::string::npos;
-    const bool isPassedOver = number == ENOTDIR || number == ESTALE || number == ENODEV;
-    return isSearched && isPassedOver ? ENOENT : number;
-}
-
 } // namespace
 
 SpawnSetup::SpawnSetup(const StandardDescriptors& standard) : standard_(standard)
 {
-    posix_spawn_file_actions_init(&actions_);
-    posix_spawnattr_init(&attributes_);
+    Keep(posix_spawn_file_actions_init(&actions_));
+    Keep(posix_spawnattr_init(&attributes_));
     SetSignals();
     SetDescriptors();
 }
@@ -45,9 +38,9 @@ void SpawnSetup::SetSignals()
     sigemptyset(&restored);
     for (const int signal : {SIGPIPE, SIGCHLD, SIGINT})
         sigaddset(&restored, signal);
-    posix_spawnattr_setsigmask(&attributes_, &none);
-    posix_spawnattr_setsigdefault(&attributes_, &restored);
-    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    Keep(posix_spawnattr_setsigmask(&attributes_, &none));
+    Keep(posix_spawnattr_setsigdefault(&attributes_, &restored));
+    Keep(posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
 }
 
 // In a host that has closed its own standard descriptors a given one may be any of these numbers;
@@ -80,9 +73,13 @@ int SpawnSetup::Spawn(pid_t* child, std::vector<std::string>& arguments, char* c
     Keep(posix_spawn_file_actions_addclosefrom_np(&actions_, firstOther));
     if (errno_ != 0)
         return errno_;
+    // Before the folder is changed, and by nobody but us.
+    const std::optional<std::string> program = FindProgram(arguments[0]);
+    if (!program)
+        return ENOENT;
     const std::vector<char*> pointers = Pointers(arguments);
-    return ErrnoOfStart(arguments[0], posix_spawnp(child, pointers[0], &actions_, &attributes_,
-                                                   pointers.data(), environment));
+    return posix_spawn(child, program->c_str(), &actions_, &attributes_, pointers.data(),
+                       environment);
 }
 
 void SpawnSetup::Keep(int number)

@@ -28,7 +28,8 @@ public:
     // The child starts in this open folder.
     void EnterFolder(FileDescriptor folder);
 
-    // `arguments` begin with the program, searched for on the PATH; `environment` ends in null.
+    // `arguments` begin with the program, searched for as FindProgram does; `environment` ends in
+    // null.
     // 0 or an errno.
     int Spawn(pid_t* child, std::vector<std::string>& arguments, char* const* environment);
 
@@ -41,8 +42,9 @@ private:
     StandardDescriptors standard_;
     std::array<FileDescriptor, 3> copies_;
     FileDescriptor folder_;
-    posix_spawn_file_actions_t actions_;
-    posix_spawnattr_t attributes_;
+    // Empty, so that they can be destroyed also if they could not be made.
+    posix_spawn_file_actions_t actions_ = {};
+    posix_spawnattr_t attributes_ = {};
     int errno_ = 0;
 };
 

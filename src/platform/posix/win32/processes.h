@@ -57,8 +57,9 @@ extern "C"
     LPWSTR GetEnvironmentStringsW();
     BOOL FreeEnvironmentStringsW(LPWSTR block);
 
-    // Starts the program that the command line begins with, searched for on the PATH; a terminal
-    // is the host's, there are no windows to hide. `application` and both security attributes must
+    // Starts the program that the command line begins with, searched for in the PATH's folders that
+    // are whole paths, before the folder is changed; a terminal is the host's, there are no windows
+    // to hide. `application` and both security attributes must
     // be null, `inherit` set, and STARTF_USESTDHANDLES given: the three handles become the child's
     // descriptors 0 to 2, and it gets no others. An environment needs CREATE_UNICODE_ENVIRONMENT;
     // without one the child has the host's.
