@@ -1,7 +1,10 @@
 #include "address.h"
 
+#include "arguments.h"
 #include "system.h"
+#include "text16.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace tarnwell::host
@@ -11,12 +14,12 @@ namespace
 {
 
 const FileSystemKind kinds[] = {
-    {u"local", u"Win32FileSystem", CLSID_Win32FileSystem, true},
-    {u"p4", u"P4FileSystem", CLSID_P4FileSystem, true},
-    {u"svn", u"SVNFileSystem", CLSID_SVNFileSystem, true},
-    {u"ftp", u"FTPFileSystem", CLSID_FTPFileSystem, true},
-    {u"hg", u"HGFileSystem", CLSID_HGFileSystem, false},
-    {u"git", u"GITFileSystem", CLSID_GITFileSystem, false},
+    {u"local", u"Win32FileSystem", CLSID_Win32FileSystem, true, false},
+    {u"p4", u"P4FileSystem", CLSID_P4FileSystem, true, true},
+    {u"svn", u"SVNFileSystem", CLSID_SVNFileSystem, true, true},
+    {u"ftp", u"FTPFileSystem", CLSID_FTPFileSystem, true, false},
+    {u"hg", u"HGFileSystem", CLSID_HGFileSystem, false, false},
+    {u"git", u"GITFileSystem", CLSID_GITFileSystem, false, false},
 };
 const FileSystemKind& local = kinds[0];
 const FileSystemKind& perforce = kinds[1];
@@ -42,6 +45,40 @@ const Scheme schemes[] = {
     {u"hg:", &mercurial},
     {u"git:", &git},
 };
+
+struct ForeignScheme
+{
+    std::u16string_view beginning;
+    const char* meant;
+};
+
+const ForeignScheme foreignSchemes[] = {
+    {u"http://", "svnhttp://"},
+    {u"https://", "svnhttps://"},
+    {u"file://", "svnfile:// (or, for a local file, its path alone)"},
+    {u"ssh://", "svn+ssh://"},
+};
+
+// `beginning` is in small letters.
+bool StartsInAnyCase(std::u16string_view text, std::u16string_view beginning)
+{
+    return text.size() >= beginning.size() &&
+           std::equal(beginning.begin(), beginning.end(), text.begin(),
+                      [](char16_t wanted, char16_t unit) {
+                          const bool capital = unit >= u'A' && unit <= u'Z';
+                          return wanted == (capital ? unit - u'A' + u'a' : unit);
+                      });
+}
+
+void RefuseForeignScheme(const std::u16string& text)
+{
+    for (const ForeignScheme& scheme : foreignSchemes)
+    {
+        if (StartsInAnyCase(text, scheme.beginning))
+            throw UsageError("\"" + ToUtf8(text) + "\" has a scheme of no file system here. Is " +
+                             scheme.meant + " meant?");
+    }
+}
 
 // "git:a", "git://a" and "git:///home/a" have the path "a", "a" and "/home/a".
 std::u16string_view WorkingCopyPath(std::u16string_view afterColon)
@@ -73,13 +110,15 @@ Address ParseAddress(const std::u16string& text)
 {
     for (const Scheme& scheme : schemes)
     {
-        if (!text.starts_with(scheme.beginning))
+        if (!StartsInAnyCase(text, scheme.beginning))
             continue;
         if (scheme.kind->hasFolders)
             return {scheme.kind, text};
-        const std::u16string_view rest = std::u16string_view(text).substr(scheme.beginning.size());
-        return {scheme.kind, AbsoluteAddress(scheme.beginning, rest)};
+        const std::u16string_view whole = text;
+        return {scheme.kind, AbsoluteAddress(whole.substr(0, scheme.beginning.size()),
+                                             whole.substr(scheme.beginning.size()))};
     }
+    RefuseForeignScheme(text);
     return {&local, text};
 }
 

@@ -17,6 +17,9 @@ struct FileSystemKind
     // Whether items can be looked up, and folders listed: the other kinds know files in their
     // working copies only, and can't say whether one exists.
     bool hasFolders;
+    // Whether what is read of a file can be longer or shorter than its listed size, as keywords in
+    // it are filled in and line ends made the platform's.
+    bool translatesContent;
 };
 
 // All six, the local one first.
@@ -28,9 +31,11 @@ struct Address
     std::u16string text;
 };
 
-// The scheme chooses the file system; what has none of the known schemes is a local path. The
-// paths of Git and Mercurial addresses become absolute, and may lack their two slashes:
-// "git:src/a.c#HEAD" is "git:///home/me/project/src/a.c#HEAD".
+// The scheme chooses the file system, in any case of letters: whether that is right is the module's
+// to say. What has none of the known schemes is a local path, but for some schemes of other
+// programs: these throw UsageError with the one that may be meant. The paths of Git and Mercurial
+// addresses become absolute, and may lack their two slashes: "git:src/a.c#HEAD" is
+// "git:///home/me/project/src/a.c#HEAD".
 Address ParseAddress(const std::u16string& text);
 
 } // namespace tarnwell::host

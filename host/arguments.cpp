@@ -24,13 +24,28 @@ const Switch switches[] = {
 struct Setting
 {
     const char16_t* name;
-    std::optional<std::u16string> CommandLine::*member;
+    void (*take)(CommandLine& line, std::u16string value);
 };
 
+// The last one counts.
+template <std::optional<std::u16string> CommandLine::*member>
+void Set(CommandLine& line, std::u16string value)
+{
+    line.*member = std::move(value);
+}
+
+// All count.
+void AddExcluded(CommandLine& line, std::u16string value)
+{
+    if (!line.exclude)
+        line.exclude.emplace();
+    line.exclude->push_back(std::move(value));
+}
+
 const Setting settings[] = {
-    {u"--module", &CommandLine::module}, {u"--lang", &CommandLine::language},
-    {u"--user", &CommandLine::user},     {u"--password", &CommandLine::password},
-    {u"--server", &CommandLine::server},
+    {u"--module", Set<&CommandLine::module>}, {u"--lang", Set<&CommandLine::language>},
+    {u"--user", Set<&CommandLine::user>},     {u"--password", Set<&CommandLine::password>},
+    {u"--server", Set<&CommandLine::server>}, {u"--exclude", AddExcluded},
 };
 
 class Parser
@@ -43,7 +58,7 @@ public:
         while (next_ < arguments_.size())
             Take(arguments_[next_++]);
         if (line_.language && *line_.language != u"en" && *line_.language != u"ja")
-            throw UsageError("--lang is \"en\" or \"ja\".");
+            Wrong("--lang is \"en\" or \"ja\".");
         return line_;
     }
 
@@ -57,7 +72,14 @@ private:
         else if (argument == u"--")
             optionsEnded_ = true;
         else if (!TakeSwitch(argument) && !TakeSetting(argument))
-            throw UsageError("There is no option \"" + ToUtf8(argument) + "\".");
+            Wrong("There is no option \"" + ToUtf8(argument) + "\".");
+    }
+
+    // The first thing is told.
+    void Wrong(std::string text)
+    {
+        if (line_.wrong.empty())
+            line_.wrong = std::move(text);
     }
 
     void TakeOperand(const std::u16string& argument)
@@ -91,15 +113,21 @@ private:
         {
             if (name != row.name)
                 continue;
-            if (equals != std::u16string::npos)
-                line_.*row.member = argument.substr(equals + 1);
-            else if (next_ < arguments_.size())
-                line_.*row.member = arguments_[next_++];
-            else
-                throw UsageError("The option \"" + ToUtf8(name) + "\" needs a value.");
+            row.take(line_, ValueOf(argument, name, equals));
             return true;
         }
         return false;
+    }
+
+    std::u16string ValueOf(const std::u16string& argument, const std::u16string& name,
+                           std::size_t equals)
+    {
+        if (equals != std::u16string::npos)
+            return argument.substr(equals + 1);
+        if (next_ < arguments_.size())
+            return arguments_[next_++];
+        Wrong("The option \"" + ToUtf8(name) + "\" needs a value.");
+        return {};
     }
 
     const std::vector<std::u16string>& arguments_;

@@ -9,7 +9,7 @@
 namespace tarnwell::host
 {
 
-// A command line that can't be meant. The text is UTF-8.
+// A command line that can't be meant, found when it was read. The text is UTF-8.
 struct UsageError : std::runtime_error
 {
     using std::runtime_error::runtime_error;
@@ -29,13 +29,19 @@ struct CommandLine
     bool parents = false;
     bool recursive = false;
     bool help = false;
+    // Names that a comparison of folders leaves out; none given: those that version control keeps.
+    std::optional<std::vector<std::u16string>> exclude;
+
+    // What is wrong with the options, in UTF-8; empty if nothing is. The rest is read all the same,
+    // since it says how to tell.
+    std::string wrong;
 
     // The command, and what follows it.
     std::u16string command;
     std::vector<std::u16string> operands;
 };
 
-// Options may stand anywhere; "--" ends them. Throws UsageError. The command isn't looked at.
+// Options may stand anywhere; "--" ends them. The command isn't looked at.
 CommandLine ParseArguments(const std::vector<std::u16string>& arguments);
 
 } // namespace tarnwell::host

@@ -32,11 +32,17 @@ bool IsLink(const ComPtr<IFileSystemItem>& item)
     return (attributes & 0x400) != 0;
 }
 
-std::vector<Entry> EntriesOf(const ComPtr<IFolder>& folder)
+std::vector<Entry> EntriesOf(const ComPtr<IFolder>& folder,
+                             const std::vector<std::u16string>& excluded)
 {
     std::vector<Entry> entries;
     for (const ComPtr<IFileSystemItem>& item : ItemsOf(folder))
-        entries.push_back({PairingName(item), item.As<IFile>(), item.As<IFolder>(), IsLink(item)});
+    {
+        std::u16string name = PairingName(item);
+        if (std::find(excluded.begin(), excluded.end(), name) != excluded.end())
+            continue;
+        entries.push_back({std::move(name), item.As<IFile>(), item.As<IFolder>(), IsLink(item)});
+    }
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry& left, const Entry& right) { return left.name < right.name; });
     return entries;
@@ -52,13 +58,13 @@ std::optional<std::uint64_t> KnownSize(const Entry& entry)
 class FolderComparison
 {
 public:
-    explicit FolderComparison(const Tell& tell) : tell_(tell) {}
+    FolderComparison(const FolderRules& rules, const Tell& tell) : rules_(rules), tell_(tell) {}
 
     void Compare(const std::u16string& prefix, const ComPtr<IFolder>& left,
                  const ComPtr<IFolder>& right)
     {
-        const std::vector<Entry> lefts = EntriesOf(left);
-        const std::vector<Entry> rights = EntriesOf(right);
+        const std::vector<Entry> lefts = EntriesOf(left, rules_.excluded);
+        const std::vector<Entry> rights = EntriesOf(right, rules_.excluded);
         auto a = lefts.begin();
         auto b = rights.begin();
         while (a != lefts.end() || b != rights.end())
@@ -98,7 +104,7 @@ private:
         }
     }
 
-    static Finding FindingOf(const Entry& left, const Entry& right)
+    Finding FindingOf(const Entry& left, const Entry& right) const
     {
         const auto leftSize = KnownSize(left);
         const auto rightSize = KnownSize(right);
@@ -107,19 +113,21 @@ private:
         if (!left.file)
             return {{}, Verdict::Equal, {}, {}, {}, {}};
         // Unequal sizes say enough: no need to read.
-        if (leftSize != rightSize)
+        if (rules_.trustsSizes && leftSize != rightSize)
             return {{}, Verdict::Different, leftSize, rightSize, {}, {}};
         return CompareFiles(left.file, right.file);
     }
 
+    const FolderRules& rules_;
     const Tell& tell_;
 };
 
 } // namespace
 
-void CompareFolders(const ComPtr<IFolder>& left, const ComPtr<IFolder>& right, const Tell& tell)
+void CompareFolders(const ComPtr<IFolder>& left, const ComPtr<IFolder>& right,
+                    const FolderRules& rules, const Tell& tell)
 {
-    FolderComparison(tell).Compare({}, left, right);
+    FolderComparison(rules, tell).Compare({}, left, right);
 }
 
 } // namespace tarnwell::host

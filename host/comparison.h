@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tarnwell::host
 {
@@ -39,6 +40,14 @@ struct Finding
 
 using Tell = std::function<void(const Finding&)>;
 
+struct FolderRules
+{
+    // Names at any depth that are left out on both sides.
+    std::vector<std::u16string> excluded;
+    // Whether files of unequal listed size are different without being read.
+    bool trustsSizes;
+};
+
 // Reads both files to their ends. Throws Failure.
 Finding CompareFiles(const ComPtr<IFile>& left, const ComPtr<IFile>& right);
 
@@ -46,6 +55,7 @@ Finding CompareFiles(const ComPtr<IFile>& left, const ComPtr<IFile>& right);
 // sides have; a folder that is a link isn't entered. Findings come in the order of names, one
 // for each pair and each name without a partner. What fails below the two folders is a finding;
 // a failure to read these themselves is thrown.
-void CompareFolders(const ComPtr<IFolder>& left, const ComPtr<IFolder>& right, const Tell& tell);
+void CompareFolders(const ComPtr<IFolder>& left, const ComPtr<IFolder>& right,
+                    const FolderRules& rules, const Tell& tell);
 
 } // namespace tarnwell::host

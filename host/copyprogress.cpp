@@ -1,5 +1,7 @@
 #include "copyprogress.h"
 
+#include "noexcept.h"
+#include "output.h"
 #include "progressbar.h"
 #include "system.h"
 #include "text16.h"
@@ -18,10 +20,14 @@ namespace
 using Clock = std::chrono::steady_clock;
 
 inline constexpr auto redrawEvery = std::chrono::milliseconds(100);
+
 class CopyProgress final : public Implements<ICopyProgress>
 {
 public:
-    explicit CopyProgress(const std::u16string& what) : what_(what), shown_(ErrorsAreTerminal()) {}
+    explicit CopyProgress(const std::u16string& what)
+        : what_(Masked(what, LineFeeds::Masked)), shown_(ErrorsAreTerminal())
+    {
+    }
 
     ~CopyProgress()
     {
@@ -34,8 +40,12 @@ public:
         if (keepGoing == nullptr)
             return E_POINTER;
         *keepGoing = InterruptWatch::Interrupted() ? VARIANT_FALSE : VARIANT_TRUE;
+        // A copy doesn't end because its progress can't be shown.
         if (shown_ && Clock::now() - drawn_ >= redrawEvery)
-            Draw();
+            static_cast<void>(WithoutExceptions([&] {
+                Draw();
+                return S_OK;
+            }));
         return S_OK;
     }
 

@@ -52,7 +52,8 @@ ItemFacts FactsOf(const ComPtr<IFileSystemItem>& item)
 
 JsonObject ToJson(const ItemFacts& facts)
 {
-    const Fact<std::uint64_t> attributes{facts.attributes.value, facts.attributes.error};
+    const Fact<std::uint64_t> attributes{facts.attributes.value, facts.attributes.error,
+                                         facts.attributes.isNotOffered};
     FactWriter writer;
     writer.Text(u"name", facts.name);
     writer.Text(u"path", facts.path);

@@ -16,6 +16,8 @@ template <class T> struct Fact
 {
     std::optional<T> value;
     std::u16string error;
+    // The file system has no such fact of anything.
+    bool isNotOffered = false;
 };
 
 // The outcome of `read`, with a failure caught.
@@ -23,11 +25,11 @@ template <class F> auto FactOf(F&& read) -> Fact<decltype(read())>
 {
     try
     {
-        return {read(), {}};
+        return {read(), {}, false};
     }
     catch (const Failure& failure)
     {
-        return {std::nullopt, failure.message};
+        return {std::nullopt, failure.message, failure.status == E_NOTIMPL};
     }
 }
 

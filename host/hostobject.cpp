@@ -1,5 +1,7 @@
 #include "hostobject.h"
 
+#include "noexcept.h"
+
 #include <tarnwell/host.h>
 #include <tarnwell/implements.h>
 
@@ -45,15 +47,17 @@ public:
         *resultUser = *resultPassword = *resultHost = nullptr;
         if (line_.noCredentials)
             return E_FAIL;
-        // Without any of the options the answer is an empty user and password: right for
-        // servers that let everybody in. A password alone is for the user that was asked for.
-        const std::u16string asked = line_.password ? TextOf(user) : std::u16string();
-        HRESULT status = Give(line_.user.value_or(asked), resultUser);
-        if (SUCCEEDED(status))
-            status = Give(line_.password.value_or(u""), resultPassword);
-        if (SUCCEEDED(status))
-            status = Give(line_.server.value_or(TextOf(host)), resultHost);
-        return status;
+        return WithoutExceptions([&] {
+            // Without any of the options the answer is an empty user and password: right for
+            // servers that let everybody in. A password alone is for the user that was asked for.
+            const std::u16string asked = line_.password ? TextOf(user) : std::u16string();
+            HRESULT status = Give(line_.user.value_or(asked), resultUser);
+            if (SUCCEEDED(status))
+                status = Give(line_.password.value_or(u""), resultPassword);
+            if (SUCCEEDED(status))
+                status = Give(line_.server.value_or(TextOf(host)), resultHost);
+            return status;
+        });
     }
 
     // The failure that follows tells both of these to the user.
@@ -80,10 +84,12 @@ public:
         if (value == nullptr)
             return E_POINTER;
         *value = VARIANT_FALSE;
-        if (TextOf(name) != u"IterateStreams")
-            return E_INVALIDARG;
-        *value = line_.streams ? VARIANT_TRUE : VARIANT_FALSE;
-        return S_OK;
+        return WithoutExceptions([&] {
+            if (TextOf(name) != u"IterateStreams")
+                return E_INVALIDARG;
+            *value = line_.streams ? VARIANT_TRUE : VARIANT_FALSE;
+            return S_OK;
+        });
     }
 
 private:

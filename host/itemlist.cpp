@@ -1,5 +1,7 @@
 #include "itemlist.h"
 
+#include "noexcept.h"
+
 #include <tarnwell/implements.h>
 
 namespace tarnwell::host
@@ -28,8 +30,10 @@ public:
         *path = nullptr;
         if (index < 0 || static_cast<std::size_t>(index) >= addresses_.size())
             return E_INVALIDARG;
-        *path = Bstr(addresses_[static_cast<std::size_t>(index)]).Detach();
-        return *path == nullptr ? E_OUTOFMEMORY : S_OK;
+        return WithoutExceptions([&] {
+            *path = Bstr(addresses_[static_cast<std::size_t>(index)]).Detach();
+            return *path == nullptr ? E_OUTOFMEMORY : S_OK;
+        });
     }
 
 private:

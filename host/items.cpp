@@ -8,6 +8,7 @@ namespace
 
 // What a lookup gives for an item of the other kind, and for some that don't exist.
 inline constexpr HRESULT notFound = static_cast<HRESULT>(0x80070002);
+inline constexpr HRESULT parentNotFound = static_cast<HRESULT>(0x80070003);
 
 } // namespace
 
@@ -54,6 +55,11 @@ std::vector<ComPtr<IFileSystemItem>> ItemsOf(const ComPtr<IFolder>& folder)
     for (std::uint32_t i = 0; i < count; ++i)
         Call([&] { return contents->GetItem(static_cast<std::int32_t>(i), items[i].Out()); });
     return items;
+}
+
+bool IsMissing(const Failure& failure)
+{
+    return failure.status == notFound || failure.status == parentNotFound;
 }
 
 std::uint64_t SizeOf(const ComPtr<IFile>& file)

@@ -29,6 +29,9 @@ template <class I> std::u16string TextFrom(I* item, HRESULT (STDMETHODCALLTYPE I
     return std::u16string(text.View());
 }
 
+// Whether a lookup failed as there is no such item, or none of that kind.
+bool IsMissing(const Failure& failure);
+
 std::uint64_t SizeOf(const ComPtr<IFile>& file);
 
 } // namespace tarnwell::host

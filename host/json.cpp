@@ -35,7 +35,8 @@ std::u16string JsonText(std::u16string_view text)
             result += unit;
             result += text[++i];
         }
-        else if (unit < 0x20 || unit == 0x7F || IsHighSurrogate(unit) || IsLowSurrogate(unit))
+        else if (unit < 0x20 || (unit >= 0x7F && unit < 0xA0) || IsHighSurrogate(unit) ||
+                 IsLowSurrogate(unit))
         {
             result += Escaped(unit);
         }

@@ -8,7 +8,8 @@
 namespace tarnwell::host
 {
 
-// The quoted form of `text`. Lone surrogates, as in the names of files that aren't valid text,
+// The quoted form of `text`. Control characters are escaped, also those that JSON lets stand, as a
+// terminal may obey them. Lone surrogates, as in the names of files that aren't valid text,
 // become \u escapes, so that the output is always valid UTF-8.
 std::u16string JsonText(std::u16string_view text);
 

@@ -21,11 +21,34 @@ bool IsControl(char16_t unit)
     return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
 }
 
+// Messages have the line ends of the platform.
+std::u16string Lines(std::u16string_view text)
+{
+    std::u16string lines;
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        if (text.substr(i, 2) != u"\r\n")
+            lines += text[i];
+    }
+    return lines;
+}
+
 } // namespace
+
+std::u16string Masked(std::u16string_view text, LineFeeds lineFeeds)
+{
+    std::u16string result(text);
+    for (char16_t& unit : result)
+    {
+        if (IsControl(unit) && (unit != u'\n' || lineFeeds == LineFeeds::Masked))
+            unit = u'?';
+    }
+    return result;
+}
 
 void Print(std::u16string_view text)
 {
-    PrintBytes(ToUtf8(text));
+    PrintBytes(ToUtf8(OutputIsTerminal() ? Masked(text, LineFeeds::Kept) : std::u16string(text)));
 }
 
 void PrintBytes(std::string_view bytes)
@@ -46,20 +69,13 @@ void PrintError(std::u16string_view text)
 {
     // A failure to write the output must not hide the one that is being told.
     WriteOutput(std::exchange(pending, {}));
-    WriteErrors(ToUtf8(text));
+    WriteErrors(
+        ToUtf8(ErrorsAreTerminal() ? Masked(Lines(text), LineFeeds::Kept) : std::u16string(text)));
 }
 
 std::u16string Shown(std::u16string_view name)
 {
-    std::u16string result(name);
-    if (!OutputIsTerminal())
-        return result;
-    for (char16_t& unit : result)
-    {
-        if (IsControl(unit))
-            unit = u'?';
-    }
-    return result;
+    return OutputIsTerminal() ? Masked(name, LineFeeds::Masked) : std::u16string(name);
 }
 
 } // namespace tarnwell::host

@@ -36,11 +36,30 @@ int Fail(const Failure& failure, const CommandLine& line)
     return exitFailed;
 }
 
+int FailUsage(const std::string& text, const CommandLine& line)
+{
+    if (line.json)
+        PrintFailure({E_INVALIDARG, FromUtf8(text)}, true);
+    else
+        PrintError(u"tarnwell-host: " + FromUtf8(text) + u"\nTry \"tarnwell-host --help\".\n");
+    return exitUsage;
+}
+
 int RunLine(const CommandLine& line)
 {
     try
     {
-        return RunCommand(line);
+        if (!line.wrong.empty())
+            return FailUsage(line.wrong, line);
+        if (!line.help)
+            return RunCommand(line);
+        Print(UsageText());
+        FlushOutput();
+        return exitDone;
+    }
+    catch (const UsageError& error)
+    {
+        return FailUsage(error.what(), line);
     }
     catch (const Failure& failure)
     {
@@ -52,28 +71,37 @@ int RunLine(const CommandLine& line)
     }
     catch (const std::bad_alloc&)
     {
-        return Fail({E_OUTOFMEMORY, u"Out of memory."}, line);
+        throw;
     }
+    // Of the standard library's file system, for one.
+    catch (const std::exception& failure)
+    {
+        return Fail({E_FAIL, FromUtf8(failure.what())}, line);
+    }
+}
+
+// Needs no memory.
+int FailWithoutMemory(bool json)
+{
+    WriteErrors(json ? "{\"status\":\"0x8007000E\",\"message\":\"Out of memory.\"}\n"
+                     : "Out of memory.\n0x8007000E\n");
+    return exitFailed;
 }
 
 } // namespace
 
-int RunProgram(const std::vector<std::u16string>& arguments)
+int RunProgram(const std::function<std::vector<std::u16string>()>& arguments) noexcept
 {
+    bool json = false;
     try
     {
-        const CommandLine line = ParseArguments(arguments);
-        if (!line.help)
-            return RunLine(line);
-        Print(UsageText());
-        FlushOutput();
-        return exitDone;
+        const CommandLine line = ParseArguments(arguments());
+        json = line.json;
+        return RunLine(line);
     }
-    catch (const UsageError& error)
+    catch (...)
     {
-        PrintError(u"tarnwell-host: " + FromUtf8(error.what()) +
-                   u"\nTry \"tarnwell-host --help\".\n");
-        return exitUsage;
+        return FailWithoutMemory(json);
     }
 }
 

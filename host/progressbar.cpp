@@ -1,5 +1,6 @@
 #include "progressbar.h"
 
+#include "output.h"
 #include "readable.h"
 #include "system.h"
 #include "text16.h"
@@ -61,8 +62,8 @@ std::u16string ProgressLine(const std::u16string& what, std::uint64_t bytes,
     return line + u" " + ReadableSize(bytes) + u", " + ReadableSize(rate) + u"/s, " + what;
 }
 
-ProgressBar::ProgressBar(std::u16string what, std::optional<std::uint64_t> total)
-    : what_(std::move(what)), total_(total), shown_(ErrorsAreTerminal())
+ProgressBar::ProgressBar(const std::u16string& what, std::optional<std::uint64_t> total)
+    : what_(Masked(what, LineFeeds::Masked)), total_(total), shown_(ErrorsAreTerminal())
 {
 }
 

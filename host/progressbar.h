@@ -22,7 +22,7 @@ std::u16string RunningBar(std::size_t step);
 class ProgressBar
 {
 public:
-    ProgressBar(std::u16string what, std::optional<std::uint64_t> total);
+    ProgressBar(const std::u16string& what, std::optional<std::uint64_t> total);
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar();

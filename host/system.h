@@ -11,9 +11,9 @@
 namespace tarnwell::host
 {
 
-// To be called before the module is loaded. Puts the process, and so the clients that the module
-// runs, into the state that the module counts on; `language` ("en", "ja" or empty) chooses the
-// language of the module's texts where the system lets a program choose.
+// To be called before the module is loaded. Puts the process into the state that the module counts
+// on; `language` ("en", "ja" or empty) chooses the language of the module's texts where the system
+// lets a program choose.
 void PrepareProcess(std::u16string_view language);
 
 // Standard output is bytes on every platform: nothing turns LF into CR LF.
@@ -45,7 +45,11 @@ public:
     static bool Interrupted();
 };
 
-// What a command line prints, without its error text; nothing if it fails or can't be run.
-std::optional<std::string> OutputOf(const char* commandLine);
+// Whether there is anybody whom a question before a deletion would reach.
+bool SomebodyCanAnswer();
+
+// What a program prints, without its error text; nothing if it fails or can't be run. It is looked
+// for where the module would find it. `arguments` are for the shell.
+std::optional<std::string> OutputOf(const std::string& program, const char* arguments);
 
 } // namespace tarnwell::host

@@ -18,7 +18,10 @@ const char16_t options[] = u"Options:\n"
                            u"                   the answer when the module asks for credentials\n"
                            u"  --no-credentials no answer to that\n"
                            u"  --streams        list the named data streams of local files\n"
-                           u"  --yes            delete without a question\n";
+                           u"  --yes            delete without a question\n"
+                           u"  --exclude NAME   in comparisons of folders leave these out, instead "
+                           u"of\n"
+                           u"                   .svn, .git and .hg (may be given several times)\n";
 
 const char16_t notes[] =
     u"Addresses: git: and hg: with a path and maybe #REVISION, svn:// svnhttp:// svnhttps://\n"

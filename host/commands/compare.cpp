@@ -125,18 +125,32 @@ Finding CompareItems(const ComPtr<IFileSystemItem>& left, const ComPtr<IFileSyst
     return finding;
 }
 
+// What version control keeps beside the files that are its users'.
+const std::u16string ownFolders[] = {u".svn", u".git", u".hg"};
+
+FolderRules RulesOf(const CommandLine& line, const Place& left, const Place& right)
+{
+    const bool translates =
+        left.address.kind->translatesContent || right.address.kind->translatesContent;
+    return {line.exclude.value_or(
+                std::vector<std::u16string>(std::begin(ownFolders), std::end(ownFolders))),
+            !translates};
+}
+
 } // namespace
 
 int Compare(const Session& session)
 {
-    const auto left = FindItem(Open(session, session.line.operands[0]));
-    const auto right = FindItem(Open(session, session.line.operands[1]));
+    const Place leftPlace = Open(session, session.line.operands[0]);
+    const Place rightPlace = Open(session, session.line.operands[1]);
+    const auto left = FindItem(leftPlace);
+    const auto right = FindItem(rightPlace);
     const ComPtr<IFolder> leftFolder = left.As<IFolder>();
     const ComPtr<IFolder> rightFolder = right.As<IFolder>();
     Report report(session.line.json);
     if (leftFolder && rightFolder)
     {
-        CompareFolders(leftFolder, rightFolder,
+        CompareFolders(leftFolder, rightFolder, RulesOf(session.line, leftPlace, rightPlace),
                        [&](const Finding& finding) { report.Add(finding, false); });
         report.PrintSummary();
     }

@@ -1,5 +1,6 @@
 #include "commands.h"
 #include "content.h"
+#include "identity.h"
 #include "items.h"
 #include "progressbar.h"
 #include "system.h"
@@ -9,6 +10,8 @@ namespace tarnwell::host
 
 namespace
 {
+
+constexpr HRESULT sharingViolation = static_cast<HRESULT>(0x80070020);
 
 ComPtr<IFile> NewFile(const Place& place)
 {
@@ -52,6 +55,17 @@ void WriteInput(Writer& writer, Arrival arrival)
     }
 }
 
+// Opening the target for writing empties it, and with it a source that is the same file under
+// another name or behind a link.
+void RefuseSame(const std::optional<FileIdentity>& source, const Place& target)
+{
+    if (target.address.kind != &FileSystemKinds().front() || !source ||
+        source != IdentityOf(target.address.text))
+        return;
+    throw Failure{sharingViolation,
+                  u"\"put\" can't write \"" + target.address.text + u"\" from itself."};
+}
+
 void WriteFrom(Reader& reader, Writer& writer, Arrival arrival)
 {
     for (auto bytes = reader.Next(); !bytes.empty(); bytes = reader.Next())
@@ -66,19 +80,17 @@ int Put(const Session& session)
     const Place target = Open(session, session.line.operands[1]);
     if (source == u"-")
     {
+        RefuseSame(IdentityOfInput(), target);
         Writer writer(NewFile(target));
         WriteInput(writer, {target.address.text, std::nullopt});
         writer.Close();
         return exitDone;
     }
     const Place local = OpenLocal(session, source);
-    // Opening the target would empty the source.
-    if (target.address.kind == local.address.kind &&
-        AbsolutePath(source) == AbsolutePath(target.address.text))
-        throw UsageError("\"put\" can't write a file from itself.");
     // The source is opened first: if that fails, the target stays as it was.
     const ComPtr<IFile> file = FindFile(local);
     Reader reader(file);
+    RefuseSame(IdentityOf(source), target);
     Writer writer(NewFile(target));
     WriteFrom(reader, writer, {target.address.text, SizeOf(file)});
     writer.Close();

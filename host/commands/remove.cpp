@@ -1,6 +1,7 @@
 #include "commands.h"
 #include "itemlist.h"
 #include "items.h"
+#include "system.h"
 
 namespace tarnwell::host
 {
@@ -8,10 +9,59 @@ namespace tarnwell::host
 namespace
 {
 
+constexpr HRESULT cancelled = static_cast<HRESULT>(0x800704C7);
+
+[[noreturn]] void ThrowNotDeleted(std::u16string_view why,
+                                  const std::vector<std::u16string>& addresses)
+{
+    std::u16string message = u"Not deleted, as " + std::u16string(why) + u":";
+    for (const std::u16string& address : addresses)
+        message += u"\n  " + address;
+    throw Failure{cancelled, message};
+}
+
+bool IsThere(const Place& place)
+{
+    try
+    {
+        FindItem(place);
+        return true;
+    }
+    catch (const Failure& failure)
+    {
+        if (!IsMissing(failure))
+            throw;
+        return false;
+    }
+}
+
+// The module doesn't tell a "no" from other failures: a list ends in success then, and a single
+// item in a failure of no cause. But there is something left.
+void LookForTheLeft(const Place& place, const std::vector<std::u16string>& addresses)
+{
+    std::vector<std::u16string> left;
+    for (const std::u16string& address : addresses)
+    {
+        if (IsThere({{place.address.kind, address}, place.fileSystem}))
+            left.push_back(address);
+    }
+    if (!left.empty())
+        ThrowNotDeleted(u"the answer was no or the system refused", left);
+}
+
 void RemoveOne(const Place& place, VARIANT_BOOL noConfirm, VARIANT_BOOL recursive)
 {
     const ComPtr<IFileSystemItem> item = FindItem(place);
-    Call([&] { return item->Delete(noConfirm, recursive); });
+    try
+    {
+        Call([&] { return item->Delete(noConfirm, recursive); });
+    }
+    catch (const Failure& failure)
+    {
+        if (noConfirm == VARIANT_FALSE && failure.status == E_FAIL)
+            LookForTheLeft(place, {place.address.text});
+        throw;
+    }
 }
 
 // The addresses as the module takes them.
@@ -43,10 +93,14 @@ int Remove(const Session& session)
     const VARIANT_BOOL recursive = session.line.recursive ? VARIANT_TRUE : VARIANT_FALSE;
     const std::vector<std::u16string> addresses = AddressesOf(session.line.operands);
     const Place place = Open(session, session.line.operands[0]);
+    if (!session.line.yes && !SomebodyCanAnswer())
+        ThrowNotDeleted(u"there is nobody to ask (--yes deletes without a question)", addresses);
     if (addresses.size() == 1)
         RemoveOne(place, noConfirm, recursive);
     else
         RemoveAll(place, addresses, noConfirm, recursive);
+    if (!session.line.yes)
+        LookForTheLeft(place, addresses);
     return exitDone;
 }
 

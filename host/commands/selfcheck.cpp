@@ -15,20 +15,21 @@ namespace
 struct Client
 {
     const char16_t* name;
-    const char* versionCommand;
+    const char* program;
+    const char* versionArguments;
 };
 
 const Client clients[] = {
-    {u"git", "git --version"},
-    {u"hg", "hg --version --quiet"},
-    {u"svn", "svn --version --quiet"},
-    {u"p4", "p4 -V"},
+    {u"git", "git", "--version"},
+    {u"hg", "hg", "--version --quiet"},
+    {u"svn", "svn", "--version --quiet"},
+    {u"p4", "p4", "-V"},
 };
 
 // The last line: what stands before it, where there is more, is about the maker.
 std::optional<std::u16string> VersionOf(const Client& client)
 {
-    std::optional<std::string> output = OutputOf(client.versionCommand);
+    std::optional<std::string> output = OutputOf(client.program, client.versionArguments);
     if (!output)
         return std::nullopt;
     output->erase(output->find_last_not_of("\r\n ") + 1);

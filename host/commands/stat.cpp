@@ -11,15 +11,39 @@ namespace tarnwell::host
 namespace
 {
 
-// A line for a fact; nothing for one that the item doesn't have.
-template <class T, class F>
-std::u16string Row(std::u16string_view name, const Fact<T>& fact, F&& readable)
+// Lines for facts that there are, and one for those that the file system doesn't tell at all.
+class Table
 {
-    if (!fact.value && fact.error.empty())
-        return {};
-    const std::u16string value = fact.value ? readable(*fact.value) : u"unknown: " + fact.error;
-    return LeftAligned(name, 16) + value + u"\n";
-}
+public:
+    // Nothing for a fact that the item doesn't have.
+    template <class T, class F>
+    Table& Add(std::u16string_view name, const Fact<T>& fact, F&& readable)
+    {
+        if (fact.value)
+            Add(name, readable(*fact.value));
+        else if (fact.isNotOffered)
+            notOffered_ += (notOffered_.empty() ? u"" : u", ") + std::u16string(name);
+        else if (!fact.error.empty())
+            Add(name, u"unknown: " + fact.error);
+        return *this;
+    }
+    Table& Add(std::u16string_view name, const std::u16string& value)
+    {
+        rows_ += LeftAligned(name, 16) + value + u"\n";
+        return *this;
+    }
+
+    std::u16string Text() const
+    {
+        if (notOffered_.empty())
+            return rows_;
+        return rows_ + LeftAligned(u"not told here", 16) + notOffered_ + u"\n";
+    }
+
+private:
+    std::u16string rows_;
+    std::u16string notOffered_;
+};
 
 std::u16string Readable(const ItemFacts& facts)
 {
@@ -30,12 +54,17 @@ std::u16string Readable(const ItemFacts& facts)
         return bytes < 1024 ? ReadableSize(bytes)
                             : ReadableSize(bytes) + u" (" + Decimal(bytes) + u" B)";
     };
-    return Row(u"name", facts.name, text) + Row(u"path", facts.path, text) +
-           Row(u"parent", facts.parent, text) + LeftAligned(u"kind", 16) +
-           (facts.folder ? u"folder\n" : u"file\n") + Row(u"attributes", facts.attributes, Hex) +
-           Row(u"size", facts.size, size) + Row(u"modified", facts.modified, ReadableTime) +
-           Row(u"comparable name", facts.comparableName, text) +
-           Row(u"comparable url", facts.comparableUrl, text);
+    return Table()
+        .Add(u"name", facts.name, text)
+        .Add(u"path", facts.path, text)
+        .Add(u"parent", facts.parent, text)
+        .Add(u"kind", facts.folder ? u"folder" : u"file")
+        .Add(u"attributes", facts.attributes, Hex)
+        .Add(u"size", facts.size, size)
+        .Add(u"modified", facts.modified, ReadableTime)
+        .Add(u"comparable name", facts.comparableName, text)
+        .Add(u"comparable url", facts.comparableUrl, text)
+        .Text();
 }
 
 } // namespace

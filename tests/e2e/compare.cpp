@@ -129,6 +129,43 @@ TEST(CompareFolders, EveryKindOfDifference)
                             "2 only right"));
 }
 
+TEST(CompareFolders, WhatIsNotKnownIsNullInJson)
+{
+    const TwoFolders two;
+    WriteBytes(Joined(two.left, u"more"), "12");
+    fs::create_directory(Joined(two.left, u"sub"));
+    fs::create_directory(Joined(two.right, u"sub"));
+    const HostRun run = RunHost({u"--json", u"compare", two.left, two.right});
+    const auto lines = JsonLinesOf(run.output);
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].Raw("left_size"), "2");
+    for (const auto& [line, member] : {std::pair{0, "right_size"},
+                                       {0, "first_difference"},
+                                       {1, "left_size"},
+                                       {1, "right_size"},
+                                       {1, "first_difference"}})
+        EXPECT_EQ(lines[static_cast<std::size_t>(line)].Raw(member), "null") << member;
+}
+
+TEST(CompareFolders, WhatVersionControlKeepsIsLeftOutUnlessOthersAreNamed)
+{
+    const TwoFolders two;
+    two.Both(u"a", "1");
+    for (const char16_t* name : {u".svn", u".git", u".hg"})
+    {
+        fs::create_directory(Joined(two.left, name));
+        WriteBytes(Joined(Joined(two.left, name), u"x"), "");
+    }
+    WriteBytes(Joined(two.right, u"b"), "");
+    EXPECT_EQ(RunHost({u"compare", two.left, two.right}).output,
+              "b: only right\n1 equal, 1 only right\n");
+    const HostRun others =
+        RunHost({u"compare", u"--exclude", u"b", u"--exclude=.git", two.left, two.right});
+    EXPECT_EQ(others.output, ".hg: only left\n.svn: only left\n1 equal, 2 only left\n");
+    const HostRun all = RunHost({u"compare", u"--exclude=", two.left, two.right});
+    EXPECT_THAT(all.output, EndsWith("1 equal, 3 only left, 1 only right\n"));
+}
+
 TEST(CompareFolders, JsonTellsEveryPair)
 {
     const TwoFolders two;

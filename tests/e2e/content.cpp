@@ -113,6 +113,27 @@ TEST(Put, MissingSourceLeavesTheTarget)
     EXPECT_EQ(ReadBytes(folder / u"to"), "kept");
 }
 
+// Whatever it is called: opening it for writing would empty it.
+TEST(Put, OntoTheFileThatItReadsIsRefused)
+{
+    namespace fs = std::filesystem;
+    const TempFolder folder;
+    WriteBytes(folder / u"file", "kept");
+    fs::create_directory(folder / u"sub");
+    fs::create_hard_link(folder / u"file", folder / u"hard");
+    const std::u16string around = Joined(Joined(folder / u"sub", u".."), u"file");
+    for (const std::u16string& target : {folder / u"file", folder / u"hard", around})
+    {
+        const HostRun run = RunHost({u"put", folder / u"file", target});
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(run.errors,
+                  "\"put\" can't write \"" + Utf8(target) + "\" from itself.\n0x80070020\n");
+        EXPECT_EQ(ReadBytes(folder / u"file"), "kept");
+    }
+    EXPECT_EQ(RunHost({u"put", folder / u"hard", folder / u"file"}).exitCode, 1);
+    EXPECT_EQ(ReadBytes(folder / u"hard"), "kept");
+}
+
 TEST(Put, IntoAMissingFolderFails)
 {
     const TempFolder folder;

@@ -1,4 +1,5 @@
 #include "e2e/hostrun.h"
+#include "e2e/json.h"
 
 #include <gmock/gmock.h>
 
@@ -31,7 +32,7 @@ const WrongLine wrongLines[] = {
     {{u"ls", u".", u"--user"}, "The option \"--user\" needs a value."},
     {{u"--lang", u"fr", u"ls", u"."}, "--lang is \"en\" or \"ja\"."},
     {{u"--lang=", u"ls", u"."}, "--lang is \"en\" or \"ja\"."},
-    {{u"put", u"./a", u"a"}, "\"put\" can't write a file from itself."},
+    {{u"ls", u"http://host/r"}, "Is svnhttp:// meant?"},
 };
 
 TEST(Usage, WrongLinesExitWith2AndSayWhy)
@@ -42,6 +43,23 @@ TEST(Usage, WrongLinesExitWith2AndSayWhy)
         EXPECT_EQ(run.exitCode, 2) << wrong.text;
         EXPECT_THAT(run.errors, HasSubstr(wrong.text));
         EXPECT_THAT(run.output, IsEmpty());
+    }
+}
+
+TEST(Usage, WrongLinesAreJsonWhereThatIsAskedFor)
+{
+    for (const WrongLine& wrong : wrongLines)
+    {
+        // In front, so that it is nobody's value.
+        std::vector<std::u16string> arguments{u"--json"};
+        arguments.insert(arguments.end(), wrong.arguments.begin(), wrong.arguments.end());
+        const HostRun run = RunHost(arguments);
+        EXPECT_EQ(run.exitCode, 2) << wrong.text;
+        EXPECT_THAT(run.output, IsEmpty());
+        const auto lines = JsonLinesOf(run.errors);
+        ASSERT_EQ(lines.size(), 1U);
+        EXPECT_EQ(lines[0].Text("status"), "0x80070057");
+        EXPECT_THAT(lines[0].Text("message"), HasSubstr(wrong.text));
     }
 }
 
@@ -69,7 +87,8 @@ TEST(Usage, HelpNamesEveryCommand)
                                 "--server",
                                 "--no-credentials",
                                 "--streams",
-                                "--yes"})
+                                "--yes",
+                                "--exclude"})
         EXPECT_THAT(run.output, HasSubstr(command));
 }
 

@@ -168,6 +168,14 @@ TEST_P(WorkingCopies, StatTellsTheNamesAndThatThereAreNoFacts)
     }
 }
 
+TEST_P(WorkingCopies, StatNamesInOneLineWhatIsNotTold)
+{
+    const HostRun run = Run({u"stat", Address()});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.output, HasSubstr("\nnot told here   attributes, size, modified\n"));
+    EXPECT_THAT(run.output, testing::Not(HasSubstr("Function not implemented")));
+}
+
 TEST_P(WorkingCopies, CompareGoesByContent)
 {
     const HostRun run =
@@ -181,7 +189,7 @@ TEST_P(WorkingCopies, CompareGoesByContent)
     EXPECT_EQ(Run({u"compare", Address(), history_.path}).exitCode, 0);
 }
 
-// The host program chooses the character set for its clients.
+// The module chooses the character set for its clients.
 TEST_P(WorkingCopies, NamesOfPeopleComeThroughInAnyLocale)
 {
     for (const char* locale : {"C", "POSIX", "ja_JP.UTF-8", "en_US.ISO-8859-1"})

@@ -1,5 +1,6 @@
 #include "address.h"
 
+#include "arguments.h"
 #include "system.h"
 
 #include <gtest/gtest.h>
@@ -27,9 +28,38 @@ TEST(Address, SchemeChoosesTheFileSystem)
 
 TEST(Address, WhatHasNoKnownSchemeIsLocal)
 {
-    for (const char16_t* text : {u"", u".", u"git", u"./git:a", u"GIT://a", u"http://host",
-                                 u"svn:a", u"ftp:", u"C:\\git:x"})
+    for (const char16_t* text : {u"", u".", u"git", u"./git:a", u"GI://a", u"svn:a", u"ftp:",
+                                 u"C:\\git:x", u"http", u"http:/x", u"./http://x"})
         EXPECT_EQ(KindOf(text), u"local");
+}
+
+TEST(Address, SchemesAreKnownInAnyCaseAndStayAsTheyAre)
+{
+    EXPECT_EQ(KindOf(u"GIT://a"), u"git");
+    EXPECT_EQ(KindOf(u"Hg:a"), u"hg");
+    EXPECT_EQ(ParseAddress(u"SvnHttp://Host/A").kind->name, std::u16string(u"svn"));
+    EXPECT_EQ(ParseAddress(u"SvnHttp://Host/A").text, u"SvnHttp://Host/A");
+    EXPECT_EQ(ParseAddress(u"GIT:a").text, u"GIT://" + AbsolutePath(u"a"));
+}
+
+TEST(Address, SchemesOfOtherProgramsGetAHint)
+{
+    for (const auto& [text, meant] : {std::pair{u"http://h/r", "svnhttp://"},
+                                      {u"HTTPS://h/r", "svnhttps://"},
+                                      {u"file:///r", "svnfile://"},
+                                      {u"ssh://h/r", "svn+ssh://"}})
+    {
+        try
+        {
+            ParseAddress(text);
+            ADD_FAILURE() << meant;
+        }
+        catch (const UsageError& error)
+        {
+            EXPECT_NE(std::string(error.what()).find(std::string("Is ") + meant), std::string::npos)
+                << error.what();
+        }
+    }
 }
 
 TEST(Address, OthersStayAsTheyAre)

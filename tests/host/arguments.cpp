@@ -37,6 +37,24 @@ TEST(Arguments, LoneDashAndWhatFollowsTwoDashesAreOperands)
     EXPECT_FALSE(line.json);
 }
 
+// How to tell what is wrong stands in the rest.
+TEST(Arguments, WhatIsWrongIsKeptAndTheRestRead)
+{
+    const CommandLine line = ParseArguments({u"--what", u"--lang=fr", u"ls", u"a", u"--json"});
+    EXPECT_EQ(line.wrong, "There is no option \"--what\".");
+    EXPECT_EQ(line.command, u"ls");
+    EXPECT_TRUE(line.json);
+    EXPECT_EQ(ParseArguments({u"ls", u"--user"}).wrong, "The option \"--user\" needs a value.");
+    EXPECT_EQ(ParseArguments({u"--lang", u"ja"}).wrong, "");
+}
+
+TEST(Arguments, NamesToExcludeAdd)
+{
+    EXPECT_FALSE(ParseArguments({u"compare"}).exclude);
+    EXPECT_EQ(ParseArguments({u"--exclude", u"a", u"--exclude=b"}).exclude,
+              (std::vector<std::u16string>{u"a", u"b"}));
+}
+
 TEST(Arguments, EmptyTextIsAnOperand)
 {
     const CommandLine line = ParseArguments({u"ls", u""});

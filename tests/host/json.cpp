@@ -24,6 +24,12 @@ TEST(JsonText, EscapesLoneSurrogates)
     EXPECT_EQ(JsonText({text, std::size(text)}), u"\"\\udcff\\ud83dx\\udc00\\ud83d\"");
 }
 
+// A terminal may obey them.
+TEST(JsonText, EscapesAllControlCharacters)
+{
+    EXPECT_EQ(JsonText(u"\u0080\u009b\u009f\u00a0"), u"\"\\u0080\\u009b\\u009f\u00a0\"");
+}
+
 TEST(JsonObject, KeepsTheOrder)
 {
     JsonObject object;

@@ -1,7 +1,6 @@
 #include "system.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <unistd.h>
 
 namespace tarnwell::host
@@ -56,20 +55,6 @@ std::optional<std::size_t> ReadInput(void* buffer, std::size_t size)
     if (got < 0)
         return std::nullopt;
     return static_cast<std::size_t>(got);
-}
-
-std::optional<std::string> OutputOf(const char* commandLine)
-{
-    FILE* const pipe = popen((std::string(commandLine) + " 2>/dev/null").c_str(), "re");
-    if (pipe == nullptr)
-        return std::nullopt;
-    std::string output;
-    char buffer[4096];
-    while (const std::size_t got = fread(buffer, 1, sizeof buffer, pipe))
-        output.append(buffer, got);
-    if (pclose(pipe) != 0)
-        return std::nullopt;
-    return output;
 }
 
 } // namespace tarnwell::host

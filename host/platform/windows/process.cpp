@@ -29,9 +29,6 @@ void PrepareProcess(std::u16string_view)
     outputBefore = GetConsoleOutputCP();
     if (outputBefore != 0 && SetConsoleOutputCP(CP_UTF8))
         std::atexit(RestoreConsole);
-    _putenv_s("LANGUAGE", "en");
-    _putenv_s("HGPLAIN", "1");
-    _putenv_s("HGENCODING", "utf-8");
 }
 
 } // namespace tarnwell::host

@@ -67,9 +67,19 @@ std::optional<std::size_t> ReadInput(void* buffer, std::size_t size)
     return std::nullopt;
 }
 
-std::optional<std::string> OutputOf(const char* commandLine)
+bool SomebodyCanAnswer()
 {
-    FILE* const pipe = _popen((std::string(commandLine) + " 2>NUL").c_str(), "rb");
+    // False in a service, whose dialogs nobody sees.
+    USEROBJECTFLAGS flags{};
+    DWORD size = 0;
+    return !GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags,
+                                      &size) ||
+           (flags.dwFlags & WSF_VISIBLE) != 0;
+}
+
+std::optional<std::string> OutputOf(const std::string& program, const char* arguments)
+{
+    FILE* const pipe = _popen((program + " " + arguments + " 2>NUL").c_str(), "rb");
     if (pipe == nullptr)
         return std::nullopt;
     std::string output;

@@ -43,6 +43,40 @@ TEST(Links, CompareGoesOnBehindWhatCannotBeRead)
     EXPECT_THAT(run.errors, HasSubstr("left/dangling\" for reading or writing."));
 }
 
+TEST(Links, PutOntoWhatTheyLeadToLosesNothing)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u"file", "kept");
+    fs::create_symlink("file", folder.Path() / "link");
+    fs::create_directory_symlink(".", folder.Path() / "here");
+    for (const auto& [source, target] : {std::pair{u"file", u"link"},
+                                         {u"link", u"file"},
+                                         {u"file", u"here/file"},
+                                         {u"here/link", u"link"}})
+    {
+        const HostRun run = RunHost({u"put", folder / source, folder / target});
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_THAT(run.errors, testing::EndsWith(" from itself.\n0x80070020\n"));
+        EXPECT_EQ(ReadBytes(folder / u"file"), "kept");
+    }
+}
+
+TEST(Links, PutOfStandardInputKnowsTheFileBehindIt)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u"file", "kept");
+    fs::create_symlink("file", folder.Path() / "link");
+    const ProcessFiles files{folder.Path() / "file", folder.Path() / "out", folder.Path() / "err"};
+    for (const char16_t* const target : {u"file", u"link"})
+    {
+        EXPECT_EQ(RunProcess(HostProgram(), {.arguments = {u"put", u"-", folder / target}}, files),
+                  1);
+        EXPECT_EQ(ReadBytes(folder / u"file"), "kept");
+    }
+    EXPECT_EQ(RunProcess(HostProgram(), {.arguments = {u"put", u"-", folder / u"new"}}, files), 0);
+    EXPECT_EQ(ReadBytes(folder / u"new"), "kept");
+}
+
 TEST(Links, AreMarkedInListings)
 {
     const TempFolder folder;

@@ -128,7 +128,28 @@ TEST_F(HostOnSubversion, ComparePairsByName)
     EXPECT_EQ(same.exitCode, 0) << same.output << same.errors;
 }
 
-// The host program chooses the character set for its clients, and their language.
+// The client fills them in when it reads a file, and lists the size without.
+TEST_F(HostOnSubversion, CompareReadsFilesWithKeywords)
+{
+    const TempFolder checkout;
+    const std::string folder = (checkout.Path() / "wc").string();
+    repository_.Svn({"checkout", "-q", repository_.Url() + "/trunk", folder});
+    WriteBytes(checkout / u"wc/k.txt", "$Revision$\n");
+    repository_.Svn({"add", "-q", folder + "/k.txt"});
+    repository_.Svn({"propset", "-q", "svn:keywords", "Revision", folder + "/k.txt"});
+    repository_.Svn({"commit", "-q", "-m", "keywords", folder});
+    ASSERT_NE(ReadBytes(checkout / u"wc/k.txt"), "$Revision$\n");
+    for (const bool isLeft : {true, false})
+    {
+        const std::u16string other = checkout / u"wc";
+        const HostRun run =
+            isLeft ? Run({u"compare", trunk_, other}) : Run({u"compare", other, trunk_});
+        EXPECT_EQ(run.exitCode, 0) << run.output << run.errors;
+        EXPECT_EQ(run.output, "4 equal\n");
+    }
+}
+
+// The module chooses the character set for its clients, and their language.
 TEST_F(HostOnSubversion, NamesBeyondAsciiComeThroughInAnyLocale)
 {
     repository_.Commit("trunk/\xE6\x97\xA5.txt", "bytes");

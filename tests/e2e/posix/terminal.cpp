@@ -1,5 +1,6 @@
 // The program on a terminal: copies that show their progress, and Ctrl-C.
 #include "e2e/hostrun.h"
+#include "support/environmentvalue.h"
 #include "support/tempfolder.h"
 
 #include <gmock/gmock.h>
@@ -106,11 +107,64 @@ TEST(Terminal, SeveralItemsAreAskedAboutOnce)
                           ++questions;
                           return "n\n";
                       });
-    EXPECT_EQ(run.exitCode, 0) << "a no is no failure";
+    EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(questions, 1);
+    EXPECT_THAT(run.shown, HasSubstr("Not deleted, as the answer was no or the system refused:"));
+    EXPECT_THAT(run.shown, HasSubstr("  " + (folder.Path() / "a").string() + "\r\n  " +
+                                     (folder.Path() / "b").string() + "\r\n0x800704C7\r\n"));
     EXPECT_THAT(run.shown, HasSubstr("and the other selected items to the trash?"));
     EXPECT_TRUE(fs::exists(folder / u"a"));
     EXPECT_TRUE(fs::exists(folder / u"b"));
+}
+
+TEST(Terminal, ANoToOneItemReadsAsSuch)
+{
+    const TempFolder folder;
+    const std::string file = (folder.Path() / "a").string();
+    WriteBytes(folder / u"a", "");
+    const auto answer = [](const char* text) {
+        return [text](const std::string& shown) -> std::string {
+            return shown.ends_with("[y/N] ") ? text : "";
+        };
+    };
+    const TerminalRun no = RunOnTerminal({"rm", file}, answer("n\n"));
+    EXPECT_EQ(no.exitCode, 1);
+    EXPECT_THAT(no.shown,
+                EndsWith("Not deleted, as the answer was no or the system refused:\r\n  " + file +
+                         "\r\n0x800704C7\r\n"));
+    EXPECT_TRUE(fs::exists(folder / u"a"));
+    EXPECT_EQ(RunOnTerminal({"rm", file}, answer("y\n")).exitCode, 0);
+    EXPECT_FALSE(fs::exists(folder / u"a"));
+}
+
+// A name in somebody else's repository, and the words of a client.
+TEST(Terminal, ControlCharactersNeverReachIt)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u"hg", "#!/bin/sh\nprintf 'client\\033[2J\\302\\233words\\n' >&2\n");
+    fs::permissions(folder.Path() / "hg", fs::perms::owner_all);
+    const EnvironmentValue path("PATH",
+                                (folder.Path().string() + ":" + std::getenv("PATH")).c_str());
+    const auto silent = [](const std::string&) {
+        return std::string();
+    };
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"cat", "hg:/r/\x1b[2J"},
+          {"--json", "cat", "hg:/r/\x1b[2J"},
+          {"stat", "hg:/r/a\x1b[2J\xc2\x9b"},
+          {"--json", "stat", "hg:/r/a\x1b[2J\xc2\x9b"},
+          {"\x1b[2J"},
+          {"--\x1b[2J"},
+          {"ls", "/nowhere/\x1b[2J"},
+          {"cp", "/nowhere/\x1b[2J", "/nowhere/\x1b[2J"},
+          {"rm", "/nowhere/\x1b[2J"}})
+    {
+        const TerminalRun run = RunOnTerminal(arguments, silent);
+        EXPECT_EQ(run.shown.find('\x1b'), std::string::npos) << run.shown;
+        EXPECT_EQ(run.shown.find("\xc2\x9b"), std::string::npos) << run.shown;
+        EXPECT_THAT(run.shown, HasSubstr("[2J"));
+    }
+    EXPECT_THAT(RunOnTerminal({"cat", "hg:/r/a"}, silent).shown, HasSubstr("\r\nclient?[2J?words ["));
 }
 
 } // namespace

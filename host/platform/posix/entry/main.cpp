@@ -4,8 +4,10 @@
 
 int main(int count, char** arguments)
 {
-    std::vector<std::u16string> texts;
-    for (int i = 1; i < count; ++i)
-        texts.push_back(tarnwell::DecodeName(arguments[i]));
-    return tarnwell::host::RunProgram(texts);
+    return tarnwell::host::RunProgram([=] {
+        std::vector<std::u16string> texts;
+        for (int i = 1; i < count; ++i)
+            texts.push_back(tarnwell::DecodeName(arguments[i]));
+        return texts;
+    });
 }

@@ -4,8 +4,10 @@
 
 int wmain(int count, wchar_t** arguments)
 {
-    std::vector<std::u16string> texts;
-    for (int i = 1; i < count; ++i)
-        texts.push_back(tarnwell::host::FromWide(arguments[i]));
-    return tarnwell::host::RunProgram(texts);
+    return tarnwell::host::RunProgram([=] {
+        std::vector<std::u16string> texts;
+        for (int i = 1; i < count; ++i)
+            texts.push_back(tarnwell::host::FromWide(arguments[i]));
+        return texts;
+    });
 }
