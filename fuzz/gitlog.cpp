@@ -1,7 +1,7 @@
 // Any bytes as the Git client's log.
+#include "frame/trim.h"
 #include "git/gitparser.h"
 #include "git/gituri.h"
-#include "frame/trim.h"
 #include "support/output.h"
 #include "support/target.h"
 #include "support/workingcopylog.h"
