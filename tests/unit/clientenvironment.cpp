@@ -1,6 +1,6 @@
 // The environment that a client gets where it may not have all of the host's.
-#include "runner/environment.h"
 #include "frame/trim.h"
+#include "runner/environment.h"
 
 #include <gtest/gtest.h>
 

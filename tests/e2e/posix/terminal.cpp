@@ -164,7 +164,8 @@ TEST(Terminal, ControlCharactersNeverReachIt)
         EXPECT_EQ(run.shown.find("\xc2\x9b"), std::string::npos) << run.shown;
         EXPECT_THAT(run.shown, HasSubstr("[2J"));
     }
-    EXPECT_THAT(RunOnTerminal({"cat", "hg:/r/a"}, silent).shown, HasSubstr("\r\nclient?[2J?words ["));
+    EXPECT_THAT(RunOnTerminal({"cat", "hg:/r/a"}, silent).shown,
+                HasSubstr("\r\nclient?[2J?words ["));
 }
 
 } // namespace
