@@ -19,9 +19,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr DWORD someError = ERROR_BUSY;
-constexpr HRESULT someStatus = StatusFromError(someError);
-const std::u16string address = u"p4:////depot/base/a.txt";
+const std::u16string inDepot = u"p4:////depot/base/a.txt";
 
 const std::u16string communication = u"An error occurred while communicating with Perforce. ";
 
@@ -58,14 +56,14 @@ protected:
     HRESULT Stat() const
     {
         ComPtr<IFile> file;
-        const HRESULT status = system_->GetFile(Wide(address), VARIANT_FALSE, file.Out());
+        const HRESULT status = system_->GetFile(Wide(inDepot), VARIANT_FALSE, file.Out());
         std::uint32_t size = 0;
         return FAILED(status) ? status : file->GetSizeLow(&size);
     }
     HRESULT Open() const
     {
         ComPtr<IFile> file;
-        HRESULT status = system_->GetFile(Wide(address), VARIANT_FALSE, file.Out());
+        HRESULT status = system_->GetFile(Wide(inDepot), VARIANT_FALSE, file.Out());
         if (FAILED(status))
             return status;
         ComPtr<IFileStream> stream;
@@ -78,7 +76,7 @@ protected:
     {
         ComPtr<IRevisions> revisions;
         EXPECT_EQ(
-            system_.As<IFileSystemRevisions>()->GetRevisions(Wide(address), 0, revisions.Out()),
+            system_.As<IFileSystemRevisions>()->GetRevisions(Wide(inDepot), 0, revisions.Out()),
             S_OK);
         std::uint32_t count = 0;
         EXPECT_EQ(revisions->GetCount(&count), S_OK);
@@ -154,7 +152,7 @@ TEST_F(FailingPerforce, ThereIsNoPlaceForTheContent)
 {
     EXPECT_THAT(
         OpenWith("MakePrintTarget", 1),
-        FailsWith(someStatus, u"Failed to create a temporary file for \"" + address + u"\". "));
+        FailsWith(someStatus, u"Failed to create a temporary file for \"" + inDepot + u"\". "));
     EXPECT_TRUE(host_->Calls().empty()) << "nobody is asked for what has no place";
     EXPECT_TRUE(depot_.Runs().empty());
 }
@@ -163,7 +161,7 @@ TEST_F(FailingPerforce, TheContentCannotBeOpened)
 {
     EXPECT_THAT(
         OpenWith("OpenPrintTarget", 1),
-        FailsWith(someStatus, u"Failed to open \"" + address + u"\" for reading or writing. "));
+        FailsWith(someStatus, u"Failed to open \"" + inDepot + u"\" for reading or writing. "));
 }
 
 TEST_F(FailingPerforce, TheContentStaysOnlyWhereItsRemovalFailsToo)
@@ -193,7 +191,7 @@ TEST_F(FailingPerforce, ADateThatCannotBeConvertedIsUnknown)
     Faults faults;
     faults.Fail("SystemTimeToFileTime", 1, someError);
     ComPtr<IRevisions> revisions;
-    system_.As<IFileSystemRevisions>()->GetRevisions(Wide(address), 0, revisions.Out());
+    system_.As<IFileSystemRevisions>()->GetRevisions(Wide(inDepot), 0, revisions.Out());
     ComPtr<IRevision> first;
     ASSERT_EQ(revisions->GetItem(0, first.Out()), S_OK);
     std::uint64_t time = 7;
