@@ -178,11 +178,14 @@ TEST_F(FailingPerforce, TheContentStaysOnlyWhereItsRemovalFailsToo)
         fs::remove_all(left);
 }
 
-TEST_F(FailingPerforce, WithoutATemporaryFolderTheCurrentOneServes)
+TEST_F(FailingPerforce, WithoutATemporaryFolderThatFitsTheCurrentOneServes)
 {
+    const std::string folder = "/" + std::string(MAX_PATH, 'x');
+    const EnvironmentValue tooLong("TMPDIR", folder.c_str());
     const fs::path before = fs::current_path();
     fs::current_path(temporary_.Path());
-    EXPECT_EQ(OpenWith("GetTempPathW", 1).status, S_OK);
+    EXPECT_EQ(ResultOf([&] { return Open(); }).status, S_OK);
+    EXPECT_TRUE(fs::is_empty("."));
     fs::current_path(before);
 }
 
@@ -242,10 +245,10 @@ TEST_F(FailingPerforce, RevisionsHideEveryFailure)
 TEST_F(FailingPerforce, EveryCallFailsInTurn)
 {
     // What these do is hidden, as is what a reader doesn't get.
-    const std::set<std::string> hidden{"_beginthreadex",      "CloseHandle", "GetExitCodeProcess",
-                                       "RemovePrintTarget",   "FindClient",  "ReadFile",
-                                       "SystemTimeToFileTime"};
-    const std::set<std::string> passed{"WaitForSingleObject", "GetTempPathW", "SysAllocStringLen"};
+    const std::set<std::string> hidden{
+        "_beginthreadex", "CloseHandle", "GetExitCodeProcess",   "RemovePrintTarget",
+        "FindClient",     "ReadFile",    "SystemTimeToFileTime", "GetEnvironmentStringsW"};
+    const std::set<std::string> passed{"WaitForSingleObject", "SysAllocStringLen"};
     const std::function<HRESULT()> actions[] = {[&] { return List(); }, [&] { return Stat(); },
                                                 [&] {
                                                     return Open();

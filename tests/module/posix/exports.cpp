@@ -16,7 +16,8 @@ namespace
 
 using testing::UnorderedElementsAre;
 
-// The defined names in the library's dynamic symbol table, as the binary utilities list them.
+// The defined names in the library's dynamic symbol table, as the binary utilities list them: each
+// with its version, and the version itself.
 std::vector<std::string> ExportedNames(const std::string& file)
 {
     const std::string command = "nm -D --defined-only --format=just-symbols '" + file + "'";
@@ -35,10 +36,13 @@ std::vector<std::string> ExportedNames(const std::string& file)
 TEST(Exports, AreTheEntryPointsAndTheTextAndErrorFunctions)
 {
     EXPECT_THAT(ExportedNames(host::Module::DefaultFile().string()),
-                UnorderedElementsAre("DllGetClassObject", "DllCanUnloadNow", "DllRegisterServer",
-                                     "DllUnregisterServer", "SysAllocString", "SysAllocStringLen",
-                                     "SysFreeString", "SysStringLen", "GetErrorInfo",
-                                     "SetErrorInfo", "CreateErrorInfo"));
+                UnorderedElementsAre("TARNWELL_1", "DllGetClassObject@@TARNWELL_1",
+                                     "DllCanUnloadNow@@TARNWELL_1", "DllRegisterServer@@TARNWELL_1",
+                                     "DllUnregisterServer@@TARNWELL_1",
+                                     "SysAllocString@@TARNWELL_1", "SysAllocStringLen@@TARNWELL_1",
+                                     "SysFreeString@@TARNWELL_1", "SysStringLen@@TARNWELL_1",
+                                     "GetErrorInfo@@TARNWELL_1", "SetErrorInfo@@TARNWELL_1",
+                                     "CreateErrorInfo@@TARNWELL_1"));
 }
 
 } // namespace
