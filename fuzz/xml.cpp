@@ -97,8 +97,9 @@ std::vector<Element> FindAll(std::string_view bytes)
     XML_SetXmlDeclHandler(
         found.parser, [](void* data, const char* version, const char* encoding, int) {
             const std::string_view name = encoding == nullptr ? "utf-8" : encoding;
+            constexpr std::string_view utf8 = "utf-8";
             const bool isUtf8 =
-                std::equal(name.begin(), name.end(), "utf-8", "utf-8" + 5,
+                std::equal(name.begin(), name.end(), utf8.begin(), utf8.end(),
                            [](char a, char b) { return std::tolower(a) == std::tolower(b); });
             if ((version != nullptr && std::string_view(version) != "1.0") || !isUtf8)
                 In(data).Refuse();

@@ -1,7 +1,7 @@
 #include "support/workingcopylog.h"
 
-#include "runner/numbers.h"
 #include "frame/trim.h"
+#include "runner/numbers.h"
 #include "support/output.h"
 #include "support/target.h"
 #include "workingcopy/workingcopyparser.h"

@@ -68,7 +68,8 @@ struct IFileSystem : ::IUnknown
     /// target; on FTP it leaves the part that has arrived.
     /// @param source       The address of the file.
     /// @param destination  The address of its copy, not that of a folder.
-    /// @param progress     Asked at each step; used for the time of the call. Null is for copies that
+    /// @param progress     Asked at each step; used for the time of the call. Null is for copies
+    /// that
     ///                     nobody cancels.
     /// @return S_OK; for a cancelled copy ERROR_REQUEST_ABORTED (0x800704D3) locally and E_ABORT on
     ///         FTP, but S_OK where a local path names a data stream; ERROR_SHARING_VIOLATION

@@ -49,8 +49,8 @@ std::shared_ptr<FSItem> P4FindItem(const HostUIUser& host, const Uri& uri);
 // in the revision that was read, folders in the folder's.
 FSItems P4ListFolder(const HostUIUser& host, const Uri& uri);
 
-// Makes addresses of the depot paths of files in a listing of `folder`, each in the revision that was
-// read. They have all parts of the folder's but the path.
+// Makes addresses of the depot paths of files in a listing of `folder`, each in the revision that
+// was read. They have all parts of the folder's but the path.
 void CompleteP4Files(const Uri& folder, const FSItems& files);
 
 // The history of the file, whatever revision is named, in two runs. If the workspace has the file,

@@ -17,11 +17,6 @@ using testing::ElementsAre;
 using testing::IsSupersetOf;
 using testing::StartsWith;
 
-std::string Bytes(const std::u16string& text)
-{
-    return EncodeName(text).value();
-}
-
 std::vector<std::string> OwnEnvironment()
 {
     std::vector<std::string> entries;

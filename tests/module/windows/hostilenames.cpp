@@ -15,11 +15,6 @@ namespace
 using testing::EndsWith;
 using testing::HasSubstr;
 
-std::string Bytes(const std::u16string& text)
-{
-    return EncodeName(text).value();
-}
-
 TEST_F(Git, AQuoteInAnAddressIsPartOfTheClientsArgument)
 {
     repository.Commit(u"a.txt", "bytes", "first");

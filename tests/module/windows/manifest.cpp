@@ -56,7 +56,8 @@ TEST(Manifest, MakesTheSixClassesWithoutARegistration)
                               CLSID_SVNFileSystem, CLSID_HGFileSystem, CLSID_GITFileSystem})
     {
         EXPECT_EQ(Create(clsid), REGDB_E_CLASSNOTREG);
-        const ActivationContext context(host::Module::DefaultFile().replace_extension(L".manifest"));
+        const ActivationContext context(
+            host::Module::DefaultFile().replace_extension(L".manifest"));
         ASSERT_TRUE(context.IsActive());
         // Anything but "not registered" comes from the module itself.
         EXPECT_NE(Create(clsid), REGDB_E_CLASSNOTREG);

@@ -11,11 +11,6 @@ namespace tarnwell::test
 namespace
 {
 
-std::string EncodedBytes(const std::u16string& text)
-{
-    return EncodeName(text).value();
-}
-
 // The root of the drive that the test runs on.
 std::string RootOfTheDrive()
 {
@@ -30,7 +25,7 @@ TEST_F(Mercurial, TheLogIsAskedWithLineFeedsAndTabsThemselves)
     const RecordedRun run = recording.Run();
     EXPECT_EQ(run.commandLine,
               "\"hg.exe\" log --template \"{rev}\n{author}\n{date}\n\t{desc|tabindent}\n!\n\" \"" +
-                  EncodedBytes(repository / u"sub\\a b.txt") + "\"");
+                  Bytes(repository / u"sub\\a b.txt") + "\"");
     EXPECT_EQ(run.folder, RootOfTheDrive());
     EXPECT_EQ(run.inputSize, "0");
 }
@@ -41,10 +36,10 @@ TEST_F(Mercurial, ContentIsAskedByTheWholePath)
     const Recording recording;
     EXPECT_EQ(Content(Address(u"sub\\a.txt", number)), "bytes");
     EXPECT_EQ(recording.Run().commandLine,
-              "\"hg.exe\" cat -r \"0\" \"" + EncodedBytes(repository / u"sub\\a.txt") + "\"");
+              "\"hg.exe\" cat -r \"0\" \"" + Bytes(repository / u"sub\\a.txt") + "\"");
     EXPECT_EQ(Content(Address(u"sub\\a.txt")), "bytes");
     EXPECT_EQ(recording.Run().commandLine,
-              "\"hg.exe\" cat \"" + EncodedBytes(repository / u"sub\\a.txt") + "\"");
+              "\"hg.exe\" cat \"" + Bytes(repository / u"sub\\a.txt") + "\"");
 }
 
 // Whoever sets HGPLAIN for the clients sets it for the host.

@@ -4,11 +4,19 @@
 #include "support/environmentvalue.h"
 #include "support/tempfolder.h"
 
+#include <tarnwell/text.h>
+
 #include <string>
 #include <vector>
 
 namespace tarnwell::test
 {
+
+// Text as it is recorded.
+inline std::string Bytes(const std::u16string& text)
+{
+    return EncodeName(text).value();
+}
 
 // All texts are UTF-8.
 struct RecordedRun
