@@ -80,7 +80,7 @@ std::vector<Element> FindAll(std::string_view bytes)
 {
     Findings found;
     const std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)> parser(
-        XML_ParserCreateNS("UTF-8", '|'), &XML_ParserFree);
+        XML_ParserCreateNS("UTF-8", ':'), &XML_ParserFree);
     found.parser = parser.get();
     XML_SetUserData(found.parser, &found);
     XML_SetElementHandler(found.parser, &Begin, &End);
