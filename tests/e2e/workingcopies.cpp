@@ -97,10 +97,6 @@ protected:
     const History& history_ = HistoryOf(GetParam());
 };
 
-class MercurialSettings : public ClientTest
-{
-};
-
 TEST_P(WorkingCopies, LogListsTheRevisions)
 {
     const HostRun run = Run({u"--json", u"log", Address()});
@@ -199,21 +195,6 @@ TEST_P(WorkingCopies, NamesOfPeopleComeThroughInAnyLocale)
         ASSERT_EQ(lines.size(), 3U) << locale << run.errors;
         EXPECT_EQ(lines[1].Text("author"), author) << locale;
     }
-}
-
-// Nor do settings of the user's.
-TEST_F(MercurialSettings, AnAliasOfTheUsersDoesNotCount)
-{
-    const MercurialRepository repository;
-    const TempFolder settings;
-    repository.Commit(u"a.txt", "1", "first");
-    WriteBytes(settings / u"hgrc", "[alias]\nlog = log --limit 0\n");
-    const HostRun run = RunHost({{u"--json", u"log", u"hg:" + (repository / u"a.txt")},
-                                 {},
-                                 {{"HGRCPATH", Utf8(settings / u"hgrc")}},
-                                 {}});
-    EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(JsonLinesOf(run.output).size(), 2U);
 }
 
 INSTANTIATE_TEST_SUITE_P(

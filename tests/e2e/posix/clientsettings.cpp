@@ -1,5 +1,8 @@
 // What a client gets of a host program that prepares nothing, as seen by one that tells.
 #include "e2e/hostrun.h"
+#include "e2e/json.h"
+#include "support/clients.h"
+#include "support/mercurialrepository.h"
 #include "support/tempfolder.h"
 
 #include <gmock/gmock.h>
@@ -45,6 +48,25 @@ TEST_F(ClientSettings, AskForEnglishAndPlainUtf8)
     EXPECT_THAT(VariablesIn("ja_JP.eucJP"),
                 IsSupersetOf({"LANGUAGE=en", "HGPLAIN=1", "HGPLAINEXCEPT=", "HGENCODING=utf-8",
                               "LC_ALL=C.UTF-8"}));
+}
+
+class MercurialSettings : public ClientTest
+{
+};
+
+// Nor do settings of the user's count.
+TEST_F(MercurialSettings, AnAliasOfTheUsersDoesNotCount)
+{
+    const MercurialRepository repository;
+    const TempFolder settings;
+    repository.Commit(u"a.txt", "1", "first");
+    WriteBytes(settings / u"hgrc", "[alias]\nlog = log --limit 0\n");
+    const HostRun run = RunHost({{u"--json", u"log", u"hg:" + (repository / u"a.txt")},
+                                 {},
+                                 {{"HGRCPATH", Utf8(settings / u"hgrc")}},
+                                 {}});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(JsonLinesOf(run.output).size(), 2U);
 }
 
 } // namespace
