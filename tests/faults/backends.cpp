@@ -148,7 +148,9 @@ HRESULT ReadOnce(const ComPtr<IFileStream>& stream, Seen& seen)
     char buffer[32];
     ULONG count = 77;
     const HRESULT status = stream.As<::ISequentialStream>()->Read(buffer, sizeof buffer, &count);
-    seen.text.assign(buffer, count);
+    // A call that fails by order leaves the count as it was.
+    if (SUCCEEDED(status))
+        seen.text.assign(buffer, count);
     return status;
 }
 
