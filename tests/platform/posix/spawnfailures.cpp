@@ -18,8 +18,10 @@ int failures = 0;
 
 bool Fails(std::string_view step)
 {
-    failures += step == failing ? 1 : 0;
-    return step == failing;
+    if (step != failing)
+        return false;
+    ++failures;
+    return true;
 }
 
 } // namespace
