@@ -45,6 +45,13 @@ std::u16string ReadLastResponse()
     return reply ? std::u16string(Trimmed(reply->text)) : std::u16string();
 }
 
+bool WasRefused(DWORD error)
+{
+    // The code of a server that closes the connection.
+    constexpr std::u16string_view unavailable = u"421";
+    return error == ERROR_INTERNET_EXTENDED_ERROR && !ReadLastResponse().starts_with(unavailable);
+}
+
 bool ResponseSaysExists()
 {
     constexpr std::int32_t existsAlready = 521;

@@ -13,6 +13,9 @@ namespace tarnwell
 // Without white space around it; empty if there is none.
 std::u16string ReadLastResponse();
 
+// Whether a call failed with `error` because a server that goes on serving said no.
+bool WasRefused(DWORD error);
+
 // Whether a refused creation means that the folder is there already. Servers have no code of their
 // own for it, so this goes by the words that they use.
 bool ResponseSaysExists();

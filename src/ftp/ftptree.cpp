@@ -36,9 +36,7 @@ public:
                 Check(FtpRemoveDirectoryW(Connection(), Wide(path)), path);
                 Pop();
             }
-            // A link that is shown as a folder goes this way and is never entered. What is a folder
-            // is refused.
-            else if (FtpDeleteFileW(Connection(), Wide(path)))
+            else if (DeleteUnlessFolder(path))
                 Pop();
             else
                 Enter(uri, path);
@@ -55,6 +53,18 @@ private:
     HINTERNET Connection()
     {
         return session_.Connection(host_);
+    }
+
+    // A link that is shown as a folder goes this way and is never entered. What is a folder is
+    // refused; any other failure tells nothing of the item, and ends it all.
+    bool DeleteUnlessFolder(const std::u16string& path)
+    {
+        if (FtpDeleteFileW(Connection(), Wide(path)))
+            return true;
+        const DWORD error = GetLastError();
+        if (!WasRefused(error))
+            ThrowInternetError(error, MessageId::DeleteFailed, {path});
+        return false;
     }
 
     // The folder at the back: its files go now, and its folders come before it. It is listed to

@@ -412,6 +412,25 @@ TEST_F(FtpTree, TheFirstFailureEndsIt)
                       u"Can't delete the file or folder \"d/t/s1/deep\".\n\n550 Not empty."));
 }
 
+TEST_F(FtpTree, OnlyARefusalLeadsIntoAFolder)
+{
+    constexpr DWORD timeOut = 12002;
+    constexpr DWORD connectionLost = 12031;
+    for (const DWORD error : {timeOut, connectionLost, DWORD{ERROR_NOT_ENOUGH_MEMORY}})
+    {
+        internet.ForgetCalls();
+        internet.Fail("FtpDeleteFileW", error);
+        EXPECT_THAT(Deleting(u"ftp://u:p@h:21/d/t", true),
+                    Threw(0x80070000 | error, u"Can't delete the file or folder \"d/t\".\n\n"));
+        EXPECT_THAT(Asked(), ElementsAre(u"find d/*", u"delete d/t"));
+    }
+    internet.ForgetCalls();
+    internet.Fail("FtpDeleteFileW", ERROR_INTERNET_EXTENDED_ERROR, u"421 Closing.");
+    EXPECT_THAT(Deleting(u"ftp://u:p@h:21/d/t", true),
+                Threw(extendedStatus, u"Can't delete the file or folder \"d/t\".\n\n421 Closing."));
+    EXPECT_THAT(Asked(), ElementsAre(u"find d/*", u"delete d/t"));
+}
+
 TEST_F(FtpTree, AFolderThatCannotBeListedEndsIt)
 {
     internet.folders.erase(u"d/t/s2");
