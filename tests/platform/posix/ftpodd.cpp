@@ -152,6 +152,86 @@ TEST_F(OddFtp, AListingIsNeverThatOfAnotherFolder)
     EXPECT_EQ(listing.Find(u"wrong"), nullptr);
 }
 
+// ---- The login folder ----
+
+// What is used lies in the login folder, and the root has the same names.
+class OddFtpEntry : public OddFtp
+{
+protected:
+    OddFtpEntry()
+    {
+        server.MakeFolder("/sub");
+        server.MakeFolder("/home");
+        server.MakeFolder("/home/sub");
+        server.WriteFile("/sub/wrong", "");
+        server.WriteFile("/home/sub/right", "");
+        server.BeginAt("/home");
+    }
+
+    // Leaves the login folder ahead of each.
+    void ExpectRelativePathsBeginThere()
+    {
+        server.WriteFile("/a", "wrong");
+        server.WriteFile("/home/a", "right");
+        const FtpClient client(server.Port());
+        ASSERT_TRUE(client.IsConnected()) << client.Error();
+        for (int i = 0; i < 3; ++i)
+            EXPECT_THAT(client.List(u"sub/*").Names(), ElementsAre(u"right"));
+        EXPECT_NE(client.List(u"*").Find(u"a"), nullptr);
+        EXPECT_EQ(client.List(u"*").Find(u"home"), nullptr);
+        client.List(u"sub/*");
+        EXPECT_EQ(client.Read(u"a"), "right");
+        client.List(u"sub/*");
+        EXPECT_EQ(client.Write(u"b", "1"), 0U);
+        EXPECT_TRUE(server.File("/home/b").has_value());
+        client.List(u"sub/*");
+        EXPECT_TRUE(FtpDeleteFileW(client.Get(), Wide(u"a")));
+        EXPECT_FALSE(server.File("/home/a").has_value());
+        EXPECT_EQ(server.File("/a"), "wrong");
+        EXPECT_FALSE(server.File("/b").has_value());
+    }
+};
+
+TEST_F(OddFtpEntry, IsReturnedToByItsName)
+{
+    ExpectRelativePathsBeginThere();
+    EXPECT_EQ(server.Logins(), 1);
+}
+
+TEST_F(OddFtpEntry, IsReturnedToByANewLoginIfTheServerDoesNotNameIt)
+{
+    for (const char* const reply :
+         {"502 not here\r\n", "257 somewhere\r\n", "257 \"home\r\n", "257 \"home\" it is\r\n"})
+    {
+        SCOPED_TRACE(reply);
+        server.Answer("PWD", {reply});
+        ExpectRelativePathsBeginThere();
+    }
+    EXPECT_EQ(server.Count("CWD /"), 0);
+}
+
+TEST_F(OddFtpEntry, IsReturnedToByANewLoginIfItsNameIsRefused)
+{
+    server.Answer("CWD /home", {"550 you may be here but not come here\r\n"});
+    ExpectRelativePathsBeginThere();
+}
+
+TEST_F(OddFtpEntry, WithoutTheNewLoginNothingIsDone)
+{
+    server.WriteFile("/a", "wrong");
+    server.WriteFile("/home/a", "right");
+    server.Answer("PWD", {"502 not here\r\n"});
+    const FtpClient client(server.Port());
+    client.List(u"sub/*");
+    server.Answer("PASS", {"530 not again\r\n"});
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(ErrorOf(FtpDeleteFileW(client.Get(), Wide(u"a"))),
+                  ERROR_INTERNET_INCORRECT_PASSWORD);
+    EXPECT_EQ(server.Count("DELE"), 0);
+    server.BehaveAgain("PASS");
+    EXPECT_EQ(client.Read(u"a"), "right");
+}
+
 // ---- Listings ----
 
 TEST_F(OddFtp, TenThousandLinesAreTenThousandEntries)
@@ -360,6 +440,29 @@ TEST_F(OddFtp, ADownloadLeftInTheMiddleLeavesAUsableConnection)
         EXPECT_EQ(count, sizeof buffer);
     }
     EXPECT_EQ(client.Read(u"a"), "12345");
+}
+
+// Not even the listing, which the library has for such a path.
+TEST_F(OddFtp, AFolderIsNoFile)
+{
+    server.MakeFolder("/sub");
+    server.WriteFile("/sub/a", "12345");
+    const FtpClient client(server.Port());
+    for (const char16_t* const path : {u"sub", u"sub/", u"/sub/", u"sub//", u"/", u"", u"none/"})
+    {
+        EXPECT_FALSE(client.Open(path, GENERIC_READ));
+        EXPECT_EQ(GetLastError(), ERROR_INTERNET_EXTENDED_ERROR);
+        EXPECT_EQ(ReadLastReply().code, 550U) << "the server's own word";
+    }
+    for (const char16_t* const path : {u"sub", u"sub/", u"/sub/", u"sub//", u"/", u""})
+    {
+        EXPECT_FALSE(client.Open(path, GENERIC_WRITE));
+        EXPECT_EQ(GetLastError(), ERROR_INTERNET_EXTENDED_ERROR);
+        EXPECT_EQ(ReadLastReply().code, 553U) << "the server's own word";
+    }
+    EXPECT_EQ(server.Count("LIST"), 0);
+    EXPECT_EQ(client.Read(u"sub/a"), "12345");
+    EXPECT_EQ(server.Logins(), 1);
 }
 
 TEST_F(OddFtp, AFileReadToItsEndKeepsTheConnection)

@@ -70,6 +70,12 @@ void ScriptedFtpServer::OfferFacts()
     offersFacts_ = true;
 }
 
+void ScriptedFtpServer::BeginAt(const std::string& folder)
+{
+    const std::lock_guard lock(guard_);
+    entry_ = folder;
+}
+
 void ScriptedFtpServer::MakeFolder(const std::string& path)
 {
     const std::lock_guard lock(guard_);

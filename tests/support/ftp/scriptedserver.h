@@ -65,6 +65,9 @@ public:
     // From now on MLSD lists folders and FEAT says so.
     void OfferFacts();
 
+    // Where those who come from now on are at first.
+    void BeginAt(const std::string& folder);
+
     void MakeFolder(const std::string& path);
     void WriteFile(const std::string& path, std::string bytes);
     // Nothing if there is no such file.
@@ -96,6 +99,7 @@ private:
     std::map<std::string, FtpAnswer> answers_;
     std::string claimed_;
     bool offersFacts_ = false;
+    std::string entry_ = "/";
     std::vector<std::string> commands_;
     int logins_ = 0;
     int connections_ = 0;

@@ -30,6 +30,10 @@ ScriptedSession::ScriptedSession(ScriptedFtpServer& server, Socket control, cons
 
 void ScriptedSession::Run()
 {
+    {
+        const std::lock_guard lock(server_.guard_);
+        folder_ = server_.entry_;
+    }
     if (const std::optional<FtpAnswer> greeting = server_.AnswerFor(""))
         Play(*greeting);
     else

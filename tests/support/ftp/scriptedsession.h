@@ -60,7 +60,7 @@ private:
     Socket control_;
     const StopFlag& stop_;
     std::string received_;
-    std::string folder_ = "/";
+    std::string folder_;
     Socket passive_;
     int activePort_ = 0;
     bool hasEnded_ = false;

@@ -11,12 +11,6 @@ namespace tarnwell::posix
 namespace
 {
 
-// A word that must not fail: nothing after it is said in the wrong folder.
-std::string Required(const std::string& command)
-{
-    return command;
-}
-
 // A word that may be refused, which leaves the connection as it is.
 std::string Refusable(const std::string& command)
 {
@@ -28,6 +22,13 @@ std::string AsWritten(const std::string& path)
 {
     constexpr std::string_view odd = " -~";
     return !path.empty() && odd.find(path[0]) != std::string_view::npos ? "./" + path : path;
+}
+
+// What ends in "/" is that folder's ".". Written so it is for the server to refuse, while the
+// library would list the folder and give the listing for the file's content.
+std::string AsFile(const std::string& path)
+{
+    return AsWritten(path.empty() || path.ends_with('/') ? path + "." : path);
 }
 
 bool IsPrintable(std::string_view text)
@@ -49,24 +50,38 @@ DWORD FtpConnection::LogIn()
     const DWORD code = Run({});
     const char* folder = nullptr;
     curl_easy_getinfo(easy_.get(), CURLINFO_FTP_ENTRY_PATH, &folder);
-    if (folder != nullptr && IsPrintable(folder))
-        entryFolder_ = folder;
+    // Any other name may mean another folder once the connection is in another.
+    const bool isKnown = folder != nullptr && folder[0] == '/' && IsPrintable(folder);
+    entryFolder_ = isKnown ? folder : "";
     return code;
 }
 
-std::vector<std::string> FtpConnection::WayToEntry(const std::string& path) const
+DWORD FtpConnection::ReturnToEntry(const std::string& path)
 {
     if (isAtEntry_ || path.starts_with('/'))
-        return {};
-    return {Required("CWD " + entryFolder_)};
+        return 0;
+    if (!entryFolder_.empty())
+    {
+        const DWORD code = Run({.commands = {Refusable("CWD " + entryFolder_)}});
+        if (code != 0)
+            return code;
+        isAtEntry_ = !Reply().IsRefusal();
+        if (isAtEntry_)
+            return 0;
+    }
+    // A guess may be a folder with other files of the same names. A new login is never elsewhere.
+    Leave();
+    SetUp();
+    const DWORD code = LogIn();
+    isAtEntry_ = code == 0;
+    return code;
 }
 
 DWORD FtpConnection::Command(const char* word, const std::string& path)
 {
-    std::vector<std::string> commands = WayToEntry(path);
-    isAtEntry_ = isAtEntry_ || !commands.empty();
-    commands.push_back(Refusable(word + (" " + AsWritten(path))));
-    const DWORD code = Run({.commands = std::move(commands)});
+    DWORD code = ReturnToEntry(path);
+    if (code == 0)
+        code = Run({.commands = {Refusable(word + (" " + AsWritten(path)))}});
     if (code != 0)
         return code;
     return Reply().IsRefusal() ? ERROR_INTERNET_EXTENDED_ERROR : 0;
@@ -76,16 +91,11 @@ DWORD FtpConnection::Command(const char* word, const std::string& path)
 
 DWORD FtpConnection::ChangeFolder(const std::string& folder)
 {
-    std::vector<std::string> commands = WayToEntry(folder);
-    isAtEntry_ = isAtEntry_ || !commands.empty();
-    if (!folder.empty())
-    {
-        isAtEntry_ = false;
-        commands.push_back(Refusable("CWD " + AsWritten(folder)));
-    }
-    if (commands.empty())
-        return 0;
-    const DWORD code = Run({.commands = std::move(commands)});
+    DWORD code = ReturnToEntry(folder);
+    if (code != 0 || folder.empty())
+        return code;
+    isAtEntry_ = false;
+    code = Run({.commands = {Refusable("CWD " + AsWritten(folder))}});
     if (code != 0)
         return code;
     return Reply().IsRefusal() ? ERROR_INTERNET_EXTENDED_ERROR : 0;
@@ -151,10 +161,11 @@ DWORD FtpConnection::Fetch(ListingForm form, const char* command, std::vector<Li
 
 DWORD FtpConnection::BeginTransfer(Transfer transfer, const std::string& path)
 {
-    std::vector<std::string> commands = WayToEntry(path);
-    isAtEntry_ = isAtEntry_ || !commands.empty();
-    Start({.commands = std::move(commands), .transfer = transfer, .path = AsWritten(path)});
-    const DWORD code = DriveUntil([this] { return replies_.HasBegun(); });
+    DWORD code = ReturnToEntry(path);
+    if (code != 0)
+        return code;
+    Start({.transfer = transfer, .path = AsFile(path)});
+    code = DriveUntil([this] { return replies_.HasBegun(); });
     if (code != 0)
         transfer_ = Transfer::None;
     return code;

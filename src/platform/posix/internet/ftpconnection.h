@@ -47,7 +47,7 @@ public:
     explicit FtpConnection(FtpServerAddress address, const FtpPatience& patience = {});
     FtpConnection(const FtpConnection&) = delete;
     FtpConnection& operator=(const FtpConnection&) = delete;
-    // Says good-bye and waits for no answer.
+    // Waits for nothing.
     ~FtpConnection();
 
     // All paths are as the server is to get them, from the login folder on or with a "/" in front,
@@ -123,6 +123,8 @@ private:
     void Resume();
     void Stop();
     void Cut();
+    // Says good-bye and waits for no answer.
+    void Leave();
     DWORD Outcome() const;
     DWORD OutcomeOfFailure() const;
     bool HasNews() const;
@@ -139,8 +141,8 @@ private:
 
     // ---- Operations ----
 
-    // What leads to the login folder, if that isn't where the connection is.
-    std::vector<std::string> WayToEntry(const std::string& path) const;
+    // To where `path` begins, if that isn't where the connection is.
+    DWORD ReturnToEntry(const std::string& path);
     DWORD ChangeFolder(const std::string& folder);
     DWORD ListHere(std::vector<ListedEntry>& entries);
     DWORD Fetch(ListingForm form, const char* command, std::vector<ListedEntry>& entries);
@@ -153,7 +155,8 @@ private:
     // Open ones, that of the commands first.
     std::vector<curl_socket_t> sockets_;
     ReplyReader replies_;
-    std::string entryFolder_ = "/";
+    // As the server calls the login folder; empty if it didn't say.
+    std::string entryFolder_;
     bool isAtEntry_ = true;
     bool knowsFacts_ = true;
     // The connection was made anew in the middle, so that the folder is another.

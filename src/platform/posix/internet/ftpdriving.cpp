@@ -68,6 +68,9 @@ template <class T> void FtpConnection::Set(CURLoption option, T value)
 void FtpConnection::SetUp()
 {
     StartLibrary();
+    // What went before takes its connection with it: the library could take a word that still came
+    // over that one for a sign of life.
+    easy_.reset();
     multi_.reset(curl_multi_init());
     easy_.reset(curl_easy_init());
     if (!multi_ || !easy_)
@@ -124,6 +127,11 @@ FtpConnection::FtpConnection(FtpServerAddress address, const FtpPatience& patien
 }
 
 FtpConnection::~FtpConnection()
+{
+    Leave();
+}
+
+void FtpConnection::Leave()
 {
     if (!isActive_ && !sockets_.empty())
     {

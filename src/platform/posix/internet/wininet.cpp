@@ -424,7 +424,8 @@ extern "C" HINTERNET FtpOpenFileW(HINTERNET connection, LPCWSTR path, DWORD acce
                   (flags & ~INTERNET_FLAG_RELOAD) == FTP_TRANSFER_TYPE_BINARY,
               ERROR_INVALID_PARAMETER);
         std::shared_ptr<FtpConnection> ftp = IdleConnection(connection);
-        const std::string bytes = PathBytes(path);
+        // An empty one too is for the server to refuse.
+        const std::string bytes = Bytes(path);
         Check(isUpload ? ftp->BeginUpload(bytes) : ftp->BeginDownload(bytes), *ftp);
         return HandleTable::Instance().Add<TransferHandle>(std::move(ftp), isUpload);
     });
