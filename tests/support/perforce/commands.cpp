@@ -36,7 +36,7 @@ std::string MissingAt(const Spec& spec)
                                    : "no file(s) at that changelist number";
 }
 
-// What files the spec names, each with its revision there.
+// What files the argument names, each with its revision there.
 using Found = std::vector<std::pair<const File*, const Revision*>>;
 
 Found Find(const Depot& depot, const Spec& spec)

@@ -32,8 +32,8 @@ void XMLCALL CheckDeclaration(void* parser, const char* version, const char* enc
 
 Parser MakeParser()
 {
-    // What stands between a namespace and a name in its words. A namespace that holds it is refused,
-    // unless it is one of the characters that addresses are made of.
+    // What stands between a namespace and a name in its words. A namespace that holds it is
+    // refused, unless it is one of the characters that addresses are made of.
     constexpr char separator = ':';
     Parser parser(XML_ParserCreateNS("UTF-8", separator), &XML_ParserFree);
     if (!parser)
