@@ -41,6 +41,10 @@ public:
     virtual void MakeFolder(std::u16string_view name);
     // Where they are plain files or can be looked at as such: the file or folder of a name.
     virtual std::filesystem::path OnDisk(std::u16string_view name) const;
+    // What is there, seen past the file system; asked where it writes.
+    virtual bool Has(std::u16string_view name) const;
+    virtual bool HasFolder(std::u16string_view name) const;
+    virtual std::string Held(std::u16string_view name) const;
     // What the host answers when it is asked for credentials.
     virtual CredentialsAnswer Credentials() const;
 };
@@ -50,6 +54,13 @@ struct RefusedAddress
 {
     std::u16string_view address;
     std::u16string_view message;
+};
+
+// A test that a platform's own part of a file system doesn't pass, and why.
+struct NotShown
+{
+    std::string_view test; // as in "Listing.ASnapshotStays", perhaps with "/" and its parameter
+    const char* why;
 };
 
 // Whose classes a file system's are: the local ones, or those that all systems of addresses share.
@@ -83,6 +94,8 @@ struct Backend
     std::unique_ptr<BackendData> (*makeData)();
     // Why nothing can be made here; empty if all is well. Null: there is always a way.
     std::string (*whyNot)() = nullptr;
+    // What can't be shown on this platform.
+    std::vector<NotShown> notShown = {};
 
     // Names that a file can have, to be listed and opened by.
     std::vector<std::u16string_view> names;
@@ -119,6 +132,7 @@ extern const Backend localBackend;
 extern const Backend gitBackend;
 extern const Backend mercurialBackend;
 extern const Backend subversionBackend;
+extern const Backend ftpBackend;
 
 std::vector<const Backend*> Backends();
 // Those for which `can` holds.

@@ -4,6 +4,7 @@
 
 #include "backends/backend.h"
 #include "module/lifecycle.h"
+#include "support/fakeprogress.h"
 #include "support/posix/standinclient.h"
 
 #include <tarnwell/items.h>
@@ -61,11 +62,26 @@ public:
     {
         return data_->Address(name);
     }
-    ComPtr<IFile> File() const
+    BackendData& Data() const
+    {
+        return *data_;
+    }
+    ComPtr<IFile> File(std::u16string_view name = u"a.txt") const
     {
         ComPtr<IFile> file;
-        EXPECT_EQ(system->GetFile(Wide(Address(u"a.txt")), VARIANT_FALSE, file.Out()), S_OK);
+        EXPECT_EQ(system->GetFile(Wide(Address(name)), VARIANT_FALSE, file.Out()), S_OK);
         return file;
+    }
+    ComPtr<IFolder> Folder(std::u16string_view name) const
+    {
+        ComPtr<IFolder> folder;
+        EXPECT_EQ(system->GetFolder(Wide(Address(name)), VARIANT_FALSE, folder.Out()), S_OK);
+        return folder;
+    }
+    // A name that nothing has had yet.
+    std::u16string NewName() const
+    {
+        return u"new" + DecodeName(std::to_string(++names_));
     }
     ComPtr<::IClassFactory> Factory() const
     {
@@ -89,6 +105,7 @@ private:
     const std::unique_ptr<BackendData> data_;
     std::optional<StandInClient> client_;
     const ComPtr<FakeHost> host_ = FakeHost::Make();
+    mutable int names_ = 0;
 
 public:
     ComPtr<IFileSystem> system;
@@ -172,9 +189,7 @@ std::function<HRESULT()> PrepareForReading(const BackendHere& row, Seen& seen)
 
 std::function<HRESULT()> PrepareForListing(const BackendHere& row, Seen& seen)
 {
-    ComPtr<IFolder> folder;
-    EXPECT_EQ(row.system->GetFolder(Wide(row.Address(u"sub")), VARIANT_FALSE, folder.Out()), S_OK);
-    return [folder, &seen] {
+    return [folder = row.Folder(u"sub"), &seen] {
         ComPtr<IFolderContents> contents;
         HRESULT status = folder->GetContents(contents.Out());
         EXPECT_EQ(status == S_OK, static_cast<bool>(contents));
@@ -227,6 +242,62 @@ std::function<HRESULT()> PrepareForHasRevisions(const BackendHere& row, Seen& se
     };
 }
 
+std::function<HRESULT()> PrepareForWriting(const BackendHere& row, Seen& seen)
+{
+    const std::u16string name = row.NewName();
+    return [file = row.File(name), name, &row, &seen] {
+        ComPtr<IFileStream> stream;
+        HRESULT status = file->Open(GENERIC_WRITE, CREATE_ALWAYS, stream.Out());
+        EXPECT_EQ(status == S_OK, static_cast<bool>(stream));
+        if (FAILED(status))
+            return status;
+        ULONG written = 0;
+        status = stream.As<::ISequentialStream>()->Write("bytes", 5, &written);
+        EXPECT_EQ(written, SUCCEEDED(status) ? 5U : 0U);
+        const HRESULT closing = stream->Close();
+        if (SUCCEEDED(status) && SUCCEEDED(closing))
+            seen.text = row.Data().Held(name);
+        return FAILED(status) ? status : closing;
+    };
+}
+
+std::function<HRESULT()> PrepareForFolderCreation(const BackendHere& row, Seen& seen)
+{
+    const std::u16string name = row.NewName() + u"/inner";
+    return [folder = row.Folder(name), name, &row, &seen] {
+        const HRESULT status = folder->Create(VARIANT_TRUE);
+        seen.text = row.Data().HasFolder(name) ? "made" : "missing";
+        return status;
+    };
+}
+
+std::function<HRESULT()> PrepareForTreeDeletion(const BackendHere& row, Seen& seen)
+{
+    const std::u16string name = row.NewName();
+    for (const char16_t* const folder : {u"", u"/inner", u"/empty"})
+        row.Data().MakeFolder(name + folder);
+    for (const char16_t* const file : {u"/a", u"/inner/b"})
+        row.Data().Put(name + file, "x");
+    return [item = row.Folder(name).As<IFileSystemItem>(), name, &row, &seen] {
+        const HRESULT status = item->Delete(VARIANT_TRUE, VARIANT_TRUE);
+        seen.text = row.Data().Has(name) ? "there" : "gone";
+        return status;
+    };
+}
+
+std::function<HRESULT()> PrepareForCopying(const BackendHere& row, Seen& seen)
+{
+    const std::u16string name = row.NewName();
+    return [target = row.Address(name), name, &row, &seen] {
+        FakeProgress progress;
+        const HRESULT status =
+            row.system->CopyItem(Wide(row.Address(u"a.txt")), Wide(target), &progress);
+        if (SUCCEEDED(status))
+            seen.text = row.Data().Held(name);
+        return status;
+    };
+}
+
 constexpr bool Always(const Backend&)
 {
     return true;
@@ -240,6 +311,17 @@ constexpr bool WithHistory(const Backend& backend)
     return backend.history;
 }
 
+// Over connections that the module holds itself. What the local file system changes has tests of
+// its own (everycall.cpp).
+constexpr bool WithConnections(const Backend& backend)
+{
+    return backend.family == Family::Addressed && backend.client.empty();
+}
+constexpr bool WithWritingOverConnections(const Backend& backend)
+{
+    return WithConnections(backend) && backend.writes;
+}
+
 constexpr SharedAction sharedActions[] = {
     {"Creation", Always, PrepareForCreation, false},
     {"Texts", Always, PrepareForTexts, false},
@@ -248,6 +330,10 @@ constexpr SharedAction sharedActions[] = {
     {"Facts", WithFolders, PrepareForFacts},
     {"Revisions", WithHistory, PrepareForRevisions, true, true},
     {"HasRevisions", WithHistory, PrepareForHasRevisions, true, true},
+    {"Writing", WithWritingOverConnections, PrepareForWriting},
+    {"FolderCreation", WithWritingOverConnections, PrepareForFolderCreation},
+    {"TreeDeletion", WithWritingOverConnections, PrepareForTreeDeletion},
+    {"Copying", WithWritingOverConnections, PrepareForCopying},
 };
 
 // Operations without which everything works, or is in another place, or is told as unknown.
@@ -259,14 +345,23 @@ Operations HiddenIn(const Backend& backend, std::string_view action)
                    ? Operations{"CreateFileW", "SetFilePointer", "GetFileTime", "CloseHandle"}
                    : Operations{"FindClose"};
     }
+    // Without settings there are the usual ones, an unknown time is old, and a listing is read
+    // whole before its first entry comes.
+    if (WithConnections(backend))
+    {
+        return {"CoFileTimeNow", "InternetCloseHandle", "InternetFindNextFileW",
+                "LocalFileTimeToFileTime", "RegOpenKeyExW"};
+    }
     return {"CloseHandle",         "GetExitCodeProcess",   "_beginthreadex",
             "WaitForSingleObject", "SystemTimeToFileTime", "GetEnvironmentStringsW"};
 }
 
 // Those that are hidden at some of their calls: what a client complains of ends where its pipe
-// can't be read.
+// can't be read, and a listing ends at the entry that isn't given, as designed.
 Operations AmbiguousIn(const Backend& backend)
 {
+    if (WithConnections(backend))
+        return {"InternetFindNextFileW"};
     return backend.client.empty() ? Operations() : Operations{"ReadFile"};
 }
 

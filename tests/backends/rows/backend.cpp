@@ -1,4 +1,5 @@
 #include "backends/backend.h"
+#include "support/tempfolder.h"
 
 #include <ostream>
 #include <stdexcept>
@@ -22,6 +23,21 @@ std::filesystem::path BackendData::OnDisk(std::u16string_view) const
     throw std::logic_error("a file system that isn't on the disk");
 }
 
+bool BackendData::Has(std::u16string_view name) const
+{
+    return std::filesystem::exists(OnDisk(name));
+}
+
+bool BackendData::HasFolder(std::u16string_view name) const
+{
+    return std::filesystem::is_directory(OnDisk(name));
+}
+
+std::string BackendData::Held(std::u16string_view name) const
+{
+    return ReadBytes(OnDisk(name).u16string());
+}
+
 CredentialsAnswer BackendData::Credentials() const
 {
     return {E_FAIL, std::nullopt, std::nullopt, std::nullopt};
@@ -29,7 +45,7 @@ CredentialsAnswer BackendData::Credentials() const
 
 std::vector<const Backend*> Backends()
 {
-    return {&localBackend, &gitBackend, &mercurialBackend, &subversionBackend};
+    return {&localBackend, &gitBackend, &mercurialBackend, &subversionBackend, &ftpBackend};
 }
 
 void PrintTo(const Backend* backend, std::ostream* out)

@@ -33,6 +33,8 @@ class RowTest : public SystemTest
 protected:
     explicit RowTest(const Backend& row);
 
+    void SetUp() override;
+
     const Backend& Row() const
     {
         return row_;

@@ -234,10 +234,11 @@ ClassContract OfStream(const Backend& backend)
             "Seek", std::uint64_t{99},
             [](ILib7zInStream* s, std::uint64_t* out) { return s->Seek(-1, 0, out); }));
     }
-    else if (!backend.writes)
+    else
     {
-        contract.nulls.push_back(NullOf<::ISequentialStream>(
-            "Write", Null::Bare, [](auto* s) { return s->Write("", 0, nullptr); }));
+        if (!backend.writes)
+            contract.nulls.push_back(NullOf<::ISequentialStream>(
+                "Write", Null::Bare, [](auto* s) { return s->Write("", 0, nullptr); }));
         contract.failures.push_back(ClearedBy<::ISequentialStream>(
             "Write", ULONG{7}, [](auto* s, ULONG* written) { return s->Write("x", 1, written); }));
     }

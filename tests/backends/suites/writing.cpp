@@ -8,8 +8,6 @@ namespace tarnwell::test
 namespace
 {
 
-namespace fs = std::filesystem;
-
 class Writing : public BackendTest
 {
 protected:
@@ -17,14 +15,13 @@ protected:
     {
         return data_->Address(name);
     }
-    // What is there, seen past the file system.
     bool Has(std::u16string_view name) const
     {
-        return fs::exists(data_->OnDisk(name));
+        return data_->Has(name);
     }
     std::string Held(std::u16string_view name) const
     {
-        return ReadBytes(data_->OnDisk(name).u16string());
+        return data_->Held(name);
     }
     void WriteAs(std::u16string_view name, std::string_view bytes) const
     {
@@ -94,7 +91,7 @@ TEST_P(Writing, MakesFoldersOnTheWayIfItIsTold)
     EXPECT_TRUE(refused.error->interfaceId == IID_IFolder);
     EXPECT_FALSE(Has(u"one"));
     EXPECT_THAT(create(VARIANT_TRUE), Succeeded());
-    EXPECT_TRUE(fs::is_directory(data_->OnDisk(u"one/two/three")));
+    EXPECT_TRUE(data_->HasFolder(u"one/two/three"));
 }
 
 TEST_P(Writing, DeletesListsWhole)

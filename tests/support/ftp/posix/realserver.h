@@ -43,7 +43,7 @@ private:
     const FtpServerKind kind_;
     const TempFolder folder_;
     const std::filesystem::path root_;
-    const int port_ = FreePort();
+    const FreePort port_;
     std::unique_ptr<const ServerProcess> process_;
 };
 
