@@ -103,12 +103,19 @@ struct Backend
 
     // Folders, and the facts of files, which those without folders don't tell.
     bool folders = true;
+    // Whether a folder can have nothing in it, and whether listing one that isn't there fails.
+    bool emptyFolders = true;
+    bool missingFoldersFail = true;
+    // Whether a listing's files are in the revision that was read, which their names then end in.
+    bool revisionsInListing = false;
     // Of the two, `IFile::Open` and all operations.
     bool writes = false;
     // Whether the file system answers to IFileSystemRevisions, and whether what is put a second
     // time leaves a revision of what was there.
     bool revisions = true;
     bool history = true;
+    // Whether descriptions begin with the number of the change.
+    bool changesInDescriptions = false;
     WorkingCopy workingCopy = WorkingCopy::None;
     // How revisions name the author that the row's data has.
     std::u16string_view author = {};
@@ -129,6 +136,7 @@ struct Backend
 
 // The rows, each in backends/rows, in the order of their results.
 extern const Backend localBackend;
+extern const Backend perforceBackend;
 extern const Backend gitBackend;
 extern const Backend mercurialBackend;
 extern const Backend subversionBackend;

@@ -353,16 +353,21 @@ Operations HiddenIn(const Backend& backend, std::string_view action)
                 "LocalFileTimeToFileTime", "RegOpenKeyExW"};
     }
     return {"CloseHandle",         "GetExitCodeProcess",   "_beginthreadex",
-            "WaitForSingleObject", "SystemTimeToFileTime", "GetEnvironmentStringsW"};
+            "WaitForSingleObject", "SystemTimeToFileTime", "GetEnvironmentStringsW",
+            "FindClient"};
 }
 
 // Those that are hidden at some of their calls: what a client complains of ends where its pipe
-// can't be read, and a listing ends at the entry that isn't given, as designed.
+// can't be read, and a listing ends at the entry that isn't given, as designed. Where nothing
+// printed means that there is nothing, what a client prints ends likewise.
 Operations AmbiguousIn(const Backend& backend)
 {
     if (WithConnections(backend))
         return {"InternetFindNextFileW"};
-    return backend.client.empty() ? Operations() : Operations{"ReadFile"};
+    if (backend.client.empty())
+        return {};
+    return backend.missingFoldersFail ? Operations{"ReadFile"}
+                                      : Operations{"ReadFile", "_beginthreadex"};
 }
 
 struct Case
@@ -394,7 +399,8 @@ protected:
         if (SUCCEEDED(result.status))
         {
             EXPECT_EQ(result.text, u"(none)");
-            EXPECT_TRUE(seen_.text == whole_ || (Act().hidesAll && seen_.text == "0"))
+            EXPECT_TRUE(seen_.text == whole_ || (Act().hidesAll && seen_.text == "0") ||
+                        IsLess(operation))
                 << seen_.text;
         }
         else
@@ -407,6 +413,13 @@ protected:
     const SharedAction& Act() const
     {
         return *GetParam().action;
+    }
+    // Of a list of which one part is printed by another run: that part is missing.
+    bool IsLess(const std::string& operation) const
+    {
+        const Backend& backend = row_.Row();
+        return Act().hidesAll && !backend.missingFoldersFail && seen_.text < whole_ &&
+               AmbiguousIn(backend).contains(operation);
     }
 
     const BackendHere row_{*GetParam().backend};

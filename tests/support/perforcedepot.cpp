@@ -123,7 +123,7 @@ PerforceDepot::File& PerforceDepot::FileAt(const std::string& path)
 int PerforceDepot::Change(const std::string& path, const std::string& action,
                           std::string_view bytes, const std::string& description)
 {
-    constexpr int firstTime = 1243857600;
+    constexpr int firstTime = 1709633730;
     const int change = ++changes_;
     const int revision = FileAt(base + "/" + path).revisions + 1;
     AddRevision(base + "/" + path,

@@ -45,7 +45,8 @@ CredentialsAnswer BackendData::Credentials() const
 
 std::vector<const Backend*> Backends()
 {
-    return {&localBackend, &gitBackend, &mercurialBackend, &subversionBackend, &ftpBackend};
+    return {&localBackend,      &ftpBackend,       &perforceBackend,
+            &subversionBackend, &mercurialBackend, &gitBackend};
 }
 
 void PrintTo(const Backend* backend, std::ostream* out)

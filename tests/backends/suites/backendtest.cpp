@@ -28,8 +28,10 @@ std::unique_ptr<Sample> MakeSample(const Backend& backend)
         files.emplace_back(name, EncodeName(name).value());
     if (backend.folders)
     {
-        for (const char16_t* const folder : {u"sub", u"sub/deep", u"nothing"})
+        for (const char16_t* const folder : {u"sub", u"sub/deep"})
             data.MakeFolder(folder);
+        if (backend.emptyFolders)
+            data.MakeFolder(u"nothing");
         files.emplace_back(u"sub/inner.txt", "inner");
         files.emplace_back(u"sub/deep/bottom.txt", "bottom");
     }
@@ -73,6 +75,14 @@ void RowTest::SetUp()
         if (whole.starts_with("Backends/" + std::string(each.test) + "/"))
             GTEST_SKIP() << each.why;
     }
+}
+
+std::u16string RowTest::Listed(std::u16string_view name, const std::u16string& revision) const
+{
+    if (!row_.revisionsInListing)
+        return std::u16string(name);
+    const std::u16string address = Address(name, revision);
+    return address.substr(address.find(name));
 }
 
 std::unique_ptr<BackendData> RowTest::NewData() const

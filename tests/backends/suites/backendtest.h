@@ -12,7 +12,7 @@ namespace tarnwell::test
 // Everywhere: "text.txt", which holds "content" (and, where there is history, held "first"
 // before), "binary", "empty" and "large", the file "beside.txt", and one file for each of the
 // row's names, holding its own name. Where there are folders: "sub" with "inner.txt" and "deep",
-// which has "bottom.txt", and "nothing", which is empty.
+// which has "bottom.txt", and "nothing", which is empty, if folders can be.
 struct Sample
 {
     std::unique_ptr<BackendData> data;
@@ -53,6 +53,8 @@ protected:
     {
         return sample_->data->Address(name, revision);
     }
+    // The name that a listing has for a file in its only, or in this revision.
+    std::u16string Listed(std::u16string_view name, const std::u16string& revision = u"1") const;
     const Sample& TheSample() const
     {
         return *sample_;

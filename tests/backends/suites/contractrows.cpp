@@ -193,9 +193,10 @@ ClassContract OfFolder(const Backend& backend)
         {IID_IFileSystemItem, IID_IFolder},
         ItemNulls(backend),
         {},
-        {ClearedBy("GetContents", &IFolder::GetContents)},
     };
     contract.nulls.push_back(NullOf("GetContents", Null::Bare, &IFolder::GetContents));
+    if (backend.missingFoldersFail)
+        contract.failuresOfMissing.push_back(ClearedBy("GetContents", &IFolder::GetContents));
     if (backend.family == Family::Addressed)
         contract.interfaces.insert(contract.interfaces.begin() + 1,
                                    IID_IFileSystemItemComparableUrl);

@@ -3,6 +3,8 @@
 
 #include <tarnwell/text.h>
 
+#include <map>
+
 namespace tarnwell::test
 {
 namespace
@@ -26,7 +28,11 @@ protected:
     }
 };
 
-TEST_P(Listing, AnEmptyFolderHasNoItems)
+class EmptyFolders : public Listing
+{
+};
+
+TEST_P(EmptyFolders, HaveNoItems)
 {
     EXPECT_THAT(List(Address(u"nothing")), IsEmpty());
 }
@@ -43,12 +49,12 @@ TEST_P(Listing, ItemsHaveTheFactsOfALookup)
         EXPECT_EQ(item.As<IFile>() ? FileFacts(facts.path) : FactsOf(Folder(facts.path)), facts);
         EXPECT_EQ(facts.parent, facts.path.substr(0, facts.parent.size()));
     }
-    EXPECT_THAT(names, UnorderedElementsAre(u"deep", u"inner.txt"));
+    EXPECT_THAT(names, UnorderedElementsAre(u"deep", Listed(u"inner.txt")));
 }
 
 TEST_P(Listing, ItemsAreOfTheirKindAndWork)
 {
-    const auto inner = ItemNamed(u"sub", u"inner.txt");
+    const auto inner = ItemNamed(u"sub", Listed(u"inner.txt"));
     EXPECT_FALSE(inner.As<IFolder>());
     ComPtr<IFileStream> stream;
     ASSERT_EQ(inner.As<IFile>()->Open(readAccess, openExisting, stream.Out()), S_OK);
@@ -58,25 +64,27 @@ TEST_P(Listing, ItemsAreOfTheirKindAndWork)
     EXPECT_FALSE(deep.As<IFile>());
     ComPtr<IFolderContents> contents;
     ASSERT_EQ(deep.As<IFolder>()->GetContents(contents.Out()), S_OK);
-    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"bottom.txt"));
+    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(Listed(u"bottom.txt")));
 }
 
 TEST_P(Listing, NamesOfAllKindsAreListedAndOpened)
 {
-    std::vector<std::u16string> expected = {u"sub",    u"nothing", u"text.txt", u"beside.txt",
-                                            u"binary", u"empty",   u"large"};
-    expected.insert(expected.end(), Row().names.begin(), Row().names.end());
+    std::vector<std::u16string> expected = {u"sub",
+                                            Listed(u"text.txt", TheSample().secondRevision)};
+    for (const char16_t* const name : {u"beside.txt", u"binary", u"empty", u"large"})
+        expected.push_back(Listed(name));
+    if (Row().emptyFolders)
+        expected.push_back(u"nothing");
+    std::map<std::u16string, std::u16string> paths;
     const auto contents = Contents(Address({}));
-    EXPECT_THAT(NamesOf(contents), testing::UnorderedElementsAreArray(expected));
     for (const auto& item : ItemsOf(contents))
+        paths[FactsOf(item).name] = FactsOf(item).path;
+    for (const std::u16string_view name : Row().names)
     {
-        const Facts facts = FactsOf(item);
-        const auto& names = Row().names;
-        if (std::find(names.begin(), names.end(), facts.name) != names.end())
-        {
-            EXPECT_EQ(Content(facts.path), EncodeName(facts.name).value());
-        }
+        expected.push_back(Listed(name));
+        EXPECT_EQ(Content(paths[Listed(name)]), EncodeName(name).value());
     }
+    EXPECT_THAT(NamesOf(contents), testing::UnorderedElementsAreArray(expected));
 }
 
 TEST_P(Listing, AnItemIsMadeAtEachCall)
@@ -91,15 +99,16 @@ TEST_P(Listing, AnItemIsMadeAtEachCall)
 TEST_P(Listing, ASnapshotStays)
 {
     const auto data = NewData();
-    data->Put(u"a.txt", "1");
+    const std::u16string first = data->Put(u"a.txt", "1");
     const auto contents = Contents(data->Address({}));
     const auto items = ItemsOf(contents);
-    data->Put(u"a.txt", "changed");
+    const std::u16string second = data->Put(u"a.txt", "changed");
     data->Put(u"b.txt", "2");
-    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(u"a.txt"));
+    EXPECT_THAT(NamesOf(contents), UnorderedElementsAre(Listed(u"a.txt", first)));
     ASSERT_EQ(items.size(), 1U);
     EXPECT_EQ(FactsOf(items.front()).size, 1U);
-    EXPECT_THAT(NamesOf(Contents(data->Address({}))), UnorderedElementsAre(u"a.txt", u"b.txt"));
+    EXPECT_THAT(NamesOf(Contents(data->Address({}))),
+                UnorderedElementsAre(Listed(u"a.txt", second), Listed(u"b.txt")));
 }
 
 TEST_P(Listing, ASnapshotAndItsItemsOutliveAllElse)
@@ -128,10 +137,15 @@ TEST_P(Listing, AnIndexOutOfRangeIsRefused)
     }
 }
 
-TEST_P(Listing, WhatIsNoFolderFails)
+TEST_P(Listing, WhatIsNoFolderFailsOrIsEmpty)
 {
     for (const char16_t* const name : {u"none", u"sub/none"})
     {
+        if (!Row().missingFoldersFail)
+        {
+            EXPECT_THAT(List(Address(name)), IsEmpty());
+            continue;
+        }
         const Outcome outcome = FailedList(Address(name));
         ASSERT_TRUE(outcome.error);
         EXPECT_TRUE(outcome.error->interfaceId == IID_IFolder);
@@ -143,7 +157,13 @@ bool HasFolders(const Backend& backend)
     return backend.folders;
 }
 
+bool HasEmptyFolders(const Backend& backend)
+{
+    return backend.folders && backend.emptyFolders;
+}
+
 TARNWELL_OVER_BACKENDS(Listing, BackendsThat(HasFolders));
+TARNWELL_OVER_BACKENDS(EmptyFolders, BackendsThat(HasEmptyFolders));
 
 } // namespace
 } // namespace tarnwell::test

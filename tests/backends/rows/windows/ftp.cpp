@@ -79,7 +79,7 @@ std::vector<NotShown> NotShownOnFtp()
     constexpr const char* emptyFolders = "Wine gives error 0 for an empty FTP folder";
     constexpr const char* lookups = "Wine lists what it is to look for";
     constexpr const char* writing = "Wine writes to a transfer that reads";
-    return {{"Listing.AnEmptyFolderHasNoItems", emptyFolders},
+    return {{"EmptyFolders.HaveNoItems", emptyFolders},
             {"Writing.GivesFoldersNamesOfAllKinds", lookups},
             {"Writing.MakesFoldersOnTheWayIfItIsTold", lookups},
             {"ReadingStreams.RefuseToWrite", writing},

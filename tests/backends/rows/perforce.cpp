@@ -1,0 +1,80 @@
+#include "backends/backend.h"
+#include "support/perforcedepot.h"
+
+#include <tarnwell/classes.h>
+#include <tarnwell/text.h>
+
+#include <map>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+std::string InDepot(std::u16string_view name)
+{
+    return EncodeName(name).value();
+}
+
+// The latest made is the one that the client sees.
+class PerforceData final : public BackendData
+{
+public:
+    PerforceData()
+    {
+        depot_.Tell("port\tserver:1666");
+    }
+
+    std::u16string Address(std::u16string_view name, const std::u16string& revision) const override
+    {
+        const std::u16string path = depot_.Address(InDepot(name));
+        return revision.empty() ? path : path + u"#" + revision;
+    }
+    std::u16string Put(std::u16string_view name, std::string_view bytes,
+                       const std::string& description) override
+    {
+        depot_.Submit(InDepot(name), bytes, description);
+        onDisk_[std::u16string(name)] = depot_.Sync(InDepot(name));
+        return DecodeName(std::to_string(++revisions_[std::u16string(name)]));
+    }
+    // One is there as soon as a file is in it.
+    void MakeFolder(std::u16string_view) override {}
+    // Where the workspace has it, if it were there.
+    std::filesystem::path OnDisk(std::u16string_view name) const override
+    {
+        return onDisk_.at(std::u16string(name));
+    }
+
+private:
+    PerforceDepot depot_;
+    std::map<std::u16string, int> revisions_;
+    std::map<std::u16string, std::filesystem::path> onDisk_;
+};
+
+} // namespace
+
+const Backend perforceBackend{
+    .name = "Perforce",
+    .systemClass = CLSID_P4FileSystem,
+    .makeData = []() -> std::unique_ptr<BackendData> { return std::make_unique<PerforceData>(); },
+    // Marks of revisions, "%" and "*" are encoded by the client.
+    .names = {u"a b.txt", u"a%40b%23c%25%2Ad.txt", u"a&b'c;d+e.txt", u"a\"b.txt", u"-h", u"=,!?"},
+    .refused = {{u"P4:////x", u"Invalid Perforce URI \"P4:////x\". [p4objects@"},
+                {u"ftp://host/r", u"Invalid Perforce URI \"ftp://host/r\". [p4objects@"},
+                {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
+    .emptyFolders = false,
+    .missingFoldersFail = false,
+    .revisionsInListing = true,
+    .changesInDescriptions = true,
+    .workingCopy = WorkingCopy::Id,
+    .author = u"ann@ws",
+    .openIntoNothing = OpenIntoNothing::Succeeds,
+    .source = u"p4objects",
+    .client = "p4",
+    .clientMissing = u"Can't find the Perforce command line utility (p4.exe). Please check that "
+                     u"the Perforce client is correctly installed.",
+    .guarded = u"p4://@127.0.0.1///depot/base",
+    .credentialsKind = 1,
+};
+
+} // namespace tarnwell::test
