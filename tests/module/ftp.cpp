@@ -45,12 +45,18 @@ TEST_F(Ftp, ListedItemsKnowTheirFactsWithoutTheServer)
 
 TEST_F(Ftp, AFilesFactsCostOneListing)
 {
-    ComPtr<IFile> file;
-    ASSERT_EQ(system->GetFile(Ole(Address(u"d/x")), VARIANT_TRUE, file.Out()), S_OK);
-    const std::size_t commands = server.Commands().size();
-    FactsOf(file);
-    FactsOf(file);
-    EXPECT_EQ(server.Commands().size(), commands);
+    for (const VARIANT_BOOL mustExist : {VARIANT_TRUE, VARIANT_FALSE})
+    {
+        const int before = server.Count("LIST");
+        ComPtr<IFile> file;
+        ASSERT_EQ(system->GetFile(Ole(Address(u"d/x")), mustExist, file.Out()), S_OK);
+        EXPECT_EQ(server.Count("LIST") - before, mustExist == VARIANT_FALSE ? 0 : 1);
+        FactsOf(file);
+        const std::size_t commands = server.Commands().size();
+        EXPECT_EQ(FactsOf(file).size, 1U);
+        EXPECT_EQ(server.Count("LIST") - before, 1);
+        EXPECT_EQ(server.Commands().size(), commands);
+    }
 }
 
 TEST_F(Ftp, TheRootNeedsNoServer)
@@ -188,8 +194,7 @@ TEST_F(Ftp, NamesThatLeadElsewhereAreNoItems)
                                    "-rw-r--r-- 1 a a 1 Jan 01 2020 /etc/passwd\r\n"
                                    "-rw-r--r-- 1 a a 1 Jan 01 2020 fine\r\n",
                            .last = "226 Done.\r\n"});
-    for (const std::u16string& name : Names(u"d"))
-        EXPECT_TRUE(name == u"good" || name == u"fine") << testing::PrintToString(name);
+    EXPECT_THAT(Names(u"d"), ElementsAre(u"good", u"fine"));
 }
 
 TEST_F(Ftp, PasswordsStandInNoText)

@@ -31,6 +31,11 @@ void Fill(WIN32_FIND_DATAW& record, const FakeEntry& entry)
     std::memcpy(record.cFileName, entry.name.c_str(), (entry.name.size() + 1) * sizeof(char16_t));
 }
 
+bool Contains(const std::vector<std::u16string>& paths, const std::u16string& path)
+{
+    return std::find(paths.begin(), paths.end(), path) != paths.end();
+}
+
 } // namespace
 
 std::string RegistryText(std::u16string_view text)
@@ -171,6 +176,7 @@ BOOL FakeInternet::InternetCloseHandle(HINTERNET handle)
         ADD_FAILURE() << "a handle that isn't open is closed";
         return 0;
     }
+    closing(found->second.kind);
     if (found->second.kind != u"find")
         Record(u"close " + found->second.kind);
     handles_.erase(found);
@@ -212,6 +218,11 @@ HINTERNET FakeInternet::FtpFindFirstFileW(HINTERNET connection, LPCWSTR pattern,
     {
         std::u16string path = wanted.substr(0, wanted.size() - 2);
         const auto folder = folders.find(path);
+        if (Contains(closedFolders, path))
+        {
+            Refuse(ERROR_INTERNET_EXTENDED_ERROR, u"550 Denied.\r\n");
+            return nullptr;
+        }
         if (folder == folders.end())
         {
             Refuse(ERROR_FILE_NOT_FOUND, u"550 No such folder.\r\n");
@@ -276,9 +287,7 @@ BOOL FakeInternet::FtpDeleteFileW(HINTERNET connection, LPCWSTR path)
     const std::u16string file(Units(path));
     if (!OnConnection("FtpDeleteFileW", connection, u"delete " + file))
         return 0;
-    const bool isLink =
-        std::find(linksToFolders.begin(), linksToFolders.end(), file) != linksToFolders.end();
-    return isLink || !folders.contains(file) ||
+    return Contains(linksToFolders, file) || !folders.contains(file) ||
            !Refuse(ERROR_INTERNET_EXTENDED_ERROR, u"550 Not a file.\r\n");
 }
 
@@ -373,11 +382,12 @@ LSTATUS FakeInternet::RegCloseKey(HKEY key)
     return ERROR_SUCCESS;
 }
 
-int FakeInternet::MessageBoxW(HWND, LPCWSTR text, LPCWSTR caption, UINT style)
+int FakeInternet::MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT style)
 {
     EXPECT_EQ(Units(caption), u"Dovrin Vorel");
     EXPECT_EQ(style, 67U);
     questions.emplace_back(Units(text));
+    owners.push_back(owner);
     return answer;
 }
 

@@ -5,6 +5,7 @@
 #include "platform/win32.h"
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -37,6 +38,7 @@ public:
     std::map<std::u16string, std::vector<FakeEntry>> folders;
     std::map<std::u16string, std::string> files;
     std::vector<std::u16string> linksToFolders; // listed as folders
+    std::vector<std::u16string> closedFolders;  // are there, and nobody may list them
 
     struct Value
     {
@@ -46,9 +48,10 @@ public:
     // The user's settings; nothing if there is no key.
     std::optional<std::map<std::u16string, Value>> settings;
 
-    // What the user says to a question, and how often it was asked.
+    // What the user says to a question; what was asked, and over which window.
     int answer = 6;
     std::vector<std::u16string> questions;
+    std::vector<HWND> owners;
 
     // Local times are ahead by so much.
     std::uint64_t localBias = 36'000'000'000;
@@ -60,6 +63,10 @@ public:
     // The next call of `operation` succeeds, but only there is a reply from then on.
     std::optional<std::u16string> reply;
     bool responseFails = false; // nothing at all is to be had of the reply
+
+    // What happens before a handle of a kind is closed.
+    std::function<void(const std::u16string& kind)> closing = [](const std::u16string&) {
+    };
 
     // The calls so far, but for those about replies, times and settings.
     std::vector<std::u16string> Calls() const;

@@ -433,11 +433,12 @@ TEST_F(FtpTree, OnlyARefusalLeadsIntoAFolder)
 
 TEST_F(FtpTree, AFolderThatCannotBeListedEndsIt)
 {
-    internet.folders.erase(u"d/t/s2");
-    internet.Fail("FtpDeleteFileW", ERROR_INTERNET_EXTENDED_ERROR); // the root is a folder
-    for (int file = 0; file < 3; ++file)
-        internet.Fail("FtpFindFirstFileW", 12002); // in time for s1
-    EXPECT_TRUE(Deleting(u"ftp://u:p@h:21/d/t", true));
+    internet.closedFolders = {u"d/t/s1/deep"};
+    EXPECT_THAT(Deleting(u"ftp://u:p@h:21/d/t", true),
+                Threw(notFoundStatus, u"Couldn't find the URI \"d/t/s1/deep\".\n[uri: "
+                                      u"\"ftp://u:p@h:21/d/t/s1/deep\"\nsearchPattern: "
+                                      u"d/t/s1/deep/*\nExtendedError: 550 Denied.]"));
+    EXPECT_EQ(internet.Calls().back(), u"find d/t/s1/deep/*");
     EXPECT_THAT(internet.Calls(u"remove"), IsEmpty());
 }
 

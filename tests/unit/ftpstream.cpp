@@ -39,6 +39,13 @@ protected:
     {
         return DrainPool(internet);
     }
+    // A session that waits is anybody's, and its connection is busy until the file is closed.
+    void ExpectNobodyWaitsWhileTheFileIsOpen()
+    {
+        internet.closing = [this](const std::u16string& kind) {
+            EXPECT_TRUE(kind != u"file" || Waiting() == 0);
+        };
+    }
 
     std::array<char, 16> buffer{};
     ULONG count = 77;
@@ -80,6 +87,7 @@ TEST_F(FtpStream, CloseEndsTheTransferAndGivesTheSessionBack)
 {
     const auto stream = Open();
     internet.ForgetCalls();
+    ExpectNobodyWaitsWhileTheFileIsOpen();
     EXPECT_EQ(stream->Close(), S_OK);
     EXPECT_THAT(internet.Calls(), ElementsAre(u"close file"));
     EXPECT_EQ(stream->Close(), S_OK);
@@ -100,6 +108,7 @@ TEST_F(FtpStream, CloseReportsNothing)
 
 TEST_F(FtpStream, ReleaseEndsTheTransferBeforeTheSessionGoesBack)
 {
+    ExpectNobodyWaitsWhileTheFileIsOpen();
     Open();
     EXPECT_THAT(internet.Calls(u"close"), ElementsAre(u"close file"));
     EXPECT_EQ(Waiting(), 1U);
@@ -183,9 +192,16 @@ protected:
 
     std::optional<FtpFailure> Copying(ICopyProgress* progress = nullptr)
     {
+        return FailureOfCopy([&] {
+            FtpCopyUri(user, FTPUri(u"ftp://u:p@h/from"), FTPUri(u"ftp://u:p@h/to"), progress);
+        });
+    }
+    // Of a stream that failed, from whatever place in the source.
+    template <class Call> static std::optional<FtpFailure> FailureOfCopy(Call&& call)
+    {
         try
         {
-            FtpCopyUri(user, FTPUri(u"ftp://u:p@h/from"), FTPUri(u"ftp://u:p@h/to"), progress);
+            std::forward<Call>(call)();
             return std::nullopt;
         }
         catch (const ComException& failure)
@@ -276,11 +292,85 @@ public:
     }
 };
 
+// An empty one, whose end is seen.
+class SeenStream final : public IFileStream, public ::ISequentialStream
+{
+public:
+    HRESULT closing = S_OK;
+    int reads = 0;
+    int closed = 0;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
+    {
+        *out = nullptr;
+        if (iid == IidOf<IFileStream>())
+            *out = static_cast<IFileStream*>(this);
+        else if (iid == IidOf<::ISequentialStream>())
+            *out = static_cast<::ISequentialStream*>(this);
+        return *out == nullptr ? E_NOINTERFACE : S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override
+    {
+        return 1;
+    }
+    ULONG STDMETHODCALLTYPE Release() override
+    {
+        return 1;
+    }
+    HRESULT STDMETHODCALLTYPE Close() override
+    {
+        ++closed;
+        return closing;
+    }
+    HRESULT STDMETHODCALLTYPE Read(void*, ULONG, ULONG* count) override
+    {
+        ++reads;
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Write(const void*, ULONG, ULONG*) override
+    {
+        ADD_FAILURE() << "there is nothing to write";
+        return S_OK;
+    }
+};
+
+TEST_F(FtpCopy, TheEndOfTheSourceClosesBothStreams)
+{
+    SeenStream from;
+    SeenStream to;
+    CopyStream(&from, &to, &progress);
+    EXPECT_EQ(from.reads, 1);
+    EXPECT_EQ(from.closed, 1);
+    EXPECT_EQ(to.closed, 1);
+    EXPECT_EQ(progress.Questions(), 0);
+}
+
+TEST_F(FtpCopy, OnlyTheEndOfTheTargetIsLookedAt)
+{
+    SeenStream good;
+    SeenStream bad;
+    bad.closing = Win32Status(1117);
+    EXPECT_FALSE(FailureOfCopy([&] { CopyStream(&bad, &good, nullptr); }));
+    const auto failure = FailureOfCopy([&] { CopyStream(&good, &bad, nullptr); });
+    ASSERT_TRUE(failure);
+    EXPECT_EQ(failure->code, 0x8007045DU);
+    EXPECT_TRUE(failure->text.starts_with(u"Failed to write the data to the file stream. "));
+    EXPECT_EQ(good.closed, 1) << "the source stays as it is";
+}
+
 TEST_F(FtpCopy, AStreamWithoutBytesIsRefused)
 {
-    NoBytes stream;
-    EXPECT_THAT(FailureOf([&] { CopyStream(&stream, &stream, nullptr); }),
-                Threw(0x80004002, u"A required stream interface is missing."));
+    NoBytes none;
+    SeenStream stream;
+    for (const auto& [from, to] : {std::pair<IFileStream*, IFileStream*>{&none, &stream},
+                                   std::pair<IFileStream*, IFileStream*>{&stream, &none}})
+    {
+        EXPECT_THAT(FailureOf([&, from = from, to = to] { CopyStream(from, to, nullptr); }),
+                    Threw(0x80004002, u"A required stream interface is missing."));
+    }
+    EXPECT_EQ(stream.reads, 0);
+    EXPECT_EQ(stream.closed, 0);
 }
 
 } // namespace
