@@ -3,6 +3,7 @@
 #include "support/ftp/scriptedsession.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace tarnwell::test
 {
@@ -30,6 +31,8 @@ void ScriptedFtpServer::Serve()
         const auto stop = std::make_shared<StopFlag>(false);
         visitors_.push_back({stop, std::thread([this, stop, taken = std::move(control)]() mutable {
                                  ScriptedSession(*this, std::move(taken), *stop).Run();
+                                 const std::lock_guard counting(guard_);
+                                 ++ended_;
                              })});
     }
 }
@@ -132,6 +135,22 @@ int ScriptedFtpServer::Logins() const
 {
     const std::lock_guard lock(guard_);
     return logins_;
+}
+
+bool ScriptedFtpServer::SeesTheEndOf(int connections) const
+{
+    constexpr int tries = 2000;
+    constexpr std::chrono::milliseconds pause(5);
+    for (int i = 0; i < tries; ++i)
+    {
+        {
+            const std::lock_guard lock(guard_);
+            if (ended_ >= connections)
+                return true;
+        }
+        std::this_thread::sleep_for(pause);
+    }
+    return false;
 }
 
 std::optional<FtpAnswer> ScriptedFtpServer::AnswerFor(const std::string& line) const

@@ -82,6 +82,8 @@ public:
     int Count(const std::string& begin) const;
     int Connections() const;
     int Logins() const;
+    // Waits, within reason, until so many connections have ended, whoever ended them.
+    bool SeesTheEndOf(int connections) const;
 
 private:
     friend class ScriptedSession;
@@ -103,6 +105,7 @@ private:
     std::vector<std::string> commands_;
     int logins_ = 0;
     int connections_ = 0;
+    int ended_ = 0;
 
     StopFlag stop_ = false;
     Socket listener_;
