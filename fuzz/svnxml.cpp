@@ -63,7 +63,10 @@ void CheckLog(const XmlNode& document)
 
 void Try(std::string_view bytes)
 {
-    const XmlNode document = LoadSvnXml(OutputOf(bytes));
+    XmlNode document;
+    Attempt([&] { document = LoadSvnXml(OutputOf(bytes)); });
+    if (!document)
+        return;
     Attempt([&] { CheckListing(document); });
     Attempt([&] { CheckItem(*ParseListItemOutput(document)); });
     Attempt([&] { CheckItem(*ParseInfoOutput(document)); });

@@ -42,9 +42,8 @@ using XmlNodes = std::vector<XmlNode>;
 
 extern "C"
 {
-    // Reads `file` from where it stands to its end. What isn't well formed fails here, or gives a
-    // document without any node. Ill-formed UTF-8 does the same on Windows and is replaced
-    // elsewhere.
+    // Reads `file` from where it stands to its end. Fails for what isn't well formed. Ill-formed
+    // UTF-8 fails, too, on Windows and is replaced elsewhere.
     HRESULT LoadXml(HANDLE file, tarnwell::XmlNode& document);
     // The value of the first node that `path` selects as seen from `node`, which is to be an
     // attribute or a text. S_FALSE if there is none; a text of nothing but white space is none.

@@ -137,7 +137,7 @@ extern "C" HRESULT LoadXml(HANDLE file, XmlNode& document)
     if (FAILED(status))
         return status;
     if (!Parse(*loaded))
-        loaded->tree.reset();
+        return E_FAIL;
     document = NodeIn(loaded, loaded->tree);
     return S_OK;
 }
