@@ -3,16 +3,21 @@
 
 #include "platform/win32.h"
 
+#include <cstdint>
 #include <utility>
 
 namespace tarnwell
 {
 
-// `Traits` has `Invalid()`, the value of no handle, and `Close(handle)`, whether that succeeded.
-template <class T, class Traits> class Handle
+// `close` says whether it succeeded; `none` is the value of no handle.
+template <class T, bool (*close)(T), std::intptr_t none = 0> class Handle
 {
 public:
-    explicit Handle(T handle = Traits::Invalid()) : handle_(handle) {}
+    static T None()
+    {
+        return reinterpret_cast<T>(none);
+    }
+    explicit Handle(T handle = None()) : handle_(handle) {}
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
     Handle(Handle&& other) noexcept : handle_(other.Detach()) {}
@@ -21,7 +26,7 @@ public:
         std::swap(handle_, other.handle_);
         return *this;
     }
-    virtual ~Handle()
+    ~Handle()
     {
         Close();
     }
@@ -31,12 +36,12 @@ public:
     bool Close()
     {
         const T old = Detach();
-        return old == Traits::Invalid() || Traits::Close(old);
+        return old == None() || close(old);
     }
 
     T Detach()
     {
-        return std::exchange(handle_, Traits::Invalid());
+        return std::exchange(handle_, None());
     }
     T Get() const
     {
@@ -44,81 +49,38 @@ public:
     }
     explicit operator bool() const
     {
-        return handle_ != Traits::Invalid();
+        return handle_ != None();
     }
 
 private:
     T handle_;
 };
 
-struct OsHandleTraits
+inline bool CloseObject(HANDLE handle)
 {
-    static HANDLE Invalid()
-    {
-        return INVALID_HANDLE_VALUE;
-    }
-    static bool Close(HANDLE handle)
-    {
-        return CloseHandle(handle) != 0;
-    }
-};
+    return CloseHandle(handle) != 0;
+}
 
-using OsHandle = Handle<HANDLE, OsHandleTraits>;
-
-struct EventHandleTraits
+inline bool CloseFind(HANDLE handle)
 {
-    static HANDLE Invalid()
-    {
-        return nullptr;
-    }
-    static bool Close(HANDLE handle)
-    {
-        return CloseHandle(handle) != 0;
-    }
-};
+    return FindClose(handle) != 0;
+}
 
-using EventHandle = Handle<HANDLE, EventHandleTraits>;
-
-struct FindHandleTraits
+inline bool CloseInternet(HINTERNET handle)
 {
-    static HANDLE Invalid()
-    {
-        return INVALID_HANDLE_VALUE;
-    }
-    static bool Close(HANDLE handle)
-    {
-        return FindClose(handle) != 0;
-    }
-};
+    return InternetCloseHandle(handle) != 0;
+}
 
-using FindHandle = Handle<HANDLE, FindHandleTraits>;
-
-struct InternetHandleTraits
+inline bool CloseKey(HKEY key)
 {
-    static HINTERNET Invalid()
-    {
-        return nullptr;
-    }
-    static bool Close(HINTERNET handle)
-    {
-        return InternetCloseHandle(handle) != 0;
-    }
-};
+    return RegCloseKey(key) == ERROR_SUCCESS;
+}
 
-using InternetHandle = Handle<HINTERNET, InternetHandleTraits>;
-
-struct RegistryKeyTraits
-{
-    static HKEY Invalid()
-    {
-        return nullptr;
-    }
-    static bool Close(HKEY key)
-    {
-        return RegCloseKey(key) == ERROR_SUCCESS;
-    }
-};
-
-using RegistryKey = Handle<HKEY, RegistryKeyTraits>;
+// Of files and finds none is INVALID_HANDLE_VALUE, of all else a null pointer.
+using OsHandle = Handle<HANDLE, CloseObject, -1>;
+using EventHandle = Handle<HANDLE, CloseObject>;
+using FindHandle = Handle<HANDLE, CloseFind, -1>;
+using InternetHandle = Handle<HINTERNET, CloseInternet>;
+using RegistryKey = Handle<HKEY, CloseKey>;
 
 } // namespace tarnwell

@@ -13,20 +13,13 @@ namespace tarnwell
 namespace
 {
 
-struct ExtendedCopyTraits
+bool CloseLibrary(HMODULE library)
 {
-    static HMODULE Invalid()
-    {
-        return nullptr;
-    }
-    static bool Close(HMODULE library)
-    {
-        ReleaseExtendedCopy(library);
-        return true;
-    }
-};
+    ReleaseExtendedCopy(library);
+    return true;
+}
 
-using ExtendedCopyLibrary = Handle<HMODULE, ExtendedCopyTraits>;
+using ExtendedCopyLibrary = Handle<HMODULE, CloseLibrary>;
 
 // Preset to yes, unlike copies through streams (copystreams.cpp), on purpose: a host that doesn't
 // write the value goes on here and cancels there.
