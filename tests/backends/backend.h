@@ -49,6 +49,11 @@ public:
     virtual CredentialsAnswer Credentials() const;
 };
 
+template <class Data> std::unique_ptr<BackendData> MakeData()
+{
+    return std::make_unique<Data>();
+}
+
 // An address that a file system refuses, and how its message begins.
 struct RefusedAddress
 {
@@ -116,6 +121,8 @@ struct Backend
     bool history = true;
     // Whether descriptions begin with the number of the change.
     bool changesInDescriptions = false;
+    // Whether the name of an item shows the revision in its address.
+    bool revisionsInNames = false;
     WorkingCopy workingCopy = WorkingCopy::None;
     // How revisions name the author that the row's data has.
     std::u16string_view author = {};

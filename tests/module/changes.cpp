@@ -148,13 +148,6 @@ TEST_F(Changes, AReadOnlyFileIsNotDeleted)
     EXPECT_EQ(ReadBytes(path), "content");
 }
 
-TEST_F(Changes, FailuresNameTheInterface)
-{
-    const auto error = Delete(NewFile(folder / u"missing").As<IFileSystemItem>(), false).error;
-    ASSERT_TRUE(error);
-    EXPECT_TRUE(error->interfaceId == IID_IFileSystemItem);
-}
-
 } // namespace
 
 } // namespace tarnwell::test

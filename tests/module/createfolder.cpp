@@ -102,13 +102,6 @@ TEST_F(FolderCreation, ARootIsThereAlready)
     EXPECT_THAT(Create(u"", true), Succeeded()) << "nothing is left to make";
 }
 
-TEST_F(FolderCreation, TheFailureNamesTheInterface)
-{
-    const auto error = Create(MakeDirectory(u"sub"), false).error;
-    ASSERT_TRUE(error);
-    EXPECT_TRUE(error->interfaceId == IID_IFolder);
-}
-
 } // namespace
 
 } // namespace tarnwell::test

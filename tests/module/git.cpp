@@ -152,23 +152,5 @@ TEST_F(Git, VariablesOfTheHostDoNotReachTheClient)
     }
 }
 
-TEST_F(Git, ItemsTellTheirNamesWithAndWithoutTheRevision)
-{
-    const auto file = File(u"git:///r/sub/a.txt#12");
-    const auto item = file.As<IFileSystemItem>();
-    const auto comparable = file.As<IFileSystemItemComparableUrl>();
-    Bstr name, parent, path, comparableName, url;
-    item->GetName(name.Out());
-    item->GetParentPath(parent.Out());
-    item->GetPath(path.Out());
-    comparable->GetComparableName(comparableName.Out());
-    comparable->GetComparableUrl(url.Out());
-    EXPECT_EQ(name.View(), u"a.txt#12");
-    EXPECT_EQ(parent.View(), u"git:///r/sub");
-    EXPECT_EQ(path.View(), u"git:///r/sub/a.txt#12");
-    EXPECT_EQ(comparableName.View(), u"a.txt");
-    EXPECT_EQ(url.View(), u"git:///r/sub/a.txt");
-}
-
 } // namespace
 } // namespace tarnwell::test

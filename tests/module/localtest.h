@@ -1,104 +1,33 @@
 // The local file system of the finished module, in a temporary folder.
 #pragma once
 
-#include "module/outcome.h"
-#include "support/fakehost.h"
-#include "support/tempfolder.h"
-
-#include "loader.h"
-
-#include <gmock/gmock.h>
-
-#include <string>
-#include <vector>
+#include "module/systemtest.h"
 
 namespace tarnwell::test
 {
 
-inline constexpr std::uint32_t readAccess = 0x80000000;
-inline constexpr std::uint32_t writeAccess = 0x40000000;
-
-// Dispositions of IFile::Open.
-inline constexpr std::uint32_t createNew = 1;
-inline constexpr std::uint32_t createAlways = 2;
-inline constexpr std::uint32_t openExisting = 3;
-inline constexpr std::uint32_t openAlways = 4;
-inline constexpr std::uint32_t truncateExisting = 5;
-
-inline constexpr std::uint32_t readOnlyAttribute = 1;
-inline constexpr std::uint32_t folderAttribute = 16;
-
-inline const std::u16string
-    separator(1, static_cast<char16_t>(std::filesystem::path::preferred_separator));
-
-// The module beside the test program, loaded at the first call.
-const host::Module& TheModule();
-
-// A path or name as the module takes it.
-const OLECHAR* Ole(const std::u16string& text);
-
-// What the getters of an item say.
-struct Facts
-{
-    std::u16string path;
-    std::u16string name;
-    std::u16string parent;
-    std::uint32_t attributes = 0;
-    std::uint64_t size = 0; // of files
-    std::uint64_t time = 0;
-
-    friend bool operator==(const Facts&, const Facts&) = default;
-};
-
-Facts FactsOf(const ComPtr<IFileSystemItem>& item);
-
-template <class I> Facts FactsOf(const ComPtr<I>& item)
-{
-    return FactsOf(item.template As<IFileSystemItem>());
-}
-
-// All entries of a snapshot, in its order.
-std::vector<ComPtr<IFileSystemItem>> ItemsOf(const ComPtr<IFolderContents>& contents);
-std::vector<std::u16string> NamesOf(const ComPtr<IFolderContents>& contents);
-
-// The rest of a stream.
-std::string ReadAll(const ComPtr<IFileStream>& stream);
-HRESULT Write(const ComPtr<IFileStream>& stream, std::string_view bytes);
-
-// Sets the current folder for as long as it lives.
-class CurrentFolder
-{
-public:
-    explicit CurrentFolder(const std::filesystem::path& path)
-    {
-        std::filesystem::current_path(path);
-    }
-    CurrentFolder(const CurrentFolder&) = delete;
-    CurrentFolder& operator=(const CurrentFolder&) = delete;
-    ~CurrentFolder()
-    {
-        std::filesystem::current_path(before_);
-    }
-
-private:
-    std::filesystem::path before_ = std::filesystem::current_path();
-};
-
-class LocalTest : public testing::Test
+class LocalTest : public SystemTest
 {
 protected:
     LocalTest();
-    // Everything that is made here must be gone by then: the host object is let go of.
-    ~LocalTest() override;
 
     // The item of a path, which must be there.
     ComPtr<IFile> File(const std::u16string& path);
     ComPtr<IFolder> Folder(const std::u16string& path);
     // The same where it needn't be.
-    ComPtr<IFile> NewFile(const std::u16string& path);
-    ComPtr<IFolder> NewFolder(const std::u16string& path);
+    ComPtr<IFile> NewFile(const std::u16string& path)
+    {
+        return SystemTest::File(path);
+    }
+    ComPtr<IFolder> NewFolder(const std::u16string& path)
+    {
+        return SystemTest::Folder(path);
+    }
 
-    ComPtr<IFolderContents> List(const std::u16string& path);
+    ComPtr<IFolderContents> List(const std::u16string& path)
+    {
+        return Contents(path);
+    }
     ComPtr<IFileStream> Open(const std::u16string& path, std::uint32_t access = readAccess,
                              std::uint32_t disposition = openExisting);
 
@@ -112,8 +41,7 @@ protected:
     static bool Exists(const std::u16string& path);
 
     TempFolder folder;
-    ComPtr<FakeHost> host = FakeHost::Make();
-    ComPtr<IFileSystem> system;
+    const ComPtr<FakeHost>& host = host_;
 };
 
 } // namespace tarnwell::test

@@ -17,30 +17,6 @@ class Lookup : public LocalTest
 {
 };
 
-TEST_F(Lookup, AFileIsFoundByItsPath)
-{
-    const std::u16string path = Put(u"a.txt", "12345");
-    const Facts facts = FactsOf(File(path));
-    EXPECT_EQ(facts.path, path);
-    EXPECT_EQ(facts.name, u"a.txt");
-    EXPECT_EQ(facts.parent, folder.Text());
-    EXPECT_EQ(facts.size, 5U);
-    EXPECT_EQ(facts.attributes & folderAttribute, 0U);
-    EXPECT_NE(facts.attributes, 0U);
-    EXPECT_NE(facts.time, 0U);
-}
-
-TEST_F(Lookup, AFolderIsFoundByItsPath)
-{
-    const std::u16string path = MakeDirectory(u"sub");
-    const Facts facts = FactsOf(Folder(path));
-    EXPECT_EQ(facts.path, path);
-    EXPECT_EQ(facts.name, u"sub");
-    EXPECT_EQ(facts.parent, folder.Text());
-    EXPECT_EQ(facts.attributes & folderAttribute, folderAttribute);
-    EXPECT_NE(facts.time, 0U);
-}
-
 TEST_F(Lookup, ASlashSeparatesEverywhere)
 {
     Put(u"a.txt");
@@ -67,13 +43,6 @@ TEST_F(Lookup, NamesStandInFailuresAsTheyAre)
         const std::u16string path = folder / name;
         EXPECT_THAT(GetFile(path), Failed(Win32Status(2), FailedToOpen(path)));
     }
-}
-
-TEST_F(Lookup, TheFailureNamesTheInterface)
-{
-    const auto error = GetFile(folder / u"missing").error;
-    ASSERT_TRUE(error);
-    EXPECT_TRUE(error->interfaceId == IID_IFileSystem);
 }
 
 TEST_F(Lookup, AnyValueButZeroMeansThatItMustExist)

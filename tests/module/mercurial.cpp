@@ -160,12 +160,5 @@ TEST_F(Mercurial, ANegativeNumberIsARevision)
     EXPECT_EQ(Content(Address(u"a.txt", "-2")), "1");
 }
 
-TEST_F(Mercurial, ItemsTellTheirNamesWithTheRevision)
-{
-    Bstr name;
-    EXPECT_EQ(File(Address(u"a.txt", "12")).As<IFileSystemItem>()->GetName(name.Out()), S_OK);
-    EXPECT_EQ(name.View(), u"a.txt#12");
-}
-
 } // namespace
 } // namespace tarnwell::test

@@ -137,13 +137,6 @@ TEST_F(Opening, AReadOnlyFileIsNotWritten)
     EXPECT_EQ(ReadBytes(path), "content");
 }
 
-TEST_F(Opening, TheFailureNamesTheInterface)
-{
-    const auto error = TryOpen(folder / u"missing", readAccess, openExisting).error;
-    ASSERT_TRUE(error);
-    EXPECT_TRUE(error->interfaceId == IID_IFile);
-}
-
 TEST_F(Opening, TheItemGoesOnTellingItsOldFacts)
 {
     const auto file = NewFile(folder / u"new.txt");

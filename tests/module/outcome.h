@@ -70,4 +70,10 @@ MATCHER_P(FailedSomehow, message, "")
            arg.error->text.starts_with(std::u16string(message) + u" ");
 }
 
+// Failed, and named this interface.
+MATCHER_P(NamesInterface, id, "")
+{
+    return arg.status < 0 && arg.error && arg.error->interfaceId == id;
+}
+
 } // namespace tarnwell::test

@@ -7,20 +7,8 @@ namespace tarnwell::test
 namespace
 {
 
-// Failed, and named this interface.
-MATCHER_P(NamesInterface, id, "")
-{
-    return arg.status < 0 && arg.error && arg.error->interfaceId == id;
-}
-
 class Reporters : public LocalTest
 {
-protected:
-    Outcome Create(const std::u16string& path, VARIANT_BOOL recursive)
-    {
-        const auto item = NewFolder(path);
-        return OutcomeOf([&] { return item->Create(recursive); });
-    }
 };
 
 TEST_F(Reporters, OfAFolderThatWouldReplaceAFile)

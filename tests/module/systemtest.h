@@ -1,8 +1,11 @@
 // One file system of the finished module, asked as a host asks it.
 #pragma once
 
-#include "module/localtest.h"
+#include "module/objects.h"
 #include "support/components.h"
+#include "support/fakehost.h"
+
+#include <gmock/gmock.h>
 
 #include <string>
 #include <vector>

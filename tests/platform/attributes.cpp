@@ -1,5 +1,5 @@
 // The attributes of files and folders.
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Copying files.
 #include "platform/copied.h"
 #include "platform/extendedcopy.h"
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 #include "support/wine.h"
 

@@ -1,5 +1,5 @@
 // Removing files and making folders.
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Reading, writing, seeking, cutting off.
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 #include "support/wine.h"
 

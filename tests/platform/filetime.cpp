@@ -1,6 +1,6 @@
 // The times of a file.
 #include "platform/filetime.h"
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Listing folders.
 #include "platform/listing.h"
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 #include "support/wine.h"
 

@@ -3,8 +3,8 @@
 
 #include "frame/handle.h"
 #include "platform/listing.h"
-#include "platform/opened.h"
 #include "platform/wide.h"
+#include "support/opened.h"
 
 #include <optional>
 #include <string>

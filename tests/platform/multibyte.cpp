@@ -1,5 +1,5 @@
 // UTF-8 from programs, well-formed or not.
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/wine.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // CreateFileW and CloseHandle.
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

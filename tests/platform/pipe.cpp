@@ -1,6 +1,6 @@
 // Pipes within the process.
 #include "platform/childrun.h"
-#include "platform/opened.h"
+#include "support/opened.h"
 
 #include <gtest/gtest.h>
 

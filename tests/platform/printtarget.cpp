@@ -1,8 +1,8 @@
 // The file that a client writes by its name.
 #include "platform/printtarget.h"
 #include "platform/clients.h"
-#include "platform/opened.h"
 #include "support/environmentvalue.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // CreateProcessW and what becomes of what it starts.
 #include "platform/childrun.h"
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gmock/gmock.h>

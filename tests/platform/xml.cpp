@@ -1,8 +1,7 @@
 // Reading XML: what every platform's parser has to make of the same bytes.
 #include "platform/xml.h"
-#include "platform/opened.h"
 #include "support/components.h"
-#include "support/tempfolder.h"
+#include "support/opened.h"
 #include "support/wine.h"
 
 #include <gmock/gmock.h>
@@ -21,10 +20,7 @@ class Xml : public testing::Test
 protected:
     HRESULT Load(std::string_view bytes)
     {
-        const std::u16string path = folder_ / u"document.xml";
-        WriteBytes(path, bytes);
-        const OsHandle file = OpenedForReading(path);
-        return LoadXml(file.Get(), document_);
+        return LoadXml(OpenedWith(folder_, bytes).Get(), document_);
     }
 
     // What a question gets for these bytes; "(none)" where there is nothing, for whatever reason.
@@ -123,9 +119,7 @@ TEST_F(Xml, NodesOutliveTheHolderOfTheDocument)
 
 TEST_F(Xml, ReadingBeginsWhereTheFileStands)
 {
-    const std::u16string path = folder_ / u"document.xml";
-    WriteBytes(path, "12345<a b='c'/>");
-    const OsHandle file = OpenedForReading(path);
+    const OsHandle file = OpenedWith(folder_, "12345<a b='c'/>");
     SetFilePointer(file.Get(), 5, nullptr, FILE_BEGIN);
     ASSERT_EQ(LoadXml(file.Get(), document_), S_OK);
     EXPECT_THAT(TextsOf("//a", "./@b"), ElementsAre(u"c"));

@@ -1,9 +1,8 @@
 // What is XML and what isn't: each platform's parser is given the same documents, and has to make
 // the same of each.
-#include "platform/opened.h"
 #include "platform/xml.h"
 #include "support/components.h"
-#include "support/tempfolder.h"
+#include "support/opened.h"
 #include "support/wine.h"
 
 #include <gmock/gmock.h>
@@ -68,14 +67,8 @@ protected:
 private:
     bool IsTaken(std::string_view bytes)
     {
-        const std::u16string path = folder_ / u"document.xml";
-        WriteBytes(path, bytes);
-        const OsHandle file = OpenedForReading(path);
         XmlNode document;
-        static const XmlPath question("//@b");
-        std::u16string text;
-        return SUCCEEDED(LoadXml(file.Get(), document)) &&
-               ReadXmlText(document, question, text) == S_OK;
+        return LoadXml(OpenedWith(folder_, bytes).Get(), document) == S_OK;
     }
 
     const Components components_;

@@ -2,11 +2,11 @@
 // module's inside.
 #pragma once
 
-#include "frame/exception.h"
 #include "runner/bufferedreader.h"
 #include "runner/client.h"
 #include "runner/outputfile.h"
 #include "support/childprogram.h"
+#include "support/thrown.h"
 
 #include <gtest/gtest.h>
 
@@ -50,26 +50,6 @@ inline std::u16string Printed(const OsHandle& output)
 {
     EXPECT_TRUE(Rewind(output));
     return BufferedReader(output.Get(), Decoding::Utf8).ReadAll();
-}
-
-struct Thrown
-{
-    HRESULT status;
-    std::u16string text;
-};
-
-template <class F> Thrown ThrownBy(F&& call)
-{
-    try
-    {
-        std::forward<F>(call)();
-    }
-    catch (const ComException& exception)
-    {
-        return {static_cast<HRESULT>(exception.code), exception.message};
-    }
-    ADD_FAILURE() << "nothing was thrown";
-    return {};
 }
 
 } // namespace tarnwell::test

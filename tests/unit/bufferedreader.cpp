@@ -1,8 +1,6 @@
 // Reading the output of clients by lines and whole.
 #include "runner/bufferedreader.h"
-#include "frame/handle.h"
-#include "platform/wide.h"
-#include "support/tempfolder.h"
+#include "support/opened.h"
 
 #include <gtest/gtest.h>
 
@@ -16,11 +14,8 @@ class Reading : public testing::Test
 protected:
     HANDLE Containing(std::string_view bytes)
     {
-        const std::u16string path = folder_ / u"output";
         file_.Close(); // an open file isn't written everywhere
-        WriteBytes(path, bytes);
-        file_ = OsHandle(CreateFileW(Wide(path), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        file_ = OpenedWith(folder_, bytes);
         return file_.Get();
     }
 

@@ -12,13 +12,6 @@ namespace
 class FileSystems : public FakeBackendTest
 {
 protected:
-    std::u16string Combined(const char16_t* base, const char16_t* relative)
-    {
-        Bstr result;
-        EXPECT_EQ(system->CombinePath(Wide(base), Wide(relative), result.Out()), S_OK);
-        EXPECT_TRUE(result);
-        return std::u16string(result.View());
-    }
     std::uint32_t Mask(std::uint32_t kind, ::IUnknown* other = nullptr)
     {
         std::uint32_t mask = 0;
@@ -39,14 +32,6 @@ TEST_F(FileSystems, HoldTheLastHostThatTheyWereGiven)
     EXPECT_EQ(other->References(), 2U);
     EXPECT_EQ(init->SetHost(nullptr), S_OK);
     EXPECT_EQ(other->References(), 1U);
-}
-
-TEST_F(FileSystems, OfferTheSameForFilesAndFolders)
-{
-    EXPECT_EQ(Mask(0), 5U);
-    EXPECT_EQ(Mask(1), 5U);
-    EXPECT_EQ(Mask(2), 65535U);
-    EXPECT_EQ(Mask(0xFFFFFFFF), 65535U);
 }
 
 TEST_F(FileSystems, HoldTheOtherOneWhileTheyAreAsked)
@@ -72,19 +57,6 @@ TEST_F(FileSystems, OfferEverythingWhereTheyCannotTell)
     EXPECT_EQ(mask, 65535U);
 }
 
-TEST_F(FileSystems, JoinAddressesAsText)
-{
-    EXPECT_EQ(Combined(u"x", u"/a"), u"x/a");
-    EXPECT_EQ(Combined(u"x", u"//a"), u"x//a") << "one separator is dropped";
-    EXPECT_EQ(Combined(u"x/", u"a"), u"x/a");
-    EXPECT_EQ(Combined(u"x//", u"/a"), u"x//a");
-    EXPECT_EQ(Combined(u"x\\", u"\\a"), u"x\\/\\a");
-    EXPECT_EQ(Combined(u"ftp://host", u"a"), u"ftp://host/a");
-    EXPECT_EQ(Combined(u"", u""), u"/");
-    EXPECT_EQ(Combined(nullptr, nullptr), u"/");
-    EXPECT_EQ(Combined(u"no address\n", u"a"), u"no address\n/a") << "nothing is parsed";
-}
-
 TEST_F(FileSystems, TakeNoPathForAnEmptyOne)
 {
     ComPtr<IFile> file;
@@ -93,20 +65,6 @@ TEST_F(FileSystems, TakeNoPathForAnEmptyOne)
     ComPtr<IFolder> folder;
     ASSERT_EQ(system->GetFolder(nullptr, VARIANT_FALSE, folder.Out()), S_OK);
     EXPECT_EQ(TextOf(folder, &IFileSystemItem::GetPath), u"");
-}
-
-TEST_F(FileSystems, OfferNoChanges)
-{
-    EXPECT_THAT(OutcomeOf([&] { return system->CopyItem(Wide(u"a"), Wide(u"b"), nullptr); }),
-                FailedBare(E_NOTIMPL));
-    EXPECT_THAT(OutcomeOf([&] { return system->DeleteItems(nullptr, VARIANT_TRUE, VARIANT_TRUE); }),
-                FailedBare(E_NOTIMPL));
-    auto path = reinterpret_cast<BSTR>(1);
-    EXPECT_THAT(OutcomeOf([&] { return system->CreateTempFile(Wide(u"a"), &path); }),
-                FailedBare(E_NOTIMPL));
-    EXPECT_EQ(path, nullptr);
-    EXPECT_THAT(OutcomeOf([&] { return system->CreateTempFile(Wide(u"a"), nullptr); }),
-                FailedBare(E_NOTIMPL));
 }
 
 TEST_F(FileSystems, WithoutMemoryMakeNoItem)

@@ -3,8 +3,6 @@
 
 #include "frame/messages.h"
 
-#include <limits>
-
 namespace tarnwell::test
 {
 namespace
@@ -16,56 +14,6 @@ const FSItem folderEntry{u"ftp://host/b", 1, 2, true, false, 0};
 class FolderContents : public FakeBackendTest
 {
 };
-
-TEST_F(FolderContents, AnEntryIsAFileOrAFolder)
-{
-    const auto contents = Contents({fileEntry, folderEntry});
-    EXPECT_EQ(Got<std::uint32_t>(contents, &IFolderContents::GetCount), 2U);
-    ComPtr<IFileSystemItem> item;
-    ASSERT_EQ(contents->GetItem(0, item.Out()), S_OK);
-    EXPECT_TRUE(item.As<IFile>());
-    EXPECT_FALSE(item.As<IFolder>());
-    ASSERT_EQ(contents->GetItem(1, item.Out()), S_OK);
-    EXPECT_TRUE(item.As<IFolder>());
-    EXPECT_FALSE(item.As<IFile>());
-    EXPECT_EQ(TextOf(item, &IFileSystemItem::GetPath), u"ftp://host/b");
-}
-
-TEST_F(FolderContents, EachCallMakesAnItemOfItsOwn)
-{
-    auto contents = Contents({fileEntry});
-    ComPtr<IFileSystemItem> first;
-    ComPtr<IFileSystemItem> second;
-    ASSERT_EQ(contents->GetItem(0, first.Out()), S_OK);
-    ASSERT_EQ(contents->GetItem(0, second.Out()), S_OK);
-    EXPECT_NE(first.Get(), second.Get());
-    contents.Reset();
-    EXPECT_EQ(TextOf(first, &IFileSystemItem::GetName), u"a");
-}
-
-// There is no message for it, so that the position in the source stands alone.
-TEST_F(FolderContents, AnIndexPastTheEndOrBelowZeroIsRefused)
-{
-    const auto contents = Contents({fileEntry, folderEntry});
-    for (const std::int32_t index : {-1, 2, 3, std::numeric_limits<std::int32_t>::min(),
-                                     std::numeric_limits<std::int32_t>::max()})
-    {
-        auto* item = reinterpret_cast<IFileSystemItem*>(1);
-        EXPECT_THAT(OutcomeOf([&] { return contents->GetItem(index, &item); }),
-                    Published(E_INVALIDARG, IID_IFolderContents, u" [interfaceimpl@N]"))
-            << index;
-        EXPECT_EQ(item, nullptr);
-    }
-}
-
-TEST_F(FolderContents, OfNothingHaveNoItem)
-{
-    const auto contents = Contents({});
-    EXPECT_EQ(Got<std::uint32_t>(contents, &IFolderContents::GetCount), 0U);
-    ComPtr<IFileSystemItem> item;
-    EXPECT_THAT(OutcomeOf([&] { return contents->GetItem(0, item.Out()); }),
-                Published(E_INVALIDARG, IID_IFolderContents, u" [interfaceimpl@N]"));
-}
 
 TEST_F(FolderContents, WithoutMemoryForAnItemSayIt)
 {

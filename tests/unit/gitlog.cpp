@@ -1,8 +1,6 @@
 // What is made of the log that the Git client prints.
-#include "frame/handle.h"
 #include "git/gitparser.h"
-#include "platform/wide.h"
-#include "support/tempfolder.h"
+#include "support/opened.h"
 
 #include <gtest/gtest.h>
 
@@ -16,11 +14,7 @@ class GitLog : public testing::Test
 protected:
     std::vector<RevisionRecord> Read(std::string_view output) const
     {
-        const std::u16string path = folder_ / u"log";
-        WriteBytes(path, output);
-        const OsHandle file(CreateFileW(Wide(path), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                        OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-        return ReadGitLog(u"/r/a.txt", file.Get());
+        return ReadGitLog(u"/r/a.txt", OpenedWith(folder_, output).Get());
     }
 
     const TempFolder folder_;

@@ -1,8 +1,8 @@
 // Addresses of files in Git working copies, and the search for their repository.
 #include "git/gituri.h"
-#include "frame/exception.h"
 #include "git/gitcommands.h"
 #include "support/tempfolder.h"
+#include "support/thrown.h"
 
 #include <gtest/gtest.h>
 
@@ -70,17 +70,10 @@ TEST(GitUri, ALineEndIsNoPartOfOne)
     for (const char16_t* text :
          {u"git:///a\nb", u"git:///a\r", u"git:///\u2028", u"git://\u2029", u"git:/a", u"git", u""})
     {
-        try
-        {
-            const GITUri uri(text);
-            ADD_FAILURE() << "accepted";
-        }
-        catch (const ComException& exception)
-        {
-            EXPECT_EQ(static_cast<HRESULT>(exception.code), E_INVALIDARG);
-            EXPECT_EQ(exception.message, u"Can't parse the URI \"" + std::u16string(text) + u"\".");
-            EXPECT_EQ(exception.line, 159U);
-        }
+        const Thrown thrown = ThrownBy([&] { GITUri{text}; });
+        EXPECT_EQ(thrown.status, E_INVALIDARG);
+        EXPECT_EQ(thrown.text, u"Can't parse the URI \"" + std::u16string(text) + u"\".");
+        EXPECT_EQ(thrown.line, 159U);
     }
 }
 
@@ -89,17 +82,10 @@ TEST(GitUri, OtherSchemesAreRefused)
     for (const char16_t* text : {u"GIT://x", u"Git://x", u"hg://x", u"gitx://x", u"gi://x",
                                  u"git ://x", u" git://x", u"git\n://x", u"hg:///git://x"})
     {
-        try
-        {
-            const GITUri uri(text);
-            ADD_FAILURE() << "accepted";
-        }
-        catch (const ComException& exception)
-        {
-            EXPECT_EQ(static_cast<HRESULT>(exception.code), E_INVALIDARG);
-            EXPECT_EQ(exception.message, u"Invalid Git URI \"" + std::u16string(text) + u"\".");
-            EXPECT_EQ(std::u16string(exception.file), u"gitobjects");
-        }
+        const Thrown thrown = ThrownBy([&] { GITUri{text}; });
+        EXPECT_EQ(thrown.status, E_INVALIDARG);
+        EXPECT_EQ(thrown.text, u"Invalid Git URI \"" + std::u16string(text) + u"\".");
+        EXPECT_EQ(thrown.source, u"gitobjects");
     }
     EXPECT_THROW(GITUri(u"no address"), ComException);
 }

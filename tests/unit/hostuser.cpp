@@ -2,6 +2,7 @@
 #include "frame/hostuser.h"
 #include "frame/exception.h"
 #include "support/fakehost.h"
+#include "support/thrown.h"
 
 #include <gmock/gmock.h>
 
@@ -83,18 +84,11 @@ TEST_F(HostUse, ASuccessOtherThanZeroCountsAsAnswer)
 
 void ExpectRefused(const User& user, const Credentials& given)
 {
-    try
-    {
-        user.ResolveCredentials(given, serverCredentials);
-        ADD_FAILURE() << "nothing was thrown";
-    }
-    catch (const ComException& exception)
-    {
-        EXPECT_EQ(exception.code, static_cast<std::uint32_t>(E_ACCESSDENIED));
-        EXPECT_TRUE(exception.message.starts_with(
-            u"User name and password credentials might be required to access the server."));
-        EXPECT_EQ(std::u16string(exception.file), u"misc");
-    }
+    const Thrown thrown = ThrownBy([&] { user.ResolveCredentials(given, serverCredentials); });
+    EXPECT_EQ(thrown.status, E_ACCESSDENIED);
+    EXPECT_TRUE(thrown.text.starts_with(
+        u"User name and password credentials might be required to access the server."));
+    EXPECT_EQ(thrown.source, u"misc");
 }
 
 TEST_F(HostUse, AFailureIsReportedToTheHostAndThrown)

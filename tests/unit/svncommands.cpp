@@ -4,6 +4,7 @@
 #include "subversion/svnuri.h"
 #include "support/errorinfo.h"
 #include "support/fakehost.h"
+#include "support/thrown.h"
 #include "unit/matchcount.h"
 
 #include <gmock/gmock.h>
@@ -114,16 +115,9 @@ TEST_F(SvnCommands, APasswordMayStandAlone)
 TEST_F(SvnCommands, AHostThatRefusesEndsIt)
 {
     host_->credentials.status = E_FAIL;
-    try
-    {
-        Line(SvnListArguments, u"svn://host/r");
-        ADD_FAILURE() << "went on";
-    }
-    catch (const ComException& exception)
-    {
-        EXPECT_EQ(static_cast<HRESULT>(exception.code), E_ACCESSDENIED);
-        EXPECT_TRUE(exception.message.starts_with(u"User name and password credentials might be"));
-    }
+    const Thrown thrown = ThrownBy([&] { Line(SvnListArguments, u"svn://host/r"); });
+    EXPECT_EQ(thrown.status, E_ACCESSDENIED);
+    EXPECT_TRUE(thrown.text.starts_with(u"User name and password credentials might be"));
     EXPECT_THAT(host_->Calls(),
                 ElementsAre(u"GetCredentials|0|host|", u"ReportMissingCredentials|0|host|"));
 }

@@ -162,23 +162,6 @@ TEST_F(UriItems, AnAddressThatIsNoneTellsItsTextAndNothingElse)
                 Published(E_INVALIDARG, IID_IFileSystemItemComparableUrl, refusal));
 }
 
-TEST_F(UriItems, ChangesAreNotOffered)
-{
-    const auto folder = Folder(u"ftp://host/a");
-    const auto item = folder.As<IFileSystemItem>();
-    EXPECT_THAT(OutcomeOf([&] { return item->SetAttributes(128); }), FailedBare(E_NOTIMPL));
-    EXPECT_THAT(OutcomeOf([&] { return item->Delete(VARIANT_TRUE, VARIANT_TRUE); }),
-                FailedBare(E_NOTIMPL));
-    EXPECT_THAT(OutcomeOf([&] { return folder->Create(VARIANT_TRUE); }), FailedBare(E_NOTIMPL));
-    EXPECT_THAT(OutcomeOf([&] {
-                    return File(u"ftp://host/a")
-                        .As<IFileSystemItem>()
-                        ->Delete(VARIANT_FALSE, VARIANT_FALSE);
-                }),
-                FailedBare(E_NOTIMPL));
-    EXPECT_EQ(Server().lookups, 0);
-}
-
 TEST_F(UriItems, HoldTheHostThatTheirFileSystemHad)
 {
     const auto file = File(u"ftp://host/a");

@@ -43,7 +43,7 @@ const Backend localBackend{
     .name = "Local",
     .systemClass = CLSID_Win32FileSystem,
     .family = Family::Local,
-    .makeData = []() -> std::unique_ptr<BackendData> { return std::make_unique<LocalData>(); },
+    .makeData = MakeData<LocalData>,
     .names = {u"with blank.txt", u" leading blank", u"100%1 %n %0", u"a;b,c'd&e=(f)[g]{h}",
               u"#1@2!3~4`5^6$7+8-9_0", u"dots.in.name", u"\u00E9t\u00E9.txt",
               u"\u65E5\u672C\u8A9E.txt", u"\U0001F600.txt", u"\U00020BB7\U0001F468\u200D\U0001F469",

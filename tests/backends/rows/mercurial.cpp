@@ -1,5 +1,4 @@
-#include "backends/backend.h"
-#include "support/clients.h"
+#include "backends/rows/workingcopy.h"
 #include "support/mercurialrepository.h"
 
 #include <tarnwell/classes.h>
@@ -12,14 +11,11 @@ namespace
 
 const std::string authorOfMercurial = "J\xC3\xB6rg <j&k>";
 
-class MercurialData final : public BackendData
+class MercurialData final : public WorkingCopyData<MercurialRepository>
 {
 public:
-    std::u16string Address(std::u16string_view name, const std::u16string& revision) const override
-    {
-        const std::u16string path = u"hg://" + (repository_ / name);
-        return revision.empty() ? path : path + u"#" + revision;
-    }
+    MercurialData() : WorkingCopyData(u"hg://") {}
+
     std::u16string Put(std::u16string_view name, std::string_view bytes,
                        const std::string& description) override
     {
@@ -35,34 +31,24 @@ public:
         }
         repository_.Hg("commit -q -A -u Ann -m many");
     }
-    std::filesystem::path OnDisk(std::u16string_view name) const override
-    {
-        return repository_ / name;
-    }
-
-private:
-    const MercurialRepository repository_;
 };
 
 } // namespace
 
-const Backend mercurialBackend{
+const Backend mercurialBackend = WorkingCopyRow({
     .name = "Mercurial",
     .systemClass = CLSID_HGFileSystem,
-    .makeData = []() -> std::unique_ptr<BackendData> { return std::make_unique<MercurialData>(); },
-    .whyNot = WhyNoClients,
+    .makeData = MakeData<MercurialData>,
     .names = {u"a b.txt", u"\u00e4\u65e5\u672c.txt", u"sub dir/d\u00e9ep/x.txt", u"50%.txt",
               u"a&b'c;d+e.txt"},
     .refused = {{u"HG://x", u"Invalid Mercurial URI \"HG://x\"."},
                 {u"git://x", u"Invalid Mercurial URI \"git://x\"."},
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
-    .folders = false,
-    .workingCopy = WorkingCopy::Description,
     .author = u"J\u00f6rg <j&k>",
     .source = u"hgobjects",
     .client = "hg",
     .clientMissing = u"Can't find the Mercurial command line utility (hg.exe). Please check that "
                      u"the Mercurial client is correctly installed.",
-};
+});
 
 } // namespace tarnwell::test

@@ -56,7 +56,7 @@ private:
 const Backend perforceBackend{
     .name = "Perforce",
     .systemClass = CLSID_P4FileSystem,
-    .makeData = []() -> std::unique_ptr<BackendData> { return std::make_unique<PerforceData>(); },
+    .makeData = MakeData<PerforceData>,
     // Marks of revisions, "%" and "*" are encoded by the client.
     .names = {u"a b.txt", u"a%40b%23c%25%2Ad.txt", u"a&b'c;d+e.txt", u"a\"b.txt", u"-h", u"=,!?"},
     .refused = {{u"P4:////x", u"Invalid Perforce URI \"P4:////x\". [p4objects@"},
@@ -66,6 +66,7 @@ const Backend perforceBackend{
     .missingFoldersFail = false,
     .revisionsInListing = true,
     .changesInDescriptions = true,
+    .revisionsInNames = true,
     .workingCopy = WorkingCopy::Id,
     .author = u"ann@ws",
     .openIntoNothing = OpenIntoNothing::Succeeds,

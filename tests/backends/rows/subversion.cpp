@@ -50,7 +50,7 @@ private:
 const Backend subversionBackend{
     .name = "Subversion",
     .systemClass = CLSID_SVNFileSystem,
-    .makeData = []() -> std::unique_ptr<BackendData> { return std::make_unique<SubversionData>(); },
+    .makeData = MakeData<SubversionData>,
     .whyNot = WhyNoClients,
     .names = {u"a b.txt", u"a#b.txt", u"50%.txt", u"p+q.txt", u"a&b.txt", u"a'b.txt",
               u"\u00e4\u65e5.txt", u"\U0001F600.txt", u"a;b?.txt", u"a\"b.txt"},

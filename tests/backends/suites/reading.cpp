@@ -45,7 +45,7 @@ TEST_P(Reading, ItemsTellTheirNames)
 
 TEST_P(Reading, WhatIsMissingDoesNotOpen)
 {
-    EXPECT_TRUE(FailedOpen(Address(u"none.txt")).error);
+    EXPECT_THAT(FailedOpen(Address(u"none.txt")), NamesInterface(IID_IFile));
 }
 
 TEST_P(Reading, StreamsOfOneFileDoNotTouchEachOther)
@@ -91,7 +91,10 @@ TEST_P(ReadingFacts, OfAFolder)
 {
     const Facts facts = FactsOf(Folder(Address(u"sub")));
     EXPECT_EQ(facts.name, u"sub");
+    EXPECT_EQ(facts.path, Address(u"sub"));
+    EXPECT_TRUE(!IsLocal() || facts.parent == Address({}));
     EXPECT_EQ(facts.attributes & folderAttribute, folderAttribute);
+    EXPECT_GT(facts.time, 133000000000000000U);
 }
 
 TEST_P(ReadingFacts, WhatMustExistIsLookedFor)
@@ -109,10 +112,7 @@ TEST_P(ReadingFacts, WhatMustExistIsLookedFor)
     EXPECT_THAT(getFile(u"text.txt"), Succeeded());
     EXPECT_THAT(getFolder(u"sub"), Succeeded());
     for (const Outcome& outcome : {getFile(u"none"), getFolder(u"none")})
-    {
-        EXPECT_LT(outcome.status, 0);
-        EXPECT_TRUE(outcome.error);
-    }
+        EXPECT_THAT(outcome, NamesInterface(IID_IFileSystem));
     for (const Outcome& outcome : {getFile(u"sub"), getFolder(u"text.txt")})
     {
         EXPECT_EQ(outcome.status, Win32Status(2));
@@ -127,17 +127,22 @@ class ReadingAddresses : public BackendTest
 {
 };
 
-TEST_P(ReadingAddresses, ComparableTextsLeaveTheRevisionOut)
+TEST_P(ReadingAddresses, TheRevisionIsNotCompared)
 {
     const std::u16string latest = Address(u"text.txt");
     const std::u16string first = Address(u"text.txt", TheSample().firstRevision);
     EXPECT_NE(latest, first);
     for (const std::u16string& address : {latest, first})
     {
-        const auto item = File(address).As<IFileSystemItemComparableUrl>();
-        Bstr name, url;
-        EXPECT_EQ(item->GetComparableName(name.Out()), S_OK);
-        EXPECT_EQ(item->GetComparableUrl(url.Out()), S_OK);
+        const auto file = File(address);
+        const auto comparable = file.As<IFileSystemItemComparableUrl>();
+        Bstr shown, name, url;
+        EXPECT_EQ(file.As<IFileSystemItem>()->GetName(shown.Out()), S_OK);
+        EXPECT_EQ(comparable->GetComparableName(name.Out()), S_OK);
+        EXPECT_EQ(comparable->GetComparableUrl(url.Out()), S_OK);
+        EXPECT_EQ(shown.View(), Row().revisionsInNames
+                                    ? address.substr(latest.size() - std::size(u"text.txt") + 1)
+                                    : u"text.txt");
         EXPECT_EQ(name.View(), u"text.txt");
         EXPECT_EQ(url.View(), latest);
     }

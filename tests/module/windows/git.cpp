@@ -117,25 +117,6 @@ TEST_F(Git, AStreamsFileIsThereWhileItIsOpen)
     EXPECT_THAT(names, ElementsAre(StartsWith("vrl")));
 }
 
-TEST_F(Git, NamesAreFoundByBackslashesAndParentsAreNot)
-{
-    const auto file = File(u"git://C:\\r\\sub\\a.txt#12");
-    const auto item = file.As<IFileSystemItem>();
-    const auto comparable = file.As<IFileSystemItemComparableUrl>();
-    Bstr name;
-    Bstr parent;
-    Bstr comparableName;
-    Bstr url;
-    item->GetName(name.Out());
-    item->GetParentPath(parent.Out());
-    comparable->GetComparableName(comparableName.Out());
-    comparable->GetComparableUrl(url.Out());
-    EXPECT_EQ(name.View(), u"a.txt#12");
-    EXPECT_EQ(parent.View(), u"git://");
-    EXPECT_EQ(comparableName.View(), u"a.txt");
-    EXPECT_EQ(url.View(), u"git://C:\\r\\sub\\a.txt");
-}
-
 } // namespace
 
 } // namespace tarnwell::test

@@ -1,8 +1,8 @@
 // Symbolic links, with and without a target.
 #include "platform/filetime.h"
 #include "platform/listing.h"
-#include "platform/opened.h"
 #include "platform/shelldelete.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Names as bytes, and what means something elsewhere.
 #include "platform/listing.h"
-#include "platform/opened.h"
 #include "platform/shelldelete.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <tarnwell/text.h>

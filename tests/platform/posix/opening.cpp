@@ -1,8 +1,8 @@
 // Descriptors, pipes and full disks.
-#include "platform/opened.h"
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/files/filehandle.h"
 #include "platform/posix/systemcalls.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

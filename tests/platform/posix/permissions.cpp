@@ -1,8 +1,8 @@
 // Permission bits: what they forbid, and what the operations set.
 #include "platform/listing.h"
-#include "platform/opened.h"
 #include "platform/posix/unprivileged.h"
 #include "platform/shelldelete.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Pipes as only Linux has them.
 #include "platform/childrun.h"
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 // PATH.
 #include "platform/printtarget.h"
 #include "platform/clients.h"
-#include "platform/opened.h"
 #include "support/environmentvalue.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

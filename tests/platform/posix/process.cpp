@@ -1,6 +1,6 @@
 // Processes as only Linux has them: bytes, descriptors, signals, and hosts that are odd about them.
 #include "platform/childrun.h"
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gmock/gmock.h>

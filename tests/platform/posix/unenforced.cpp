@@ -1,5 +1,5 @@
 // What the platform's callers may ask for and this system has no notion of: nothing is refused.
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Entries that go while their folder is listed.
 #include "platform/listing.h"
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Pipes and terminals: whom opening one doesn't make wait, and whom reading does.
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/posix/child.h"
 #include "support/tempfolder.h"
 

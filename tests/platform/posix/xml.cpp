@@ -1,7 +1,6 @@
 // What the XML library is asked for beyond the promises of every platform.
 #include "platform/xml.h"
-#include "platform/opened.h"
-#include "support/tempfolder.h"
+#include "support/opened.h"
 
 #include <gtest/gtest.h>
 
@@ -13,10 +12,8 @@ namespace
 std::u16string TextOf(std::string_view bytes)
 {
     const TempFolder folder;
-    WriteBytes(folder / u"document.xml", bytes);
-    const OsHandle file = OpenedForReading(folder / u"document.xml");
     XmlNode document;
-    EXPECT_EQ(LoadXml(file.Get(), document), S_OK);
+    EXPECT_EQ(LoadXml(OpenedWith(folder, bytes).Get(), document), S_OK);
     const XmlPath path("//a/text()");
     std::u16string text;
     EXPECT_EQ(ReadXmlText(document, path, text), S_OK);

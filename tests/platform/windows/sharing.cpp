@@ -1,5 +1,5 @@
 // Sharing is enforced here, unlike elsewhere.
-#include "platform/opened.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // What the system's XML parser does otherwise than the library elsewhere.
 #include "platform/xml.h"
-#include "platform/opened.h"
 #include "support/components.h"
+#include "support/opened.h"
 #include "support/tempfolder.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,9 @@
-// Files opened the short way.
+// Files opened the short way. For tests of the module's inside.
 #pragma once
 
 #include "frame/handle.h"
 #include "platform/wide.h"
+#include "support/tempfolder.h"
 
 namespace tarnwell::test
 {
@@ -19,6 +20,14 @@ inline OsHandle Opened(const std::u16string& path, DWORD access, DWORD dispositi
 inline OsHandle OpenedForReading(const std::u16string& path)
 {
     return Opened(path, GENERIC_READ, OPEN_EXISTING);
+}
+
+// A file with these bytes, made in `folder`.
+inline OsHandle OpenedWith(const TempFolder& folder, std::string_view bytes)
+{
+    const std::u16string path = folder / u"opened";
+    WriteBytes(path, bytes);
+    return OpenedForReading(path);
 }
 
 // The error of an opening that must fail; ERROR_SUCCESS if it doesn't.

@@ -1,0 +1,43 @@
+// The rows of file systems whose addresses name files of a working copy.
+#pragma once
+
+#include "backends/backend.h"
+#include "support/clients.h"
+
+namespace tarnwell::test
+{
+
+// `R` is a repository whose files lie at `R / name`.
+template <class R> class WorkingCopyData : public BackendData
+{
+public:
+    std::u16string Address(std::u16string_view name, const std::u16string& revision) const override
+    {
+        const std::u16string address = scheme_ + (repository_ / name);
+        return revision.empty() ? address : address + u"#" + revision;
+    }
+    std::filesystem::path OnDisk(std::u16string_view name) const override
+    {
+        return repository_ / name;
+    }
+
+protected:
+    explicit WorkingCopyData(std::u16string scheme) : scheme_(std::move(scheme)) {}
+
+    const R repository_;
+
+private:
+    const std::u16string scheme_; // with what stands in front of the path
+};
+
+// The row, with what those of all working copies have alike.
+inline Backend WorkingCopyRow(Backend row)
+{
+    row.whyNot = WhyNoClients;
+    row.folders = false;
+    row.revisionsInNames = true;
+    row.workingCopy = WorkingCopy::Description;
+    return row;
+}
+
+} // namespace tarnwell::test
