@@ -92,9 +92,12 @@ TEST_P(ReadingFacts, OfAFolder)
     const Facts facts = FactsOf(Folder(Address(u"sub")));
     EXPECT_EQ(facts.name, u"sub");
     EXPECT_EQ(facts.path, Address(u"sub"));
-    EXPECT_TRUE(!IsLocal() || facts.parent == Address({}));
     EXPECT_EQ(facts.attributes & folderAttribute, folderAttribute);
-    EXPECT_GT(facts.time, 133000000000000000U);
+    if (IsLocal())
+    {
+        EXPECT_EQ(facts.parent, Address({}));
+        EXPECT_NE(facts.time, 0U);
+    }
 }
 
 TEST_P(ReadingFacts, WhatMustExistIsLookedFor)
