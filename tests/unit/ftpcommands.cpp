@@ -278,6 +278,16 @@ TEST_F(FtpCommands, WhatIsThereOfAPathIsNoFailure)
                   u"550 Create directory operation failed.");
     internet.Fail("FtpCreateDirectoryW", ERROR_ALREADY_EXISTS);
     EXPECT_FALSE(Creating(u"ftp://u:p@h:21/a/b", true));
+    for (const char16_t* const reply : {u"521 Taken.", u"521-Taken\r\n521 by a folder.",
+                                        u"550-a\r\n550 exists", u"550 a: File exists"})
+    {
+        internet.ForgetCalls();
+        internet.Fail("FtpFindFirstFileW", ERROR_FILE_NOT_FOUND);
+        internet.Fail("FtpCreateDirectoryW", ERROR_INTERNET_EXTENDED_ERROR, reply);
+        EXPECT_FALSE(Creating(u"ftp://u:p@h:21/x/" + std::u16string(reply, 3), true));
+        EXPECT_EQ(internet.Calls(u"create").size(), 2U) << "it goes on";
+        internet.folders.erase(u"x/" + std::u16string(reply, 3));
+    }
 }
 
 TEST_F(FtpCommands, OtherRefusalsOfAPieceEndIt)
@@ -287,6 +297,8 @@ TEST_F(FtpCommands, OtherRefusalsOfAPieceEndIt)
         Creating(u"ftp://u:p@h:21/a/b/c", true),
         Threw(extendedStatus, u"Failed to create a folder at \"a\".\n\n550 Already Exists"));
     EXPECT_THAT(Asked(), ElementsAre(u"find a/b/c", u"create a"));
+    internet.Fail("FtpCreateDirectoryW", ERROR_INTERNET_EXTENDED_ERROR, u"5210 521");
+    EXPECT_TRUE(Creating(u"ftp://u:p@h:21/a/b/c", true));
 }
 
 TEST_F(FtpCommands, APathThatExistsIsAFailure)

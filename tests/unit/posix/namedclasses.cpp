@@ -1,19 +1,21 @@
 // Which class a failure names: that of the object which was called. The linker puts a function
 // before the one that looks the class's name up, since no class has a name here.
+#include "unit/posix/namedclasses.h"
+
 #include "git/gitobjects.h"
 #include "platform/wide.h"
 #include "unit/fakebackendtest.h"
 
-namespace
+namespace tarnwell::test
 {
 
 thread_local GUID named;
 
-} // namespace
+}
 
 extern "C" HRESULT __wrap_ProgIDFromCLSID(REFCLSID classId, LPOLESTR* progId)
 {
-    named = classId;
+    tarnwell::test::named = classId;
     *progId = nullptr;
     return REGDB_E_CLASSNOTREG;
 }
@@ -26,13 +28,6 @@ namespace
 class NamedClasses : public FakeBackendTest
 {
 protected:
-    // Whether `call` fails and names this class.
-    template <class Call> static bool Names(const GUID& classId, Call&& call)
-    {
-        named = {};
-        return std::forward<Call>(call)() < 0 && named == classId;
-    }
-
     Bstr text;
 };
 
