@@ -26,6 +26,32 @@ TEST(Ftp, AFileGoesUpAndComesBack)
     EXPECT_EQ(server.Logins(), 1);
 }
 
+// Smaller ones than come at once over the connection, and larger.
+TEST(Ftp, AFileIsReadInPiecesOfAnySize)
+{
+    ScriptedFtpServer server;
+    std::string bytes(3'000'000, '\0');
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(i * 7 + i / 251);
+    server.WriteFile("/a.bin", bytes);
+    const FtpClient client(server.Port());
+    const InternetHandle file = client.Open(u"a.bin", GENERIC_READ);
+    ASSERT_TRUE(file) << GetLastError();
+    constexpr DWORD sizes[] = {1, 1000, 16384, 70001, 0, 300000};
+    std::vector<char> buffer(300000);
+    std::string read;
+    DWORD count = 1;
+    for (std::size_t i = 0; read.size() < bytes.size() && i < bytes.size(); ++i)
+    {
+        ASSERT_TRUE(InternetReadFile(file.Get(), buffer.data(), sizes[i % 6], &count));
+        ASSERT_LE(count, sizes[i % 6]);
+        read.append(buffer.data(), count);
+    }
+    EXPECT_TRUE(read == bytes) << "in " << read.size() << " bytes";
+    ASSERT_TRUE(InternetReadFile(file.Get(), buffer.data(), 1, &count));
+    EXPECT_EQ(count, 0U);
+}
+
 TEST(Ftp, AFolderIsListed)
 {
     ScriptedFtpServer server;

@@ -186,12 +186,19 @@ DWORD FtpConnection::Read(std::span<char> buffer, std::size_t& read)
     const std::size_t kept = std::min(rest_.size() - restBegin_, buffer.size());
     std::copy_n(rest_.data() + restBegin_, kept, buffer.data());
     restBegin_ += kept;
+    if (restBegin_ == rest_.size())
+    {
+        rest_.clear();
+        restBegin_ = 0;
+    }
     room_ = buffer.subspan(kept);
     DWORD code = 0;
     if (!room_.empty())
     {
+        isReading_ = true;
         Resume();
         code = DriveUntil([this] { return room_.empty(); });
+        isReading_ = false;
     }
     read = code == 0 ? buffer.size() - room_.size() : 0;
     room_ = {};

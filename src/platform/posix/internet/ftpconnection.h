@@ -173,9 +173,10 @@ private:
 
     Transfer transfer_ = Transfer::None;
     ListingReader* listing_ = nullptr;
+    bool isReading_ = false;
     // Of the caller's buffer, what is still empty.
     std::span<char> room_;
-    // Of a piece that didn't fit into it, from `restBegin_` on.
+    // Of a piece, what didn't fit into it, from `restBegin_` on.
     std::string rest_;
     std::size_t restBegin_ = 0;
     // Of the caller's bytes, what hasn't gone yet.

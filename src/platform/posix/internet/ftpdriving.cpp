@@ -338,7 +338,9 @@ std::size_t FtpConnection::TakeData(std::string_view bytes)
         givenUp_ = ERROR_NOT_ENOUGH_MEMORY;
         return 0;
     }
-    if (room_.empty() && !bytes.empty())
+    // Nothing is taken before somebody reads. Then a piece is taken to its end, as the library
+    // copies what it keeps at each resumption.
+    if (!isReading_ || rest_.size() >= std::size_t{pieceSize})
     {
         isPaused_ = true;
         return CURL_WRITEFUNC_PAUSE;
@@ -347,8 +349,7 @@ std::size_t FtpConnection::TakeData(std::string_view bytes)
     const std::size_t fitting = std::min(bytes.size(), room_.size());
     std::copy_n(bytes.data(), fitting, room_.data());
     room_ = room_.subspan(fitting);
-    rest_.assign(bytes.substr(fitting));
-    restBegin_ = 0;
+    rest_ += bytes.substr(fitting);
     return bytes.size();
 }
 

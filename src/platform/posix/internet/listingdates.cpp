@@ -17,25 +17,25 @@ struct MonthName
     int month;
 };
 
-// In lower case and without a full stop. English, German, French, Spanish, Italian, Portuguese,
-// Dutch, the Scandinavian languages, Polish, Czech and Russian; letters beyond ASCII as UTF-8 and,
-// where servers still write them so, as Latin-1.
+// In lower case and without a full stop. English first, which most servers write; German, French,
+// Spanish, Italian, Portuguese, Dutch, the Scandinavian languages, Polish, Czech and Russian;
+// letters beyond ASCII as UTF-8 and, where servers still write them so, as Latin-1.
 constexpr MonthName monthNames[] = {
-    {"jan", 1},     {"janv", 1},   {"ene", 1},  {"gen", 1},     {"sty", 1},     {"led", 1},
-    {"янв", 1},     {"feb", 2},    {"fev", 2},  {"févr", 2},    {"f\351vr", 2}, {"fév", 2},
-    {"f\351v", 2},  {"lut", 2},    {"úno", 2},  {"фев", 2},     {"mar", 3},     {"mars", 3},
-    {"mär", 3},     {"m\344r", 3}, {"mrt", 3},  {"mrz", 3},     {"märz", 3},    {"m\344rz", 3},
-    {"bře", 3},     {"мар", 3},    {"apr", 4},  {"avr", 4},     {"abr", 4},     {"avril", 4},
-    {"kwi", 4},     {"dub", 4},    {"апр", 4},  {"may", 5},     {"mai", 5},     {"mag", 5},
-    {"maj", 5},     {"mei", 5},    {"kvě", 5},  {"мая", 5},     {"май", 5},     {"jun", 6},
-    {"juin", 6},    {"giu", 6},    {"juni", 6}, {"cze", 6},     {"čvn", 6},     {"июн", 6},
-    {"jul", 7},     {"juil", 7},   {"lug", 7},  {"juli", 7},    {"lip", 7},     {"čvc", 7},
-    {"июл", 7},     {"aug", 8},    {"août", 8}, {"ao\373t", 8}, {"aou", 8},     {"ago", 8},
-    {"sie", 8},     {"srp", 8},    {"авг", 8},  {"sep", 9},     {"sept", 9},    {"set", 9},
-    {"wrz", 9},     {"zář", 9},    {"сен", 9},  {"oct", 10},    {"okt", 10},    {"ott", 10},
-    {"out", 10},    {"paź", 10},   {"říj", 10}, {"окт", 10},    {"nov", 11},    {"lis", 11},
-    {"ноя", 11},    {"dec", 12},   {"dez", 12}, {"dic", 12},    {"des", 12},    {"déc", 12},
-    {"d\351c", 12}, {"gru", 12},   {"pro", 12}, {"дек", 12},
+    {"jan", 1},     {"feb", 2},     {"mar", 3},     {"apr", 4},  {"may", 5},    {"jun", 6},
+    {"jul", 7},     {"aug", 8},     {"sep", 9},     {"oct", 10}, {"nov", 11},   {"dec", 12},
+    {"janv", 1},    {"ene", 1},     {"gen", 1},     {"sty", 1},  {"led", 1},    {"янв", 1},
+    {"fev", 2},     {"févr", 2},    {"f\351vr", 2}, {"fév", 2},  {"f\351v", 2}, {"lut", 2},
+    {"úno", 2},     {"фев", 2},     {"mars", 3},    {"mär", 3},  {"m\344r", 3}, {"mrt", 3},
+    {"mrz", 3},     {"märz", 3},    {"m\344rz", 3}, {"bře", 3},  {"мар", 3},    {"avr", 4},
+    {"abr", 4},     {"avril", 4},   {"kwi", 4},     {"dub", 4},  {"апр", 4},    {"mai", 5},
+    {"mag", 5},     {"maj", 5},     {"mei", 5},     {"kvě", 5},  {"мая", 5},    {"май", 5},
+    {"juin", 6},    {"giu", 6},     {"juni", 6},    {"cze", 6},  {"čvn", 6},    {"июн", 6},
+    {"juil", 7},    {"lug", 7},     {"juli", 7},    {"lip", 7},  {"čvc", 7},    {"июл", 7},
+    {"août", 8},    {"ao\373t", 8}, {"aou", 8},     {"ago", 8},  {"sie", 8},    {"srp", 8},
+    {"авг", 8},     {"sept", 9},    {"set", 9},     {"wrz", 9},  {"zář", 9},    {"сен", 9},
+    {"okt", 10},    {"ott", 10},    {"out", 10},    {"paź", 10}, {"říj", 10},   {"окт", 10},
+    {"lis", 11},    {"ноя", 11},    {"dez", 12},    {"dic", 12}, {"des", 12},   {"déc", 12},
+    {"d\351c", 12}, {"gru", 12},    {"pro", 12},    {"дек", 12},
 };
 
 // Behind the number of a month or a day, in the languages that write "1月 12日".
@@ -109,6 +109,9 @@ std::optional<int> MonthOf(std::string_view word)
         const std::optional<int> month = Number(digits, 2);
         return month && *month >= 1 && *month <= 12 ? month : std::nullopt;
     }
+    // Most words of a line are numbers, and no month's name begins as one.
+    if (word.empty() || (word[0] >= '0' && word[0] <= '9'))
+        return std::nullopt;
     if (word.ends_with('.'))
         word.remove_suffix(1);
     for (const MonthName& row : monthNames)

@@ -158,6 +158,12 @@ std::optional<Date> NumberedDate(std::string_view line, const Word& first, Momen
     return date;
 }
 
+std::optional<Date> DateAt(std::string_view line, const Word& first, Moment now)
+{
+    const std::optional<Date> date = NamedDate(line, first, now);
+    return date ? date : NumberedDate(line, first, now);
+}
+
 // ---- The size ----
 
 // The word in front of the date. Nothing if that is no size; a device has numbers in its place.
@@ -193,11 +199,9 @@ std::optional<ListedEntry> ParseUnixLine(std::string_view line, Moment now)
     Word before = WordAt(line, mode->end);
     for (Word word = WordAt(line, before.end); !word.text.empty(); word = WordAt(line, word.end))
     {
-        std::optional<Date> date = NamedDate(line, word, now);
-        if (!date)
-            date = NumberedDate(line, word, now);
         const std::optional<std::uint64_t> size = SizeOf(before.text, mode->kind);
-        if (date && size && date->end < line.size())
+        const std::optional<Date> date = size ? DateAt(line, word, now) : std::nullopt;
+        if (date && date->end < line.size())
         {
             const bool isLink = mode->kind == 'l';
             const std::string_view name = line.substr(date->end);
