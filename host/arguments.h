@@ -9,7 +9,7 @@
 namespace tarnwell::host
 {
 
-// A command line that can't be meant, found when it was read. The text is UTF-8.
+// A command line that makes no sense. The text is UTF-8.
 struct UsageError : std::runtime_error
 {
     using std::runtime_error::runtime_error;

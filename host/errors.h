@@ -19,8 +19,8 @@ struct Failure
 // For a call that left no text of its own, a plain one by its status.
 Failure TakeFailure(HRESULT status);
 
-// Runs one call and throws Failure if its status says so. The error information is cleared
-// first: a call that fails without a text would otherwise show the text of an earlier one.
+// Runs one call and throws Failure if its status says so. The error information is cleared first,
+// so that a call that fails without a text doesn't show the text of an earlier one.
 template <class F> void Call(F&& call)
 {
     ::SetErrorInfo(0, nullptr);

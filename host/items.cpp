@@ -37,7 +37,7 @@ ComPtr<IFileSystemItem> FindItem(const Place& place)
     {
         if (failure.status != notFound)
             throw;
-        // Not a file; if it isn't a folder either, the first failure tells it better.
+        // It isn't a file. If it isn't a folder either, the first failure tells more.
         ComPtr<IFolder> folder;
         if (FAILED(place.fileSystem->GetFolder(place.Text(), VARIANT_TRUE, folder.Out())))
             throw;

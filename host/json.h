@@ -8,9 +8,9 @@
 namespace tarnwell::host
 {
 
-// The quoted form of `text`. Control characters are escaped, also those that JSON lets stand, as a
-// terminal may obey them. Lone surrogates, as in the names of files that aren't valid text,
-// become \u escapes, so that the output is always valid UTF-8.
+// The quoted form of `text`. All control characters are escaped, even those that JSON allows, as a
+// terminal may obey them. Lone surrogates, which stand in names that aren't valid text, become \u
+// escapes, so that the output is always valid UTF-8.
 std::u16string JsonText(std::u16string_view text);
 
 // Members appear in the order in which they were added.

@@ -75,8 +75,8 @@ std::u16string Readable(const RevisionFacts& facts)
            u"\n" + Indented(text(facts.description)) + u"    " + Shown(text(facts.uri)) + u"\n";
 }
 
-// Local files have earlier versions by their drives, so a path from the present folder gets its
-// own.
+// Earlier versions of local files are found by their drive, so a relative path gets the present
+// one's.
 Place WholePlace(const Session& session)
 {
     Place place = Open(session, session.line.operands[0]);

@@ -35,8 +35,8 @@ bool IsThere(const Place& place)
     }
 }
 
-// The module doesn't tell a "no" from other failures: a list ends in success then, and a single
-// item in a failure of no cause. But there is something left.
+// The module doesn't tell a "no" from other outcomes: a list then succeeds, and a single item fails
+// without a cause. But something is left.
 void LookForTheLeft(const Place& place, const std::vector<std::u16string>& addresses)
 {
     std::vector<std::u16string> left;

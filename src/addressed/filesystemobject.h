@@ -19,9 +19,9 @@ namespace tarnwell
 // and nothing is parsed.
 std::u16string CombineAddresses(std::u16string base, std::u16string_view relative);
 
-// A backend derives from it and supplies the two operations that make items. Every file system of
-// addresses says that it leaves texts for `IFileSystemRevisions`, on purpose: also one that has no
-// revisions, and so doesn't answer to that interface.
+// A backend derives from it and supplies the two operations that make items. Deliberate: every file
+// system of addresses claims error information for `IFileSystemRevisions`, even one that has no
+// revisions and doesn't answer to that interface.
 class FileSystemObject : public IFileSystemInit,
                          public IFileSystem,
                          public ErrorInfoFor<IFileSystem, IFileSystemInit, IFileSystemRevisions>,

@@ -28,8 +28,8 @@ HRESULT FolderContentsObject::GetItem(std::int32_t index, IFileSystemItem** item
     });
 }
 
-// A negative index is past the end as well. There is no message for it: what is published is the
-// position in the source alone.
+// A negative index is past the end, too. No message exists for it: only the position in the source
+// is published.
 const FSItem& FolderContentsObject::EntryAt(std::uint32_t index) const
 {
     if (index >= items_.size())

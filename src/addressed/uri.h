@@ -31,8 +31,8 @@ struct UriParts
     std::u16string path; // without the "/" behind the host
 };
 
-// Where the addresses of a file system carry a revision: behind the last of certain characters,
-// which nothing tells from the same character in a name.
+// Where the addresses of a file system carry a revision: behind the last of these characters.
+// Nothing tells that one from the same character in a name.
 struct RevisionMarker
 {
     std::u16string_view characters = {}; // none: addresses have no revisions
@@ -75,7 +75,7 @@ public:
     // All parts for one match.
     UriParts GetParts() const;
 
-    // The address less its last "/" and what follows.
+    // The address without its last "/" and what follows it.
     std::shared_ptr<Uri> GetParent() const;
 
     // A new address of this object's class. A user without a host is dropped, and a password
@@ -96,10 +96,10 @@ public:
     std::u16string GetGroup(int index) const;
 
 protected:
-    // Whether the scheme is exactly this one. Where the text shows it plainly the pattern isn't
-    // asked, so that each address of a listing can be checked. It is only for classes whose pattern
-    // begins with a scheme and "://", ends in what takes anything, and must match the whole text:
-    // a search could find the scheme elsewhere in the text.
+    // Whether the scheme is exactly this one. The pattern isn't asked where the text shows it
+    // plainly, so each address of a listing can be checked. Only for classes whose pattern begins
+    // with a scheme and "://", takes anything at its end, and must match the whole text: a pattern
+    // that is searched could find its scheme elsewhere in the text.
     bool HasScheme(std::u16string_view scheme) const;
 
     // Which capture group of the pattern holds which part; `noGroup` for a part that the class's

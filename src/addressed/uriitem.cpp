@@ -92,15 +92,15 @@ HRESULT IUriFileSystemItemImpl::Delete(VARIANT_BOOL, VARIANT_BOOL)
     return E_NOTIMPL;
 }
 
-// Of the leaf and not of the name: that may lack the revision already, and would be cut twice.
+// The leaf is cut and not the name: a name may lack the revision already, and would be cut twice.
 HRESULT IUriFileSystemItemImpl::GetComparableName(BSTR* name)
 {
     return GiveText(classId_, IID_IFileSystemItemComparableUrl, name,
                     [&] { return addresses_.marker.Strip(Leaf()); });
 }
 
-// Of the whole text, on purpose: where users and revisions have one marker, an address with a user
-// and no revision ends at the user.
+// Deliberate: the whole text is cut. Where one character begins both a revision and the end of a
+// user, an address with a user and no revision ends at the user.
 HRESULT IUriFileSystemItemImpl::GetComparableUrl(BSTR* url)
 {
     return GiveText(classId_, IID_IFileSystemItemComparableUrl, url,

@@ -76,7 +76,7 @@ inline bool CloseKey(HKEY key)
     return RegCloseKey(key) == ERROR_SUCCESS;
 }
 
-// Of files and finds none is INVALID_HANDLE_VALUE, of all else a null pointer.
+// A file or a find that isn't there is INVALID_HANDLE_VALUE, anything else a null pointer.
 using OsHandle = Handle<HANDLE, CloseObject, -1>;
 using EventHandle = Handle<HANDLE, CloseObject>;
 using FindHandle = Handle<HANDLE, CloseFind, -1>;

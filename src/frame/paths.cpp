@@ -110,7 +110,8 @@ std::size_t FirstCreatableOffset(std::u16string_view path, const PathRules& rule
         return SkipSeparators(path, 0, path.size(), rules);
     if (SkipSeparators(path, 0, 2, rules) == 2)
     {
-        // A share, "\\server\share\". The extended form "\\?\C:\" is one too, as it happens.
+        // A share: "\\server\share\". The extended form "\\?\C:\" is read as one, too, with the
+        // right result.
         const std::size_t server = SkipName(path, 2, rules);
         const std::size_t share = SkipName(path, SkipSeparators(path, server, 1, rules), rules);
         return SkipSeparators(path, share, 1, rules);

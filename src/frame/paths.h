@@ -32,9 +32,9 @@ std::u16string_view ParentFolderOf(std::u16string_view path,
 std::u16string_view LeafNameOf(std::u16string_view path,
                                const PathRules& rules = platformPathRules);
 
-// `parent` (the text in front of a leaf) less the one separator at its end. What would mean
-// something else without its last character stays whole: a root, a drive's colon, a lone
-// separator.
+// `parent`, the text in front of a leaf, without the one separator at its end. A root, a drive's
+// colon and a lone separator stay whole: without their last character they would mean something
+// else.
 std::u16string_view DropLastSeparator(std::u16string_view parent,
                                       const PathRules& rules = platformPathRules);
 

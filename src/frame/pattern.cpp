@@ -11,9 +11,9 @@ namespace tarnwell
 namespace
 {
 
-// The engine is at its best with bytes, and no expression names a unit beyond ASCII: so each unit
-// becomes the byte that stands for it in every expression. The two line ends beyond ASCII become
-// one of those within, and all other units are alike.
+// The engine is fastest with bytes, and no expression names a unit beyond ASCII. So each unit
+// becomes a byte that every expression treats alike: the two line ends beyond ASCII become one
+// within, and all other units the same byte.
 char Fold(char16_t unit)
 {
     constexpr char other = '\x7F';

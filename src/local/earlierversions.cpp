@@ -16,7 +16,7 @@ namespace tarnwell
 namespace
 {
 
-// What a snapshot doesn't have doesn't open. A folder opens like a file.
+// An item that the snapshot lacks doesn't open. A folder opens like a file.
 OsHandle OpenVersion(const SnapshotEntry& entry)
 {
     return OsHandle(CreateFileW(Wide(entry.path), FILE_READ_ATTRIBUTES,

@@ -9,8 +9,8 @@
 namespace tarnwell
 {
 
-// Both views have a Read with the same arguments, where these types agree, and with another
-// contract. Each gets a name of its own here.
+// Both views have a Read with the same arguments (where these types agree) and another contract.
+// Each gets a name of its own here.
 class DataView : public ::ISequentialStream
 {
 public:

@@ -21,7 +21,7 @@ std::uint32_t Number(std::span<const std::byte> answer, std::size_t offset, std:
     return number;
 }
 
-// A byte that is left over is none of a name.
+// An odd byte at the end belongs to no name.
 std::u16string UnitsFrom(std::span<const std::byte> answer, std::size_t offset)
 {
     std::u16string units;

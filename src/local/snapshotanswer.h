@@ -14,10 +14,10 @@
 namespace tarnwell
 {
 
-// What has to be there to learn the size of the whole, in bytes.
+// How much of an answer, in bytes, tells the size of the whole.
 inline constexpr std::size_t snapshotAnswerStart = 16;
 
-// What the whole answer takes that begins with `start`, in bytes.
+// The size in bytes of the whole answer that begins with `start`.
 std::uint64_t SnapshotAnswerSize(std::span<const std::byte, snapshotAnswerStart> start);
 
 // The names in the answer, as many as it says, and no more than there are.

@@ -8,8 +8,7 @@
 namespace tarnwell
 {
 
-// Makes an empty file with a new name, `made`, in the folder of `path`. The status if there is
-// none, without a text.
+// Makes an empty file with a new name, `made`, in the folder of `path`. A failure has no text.
 HRESULT CreateFileBeside(const std::u16string& path, std::u16string& made);
 
 } // namespace tarnwell

@@ -1,5 +1,5 @@
-// What the command-line clients of the version-control systems are called, where one of them is
-// run, what they make of text, and whether they are there.
+// The command-line clients of the version-control systems: what they are called, where they run,
+// how they take and print text, what is in their environment, and whether they are there.
 #pragma once
 
 #include "platform/win32.h"

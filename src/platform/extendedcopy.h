@@ -12,9 +12,9 @@ using ExtendedCopy = decltype(&::CopyFileExW);
 
 extern "C"
 {
-    // Looks for it by its name. Null, with the last error set, if there is none. What `*library` is
-    // after it goes to ReleaseExtendedCopy, once the copy is no longer called; it is null if there
-    // is nothing to release.
+    // Looks for it by its name. Null, with the last error set, if there is none. `*library` goes to
+    // ReleaseExtendedCopy when the copy is no longer called; it is null if there is nothing to
+    // release.
     tarnwell::ExtendedCopy FindExtendedCopy(HMODULE* library);
     void ReleaseExtendedCopy(HMODULE library);
 }

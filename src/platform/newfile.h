@@ -15,9 +15,9 @@ bool MayTryAnotherName(DWORD error);
 
 extern "C"
 {
-    // Makes an empty file at `path`, where there must be none, which is to be written and then take
-    // the place of the one at `beside`: whoever may not open that may not open this. Leaves nothing
-    // behind on failure.
+    // Makes an empty file at `path`, where there must be none. It is to be written and then to take
+    // the place of the file at `beside`: whoever may not open that one may not open this one.
+    // Leaves nothing behind on failure.
     BOOL MakeFileBeside(const std::u16string& path, const std::u16string& beside);
 
     // An empty file in the folder for temporary ones (the current one, where there is none that

@@ -21,8 +21,7 @@ enum class Decoding
 // Empty if there are no bytes, or if the platform can't convert them.
 std::u16string Decode(std::string_view bytes, Decoding decoding);
 
-// What a line without any byte is to a reader of lines. (One of "\r\n" has a byte, and is always
-// a line.)
+// How a reader of lines takes a line without any byte. ("\r\n" has a byte, and is always a line.)
 enum class BareLineFeed
 {
     LooksLikeTheEnd, // so whoever loops on the answer stops at the first one, on purpose
@@ -49,8 +48,8 @@ public:
     void SkipAll();
 
 private:
-    // The bytes at hand, after a refill if there were none. Empty at the end of the input, which
-    // is also what an error looks like; nothing is read behind either.
+    // The bytes at hand, after a refill if there were none. Empty at the end of the input. An error
+    // looks the same, and nothing is read after either.
     std::string_view Available();
     void Consume(std::size_t count)
     {

@@ -38,7 +38,7 @@ Pipe MakePipe(const ClientRow& row, OsHandle Pipe::*parentEnd)
     return pipe;
 }
 
-// A client that was ended before it had printed all looks like one that had less to say.
+// A client that was ended before it had printed everything looks like one that had less to print.
 void ThrowIfCrashed(const ClientRow& row, HANDLE process)
 {
     const std::optional<std::u16string> words = CrashOf(process);

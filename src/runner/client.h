@@ -41,16 +41,16 @@ struct ClientOutcome
     std::u16string errors; // all of the error stream
 };
 
-// Returns when the client and the readers of its streams have ended. Throws only if it can't be
-// started, or ended otherwise than by its own choice, whatever it wrote before; and what
-// `readOutput` throws, or memory that is too short for the error text.
+// Returns when the client and the readers of its streams have ended. Throws if the client can't be
+// started, or if anything but the client itself ended it, whatever it wrote before. Throws what
+// `readOutput` throws, and if memory is too short for the error text.
 ClientOutcome RunClient(const ClientRow& row, const ClientCall& call);
 
 // Throws a message of the row's, for a platform call around the client that has failed.
 [[noreturn]] void ThrowClientFailure(const ClientRow& row, MessageId message, DWORD error);
 
-// Any text on the error stream is a failure, a warning included, and nothing else is: exit codes
-// are not looked at.
+// Any text on the error stream is a failure, even a warning. Nothing else is: the exit code isn't
+// looked at.
 void ThrowReportedErrors(const ClientRow& row, const std::u16string& address,
                          const std::u16string& errors);
 

@@ -24,7 +24,7 @@ void PipeReader::Wait()
 {
     if (!thread_)
         return;
-    // Where the system refuses to wait, the thread must not outlive what it works on all the same.
+    // Even where the system refuses to wait, the thread must not outlive what it works on.
     if (WaitForSingleObject(thread_.Get(), INFINITE) != WAIT_OBJECT_0)
         hasEnded_.wait(false);
     thread_.Close();

@@ -20,13 +20,13 @@ public:
     PipeReader(const PipeReader&) = delete;
     PipeReader& operator=(const PipeReader&) = delete;
 
-    // Starts the thread. It calls `read`, drops what that leaves, and closes the pipe; so does
-    // this if the system has no thread to give, and then nothing is read. Either way the client
-    // never waits for a reader that is gone.
+    // Starts the thread, which calls `read`, drops what that leaves, and closes the pipe. If the
+    // system has no thread to give, the pipe is closed at once and nothing is read. Either way the
+    // client never waits for a reader that is gone.
     void Start();
 
-    // Waits without a time limit for a thread that was started. What `read` has done is to be seen
-    // only after this.
+    // Waits without a time limit for a thread that was started. Only after this can the caller use
+    // what `read` has done.
     void Wait();
 
     // Throws what `read` has thrown.

@@ -72,8 +72,8 @@ std::shared_ptr<FSItem> ReadItem(const XmlNode& node, const ItemPaths& paths, bo
     return item;
 }
 
-// An address that begins as one of `others` in the form of this module. The rest have the same form
-// for the client and for this module.
+// The form that an address has in this module: with "svn" in front if it begins as one of `others`.
+// All other addresses look the same to the client.
 std::u16string OwnForm(std::u16string address, std::initializer_list<std::u16string_view> others)
 {
     if (std::any_of(others.begin(), others.end(),

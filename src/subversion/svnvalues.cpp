@@ -66,8 +66,8 @@ std::optional<DateNumbers> DateAtStart(std::u16string_view text)
     return numbers;
 }
 
-// A date can begin with any run of digits, and where a run's start doesn't match, its middle
-// doesn't either.
+// A date may begin at any run of digits. Where the start of a run doesn't match, its middle doesn't
+// either.
 std::optional<DateNumbers> FindDate(std::u16string_view text)
 {
     for (;;)

@@ -21,20 +21,20 @@ struct AddressRow
     bool hasNegativeRevisions;  // "-1" is one
 };
 
-// A "#" in the name of a folder does no harm in front of a revision, and an address without a
-// revision loses what follows it.
+// The last "#" begins the revision. So a "#" in a folder's name does no harm in front of a
+// revision, but an address without a revision loses what follows it.
 inline constexpr RevisionMarker workingCopyMarker{u"#"};
 
-// Throws `row.invalid` if the path or the revision would be an option to the client, which reads
-// them as arguments of their own: what begins with "-", but for a number where there are such
-// revisions.
+// The client reads the path and the revision as arguments of their own. Throws `row.invalid` if
+// either would be an option: if it begins with "-" and isn't a negative revision of a system that
+// has such revisions.
 void RefuseOptions(const AddressRow& row, const std::u16string& address, std::u16string_view path,
                    std::optional<std::u16string_view> revision);
 
 class WorkingCopyUri : public Uri
 {
 public:
-    // Each without the revision, but for display.
+    // All without the revision, except for display.
     std::shared_ptr<Uri> Clone() const final;
     std::shared_ptr<Uri> ForDisplay() const final;
     std::shared_ptr<Uri> ForComparison() const final;

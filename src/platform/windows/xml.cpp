@@ -30,7 +30,7 @@ XmlPath::~XmlPath() = default;
 namespace
 {
 
-// Not in the import libraries.
+// The import libraries lack it.
 constexpr CLSID documentClass{
     0x88D96A05, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
 constexpr IID documentInterface{

@@ -70,7 +70,7 @@ extern "C" BOOL LocalFileTimeToFileTime(const FILETIME* local, FILETIME* time)
         return 1;
     }
     const std::int64_t advance = LocalAdvance() * ticksPerSecond;
-    // Below 0 it wraps, and is past the last.
+    // Below 0 it wraps around, to past the last time.
     const std::uint64_t utc = ticks - static_cast<std::uint64_t>(advance);
     if (ticks > lastTicks || utc > lastTicks)
         return Fail(ERROR_INVALID_PARAMETER);

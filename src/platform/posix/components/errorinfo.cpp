@@ -116,8 +116,9 @@ private:
     std::uint32_t helpContext_ = 0;
 };
 
-// Where each thread keeps its object. Not in a thread_local with a destructor: the C library ends
-// the process where there is no memory to note one down, at a thread's first failure of all times.
+// Where each thread keeps its object. Not a thread_local with a destructor: at a thread's first
+// failure the C library would need memory to note the destructor, and ends the process if there is
+// none.
 class Place
 {
 public:
@@ -130,7 +131,7 @@ public:
     bool Exchange(ComPtr<IErrorInfo>& next) const
     {
         void* const old = isMade_ ? pthread_getspecific(key_) : nullptr;
-        // Nothing may need no room.
+        // Clearing what isn't set needs no room.
         if (old == nullptr && !next)
             return true;
         if (!isMade_ || pthread_setspecific(key_, next.Get()) != 0)

@@ -53,9 +53,8 @@ ssize_t ContentCopy::Some(std::size_t size)
         const ssize_t count = SomeInKernel(size);
         if (count > 0 || (count == 0 && done_ > 0))
             return count;
-        // Whether this is the end, or a failure, the plain way tells: not every file system has
-        // the other, and those that make up their files while they are read call all of them
-        // empty.
+        // Plain reading tells whether this is the end or a failure: some file systems can't copy
+        // inside the kernel, and those that make up files while they are read call them all empty.
         inKernel_ = false;
     }
     return SomeByHand(size);

@@ -98,7 +98,7 @@ DWORD ClearPlaceForLink(const Request& request, const struct stat& source)
         return ERROR_ACCESS_DENIED;
     if (request.Has(COPY_FILE_FAIL_IF_EXISTS))
         return ERROR_FILE_EXISTS;
-    // In the place of the file that it leads to, a link would be all that is left.
+    // If a link took the place of the file that it leads to, only the link would be left.
     struct stat end;
     if (stat(request.source.c_str(), &end) != 0)
     {

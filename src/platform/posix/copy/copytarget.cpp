@@ -46,7 +46,7 @@ DWORD CheckCopyTarget(const struct stat& source, const struct stat& target)
         return ERROR_SHARING_VIOLATION;
     if (!S_ISREG(target.st_mode))
         return ERROR_NOT_SUPPORTED;
-    // Also for root, to whom the system forbids nothing.
+    // Root is refused, too, though the system would let it.
     return (target.st_mode & anyWrite) == 0 ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
 }
 
@@ -57,8 +57,8 @@ CopyTarget::~CopyTarget()
         Remove(made);
 }
 
-// Through a link to what isn't there the system makes a file for whoever comes first, and doesn't
-// say for whom: so links are followed here.
+// Through a link to nothing the system would make a file for whoever comes first, and wouldn't tell
+// for whom. So links are followed here.
 DWORD CopyTarget::Open(const std::string& path, const struct stat& source, bool mustBeNew)
 {
     path_ = path;
@@ -115,14 +115,15 @@ DWORD CopyTarget::Begin(const struct stat& source)
 {
     if (isOurs_)
         return ERROR_SUCCESS;
-    // Whoever has put another file there keeps it, and may keep this one by another name.
+    // If somebody has put another file there, that file stays. This one may live on under another
+    // name.
     if (const DWORD error = CheckPlace(); error != ERROR_SUCCESS)
         return error;
     if (Restarted([&] { return ftruncate(file_.Get(), 0); }) != 0)
         return ErrorFromErrno(errno);
     isOurs_ = true;
-    // Ahead of the first byte. Not every file system keeps such bits, and of somebody else's file
-    // they can't be set; that doesn't keep the bytes from being copied.
+    // Before the first byte. Some file systems keep no such bits, and those of somebody else's file
+    // can't be set; the bytes are copied all the same.
     static_cast<void>(fchmod(file_.Get(), source.st_mode & permissionBits));
     return ERROR_SUCCESS;
 }
@@ -145,7 +146,7 @@ DWORD CopyTarget::Finish(const struct stat& source)
     return error;
 }
 
-// Behind all links, and only if it is still the file that was written.
+// At the end of all links, and only if it is still the file that was written.
 void CopyTarget::Remove(const struct stat& made) const
 {
     const std::unique_ptr<char, decltype(&std::free)> path(realpath(path_.c_str(), nullptr),

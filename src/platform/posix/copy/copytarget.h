@@ -21,9 +21,9 @@ public:
     // Whatever isn't finished goes.
     ~CopyTarget();
 
-    // Makes the file, or opens the one that is there, of which nothing is changed yet. All of these
-    // give ERROR_SUCCESS or an error code: ERROR_SHARING_VIOLATION if somebody has put another file
-    // in its place meanwhile, which then stays.
+    // Makes the file, or opens the one that is there and changes nothing in it yet. All of these
+    // give ERROR_SUCCESS or an error code. ERROR_SHARING_VIOLATION means that somebody has put
+    // another file in its place, which then stays.
     DWORD Open(const std::string& path, const struct stat& source, bool mustBeNew);
 
     // From now on it is a file without bytes. A new one has the source's permission bits as far as

@@ -53,7 +53,7 @@ std::optional<bool> AskByDialog(const std::string& question)
     for (const auto& argumentsFor : {ZenityArguments, KdialogArguments})
     {
         const ProgramEnd end = RunQuietly(argumentsFor(question));
-        // Where the host takes the exit code away from us, nobody is known to have said yes.
+        // If the host collects the exit code first, nobody is known to have said yes.
         if (end.number == 0)
             return end.exitCode == 0U;
     }

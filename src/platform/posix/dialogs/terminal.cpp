@@ -12,8 +12,7 @@ namespace tarnwell::posix
 namespace
 {
 
-// Up to the line's end, which the rest of the answer must not outlive: the next question would
-// take it.
+// Reads the whole line: what is left of an answer would answer the next question.
 std::string ReadLine(int descriptor)
 {
     std::string line;

@@ -6,8 +6,8 @@
 
 namespace
 {
-// errno is no place for it: the C library overwrites that one in calls that succeed. By this model
-// every thread has room for it from its start, and none is asked for at a thread's first failure.
+// errno can't hold it: the C library changes errno in calls that succeed. With this model every
+// thread has room for it from its start, so that a thread's first failure needs no memory.
 [[gnu::tls_model("initial-exec")]] thread_local DWORD lastError = ERROR_SUCCESS;
 } // namespace
 

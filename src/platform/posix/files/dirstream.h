@@ -1,4 +1,4 @@
-// An open folder, and the entries of it that are none.
+// An open folder, and its entries "." and "..".
 #pragma once
 
 #include <dirent.h>

@@ -54,7 +54,7 @@ bool SetName(WIN32_FIND_DATAW& record, std::string_view name)
 void SetFacts(WIN32_FIND_DATAW& record, const struct statx& entry, std::string_view leaf,
               bool isLink)
 {
-    // The size of a folder, or of a link's own text, is none to the platform.
+    // To the platform a folder has no size, and neither has a link's own text.
     const bool hasSize = !S_ISDIR(entry.stx_mode) && !S_ISLNK(entry.stx_mode);
     const std::uint64_t size = hasSize ? entry.stx_size : 0;
     record.dwFileAttributes = AttributesOf(entry.stx_mode, leaf, isLink);
@@ -160,7 +160,7 @@ BOOL BeginFolder(Find& find, const std::string& folder, WIN32_FIND_DATAW& record
 BOOL FindEntry(const std::string& path, WIN32_FIND_DATAW& record)
 {
     const std::string_view leaf = LeafOf(path);
-    // A root is an entry of nothing.
+    // A root is no folder's entry.
     if (leaf.empty())
         return Fail(ERROR_FILE_NOT_FOUND);
     if (const int number = ReadFacts(record, AT_FDCWD, path.c_str(), leaf, DT_UNKNOWN); number != 0)

@@ -1,4 +1,4 @@
-// Handles that are no files: the address of an object.
+// Handles that aren't files: each is the address of an object.
 #pragma once
 
 #include "platform/win32.h"
@@ -19,7 +19,7 @@ public:
     virtual int Wait() = 0;
 };
 
-// Null if `handle` is none of an object. Addresses are even; files' handles are odd.
+// Null if `handle` isn't an object's. Addresses are even; files' handles are odd.
 inline HandleObject* ObjectOf(HANDLE handle)
 {
     const bool isAddress = (reinterpret_cast<DWORD_PTR>(handle) & 1) == 0;

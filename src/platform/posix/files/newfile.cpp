@@ -71,7 +71,7 @@ bool GiveBits(int file, mode_t mode)
 BOOL MakeFile(const std::string& path, const std::optional<mode_t>& mode)
 {
     constexpr mode_t asTheUmaskSays = 0666;
-    // Until it has its bits it is open to nobody else.
+    // Until it has its bits, nobody else can open it.
     const FileDescriptor file =
         Open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL, mode ? ownersOnly & *mode : asTheUmaskSays);
     if (!file)
@@ -108,7 +108,7 @@ FileDescriptor OpenAndUnlink(const std::string& folder)
 
 FileDescriptor OpenWithoutName(const std::string& folder)
 {
-    // O_EXCL: nor does it ever get one.
+    // O_EXCL: the file can't be given a name later.
     FileDescriptor file = Open(folder.c_str(), O_TMPFILE | O_EXCL | O_RDWR, ownersOnly);
     const bool isUnknown = !file && (errno == EOPNOTSUPP || errno == EISDIR);
     return isUnknown ? OpenAndUnlink(folder) : std::move(file);

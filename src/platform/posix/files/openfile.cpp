@@ -61,13 +61,13 @@ int AccessFlags(const Request& request)
 int OpenFlags(const Request& request)
 {
     int flags = O_NONBLOCK | AccessFlags(request) | dispositionFlags[request.disposition];
-    // What goes away by itself is never found through a link that somebody put there.
+    // A file that deletes itself is never reached through a link that somebody put there.
     if (request.Has(FILE_FLAG_DELETE_ON_CLOSE))
         flags |= O_NOFOLLOW;
     return flags;
 }
 
-// What is opened by this flag is looked at: a folder's contents are listed by other means.
+// With this flag a file is only looked at: a folder's contents are listed by other means.
 bool IsLookup(const Request& request)
 {
     return request.Has(FILE_FLAG_BACKUP_SEMANTICS) && request.disposition == OPEN_EXISTING;
@@ -90,7 +90,7 @@ FileDescriptor OpenDanglingLink(const std::string& path, const Request& request)
     return link;
 }
 
-// Opens for reading what was looked at, and not what has its name by now.
+// Opens for reading the entry that was looked at, not the one that has its name by now.
 FileDescriptor Reopened(const FileDescriptor& seen, const std::string& path)
 {
     char same[32];
@@ -100,8 +100,8 @@ FileDescriptor Reopened(const FileDescriptor& seen, const std::string& path)
     return isHidden ? posix::Open(path.c_str(), O_RDONLY | O_NONBLOCK) : std::move(file);
 }
 
-// Whoever writes to a pipe, and a device, would notice that it was opened. What they tell without
-// that is all there is to know.
+// Opening a pipe or a device would be noticed at its other end. It is only looked at, which tells
+// all there is to know.
 FileDescriptor OpenToLook(const std::string& path)
 {
     FileDescriptor seen = posix::Open(path.c_str(), O_PATH);

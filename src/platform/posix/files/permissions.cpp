@@ -46,7 +46,7 @@ std::optional<std::vector<Entry>> EntriesIn(const std::vector<char>& list)
     return entries;
 }
 
-// Who is named may also be of the group, or else is one of the others.
+// A user who is named may also be in the group; otherwise they are one of the others.
 mode_t WithEntries(mode_t mode, const std::vector<Entry>& entries)
 {
     mode_t group = S_IRWXO;

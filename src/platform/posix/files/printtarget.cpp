@@ -49,7 +49,7 @@ BOOL MakeTarget(LPWSTR path)
     if (!file)
         return 0;
     std::string folder = file->substr(0, file->size() - targetLeaf.size());
-    // Behind this nothing asks for memory, so that no folder is left.
+    // From here on nothing needs memory, so that no folder is left behind.
     if (mkdtemp(folder.data()) == nullptr)
         return errno == ENOENT || errno == ENOTDIR ? Fail(ERROR_DIRECTORY) : FailWithErrno();
     std::copy(folder.begin(), folder.end(), file->begin());

@@ -27,8 +27,8 @@ locale_t MakeLocale(const std::string& language)
     const locale_t base = newlocale(LC_CTYPE_MASK, "C.UTF-8", locale_t{});
     if (base == locale_t{})
         return base;
-    // A language that isn't installed leaves the C library's own English. One that couldn't be read
-    // is one that isn't installed: the C library remembers that.
+    // A language that isn't installed leaves the C library's English. One that can't be read counts
+    // as not installed, and the C library remembers that.
     const locale_t wanted = newlocale(LC_MESSAGES_MASK, language.c_str(), base);
     return wanted == locale_t{} ? base : wanted;
 }
@@ -56,7 +56,7 @@ std::u16string ErrorText(int number)
     return words == nullptr ? std::u16string() : DecodeName(words);
 }
 
-// To make a locale, and to find its first text, takes a file: there is none where the failure to be
+// Making a locale, and finding its first text, opens a file, which fails where the failure to be
 // told is that too many are open. So both are done when the library is loaded.
 bool PrepareTexts() noexcept
 {

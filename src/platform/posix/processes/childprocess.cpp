@@ -30,7 +30,7 @@ ChildProcess::~ChildProcess()
 void ChildProcess::Started(pid_t id)
 {
     id_ = id;
-    // By its number, as some releases of the C library declare it for C only.
+    // By the system call's number: some releases of the C library declare the function for C only.
     process_ = FileDescriptor(static_cast<int>(syscall(SYS_pidfd_open, id, 0)));
 }
 
@@ -65,7 +65,8 @@ int ChildProcess::Collect(int options)
                           : waitid(P_PID, static_cast<id_t>(id_), &end, options);
     while (result != 0 && errno == EINTR);
 
-    // Where the host ignores or collects its children's ends, this one's is known by its absence.
+    // If the host ignores or collects its children's ends, this one has ended when it can't be
+    // found any more.
     const bool isTakenAway = result != 0 && errno == ECHILD;
     if (result != 0 && !isTakenAway)
         return errno;

@@ -17,7 +17,7 @@ public:
     ChildProcess() = default;
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
-    // Takes leave of an ended process. One that still runs stays the host's child.
+    // Collects a process that has ended. One that still runs stays the host's child.
     ~ChildProcess();
 
     void Started(pid_t id);
@@ -30,7 +30,7 @@ public:
     int Wait();
     // STILL_ACTIVE while it runs; nothing if the host took the code away.
     std::optional<DWORD> ExitCode();
-    // What ended it; 0 if nothing did but itself.
+    // The signal that ended it; 0 if it ended by itself.
     int EndingSignal();
 
 private:
@@ -39,7 +39,7 @@ private:
 
     std::mutex guard_;
     pid_t id_ = -1;
-    // A number can go to another process, this can't.
+    // The system may give the number to another process, but not this.
     FileDescriptor process_;
     bool isEnded_ = false;
     std::optional<DWORD> exitCode_;

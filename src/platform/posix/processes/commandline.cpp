@@ -12,8 +12,8 @@ bool IsBlank(char16_t unit)
     return blanks.find(unit) != std::u16string_view::npos;
 }
 
-// A program's name can hold no quote, so that every quote only opens or closes, and a backslash
-// is always one.
+// A program's name can't hold a quote: each quote only opens or closes, and a backslash is always
+// itself.
 std::u16string TakeProgram(std::u16string_view& rest)
 {
     std::u16string program;
@@ -55,8 +55,8 @@ std::u16string TakeArgument(std::u16string_view& rest)
             }
             continue;
         }
-        // Before a quote two backslashes stand for one, and one left over makes the quote a
-        // plain character. So does a quote before it within quotes.
+        // Before a quote, two backslashes stand for one; an odd one makes the quote a plain
+        // character. Inside quotes, so does another quote before it.
         argument.append(backslashes / 2, u'\\');
         const bool isDoubled = isQuoted && rest.substr(0, 2) == u"\"\"";
         if (backslashes % 2 != 0)

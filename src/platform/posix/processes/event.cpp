@@ -20,7 +20,7 @@ public:
         changed_.wait(lock, [&] { return isSet_; });
         return 0;
     }
-    // Tells the waiting with the lock held: one of them may take the event away at once.
+    // Wakes the waiters while the lock is held: one of them may delete the event at once.
     void Set()
     {
         const std::lock_guard lock(guard_);

@@ -32,7 +32,7 @@ NoPipeSignal::~NoPipeSignal()
         return;
     const int number = errno;
     const sigset_t set = PipeSignal();
-    // It is the thread's own, so that it is here by now if it comes at all.
+    // The signal is sent to this thread, so it has arrived by now if it comes at all.
     constexpr timespec atOnce = {};
     if (number == EPIPE)
         sigtimedwait(&set, nullptr, &atOnce);

@@ -12,7 +12,7 @@ namespace tarnwell::posix
 namespace
 {
 
-// As the C library has it for who has no PATH.
+// What the C library uses where there is no PATH.
 constexpr std::string_view usualFolders = "/bin:/usr/bin";
 
 bool CanBeRun(const std::string& file)

@@ -43,8 +43,8 @@ void SpawnSetup::SetSignals()
     Keep(posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
 }
 
-// In a host that has closed its own standard descriptors a given one may be any of these numbers;
-// the copies keep one from being overwritten before it is read.
+// A host may have closed its own standard descriptors, and then a given one can have any of these
+// numbers. The copies keep it from being overwritten before it is read.
 void SpawnSetup::SetDescriptors()
 {
     for (std::size_t i = 0; i < standard_.size(); ++i)

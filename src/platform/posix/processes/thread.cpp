@@ -32,7 +32,7 @@ void* RunTask(void* given) noexcept
 class ThreadHandle : public HandleObject
 {
 public:
-    // A thread whose handle goes runs on by itself.
+    // A thread runs on without its handle.
     ~ThreadHandle() override
     {
         if (isRunning_)
@@ -63,8 +63,8 @@ private:
     bool isRunning_ = false;
 };
 
-// While it lives, the calling thread and those that it makes are left alone by all signals but
-// those that tell of a fault of their own.
+// While it lives, the calling thread, and each thread that it makes, gets no signals but those for
+// a fault of its own.
 class SignalsBlocked
 {
 public:

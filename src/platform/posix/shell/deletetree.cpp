@@ -118,8 +118,8 @@ private:
                 levels_.back().removedSome = true;
             return 0;
         }
-        // Some file systems pass over entries when others are removed meanwhile: look again, as
-        // long as that helps.
+        // Some file systems skip entries when others are removed meanwhile: the folder is read
+        // again for as long as that helps.
         if (!level.removedSome)
             return errno;
         level.removedSome = false;
@@ -133,8 +133,8 @@ private:
         return depth == 1 ? parent_ : dirfd(levels_[depth - 2].stream.get());
     }
 
-    // Whoever moves a folder during the walk must not lead it out of the tree, so ".." has to be
-    // the folder that was entered.
+    // A folder that somebody moves during the walk must not lead it out of the tree. So ".." has to
+    // be the folder that was entered.
     int ReopenAbove()
     {
         const std::size_t depth = levels_.size();

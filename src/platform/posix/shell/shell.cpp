@@ -29,7 +29,7 @@ std::vector<std::u16string_view> TextsOf(LPCWSTR list)
     return texts;
 }
 
-// Nobody means a root, or the folder that they are in, or the one above.
+// A root, the current folder and the one above are never what somebody means to delete.
 bool IsRefused(std::string_view path)
 {
     const std::string_view leaf = LeafOf(path);
@@ -44,7 +44,7 @@ DWORD CheckItem(const std::string& path, WORD flags)
     const std::string item(WithoutTrailingSeparators(path));
     if (lstat(item.c_str(), &entry) != 0)
         return LookupError(item, errno);
-    // The trash would take it with all that is in it.
+    // The trash would take the folder with all that is in it.
     constexpr WORD emptyToTrash = FOF_ALLOWUNDO | FOF_NORECURSION;
     return (flags & emptyToTrash) == emptyToTrash ? CheckEmptyFolder(item) : ERROR_SUCCESS;
 }

@@ -19,8 +19,8 @@ namespace
 // Far below what the system takes as one program's arguments.
 constexpr std::size_t longestCommand = std::size_t{64} << 10;
 
-// Not with a separator at its end, by which a link would be the folder it leads to; and not to be
-// taken for a URI, as "a:b" would.
+// Without the separator at its end, which would make a link the folder that it leads to; and in a
+// form that isn't taken for a URI, as "a:b" would be.
 std::string ArgumentFor(std::string_view path)
 {
     const std::string plain(WithoutTrailingSeparators(path));
@@ -40,7 +40,7 @@ DWORD Run(const std::vector<std::string>& items)
     const ProgramEnd end = RunQuietly(std::move(arguments));
     if (end.number != 0)
         return end.number == ENOENT ? ERROR_NOT_SUPPORTED : ErrorFromErrno(end.number);
-    // Where the host takes the exit code away from us, what is left tells.
+    // If the host collects the exit code first, what is left in the folder tells.
     const bool isDone =
         end.exitCode ? *end.exitCode == 0 : std::all_of(items.begin(), items.end(), IsGone);
     return isDone ? ERROR_SUCCESS : ERROR_GEN_FAILURE;

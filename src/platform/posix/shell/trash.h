@@ -14,8 +14,8 @@ namespace tarnwell::posix
 // ERROR_NOT_SUPPORTED means that there is nothing here that knows of a trash.
 DWORD MoveToTrash(const std::vector<std::string>& paths);
 
-// ERROR_SUCCESS if the entry is none or a folder without anything in it, ERROR_DIR_NOT_EMPTY if
-// there is something in it, or why that can't be known. A link is no folder.
+// ERROR_SUCCESS if the entry isn't a folder, or is an empty one; ERROR_DIR_NOT_EMPTY if there is
+// something in it; else why that can't be known. A link isn't a folder.
 DWORD CheckEmptyFolder(const std::string& path);
 
 } // namespace tarnwell::posix

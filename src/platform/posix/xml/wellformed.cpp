@@ -1,5 +1,5 @@
-// The library that answers questions about documents lets much pass that is none. This one is
-// strict and knows no questions.
+// The library that answers questions about documents accepts much that isn't XML. This one is
+// strict and answers no questions.
 #include "platform/posix/xml/wellformed.h"
 
 #include <algorithm>
@@ -32,8 +32,9 @@ void XMLCALL CheckDeclaration(void* parser, const char* version, const char* enc
 
 Parser MakeParser()
 {
-    // What stands between a namespace and a name in its words. A namespace that holds it is
-    // refused, unless it is one of the characters that addresses are made of.
+    // Stands between a namespace and a name where this library reports both as one word. A
+    // namespace that holds the separator is refused, unless it is one of the characters that
+    // addresses are made of.
     constexpr char separator = ':';
     Parser parser(XML_ParserCreateNS("UTF-8", separator), &XML_ParserFree);
     if (!parser)

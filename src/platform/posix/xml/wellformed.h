@@ -1,4 +1,4 @@
-// Whether a document is one.
+// Whether bytes are an XML document.
 #pragma once
 
 #include <string_view>
