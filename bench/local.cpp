@@ -2,6 +2,7 @@
 // loading the module.
 #include "frame/text.h"
 #include "module/lifecycle.h"
+#include "support/costs.h"
 #include "support/files.h"
 #include "support/folder.h"
 
@@ -20,7 +21,6 @@
 #include <fstream>
 #include <memory>
 #include <string>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -205,28 +205,14 @@ void LoadingModule(benchmark::State& state)
     }
 }
 
-// How far a child that runs `action` grows beyond one that doesn't, in KiB.
-template <class Action> long PeakOf(Action&& action)
-{
-    const pid_t child = fork();
-    if (child == 0)
-    {
-        action();
-        _exit(0);
-    }
-    rusage usage{};
-    wait4(child, nullptr, 0, &usage);
-    return usage.ru_maxrss;
-}
-
 void ListingMemory(benchmark::State& state)
 {
     const std::string path = TheGround().Many();
     for (auto _ : state)
     {
-        const long idle = PeakOf([] { MakeLocal(); });
-        const long busy = PeakOf([&] { ListThroughModule(path); });
-        state.counters["bytes_per_entry"] = static_cast<double>(busy - idle) * 1024 / fileCount;
+        const double idle = PeakOf([] { MakeLocal(); });
+        const double busy = PeakOf([&] { ListThroughModule(path); });
+        state.counters["bytes_per_entry"] = (busy - idle) / fileCount;
     }
 }
 

@@ -16,9 +16,6 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace
 {
@@ -156,21 +153,6 @@ bool MeasureGrowth(const char* name, const std::function<void()>& few,
     std::printf("%-34s %9.0f ms to %9.0f ms %7.2f   %.0f: %s\n", name, fewTime * 1e3,
                 manyTime * 1e3, manyTime / fewTime, limit, isWithin ? "within" : "BEYOND");
     return isWithin;
-}
-
-// The largest memory of a process that does nothing else, in bytes. It begins with the memory of
-// this one.
-template <class Action> double PeakOf(Action&& action)
-{
-    const pid_t child = fork();
-    if (child == 0)
-    {
-        action();
-        _exit(0);
-    }
-    rusage usage{};
-    wait4(child, nullptr, 0, &usage);
-    return static_cast<double>(usage.ru_maxrss) * 1024;
 }
 
 bool MeasureMemory(const ComPtr<IFileSystem>& system)

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace tarnwell::bench
 {
@@ -40,6 +42,19 @@ double MedianOf(std::vector<double> values)
     std::sort(values.begin(), values.end());
     const std::size_t middle = values.size() / 2;
     return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+double PeakOf(const std::function<void()>& action)
+{
+    const pid_t child = fork();
+    if (child == 0)
+    {
+        action();
+        _exit(0);
+    }
+    rusage usage{};
+    wait4(child, nullptr, 0, &usage);
+    return static_cast<double>(usage.ru_maxrss) * 1024;
 }
 
 } // namespace tarnwell::bench

@@ -19,4 +19,8 @@ struct Costs
 // The value in the middle, or between the two in the middle. There must be one.
 double MedianOf(std::vector<double> values);
 
+// The largest memory in bytes of a process that does nothing but `action`. It begins with the
+// memory of this one.
+double PeakOf(const std::function<void()>& action);
+
 } // namespace tarnwell::bench

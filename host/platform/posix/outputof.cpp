@@ -1,3 +1,4 @@
+#include "platform/readall.h"
 #include "system.h"
 
 #include <algorithm>
@@ -58,13 +59,8 @@ std::optional<std::string> OutputOf(const std::string& program, const char* argu
     FILE* const pipe = popen((Quoted(*file) + " " + arguments + " 2>/dev/null").c_str(), "re");
     if (pipe == nullptr)
         return std::nullopt;
-    std::string output;
-    char buffer[4096];
-    while (const std::size_t got = fread(buffer, 1, sizeof buffer, pipe))
-        output.append(buffer, got);
-    if (pclose(pipe) != 0)
-        return std::nullopt;
-    return output;
+    const std::string output = ReadAll(pipe);
+    return pclose(pipe) == 0 ? std::optional(output) : std::nullopt;
 }
 
 } // namespace tarnwell::host

@@ -1,3 +1,4 @@
+#include "platform/readall.h"
 #include "system.h"
 
 #include <windows.h>
@@ -82,13 +83,8 @@ std::optional<std::string> OutputOf(const std::string& program, const char* argu
     FILE* const pipe = _popen((program + " " + arguments + " 2>NUL").c_str(), "rb");
     if (pipe == nullptr)
         return std::nullopt;
-    std::string output;
-    char buffer[4096];
-    while (const std::size_t got = fread(buffer, 1, sizeof buffer, pipe))
-        output.append(buffer, got);
-    if (_pclose(pipe) != 0)
-        return std::nullopt;
-    return output;
+    const std::string output = ReadAll(pipe);
+    return _pclose(pipe) == 0 ? std::optional(output) : std::nullopt;
 }
 
 } // namespace tarnwell::host
