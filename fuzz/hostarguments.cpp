@@ -42,7 +42,7 @@ void CheckArguments(const Texts& arguments)
     Texts operands{u"--", u"command"};
     operands.insert(operands.end(), arguments.begin(), arguments.end());
     const host::CommandLine plain = host::ParseArguments(operands);
-    Expect(plain.operands == arguments && plain.command == u"command" && plain.wrong.empty(),
+    Expect(plain.operands == arguments && plain.command == u"command" && !plain.wrong,
            "all that follows \"--\" are operands");
 }
 

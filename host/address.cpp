@@ -2,7 +2,6 @@
 
 #include "arguments.h"
 #include "system.h"
-#include "text16.h"
 
 #include <algorithm>
 #include <string_view>
@@ -49,14 +48,15 @@ const Scheme schemes[] = {
 struct ForeignScheme
 {
     std::u16string_view beginning;
-    const char* meant;
+    const char16_t* meant;
 };
 
 const ForeignScheme foreignSchemes[] = {
-    {u"http://", "svnhttp://"},
-    {u"https://", "svnhttps://"},
-    {u"file://", "svnfile:// (or, for a local file, its path alone)"},
-    {u"ssh://", "svn+ssh://"},
+    {u"http://", u"svnhttp://"},
+    {u"https://", u"svnhttps://"},
+    // What else it may mean is said in words.
+    {u"file://", nullptr},
+    {u"ssh://", u"svn+ssh://"},
 };
 
 // `beginning` is in small letters.
@@ -75,8 +75,9 @@ void RefuseForeignScheme(const std::u16string& text)
     for (const ForeignScheme& scheme : foreignSchemes)
     {
         if (StartsInAnyCase(text, scheme.beginning))
-            throw UsageError("\"" + ToUtf8(text) + "\" has a scheme of no file system here. Is " +
-                             scheme.meant + " meant?");
+            throw UsageError{{Word::ForeignScheme,
+                              {text, scheme.meant == nullptr ? Say(Word::FileSchemeMeant)
+                                                             : std::u16string(scheme.meant)}}};
     }
 }
 
@@ -104,6 +105,14 @@ std::u16string AbsoluteAddress(std::u16string_view scheme, std::u16string_view a
 std::span<const FileSystemKind> FileSystemKinds()
 {
     return kinds;
+}
+
+std::vector<std::u16string_view> AddressBeginnings()
+{
+    std::vector<std::u16string_view> beginnings;
+    for (const Scheme& scheme : schemes)
+        beginnings.push_back(scheme.beginning);
+    return beginnings;
 }
 
 Address ParseAddress(const std::u16string& text)

@@ -5,6 +5,8 @@
 
 #include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace tarnwell::host
 {
@@ -24,6 +26,9 @@ struct FileSystemKind
 
 // All six, the local one first.
 std::span<const FileSystemKind> FileSystemKinds();
+
+// What addresses of the others begin with: "svn://".
+std::vector<std::u16string_view> AddressBeginnings();
 
 struct Address
 {

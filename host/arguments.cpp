@@ -1,6 +1,8 @@
 #include "arguments.h"
 
-#include "text16.h"
+#include "options.h"
+
+#include <algorithm>
 
 namespace tarnwell::host
 {
@@ -8,45 +10,11 @@ namespace tarnwell::host
 namespace
 {
 
-struct Switch
+bool IsNumber(std::u16string_view text)
 {
-    const char16_t* name;
-    bool CommandLine::*member;
-};
-
-const Switch switches[] = {
-    {u"--json", &CommandLine::json},       {u"--no-credentials", &CommandLine::noCredentials},
-    {u"--streams", &CommandLine::streams}, {u"--yes", &CommandLine::yes},
-    {u"-p", &CommandLine::parents},        {u"-r", &CommandLine::recursive},
-    {u"--help", &CommandLine::help},       {u"-h", &CommandLine::help},
-};
-
-struct Setting
-{
-    const char16_t* name;
-    void (*take)(CommandLine& line, std::u16string value);
-};
-
-// The last one counts.
-template <std::optional<std::u16string> CommandLine::*member>
-void Set(CommandLine& line, std::u16string value)
-{
-    line.*member = std::move(value);
+    return !text.empty() && std::all_of(text.begin(), text.end(),
+                                        [](char16_t unit) { return unit >= u'0' && unit <= u'9'; });
 }
-
-// All count.
-void AddExcluded(CommandLine& line, std::u16string value)
-{
-    if (!line.exclude)
-        line.exclude.emplace();
-    line.exclude->push_back(std::move(value));
-}
-
-const Setting settings[] = {
-    {u"--module", Set<&CommandLine::module>}, {u"--lang", Set<&CommandLine::language>},
-    {u"--user", Set<&CommandLine::user>},     {u"--password", Set<&CommandLine::password>},
-    {u"--server", Set<&CommandLine::server>}, {u"--exclude", AddExcluded},
-};
 
 class Parser
 {
@@ -58,7 +26,9 @@ public:
         while (next_ < arguments_.size())
             Take(arguments_[next_++]);
         if (line_.language && *line_.language != u"en" && *line_.language != u"ja")
-            Wrong("--lang is \"en\" or \"ja\".");
+            Wrong({Word::WrongLanguage, {}});
+        if (line_.count && !IsNumber(*line_.count))
+            Wrong({Word::WrongCount, {*line_.count}});
         return line_;
     }
 
@@ -72,13 +42,13 @@ private:
         else if (argument == u"--")
             optionsEnded_ = true;
         else if (!TakeSwitch(argument) && !TakeSetting(argument))
-            Wrong("There is no option \"" + ToUtf8(argument) + "\".");
+            Wrong({Word::NoSuchOption, {argument}});
     }
 
     // The first thing is told.
-    void Wrong(std::string text)
+    void Wrong(Saying text)
     {
-        if (line_.wrong.empty())
+        if (!line_.wrong)
             line_.wrong = std::move(text);
     }
 
@@ -93,15 +63,11 @@ private:
 
     bool TakeSwitch(const std::u16string& argument)
     {
-        for (const Switch& row : switches)
-        {
-            if (argument == row.name)
-            {
-                line_.*row.member = true;
-                return true;
-            }
-        }
-        return false;
+        const Option* const option = FindOption(argument);
+        if (option == nullptr || option->value != nullptr)
+            return false;
+        Give(*option, {});
+        return true;
     }
 
     // "--name value" or "--name=value".
@@ -109,14 +75,18 @@ private:
     {
         const std::size_t equals = argument.find(u'=');
         const std::u16string name = argument.substr(0, equals);
-        for (const Setting& row : settings)
-        {
-            if (name != row.name)
-                continue;
-            row.take(line_, ValueOf(argument, name, equals));
-            return true;
-        }
-        return false;
+        const Option* const option = FindOption(name);
+        if (option == nullptr || option->value == nullptr)
+            return false;
+        Give(*option, ValueOf(argument, name, equals));
+        return true;
+    }
+
+    void Give(const Option& option, std::u16string value)
+    {
+        if (option.help == Word::None)
+            line_.own.push_back(option.name);
+        option.take(line_, std::move(value));
     }
 
     std::u16string ValueOf(const std::u16string& argument, const std::u16string& name,
@@ -126,7 +96,7 @@ private:
             return argument.substr(equals + 1);
         if (next_ < arguments_.size())
             return arguments_[next_++];
-        Wrong("The option \"" + ToUtf8(name) + "\" needs a value.");
+        Wrong({Word::ValueMissing, {name}});
         return {};
     }
 

@@ -1,18 +1,19 @@
 // The command line.
 #pragma once
 
+#include "words.h"
+
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace tarnwell::host
 {
 
-// A command line that makes no sense. The text is UTF-8.
-struct UsageError : std::runtime_error
+// A command line that makes no sense.
+struct UsageError
 {
-    using std::runtime_error::runtime_error;
+    Saying text;
 };
 
 struct CommandLine
@@ -29,12 +30,20 @@ struct CommandLine
     bool parents = false;
     bool recursive = false;
     bool help = false;
+    bool version = false;
+    bool man = false;
+    bool completion = false;
+    // A number in digits; it may be larger than any type.
+    std::optional<std::u16string> count;
     // Names that a comparison of folders leaves out; none given: those that version control keeps.
     std::optional<std::vector<std::u16string>> exclude;
 
-    // What is wrong with the options, in UTF-8; empty if nothing is. The rest is read all the same,
-    // since it says how to tell.
-    std::string wrong;
+    // The names of those options that only some commands take.
+    std::vector<std::u16string_view> own;
+
+    // What is wrong with the options, if anything is. The rest is read all the same, since it says
+    // how to tell.
+    std::optional<Saying> wrong;
 
     // The command, and what follows it.
     std::u16string command;

@@ -2,6 +2,8 @@
 
 #include "items.h"
 
+#include <tarnwell/constants.h>
+
 #include <algorithm>
 
 namespace tarnwell::host
@@ -29,7 +31,7 @@ bool IsLink(const ComPtr<IFileSystemItem>& item)
 {
     std::uint32_t attributes = 0;
     Call([&] { return item->GetAttributes(&attributes); });
-    return (attributes & 0x400) != 0;
+    return (attributes & AttributeLink) != 0;
 }
 
 std::vector<Entry> EntriesOf(const ComPtr<IFolder>& folder,

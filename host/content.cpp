@@ -1,5 +1,9 @@
 #include "content.h"
 
+#include "words.h"
+
+#include <tarnwell/constants.h>
+
 namespace tarnwell::host
 {
 
@@ -7,11 +11,6 @@ namespace
 {
 
 inline constexpr std::size_t blockSize = 0x10000;
-
-inline constexpr std::uint32_t accessRead = 0x80000000;
-inline constexpr std::uint32_t accessWrite = 0x40000000;
-inline constexpr std::uint32_t createAlways = 2;
-inline constexpr std::uint32_t openExisting = 3;
 
 ComPtr<IFileStream> OpenStream(const ComPtr<IFile>& file, std::uint32_t access,
                                std::uint32_t disposition)
@@ -24,7 +23,7 @@ ComPtr<IFileStream> OpenStream(const ComPtr<IFile>& file, std::uint32_t access,
 } // namespace
 
 Reader::Reader(const ComPtr<IFile>& file)
-    : stream_(Need<ISequentialStream>(OpenStream(file, accessRead, openExisting))),
+    : stream_(Need<ISequentialStream>(OpenStream(file, AccessRead, OpenExisting))),
       block_(blockSize)
 {
 }
@@ -51,7 +50,7 @@ std::size_t Reader::Read(std::size_t filled)
 }
 
 Writer::Writer(const ComPtr<IFile>& file)
-    : file_(OpenStream(file, accessWrite, createAlways)), stream_(Need<ISequentialStream>(file_))
+    : file_(OpenStream(file, AccessWrite, CreateAlways)), stream_(Need<ISequentialStream>(file_))
 {
 }
 
@@ -63,7 +62,7 @@ void Writer::Write(std::span<const char> bytes)
         const ULONG size = static_cast<ULONG>(bytes.size());
         Call([&] { return stream_->Write(bytes.data(), size, &written); });
         if (written == 0)
-            throw Failure{E_FAIL, u"The file takes no more data."};
+            throw Failure{E_FAIL, Say(Word::TakesNoMore)};
         bytes = bytes.subspan(written);
     }
 }

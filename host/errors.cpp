@@ -3,6 +3,9 @@
 #include "json.h"
 #include "output.h"
 #include "text16.h"
+#include "words.h"
+
+#include <optional>
 
 namespace tarnwell::host
 {
@@ -13,24 +16,24 @@ namespace
 struct PlainText
 {
     HRESULT status;
-    const char16_t* text;
+    Word text;
 };
 
 const PlainText plainTexts[] = {
-    {E_NOTIMPL, u"The file system doesn't offer this operation."},
-    {CLASS_E_CLASSNOTAVAILABLE, u"The module doesn't make this file system."},
-    {E_NOINTERFACE, u"The object doesn't have the interface that is needed."},
-    {E_OUTOFMEMORY, u"Out of memory."},
+    {E_NOTIMPL, Word::NotOffered},
+    {CLASS_E_CLASSNOTAVAILABLE, Word::ClassMissing},
+    {E_NOINTERFACE, Word::InterfaceMissing},
+    {E_OUTOFMEMORY, Word::OutOfMemory},
 };
 
-std::u16string PlainTextOf(HRESULT status)
+std::optional<Word> PlainTextOf(HRESULT status)
 {
     for (const PlainText& row : plainTexts)
     {
         if (row.status == status)
             return row.text;
     }
-    return u"The call failed.";
+    return std::nullopt;
 }
 
 } // namespace
@@ -42,17 +45,26 @@ Failure TakeFailure(HRESULT status)
     if (::GetErrorInfo(0, info.Out()) == S_OK && info)
         info->GetDescription(text.Out());
     if (text.View().empty())
-        return {status, PlainTextOf(status)};
+        return {status, Say(PlainTextOf(status).value_or(Word::CallFailed))};
     return {status, std::u16string(text.View())};
+}
+
+Failure FailureOf(const client::Failure& failure)
+{
+    const std::optional<Word> plain = PlainTextOf(failure.Status());
+    return {failure.Status(), plain ? Say(*plain) : FromUtf8(failure.what())};
 }
 
 void PrintFailure(const Failure& failure, bool json)
 {
     const std::u16string status = Hex(static_cast<std::uint32_t>(failure.status));
     if (json)
+    {
         PrintError(JsonObject().Text(u"status", status).Text(u"message", failure.message).Line());
-    else
-        PrintError(failure.message + u"\n" + status + u"\n");
+        return;
+    }
+    PrintError(failure.message, Style::Error);
+    PrintError(u"\n" + status + u"\n");
 }
 
 } // namespace tarnwell::host

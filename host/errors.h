@@ -1,7 +1,7 @@
 // Failures of the module's calls.
 #pragma once
 
-#include <tarnwell/pointers.h>
+#include <tarnwell/client/failure.hpp>
 
 #include <string>
 
@@ -18,6 +18,9 @@ struct Failure
 
 // For a call that left no text of its own, a plain one by its status.
 Failure TakeFailure(HRESULT status);
+
+// The same of a failure that was taken by the client's functions.
+Failure FailureOf(const client::Failure& failure);
 
 // Runs one call and throws Failure if its status says so. The error information is cleared first,
 // so that a call that fails without a text doesn't show the text of an earlier one.

@@ -3,7 +3,9 @@
 #include "errors.h"
 #include "system.h"
 #include "text16.h"
+#include "words.h"
 
+#include <cstdlib>
 #include <utility>
 
 namespace tarnwell::host
@@ -19,6 +21,12 @@ std::string pending;
 bool IsControl(char16_t unit)
 {
     return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
+}
+
+std::string Styled(const std::string& text, Style style, bool terminalObeys)
+{
+    const bool isColoured = terminalObeys && WantsColours(std::getenv("NO_COLOR"));
+    return isColoured ? Coloured(text, style) : text;
 }
 
 // Messages have the line ends of the platform.
@@ -46,9 +54,15 @@ std::u16string Masked(std::u16string_view text, LineFeeds lineFeeds)
     return result;
 }
 
-void Print(std::u16string_view text)
+void Print(std::u16string_view text, Style style)
 {
-    PrintBytes(ToUtf8(OutputIsTerminal() ? Masked(text, LineFeeds::Kept) : std::u16string(text)));
+    const bool isTerminal = OutputIsTerminal();
+    const std::string bytes =
+        ToUtf8(isTerminal ? Masked(text, LineFeeds::Kept) : std::u16string(text));
+    PrintBytes(Styled(bytes, style, OutputObeysSequences()));
+    // Somebody is waiting for it.
+    if (isTerminal && bytes.ends_with('\n'))
+        FlushOutput();
 }
 
 void PrintBytes(std::string_view bytes)
@@ -62,15 +76,17 @@ void FlushOutput()
 {
     const std::string bytes = std::exchange(pending, {});
     if (!bytes.empty() && !WriteOutput(bytes))
-        throw Failure{E_FAIL, u"Can't write to standard output."};
+        throw Failure{E_FAIL, Say(Word::OutputUnwritable)};
 }
 
-void PrintError(std::u16string_view text)
+void PrintError(std::u16string_view text, Style style)
 {
     // A failure to write the output must not hide the one that is being told.
     WriteOutput(std::exchange(pending, {}));
-    WriteErrors(
-        ToUtf8(ErrorsAreTerminal() ? Masked(Lines(text), LineFeeds::Kept) : std::u16string(text)));
+    const bool isTerminal = ErrorsAreTerminal();
+    const std::string bytes =
+        ToUtf8(isTerminal ? Masked(Lines(text), LineFeeds::Kept) : std::u16string(text));
+    WriteErrors(Styled(bytes, style, ErrorsObeySequences()));
 }
 
 std::u16string Shown(std::u16string_view name)

@@ -1,6 +1,8 @@
 // What the program prints: UTF-8, kept back until there is enough of it.
 #pragma once
 
+#include "style.h"
+
 #include <string>
 #include <string_view>
 
@@ -8,14 +10,14 @@ namespace tarnwell::host
 {
 
 // Both throw Failure if the output can't be written. Bytes are never changed.
-void Print(std::u16string_view text);
+void Print(std::u16string_view text, Style style = Style::Plain);
 void PrintBytes(std::string_view bytes);
 
 // To be called before the program ends.
 void FlushOutput();
 
 // At once, behind what was printed before. Where standard error is closed nobody is told.
-void PrintError(std::u16string_view text);
+void PrintError(std::u16string_view text, Style style = Style::Plain);
 
 enum class LineFeeds
 {

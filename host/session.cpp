@@ -8,17 +8,22 @@ namespace
 
 Place Open(const Session& session, const Address& address)
 {
-    Place place{address, {}};
-    Call([&] {
-        HRESULT status = S_OK;
-        place.fileSystem = session.module.CreateFileSystem(place.address.kind->clsid,
-                                                           session.hostObject.Get(), &status);
-        return status;
-    });
-    return place;
+    return {address, MakeFileSystem(session, *address.kind)};
 }
 
 } // namespace
+
+ComPtr<IFileSystem> MakeFileSystem(const Session& session, const FileSystemKind& kind)
+{
+    try
+    {
+        return session.module.Create(kind.clsid, session.hostObject.Get()).Get();
+    }
+    catch (const client::Failure& failure)
+    {
+        throw FailureOf(failure);
+    }
+}
 
 Place Open(const Session& session, const std::u16string& address)
 {

@@ -4,7 +4,8 @@
 #include "address.h"
 #include "arguments.h"
 #include "errors.h"
-#include "loader.h"
+
+#include <tarnwell/client/filesystem.hpp>
 
 namespace tarnwell::host
 {
@@ -12,7 +13,8 @@ namespace tarnwell::host
 struct Session
 {
     const CommandLine& line;
-    Module module;
+    std::filesystem::path moduleFile;
+    client::Module module;
     ComPtr<IUnknown> hostObject;
 };
 
@@ -27,6 +29,9 @@ struct Place
         return reinterpret_cast<const OLECHAR*>(address.text.c_str());
     }
 };
+
+// A new file system. Throws Failure.
+ComPtr<IFileSystem> MakeFileSystem(const Session& session, const FileSystemKind& kind);
 
 // Throws Failure.
 Place Open(const Session& session, const std::u16string& address);

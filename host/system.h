@@ -2,6 +2,8 @@
 // of platform/. Text that goes in and out is UTF-16, see tarnwell/text.h.
 #pragma once
 
+#include "words.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <optional>
@@ -16,12 +18,20 @@ namespace tarnwell::host
 // lets a program choose.
 void PrepareProcess(std::u16string_view language);
 
+// The language that the module's texts will be in, once the process is prepared.
+Language LanguageOfTexts();
+
 // Standard output is bytes on every platform: nothing turns LF into CR LF.
 // Both return false if the bytes can't be written.
 bool WriteOutput(std::string_view bytes);
 bool WriteErrors(std::string_view bytes);
 bool OutputIsTerminal();
 bool ErrorsAreTerminal();
+// Whether that terminal obeys control sequences, as those for colours.
+bool OutputObeysSequences();
+bool ErrorsObeySequences();
+// In columns; 0 if it is no terminal, or doesn't tell.
+std::size_t OutputWidth();
 
 // Reads up to `size` bytes of standard input; 0 at its end, nothing on failure.
 std::optional<std::size_t> ReadInput(void* buffer, std::size_t size);

@@ -28,11 +28,6 @@ std::u16string Encodable(std::u16string_view text)
     return result;
 }
 
-std::u16string Blanks(std::u16string_view text, std::size_t width)
-{
-    return std::u16string(width > text.size() ? width - text.size() : 0, u' ');
-}
-
 } // namespace
 
 std::u16string Decimal(std::uint64_t value)
@@ -56,16 +51,6 @@ std::u16string Padded(std::uint64_t value, std::size_t width)
 {
     const std::u16string digits = Decimal(value);
     return std::u16string(width - std::min(width, digits.size()), u'0') + digits;
-}
-
-std::u16string RightAligned(std::u16string_view text, std::size_t width)
-{
-    return Blanks(text, width).append(text);
-}
-
-std::u16string LeftAligned(std::u16string_view text, std::size_t width)
-{
-    return std::u16string(text) + Blanks(text, width);
 }
 
 std::u16string FromUtf8(std::string_view bytes)

@@ -17,10 +17,6 @@ std::u16string Hex(std::uint32_t value);
 // Zeros in front, up to `width`.
 std::u16string Padded(std::uint64_t value, std::size_t width);
 
-// Blanks in front, or behind.
-std::u16string RightAligned(std::u16string_view text, std::size_t width);
-std::u16string LeftAligned(std::u16string_view text, std::size_t width);
-
 // Halves of a pair.
 constexpr bool IsHighSurrogate(char16_t unit)
 {

@@ -3,7 +3,7 @@
 #include "support/costs.h"
 #include "support/files.h"
 
-#include "loader.h"
+#include <tarnwell/client/filesystem.hpp>
 
 #include <cstdio>
 #include <stdexcept>
@@ -54,10 +54,8 @@ bool Measure(const Pair& pair)
 
 ComPtr<IFileSystem> MakeFileSystem(const GUID& classId)
 {
-    static const host::Module module(host::Module::DefaultFile());
-    ComPtr<IFileSystem> system = module.CreateFileSystem(classId);
-    Require(static_cast<bool>(system), "the module has no such file system");
-    return system;
+    static const client::Module module;
+    return module.Create(classId, nullptr).Get();
 }
 
 Pair Reading(std::string name, int rounds, double factor, const ComPtr<IFileSystem>& system,

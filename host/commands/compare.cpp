@@ -15,16 +15,16 @@ struct VerdictName
 {
     Verdict verdict;
     const char16_t* json;
-    const char16_t* text;
+    Word text;
 };
 
 const VerdictName verdictNames[] = {
-    {Verdict::Equal, u"equal", u"equal"},
-    {Verdict::Different, u"different", u"different"},
-    {Verdict::KindDiffers, u"kind_differs", u"a file and a folder"},
-    {Verdict::OnlyLeft, u"only_left", u"only left"},
-    {Verdict::OnlyRight, u"only_right", u"only right"},
-    {Verdict::Failed, u"failed", u"failed"},
+    {Verdict::Equal, u"equal", Word::Equal},
+    {Verdict::Different, u"different", Word::Different},
+    {Verdict::KindDiffers, u"kind_differs", Word::KindDiffers},
+    {Verdict::OnlyLeft, u"only_left", Word::OnlyLeft},
+    {Verdict::OnlyRight, u"only_right", Word::OnlyRight},
+    {Verdict::Failed, u"failed", Word::Failed},
 };
 
 const VerdictName& NameOf(Verdict verdict)
@@ -55,17 +55,16 @@ std::u16string Details(const Finding& finding)
 {
     std::u16string details;
     if (finding.leftSize && finding.rightSize)
-        details +=
-            u", " + Decimal(*finding.leftSize) + u" and " + Decimal(*finding.rightSize) + u" bytes";
+        details += Say(Word::BothSizes, {Decimal(*finding.leftSize), Decimal(*finding.rightSize)});
     if (finding.firstDifference)
-        details += u", first difference at offset " + Decimal(*finding.firstDifference);
+        details += Say(Word::FirstDifference, {Decimal(*finding.firstDifference)});
     return details;
 }
 
 std::u16string Line(const Finding& finding)
 {
     const std::u16string name = finding.name.empty() ? u"" : Shown(finding.name) + u": ";
-    return name + NameOf(finding.verdict).text + Details(finding) + u"\n";
+    return name + Say(NameOf(finding.verdict).text) + Details(finding) + u"\n";
 }
 
 // Tells findings and remembers what the exit code has to say.
@@ -95,7 +94,7 @@ public:
         {
             const std::uint64_t count = counts_[static_cast<std::size_t>(row.verdict)];
             if (count > 0 || row.verdict == Verdict::Equal)
-                summary += (summary.empty() ? u"" : u", ") + Decimal(count) + u" " + row.text;
+                summary += (summary.empty() ? u"" : u", ") + Decimal(count) + u" " + Say(row.text);
         }
         Print(summary + u"\n");
     }

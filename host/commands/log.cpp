@@ -1,3 +1,4 @@
+#include "columns.h"
 #include "commands.h"
 #include "facts.h"
 #include "items.h"
@@ -5,6 +6,8 @@
 #include "readable.h"
 #include "system.h"
 #include "text16.h"
+
+#include <algorithm>
 
 namespace tarnwell::host
 {
@@ -53,13 +56,20 @@ std::u16string Json(const RevisionFacts& facts)
     return writer.Finish().Line();
 }
 
+// Texts of revisions may be one long line.
+std::u16string Fitted(const std::u16string& line)
+{
+    const std::size_t width = OutputWidth();
+    return width == 0 ? line : Wrapped(line, width, 4);
+}
+
 std::u16string Indented(std::u16string_view text)
 {
     std::u16string result;
     while (!text.empty())
     {
         const std::size_t end = text.find(u'\n');
-        result += u"    " + Shown(text.substr(0, end)) + u"\n";
+        result += u"    " + Fitted(Shown(text.substr(0, end))) + u"\n";
         text.remove_prefix(end == std::u16string_view::npos ? text.size() : end + 1);
     }
     return result;
@@ -68,7 +78,7 @@ std::u16string Indented(std::u16string_view text)
 std::u16string Readable(const RevisionFacts& facts)
 {
     const auto text = [](const Fact<std::u16string>& fact) {
-        return fact.value.value_or(u"unknown: " + fact.error);
+        return fact.value.value_or(Say(Word::Unknown, {fact.error}));
     };
     const std::uint64_t time = facts.recorded.value.value_or(0);
     return Shown(text(facts.id)) + u"  " + ReadableTime(time) + u"  " + Shown(text(facts.author)) +
@@ -93,6 +103,15 @@ ComPtr<IRevisions> RevisionsOf(const Place& place)
     return revisions;
 }
 
+// Numbers that are too large mean all.
+std::uint32_t Wanted(const CommandLine& line)
+{
+    std::uint64_t wanted = 0;
+    for (const char16_t digit : line.count.value_or(u"4294967295"))
+        wanted = std::min<std::uint64_t>(wanted * 10 + (digit - u'0'), 0xFFFFFFFF);
+    return static_cast<std::uint32_t>(wanted);
+}
+
 } // namespace
 
 int Log(const Session& session)
@@ -101,8 +120,8 @@ int Log(const Session& session)
     std::uint32_t count = 0;
     Call([&] { return revisions->GetCount(&count); });
     if (count == 0 && !session.line.json)
-        Print(u"No revisions.\n");
-    for (std::uint32_t i = 0; i < count; ++i)
+        Print(Say(Word::NoRevisions) + u"\n");
+    for (std::uint32_t i = 0; i < std::min(count, Wanted(session.line)); ++i)
     {
         ComPtr<IRevision> revision;
         Call([&] { return revisions->GetItem(static_cast<std::int32_t>(i), revision.Out()); });

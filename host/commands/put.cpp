@@ -29,7 +29,7 @@ public:
     void Write(Writer& writer, std::span<const char> bytes)
     {
         if (InterruptWatch::Interrupted())
-            throw Failure{E_ABORT, u"The copy was cancelled."};
+            throw Failure{E_ABORT, Say(Word::CopyCancelled)};
         writer.Write(bytes);
         bytes_ += bytes.size();
         bar_.Show(bytes_);
@@ -48,7 +48,7 @@ void WriteInput(Writer& writer, Arrival arrival)
     {
         const std::optional<std::size_t> read = ReadInput(block.data(), block.size());
         if (!read)
-            throw Failure{E_FAIL, u"Can't read standard input."};
+            throw Failure{E_FAIL, Say(Word::InputUnreadable)};
         if (*read == 0)
             return;
         arrival.Write(writer, {block.data(), *read});
@@ -62,8 +62,7 @@ void RefuseSame(const std::optional<FileIdentity>& source, const Place& target)
     if (target.address.kind != &FileSystemKinds().front() || !source ||
         source != IdentityOf(target.address.text))
         return;
-    throw Failure{sharingViolation,
-                  u"\"put\" can't write \"" + target.address.text + u"\" from itself."};
+    throw Failure{sharingViolation, Say(Word::WritesItself, {target.address.text})};
 }
 
 void WriteFrom(Reader& reader, Writer& writer, Arrival arrival)

@@ -11,10 +11,9 @@ namespace
 
 constexpr HRESULT cancelled = static_cast<HRESULT>(0x800704C7);
 
-[[noreturn]] void ThrowNotDeleted(std::u16string_view why,
-                                  const std::vector<std::u16string>& addresses)
+[[noreturn]] void ThrowNotDeleted(Word why, const std::vector<std::u16string>& addresses)
 {
-    std::u16string message = u"Not deleted, as " + std::u16string(why) + u":";
+    std::u16string message = Say(why);
     for (const std::u16string& address : addresses)
         message += u"\n  " + address;
     throw Failure{cancelled, message};
@@ -46,7 +45,7 @@ void LookForTheLeft(const Place& place, const std::vector<std::u16string>& addre
             left.push_back(address);
     }
     if (!left.empty())
-        ThrowNotDeleted(u"the answer was no or the system refused", left);
+        ThrowNotDeleted(Word::NotDeletedRefused, left);
 }
 
 void RemoveOne(const Place& place, VARIANT_BOOL noConfirm, VARIANT_BOOL recursive)
@@ -72,7 +71,7 @@ std::vector<std::u16string> AddressesOf(const std::vector<std::u16string>& opera
     {
         const Address address = ParseAddress(operand);
         if (address.kind != ParseAddress(operands[0]).kind)
-            throw UsageError("\"rm\" takes addresses of one file system at a time.");
+            throw UsageError{{Word::DeletesInOne, {}}};
         addresses.push_back(address.text);
     }
     return addresses;
@@ -94,7 +93,7 @@ int Remove(const Session& session)
     const std::vector<std::u16string> addresses = AddressesOf(session.line.operands);
     const Place place = Open(session, session.line.operands[0]);
     if (!session.line.yes && !SomebodyCanAnswer())
-        ThrowNotDeleted(u"there is nobody to ask (--yes deletes without a question)", addresses);
+        ThrowNotDeleted(Word::NotDeletedUnasked, addresses);
     if (addresses.size() == 1)
         RemoveOne(place, noConfirm, recursive);
     else

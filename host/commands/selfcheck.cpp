@@ -1,3 +1,4 @@
+#include "columns.h"
 #include "commands.h"
 #include "json.h"
 #include "output.h"
@@ -42,16 +43,29 @@ void Tell(bool json, const JsonObject& object, std::u16string_view name, std::u1
     Print(json ? object.Line() : LeftAligned(name, 18) + std::u16string(value) + u"\n");
 }
 
+HRESULT StatusOfMaking(const Session& session, const FileSystemKind& kind)
+{
+    try
+    {
+        MakeFileSystem(session, kind);
+        return S_OK;
+    }
+    catch (const Failure& failure)
+    {
+        return failure.status;
+    }
+}
+
 bool CheckFileSystem(const Session& session, const FileSystemKind& kind)
 {
-    HRESULT status = S_OK;
-    const bool made = static_cast<bool>(
-        session.module.CreateFileSystem(kind.clsid, session.hostObject.Get(), &status));
+    const HRESULT status = StatusOfMaking(session, kind);
+    const bool made = SUCCEEDED(status);
     const std::u16string code = Hex(static_cast<std::uint32_t>(status));
     JsonObject object;
     object.Text(u"class", kind.className).Text(u"file_system", kind.name);
     object.Boolean(u"made", made).Text(u"status", code);
-    Tell(session.line.json, object, kind.className, made ? u"made" : u"not made: " + code);
+    Tell(session.line.json, object, kind.className,
+         made ? Say(Word::Made) : Say(Word::NotMade, {code}));
     return made;
 }
 
@@ -64,15 +78,15 @@ void CheckClient(bool json, const Client& client)
         object.Text(u"version", *version);
     else
         object.Null(u"version");
-    Tell(json, object, client.name, version.value_or(u"not found"));
+    Tell(json, object, client.name, version.value_or(Say(Word::NotFound)));
 }
 
 } // namespace
 
 int SelfCheck(const Session& session)
 {
-    const std::u16string file = FromPath(session.module.File());
-    Tell(session.line.json, JsonObject().Text(u"module", file), u"module", file);
+    const std::u16string file = FromPath(session.moduleFile);
+    Tell(session.line.json, JsonObject().Text(u"module", file), Say(Word::Module), file);
     bool allMade = true;
     for (const FileSystemKind& kind : FileSystemKinds())
         allMade = CheckFileSystem(session, kind) && allMade;

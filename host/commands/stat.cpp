@@ -1,3 +1,4 @@
+#include "columns.h"
 #include "commands.h"
 #include "facts.h"
 #include "items.h"
@@ -16,20 +17,19 @@ class Table
 {
 public:
     // Nothing for a fact that the item doesn't have.
-    template <class T, class F>
-    Table& Add(std::u16string_view name, const Fact<T>& fact, F&& readable)
+    template <class T, class F> Table& Add(Word name, const Fact<T>& fact, F&& readable)
     {
         if (fact.value)
             Add(name, readable(*fact.value));
         else if (fact.isNotOffered)
-            notOffered_ += (notOffered_.empty() ? u"" : u", ") + std::u16string(name);
+            notOffered_ += (notOffered_.empty() ? u"" : u", ") + Say(name);
         else if (!fact.error.empty())
-            Add(name, u"unknown: " + fact.error);
+            Add(name, Say(Word::Unknown, {fact.error}));
         return *this;
     }
-    Table& Add(std::u16string_view name, const std::u16string& value)
+    Table& Add(Word name, const std::u16string& value)
     {
-        rows_ += LeftAligned(name, 16) + value + u"\n";
+        rows_ += LeftAligned(Say(name), 16) + value + u"\n";
         return *this;
     }
 
@@ -37,7 +37,7 @@ public:
     {
         if (notOffered_.empty())
             return rows_;
-        return rows_ + LeftAligned(u"not told here", 16) + notOffered_ + u"\n";
+        return rows_ + LeftAligned(Say(Word::FactsNotTold), 16) + notOffered_ + u"\n";
     }
 
 private:
@@ -55,15 +55,15 @@ std::u16string Readable(const ItemFacts& facts)
                             : ReadableSize(bytes) + u" (" + Decimal(bytes) + u" B)";
     };
     return Table()
-        .Add(u"name", facts.name, text)
-        .Add(u"path", facts.path, text)
-        .Add(u"parent", facts.parent, text)
-        .Add(u"kind", facts.folder ? u"folder" : u"file")
-        .Add(u"attributes", facts.attributes, Hex)
-        .Add(u"size", facts.size, size)
-        .Add(u"modified", facts.modified, ReadableTime)
-        .Add(u"comparable name", facts.comparableName, text)
-        .Add(u"comparable url", facts.comparableUrl, text)
+        .Add(Word::FactName, facts.name, text)
+        .Add(Word::FactPath, facts.path, text)
+        .Add(Word::FactParent, facts.parent, text)
+        .Add(Word::FactKind, Say(facts.folder ? Word::Folder : Word::File))
+        .Add(Word::FactAttributes, facts.attributes, Hex)
+        .Add(Word::FactSize, facts.size, size)
+        .Add(Word::FactModified, facts.modified, ReadableTime)
+        .Add(Word::FactComparableName, facts.comparableName, text)
+        .Add(Word::FactComparableUrl, facts.comparableUrl, text)
         .Text();
 }
 

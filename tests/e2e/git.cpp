@@ -1,5 +1,6 @@
 // How the host program takes and shows addresses of Git files.
 #include "e2e/hostrun.h"
+#include "e2e/json.h"
 #include "support/clients.h"
 #include "support/repository.h"
 
@@ -37,6 +38,20 @@ TEST_F(GitAddresses, LogIsReadable)
                             testing::AllOf(StartsWith(hash + "  20"), EndsWith("  Ann")),
                             "    the first",
                             "    git://" + Utf8(repository / u"a.txt") + "#" + hash));
+}
+
+TEST_F(GitAddresses, LogIsCutWhereAskedFor)
+{
+    for (const char* content : {"1", "2", "3"})
+        repository.Commit(u"a.txt", content, content);
+    const auto linesOf = [&](const std::u16string& count) {
+        return JsonLinesOf(RunHost({u"--json", u"log", u"-n", count, Address(u"a.txt")}).output);
+    };
+    const auto two = linesOf(u"2");
+    ASSERT_EQ(two.size(), 2U);
+    EXPECT_EQ(two[1].Text("description"), "3") << "the newest behind the working copy";
+    EXPECT_EQ(linesOf(u"0").size(), 0U);
+    EXPECT_EQ(linesOf(u"99999999999999999999").size(), 4U);
 }
 
 TEST_F(GitAddresses, AddressesMayBeRelative)

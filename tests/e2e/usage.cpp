@@ -23,13 +23,19 @@ const WrongLine wrongLines[] = {
     {{u"frobnicate"}, "There is no command \"frobnicate\"."},
     {{u"--frobnicate", u"ls", u"."}, "There is no option \"--frobnicate\"."},
     {{u"ls", u"-x", u"."}, "There is no option \"-x\"."},
-    {{u"ls"}, "\"ls\" needs ADDRESS."},
+    {{u"ls"}, "\"ls\" needs [-r] ADDRESS [PATTERN...]."},
     {{u"put", u"a"}, "\"put\" needs FILE ADDRESS."},
     {{u"cat", u"a", u"b"}, "\"cat\" takes no more than 1 operands."},
     {{u"selfcheck", u"a"}, "\"selfcheck\" takes no more than 0 operands."},
     {{u"ls", u"-p", u"."}, "\"ls\" has no option -p."},
     {{u"mkdir", u"-r", u"a"}, "\"mkdir\" has no option -r."},
     {{u"ls", u".", u"--user"}, "The option \"--user\" needs a value."},
+    {{u"stat", u"-r", u"."}, "\"stat\" has no option -r."},
+    {{u"ls", u"-n", u"1", u"."}, "\"ls\" has no option -n."},
+    {{u"log", u"-n", u"-1", u"a"}, "-n takes a number, not \"-1\"."},
+    {{u"log", u"-n=", u"a"}, "-n takes a number, not \"\"."},
+    {{u"help", u"frobnicate"}, "There is no command \"frobnicate\"."},
+    {{u"frobnicate", u"--help"}, "There is no command \"frobnicate\"."},
     {{u"--lang", u"fr", u"ls", u"."}, "--lang is \"en\" or \"ja\"."},
     {{u"--lang=", u"ls", u"."}, "--lang is \"en\" or \"ja\"."},
     {{u"ls", u"http://host/r"}, "Is svnhttp:// meant?"},
@@ -68,10 +74,11 @@ TEST(Usage, HelpNamesEveryCommand)
     const HostRun run = RunHost({u"--help"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.errors, IsEmpty());
-    for (const char* command : {"ls ADDRESS",
+    for (const char* command : {"ls [-r] ADDRESS [PATTERN...]",
+                                "find ADDRESS [PATTERN...]",
                                 "stat ADDRESS",
                                 "cat ADDRESS",
-                                "log ADDRESS",
+                                "log [-n N] ADDRESS",
                                 "put FILE ADDRESS",
                                 "cp SOURCE TARGET",
                                 "mkdir [-p] ADDRESS",
@@ -90,6 +97,31 @@ TEST(Usage, HelpNamesEveryCommand)
                                 "--yes",
                                 "--exclude"})
         EXPECT_THAT(run.output, HasSubstr(command));
+}
+
+TEST(Usage, HelpOfACommandIsTheSameByEitherWay)
+{
+    const HostRun run = RunHost({u"help", u"ls"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.output, HasSubstr("tarnwell-host [OPTIONS] ls [-r] ADDRESS [PATTERN...]"));
+    EXPECT_THAT(run.output, HasSubstr("  tarnwell-host ls -r src \"*.h\"\n"));
+    EXPECT_EQ(RunHost({u"ls", u"--help"}).output, run.output);
+    EXPECT_EQ(RunHost({u"help"}).output, RunHost({u"-h"}).output);
+}
+
+TEST(Usage, VersionIsOneLine)
+{
+    const HostRun run = RunHost({u"--version"});
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(run.output, testing::StartsWith("tarnwell-host 1."));
+    EXPECT_EQ(run.output.find('\n'), run.output.size() - 1);
+}
+
+// Nothing but commands needs a module.
+TEST(Usage, HelpNeedsNoModule)
+{
+    for (const char16_t* option : {u"--help", u"--version", u"--man", u"--completion"})
+        EXPECT_EQ(RunHost({u"--module", u"nowhere", option}).exitCode, 0);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // What becomes of failed calls, and of a program that can't go on.
 #include "errors.h"
-#include "loader.h"
 #include "output.h"
 #include "program.h"
+#include "support/loadedmodule.h"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +40,7 @@ protected:
         ASSERT_EQ(::SetErrorInfo(0, info.As<IErrorInfo>().Get()), S_OK);
     }
 
-    const Module module_{Module::DefaultFile()};
+    const test::LoadedModule module_;
 };
 
 TEST_F(Failures, HaveTheTextThatTheCallLeft)

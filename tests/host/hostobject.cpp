@@ -1,7 +1,7 @@
 #include "hostobject.h"
 
 #include "itemlist.h"
-#include "loader.h"
+#include "support/loadedmodule.h"
 
 #include <gtest/gtest.h>
 
@@ -37,7 +37,7 @@ protected:
                 std::u16string(host.View())};
     }
 
-    const Module module_{Module::DefaultFile()};
+    const test::LoadedModule module_;
     CommandLine line_;
 };
 

@@ -27,9 +27,9 @@ std::uint64_t SizeOf(const ComPtr<IFile>& file)
 
 } // namespace
 
-const host::Module& TheModule()
+const LoadedModule& TheModule()
 {
-    static const host::Module module(host::Module::DefaultFile());
+    static const LoadedModule module;
     return module;
 }
 

@@ -2,9 +2,8 @@
 #pragma once
 
 #include "module/outcome.h"
+#include "support/loadedmodule.h"
 #include "support/tempfolder.h"
-
-#include "loader.h"
 
 #include <string>
 #include <vector>
@@ -29,7 +28,7 @@ inline const std::u16string
     separator(1, static_cast<char16_t>(std::filesystem::path::preferred_separator));
 
 // The module beside the test program, loaded at the first call.
-const host::Module& TheModule();
+const LoadedModule& TheModule();
 
 // A path or name as the module takes it.
 const OLECHAR* Ole(const std::u16string& text);

@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "system.h"
+#include "words.h"
 
 #include <tarnwell/text.h>
 
@@ -25,8 +26,7 @@ std::optional<FileIdentity> IdentityIn(const struct stat& entry)
 
 [[noreturn]] void ThrowUnknown(const std::u16string& what)
 {
-    throw Failure{E_FAIL,
-                  u"Can't tell which file " + what + u" is. " + DecodeName(std::strerror(errno))};
+    throw Failure{E_FAIL, what + u" " + DecodeName(std::strerror(errno))};
 }
 
 } // namespace
@@ -39,7 +39,7 @@ std::optional<FileIdentity> IdentityOf(const std::u16string& path)
         return IdentityIn(entry);
     if (errno == ENOENT || errno == ENOTDIR)
         return std::nullopt;
-    ThrowUnknown(u"\"" + path + u"\"");
+    ThrowUnknown(Say(Word::FileUnknown, {path}));
 }
 
 std::optional<FileIdentity> IdentityOfInput()
@@ -49,7 +49,7 @@ std::optional<FileIdentity> IdentityOfInput()
         return IdentityIn(entry);
     if (errno == EBADF)
         return std::nullopt;
-    ThrowUnknown(u"standard input");
+    ThrowUnknown(Say(Word::InputUnknown));
 }
 
 } // namespace tarnwell::host

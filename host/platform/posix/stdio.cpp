@@ -1,6 +1,8 @@
 #include "system.h"
 
 #include <cerrno>
+#include <cstdlib>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace tarnwell::host
@@ -23,6 +25,12 @@ bool WriteAll(int descriptor, std::string_view bytes)
     return true;
 }
 
+bool TerminalIsCapable()
+{
+    const char* const kind = std::getenv("TERM");
+    return kind != nullptr && *kind != '\0' && std::string_view(kind) != "dumb";
+}
+
 } // namespace
 
 bool WriteOutput(std::string_view bytes)
@@ -43,6 +51,22 @@ bool OutputIsTerminal()
 bool ErrorsAreTerminal()
 {
     return isatty(STDERR_FILENO) == 1;
+}
+
+bool OutputObeysSequences()
+{
+    return OutputIsTerminal() && TerminalIsCapable();
+}
+
+bool ErrorsObeySequences()
+{
+    return ErrorsAreTerminal() && TerminalIsCapable();
+}
+
+std::size_t OutputWidth()
+{
+    winsize size{};
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 std::optional<std::size_t> ReadInput(void* buffer, std::size_t size)

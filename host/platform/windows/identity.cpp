@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "platform/windows/units.h"
+#include "words.h"
 
 #include <windows.h>
 
@@ -40,7 +41,7 @@ std::optional<FileIdentity> IdentityOf(const std::u16string& path)
         const DWORD error = GetLastError();
         if (MeansNone(error))
             return std::nullopt;
-        throw Failure{HRESULT_FROM_WIN32(error), u"Can't tell which file \"" + path + u"\" is."};
+        throw Failure{HRESULT_FROM_WIN32(error), Say(Word::FileUnknown, {path})};
     }
     const std::optional<FileIdentity> identity = IdentityIn(file);
     CloseHandle(file);

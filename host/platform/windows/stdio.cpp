@@ -34,6 +34,14 @@ bool IsConsole(DWORD stream)
     return GetConsoleMode(GetStdHandle(stream), &mode) != FALSE;
 }
 
+// The process turned it on where the console knows it.
+bool ObeysSequences(DWORD stream)
+{
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(stream), &mode) &&
+           (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
 } // namespace
 
 bool WriteOutput(std::string_view bytes)
@@ -54,6 +62,24 @@ bool OutputIsTerminal()
 bool ErrorsAreTerminal()
 {
     return IsConsole(STD_ERROR_HANDLE);
+}
+
+bool OutputObeysSequences()
+{
+    return ObeysSequences(STD_OUTPUT_HANDLE);
+}
+
+bool ErrorsObeySequences()
+{
+    return ObeysSequences(STD_ERROR_HANDLE);
+}
+
+std::size_t OutputWidth()
+{
+    CONSOLE_SCREEN_BUFFER_INFO facts{};
+    if (!GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &facts))
+        return 0;
+    return static_cast<std::size_t>(facts.srWindow.Right - facts.srWindow.Left + 1);
 }
 
 std::optional<std::size_t> ReadInput(void* buffer, std::size_t size)

@@ -40,6 +40,17 @@ TEST(Language, OptionGoesBeforeTheEnvironment)
     EXPECT_THAT(RunWith({{"LC_ALL", "C.UTF-8"}}, {u"--lang", u"ja"}).errors, StartsWith(japanese));
 }
 
+// Also where nothing of the module is needed.
+TEST(Language, OfTheProgramsOwnTextsIsTheModules)
+{
+    EXPECT_THAT(RunHost({u"--lang", u"ja", u"frobnicate"}).errors,
+                StartsWith("tarnwell-host: コマンド \"frobnicate\" はありません。\n"));
+    HostCall help{{u"help", u"ls"}, {}, {{"LC_ALL", "ja_JP.UTF-8"}}, {}};
+    EXPECT_THAT(RunHost(help).output, StartsWith("使い方: tarnwell-host "));
+    help.environment = {{"LC_ALL", "fr_FR.UTF-8"}};
+    EXPECT_THAT(RunHost(help).output, StartsWith("Usage: tarnwell-host "));
+}
+
 TEST(Language, ByTheEnvironment)
 {
     EXPECT_THAT(RunWith({{"LC_ALL", "ja_JP.UTF-8"}}, {}).errors, StartsWith(japanese));

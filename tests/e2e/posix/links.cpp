@@ -1,6 +1,6 @@
 #include "e2e/hostrun.h"
 #include "e2e/json.h"
-#include "support/tempfolder.h"
+#include "support/ordinaryuser.h"
 
 #include <gmock/gmock.h>
 
@@ -25,6 +25,39 @@ TEST(Links, CompareDoesNotEnterLinkedFolders)
     const HostRun run = RunHost({u"compare", folder / u"left", folder / u"right"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.output, "1 equal\n");
+}
+
+TEST(Links, FindAndListShowThemAndDoNotFollow)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.Path() / "sub");
+    fs::create_directory_symlink("..", folder.Path() / "sub" / "loop");
+    fs::create_symlink("nowhere", folder.Path() / "sub" / "dangling");
+    const HostRun run = RunHost({u"find", folder.Text()});
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(LinesOf(run.output),
+                testing::ElementsAre(Utf8(folder / u"sub"), Utf8(folder / u"sub/dangling"),
+                                     Utf8(folder / u"sub/loop")));
+}
+
+TEST(Links, FindGoesOnBehindWhatCannotBeListed)
+{
+    const TempFolder folder;
+    OrdinaryUser::TakeOver(folder);
+    const OrdinaryUser user;
+    if (!user.Possible())
+        GTEST_SKIP() << "nobody would be refused anything";
+    fs::create_directories(folder.Path() / "a" / "inside");
+    fs::create_directories(folder.Path() / "b" / "inside");
+    fs::permissions(folder.Path() / "a", fs::perms::none);
+    const HostRun run = RunHost({u"find", folder.Text()});
+    fs::permissions(folder.Path() / "a", fs::perms::owner_all);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_THAT(run.errors, HasSubstr("/a"));
+    EXPECT_THAT(run.errors, HasSubstr("\n0x80070005\n"));
+    EXPECT_THAT(LinesOf(run.output), testing::ElementsAre(Utf8(folder / u"a"), Utf8(folder / u"b"),
+                                                          Utf8(folder / u"b/inside")));
 }
 
 TEST(Links, CompareGoesOnBehindWhatCannotBeRead)

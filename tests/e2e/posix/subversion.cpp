@@ -4,6 +4,8 @@
 #include "support/posix/svnserve.h"
 #include "support/svnrepository.h"
 
+#include <tarnwell/text.h>
+
 #include <gmock/gmock.h>
 
 namespace tarnwell::test
@@ -19,12 +21,7 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
-constexpr std::string_view author = "J\xC3\xB6rg";
-
-std::u16string Widened(const std::string& utf8)
-{
-    return std::filesystem::path(utf8).u16string();
-}
+constexpr std::string_view committer = "J\xC3\xB6rg";
 
 class HostOnSubversion : public testing::Test
 {
@@ -34,7 +31,7 @@ protected:
         repository_.MakeFolder("trunk");
         repository_.MakeFolder("trunk/my dir");
         repository_.Commit("trunk/my dir/x y.txt", "deep");
-        repository_.Commit("trunk/a.txt", "old", "first", std::string(author));
+        repository_.Commit("trunk/a.txt", "old", "first", std::string(committer));
         repository_.Commit("trunk/a.txt", "new text", "second\nline");
     }
 
@@ -104,8 +101,8 @@ TEST_F(HostOnSubversion, LogListsTheRevisions)
     ASSERT_THAT(lines, SizeIs(2)) << "there is no working copy";
     EXPECT_EQ(lines[0].Text("id"), "5");
     EXPECT_EQ(lines[0].Text("description"), "second\nline");
-    EXPECT_EQ(lines[1].Text("author"), author);
-    EXPECT_EQ(Run({u"cat", Widened(lines[1].Text("uri"))}).output, "old");
+    EXPECT_EQ(lines[1].Text("author"), committer);
+    EXPECT_EQ(Run({u"cat", DecodeName(lines[1].Text("uri"))}).output, "old");
     const HostRun none = Run({u"log", trunk_ + u"/none"});
     EXPECT_EQ(none.exitCode, 0);
     EXPECT_EQ(none.output + none.errors, "No revisions.\n");

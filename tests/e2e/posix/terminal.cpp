@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <functional>
@@ -33,15 +34,19 @@ struct TerminalRun
 // Runs the program with a terminal of its own. Each time something is shown, `type` gets all that
 // was shown so far and gives what is typed then.
 TerminalRun RunOnTerminal(const std::vector<std::string>& arguments,
-                          const std::function<std::string(const std::string&)>& type)
+                          const std::function<std::string(const std::string&)>& type,
+                          bool isColoured = false, unsigned short width = 0)
 {
     const std::string program = HostProgram().string();
     int terminal = -1;
-    const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+    const winsize size{24, width, 0, 0};
+    const pid_t child = forkpty(&terminal, nullptr, nullptr, &size);
     if (child == 0)
     {
         unsetenv("LC_ALL");
         setenv("LC_MESSAGES", "C", 1);
+        setenv("TERM", "xterm", 1);
+        setenv("NO_COLOR", isColoured ? "" : "1", 1);
         unsetenv("DISPLAY");
         unsetenv("WAYLAND_DISPLAY");
         // Whatever happens, it doesn't fill the disk.
@@ -166,6 +171,45 @@ TEST(Terminal, ControlCharactersNeverReachIt)
     }
     EXPECT_THAT(RunOnTerminal({"cat", "hg:/r/a"}, silent).shown,
                 HasSubstr("\r\nclient?[2J?words ["));
+}
+
+std::string Silent(const std::string&)
+{
+    return {};
+}
+
+TEST(Terminal, ShowsFoldersLinksAndErrorsInColours)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.Path() / "folder");
+    fs::create_directory_symlink("folder", folder.Path() / "link");
+    WriteBytes(folder / u"plain", "");
+    const std::string shown = RunOnTerminal({"ls", folder.Path().string()}, Silent, true).shown;
+    EXPECT_THAT(shown, HasSubstr("\x1b[1;34mfolder\x1b[0m\r\n"));
+    EXPECT_THAT(shown, HasSubstr("\x1b[36mlink\x1b[0m\r\n"));
+    EXPECT_THAT(shown, EndsWith("  plain\r\n"));
+    EXPECT_THAT(RunOnTerminal({"stat", "/missing"}, Silent, true).shown,
+                HasSubstr("\x1b[31mFailed to open \"/missing\". "));
+    const std::string plain = RunOnTerminal({"ls", folder.Path().string()}, Silent).shown;
+    EXPECT_EQ(plain.find('\x1b'), std::string::npos) << "NO_COLOR";
+}
+
+TEST(Terminal, NamesBringNoColoursOfTheirOwn)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.Path() / "\x1b[31m");
+    const std::string shown = RunOnTerminal({"ls", folder.Path().string()}, Silent, true).shown;
+    EXPECT_THAT(shown, HasSubstr("\x1b[1;34m?[31m\x1b[0m\r\n"));
+}
+
+TEST(Terminal, HelpFitsItsWidth)
+{
+    const std::string shown = RunOnTerminal({"--help"}, Silent, false, 64).shown;
+    std::size_t longest = 0;
+    for (const std::string& line : LinesOf(shown))
+        longest = std::max(longest, line.size() - 1);
+    EXPECT_LE(longest, 64U);
+    EXPECT_GT(longest, 50U);
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // The names that the library shows to the outside.
-#include "loader.h"
+#include "support/loadedmodule.h"
 
 #include <gmock/gmock.h>
 
@@ -35,7 +35,7 @@ std::vector<std::string> ExportedNames(const std::string& file)
 
 TEST(Exports, AreTheEntryPointsAndTheTextAndErrorFunctions)
 {
-    EXPECT_THAT(ExportedNames(host::Module::DefaultFile().string()),
+    EXPECT_THAT(ExportedNames(LoadedModule::DefaultFile().string()),
                 UnorderedElementsAre("TARNWELL_1", "DllGetClassObject@@TARNWELL_1",
                                      "DllCanUnloadNow@@TARNWELL_1", "DllRegisterServer@@TARNWELL_1",
                                      "DllUnregisterServer@@TARNWELL_1",

@@ -38,7 +38,7 @@ TEST(Loading, ObjectsOutliveTheLastHandleOfTheLibrary)
 {
     const TempFolder folder;
     const fs::path copy = folder.Path() / "copy.so";
-    fs::copy_file(host::Module::DefaultFile(), copy);
+    fs::copy_file(LoadedModule::DefaultFile(), copy);
     void* const library = dlopen(copy.c_str(), RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(library, nullptr) << dlerror();
     const ComPtr<IFileSystem> system = FileSystemOf(library);

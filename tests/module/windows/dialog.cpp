@@ -1,5 +1,5 @@
 // The password dialog. No code of the module shows it; what counts is the template itself.
-#include "loader.h"
+#include "support/loadedmodule.h"
 
 #include <gmock/gmock.h>
 
@@ -13,7 +13,6 @@ namespace tarnwell::test
 namespace
 {
 
-using host::Module;
 using testing::ElementsAreArray;
 
 constexpr WORD passwordDialog = 127;
@@ -126,7 +125,7 @@ private:
 
 Dialog ReadDialog()
 {
-    const HMODULE module = LoadLibraryW(Module::DefaultFile().c_str());
+    const HMODULE module = LoadLibraryW(LoadedModule::DefaultFile().c_str());
     const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(passwordDialog), RT_DIALOG);
     EXPECT_NE(found, nullptr);
     return found == nullptr ? Dialog()

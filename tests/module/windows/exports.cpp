@@ -1,5 +1,5 @@
 // What the module's file shows to the outside: names, and its texts in two languages.
-#include "loader.h"
+#include "support/loadedmodule.h"
 
 #include <gmock/gmock.h>
 
@@ -12,7 +12,6 @@ namespace tarnwell::test
 namespace
 {
 
-using host::Module;
 using testing::UnorderedElementsAre;
 
 // The names in the export directory of a loaded module.
@@ -36,7 +35,7 @@ std::vector<std::string> ExportedNames(HMODULE module)
 
 TEST(Exports, AreTheFourEntryPoints)
 {
-    const HMODULE module = LoadLibraryW(Module::DefaultFile().c_str());
+    const HMODULE module = LoadLibraryW(LoadedModule::DefaultFile().c_str());
     ASSERT_NE(module, nullptr);
     EXPECT_THAT(ExportedNames(module),
                 UnorderedElementsAre("DllGetClassObject", "DllCanUnloadNow", "DllRegisterServer",
@@ -45,7 +44,7 @@ TEST(Exports, AreTheFourEntryPoints)
 
 TEST(Exports, TextsAreInTheModulesFile)
 {
-    const HMODULE module = LoadLibraryW(Module::DefaultFile().c_str());
+    const HMODULE module = LoadLibraryW(LoadedModule::DefaultFile().c_str());
     ASSERT_NE(module, nullptr);
     for (const WORD language : {WORD{2057}, WORD{1041}})
     {

@@ -1,5 +1,5 @@
 // The type library in the module's file, and its registration.
-#include "loader.h"
+#include "support/loadedmodule.h"
 
 #include <gmock/gmock.h>
 
@@ -11,8 +11,6 @@ namespace tarnwell::test
 
 namespace
 {
-
-using host::Module;
 
 struct Coclass
 {
@@ -73,7 +71,7 @@ Documentation DocumentationOf(ITypeLib& library, int index)
 ComPtr<ITypeLib> LoadFromModule()
 {
     ComPtr<ITypeLib> library;
-    EXPECT_EQ(LoadTypeLib(Module::DefaultFile().c_str(), library.Out()), S_OK);
+    EXPECT_EQ(LoadTypeLib(LoadedModule::DefaultFile().c_str(), library.Out()), S_OK);
     return library;
 }
 
@@ -148,12 +146,13 @@ TEST(TypeLibrary, CoclassesHaveTheIdentifiersOfTheHeaders)
 
 TEST(TypeLibrary, IsRegisteredAndRemovedByTheModule)
 {
-    const Module module(Module::DefaultFile());
+    const LoadedModule module;
     ASSERT_EQ(module.RegisterServer(), S_OK);
     EXPECT_EQ(LoadRegistered(), S_OK);
-    EXPECT_TRUE(std::filesystem::equivalent(RegisteredText(L"0\\win64"), Module::DefaultFile()));
+    EXPECT_TRUE(
+        std::filesystem::equivalent(RegisteredText(L"0\\win64"), LoadedModule::DefaultFile()));
     EXPECT_TRUE(std::filesystem::equivalent(RegisteredText(L"HELPDIR"),
-                                            Module::DefaultFile().parent_path()));
+                                            LoadedModule::DefaultFile().parent_path()));
 
     ASSERT_EQ(module.UnregisterServer(), S_OK);
     EXPECT_TRUE(FAILED(LoadRegistered()));
@@ -162,7 +161,7 @@ TEST(TypeLibrary, IsRegisteredAndRemovedByTheModule)
 
 TEST(TypeLibrary, RegistersNoClass)
 {
-    const Module module(Module::DefaultFile());
+    const LoadedModule module;
     ASSERT_EQ(module.RegisterServer(), S_OK);
     for (const Coclass& coclass : coclasses)
     {
