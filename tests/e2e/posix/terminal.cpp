@@ -1,18 +1,13 @@
 // The program on a terminal: copies that show their progress, and Ctrl-C.
 #include "e2e/hostrun.h"
+#include "e2e/posix/terminalrun.h"
 #include "support/environmentvalue.h"
 #include "support/tempfolder.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdlib>
-#include <functional>
-#include <pty.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace tarnwell::test
 {
@@ -24,55 +19,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace fs = std::filesystem;
-
-struct TerminalRun
-{
-    int exitCode = -1;
-    std::string shown;
-};
-
-// Runs the program with a terminal of its own. Each time something is shown, `type` gets all that
-// was shown so far and gives what is typed then.
-TerminalRun RunOnTerminal(const std::vector<std::string>& arguments,
-                          const std::function<std::string(const std::string&)>& type,
-                          bool isColoured = false, unsigned short width = 0)
-{
-    const std::string program = HostProgram().string();
-    int terminal = -1;
-    const winsize size{24, width, 0, 0};
-    const pid_t child = forkpty(&terminal, nullptr, nullptr, &size);
-    if (child == 0)
-    {
-        unsetenv("LC_ALL");
-        setenv("LC_MESSAGES", "C", 1);
-        setenv("TERM", "xterm", 1);
-        setenv("NO_COLOR", isColoured ? "" : "1", 1);
-        unsetenv("DISPLAY");
-        unsetenv("WAYLAND_DISPLAY");
-        // Whatever happens, it doesn't fill the disk.
-        const rlimit enough{rlim_t{8} << 30, rlim_t{8} << 30};
-        setrlimit(RLIMIT_FSIZE, &enough);
-        std::vector<char*> pointers{const_cast<char*>(program.c_str())};
-        for (const std::string& argument : arguments)
-            pointers.push_back(const_cast<char*>(argument.c_str()));
-        pointers.push_back(nullptr);
-        execv(program.c_str(), pointers.data());
-        _exit(127);
-    }
-    TerminalRun run;
-    char buffer[4096];
-    for (ssize_t count = 0; (count = read(terminal, buffer, sizeof buffer)) > 0;)
-    {
-        run.shown.append(buffer, static_cast<std::size_t>(count));
-        const std::string typed = type(run.shown);
-        EXPECT_EQ(write(terminal, typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
-    }
-    int status = 0;
-    EXPECT_EQ(waitpid(child, &status, 0), child);
-    close(terminal);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
-}
 
 // A file that takes long to copy, however fast the disk is: the system makes up as many bytes as
 // the program's address space has pages.
@@ -88,7 +34,7 @@ TEST(Terminal, ACopyShowsItsProgressUntilCtrlC)
             if (isTyped || shown.find("####") == std::string::npos)
                 return {};
             isTyped = true;
-            return "\x03";
+            return ctrlC;
         });
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_THAT(run.shown, HasSubstr("] " + target + ", "));
