@@ -3,26 +3,6 @@
 namespace tarnwell::test
 {
 
-Revision FactsOf(const ComPtr<IRevision>& revision)
-{
-    Bstr id;
-    Bstr description;
-    Bstr author;
-    Bstr uri;
-    Revision found;
-    EXPECT_EQ(revision->GetRevisionId(id.Out()), S_OK);
-    EXPECT_EQ(revision->GetDescription(description.Out()), S_OK);
-    EXPECT_EQ(revision->GetAuthor(author.Out()), S_OK);
-    EXPECT_EQ(revision->GetUri(uri.Out()), S_OK);
-    EXPECT_EQ(revision->GetModifiedTime(&found.modified), S_OK);
-    EXPECT_EQ(revision->GetRevisionTime(&found.time), S_OK);
-    found.id = id.View();
-    found.description = description.View();
-    found.author = author.View();
-    found.uri = uri.View();
-    return found;
-}
-
 std::u16string Widened(const std::string& ascii)
 {
     return {ascii.begin(), ascii.end()};
@@ -130,17 +110,7 @@ ComPtr<IRevisions> SystemTest::RevisionsOf(const std::u16string& address) const
 
 std::vector<Revision> SystemTest::Revisions(const std::u16string& address) const
 {
-    const auto revisions = RevisionsOf(address);
-    std::uint32_t count = 0;
-    EXPECT_EQ(revisions->GetCount(&count), S_OK);
-    std::vector<Revision> list;
-    for (std::uint32_t i = 0; i < count; ++i)
-    {
-        ComPtr<IRevision> revision;
-        EXPECT_EQ(revisions->GetItem(static_cast<std::int32_t>(i), revision.Out()), S_OK);
-        list.push_back(FactsOf(revision));
-    }
-    return list;
+    return FactsOf(RevisionsOf(address));
 }
 
 bool SystemTest::HasRevisions(const std::u16string& address) const

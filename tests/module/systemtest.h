@@ -4,6 +4,7 @@
 #include "module/objects.h"
 #include "support/components.h"
 #include "support/fakehost.h"
+#include "support/revisionfacts.h"
 
 #include <gmock/gmock.h>
 
@@ -12,17 +13,6 @@
 
 namespace tarnwell::test
 {
-
-struct Revision
-{
-    std::u16string id, description, author, uri;
-    std::uint64_t modified = 0; // FILETIME values
-    std::uint64_t time = 0;
-
-    friend bool operator==(const Revision&, const Revision&) = default;
-};
-
-Revision FactsOf(const ComPtr<IRevision>& revision);
 
 std::u16string Widened(const std::string& ascii);
 

@@ -5,6 +5,7 @@
 #include "platform/username.h"
 #include "platform/wide.h"
 #include "support/errorinfo.h"
+#include "support/revisionfacts.h"
 #include "support/snapshotserver.h"
 #include "support/snapshotshare.h"
 #include "support/tempfolder.h"
@@ -27,33 +28,6 @@ constexpr std::uint64_t day = 864'000'000'000;
 constexpr std::uint64_t firstTime = 133590330000000000;
 // A file is written before the snapshot is taken.
 constexpr std::uint64_t writeTime = firstTime - day;
-
-struct Revision
-{
-    std::u16string id;
-    std::u16string description;
-    std::u16string author;
-    std::u16string uri;
-    std::uint64_t modified = 0;
-    std::uint64_t recorded = 0;
-};
-
-template <class Method> std::u16string TextOf(const ComPtr<IRevision>& revision, Method method)
-{
-    Bstr text;
-    EXPECT_EQ((revision.Get()->*method)(text.Out()), S_OK);
-    return std::u16string(text.View());
-}
-
-Revision FactsOf(const ComPtr<IRevision>& revision)
-{
-    Revision facts{TextOf(revision, &IRevision::GetRevisionId),
-                   TextOf(revision, &IRevision::GetDescription),
-                   TextOf(revision, &IRevision::GetAuthor), TextOf(revision, &IRevision::GetUri)};
-    EXPECT_EQ(revision->GetModifiedTime(&facts.modified), S_OK);
-    EXPECT_EQ(revision->GetRevisionTime(&facts.recorded), S_OK);
-    return facts;
-}
 
 std::u16string UserName()
 {
@@ -113,15 +87,7 @@ protected:
         EXPECT_EQ(system.As<IFileSystemRevisions>()->GetRevisions(Wide(path), 99, revisions.Out()),
                   S_OK);
         EXPECT_TRUE(revisions);
-        std::uint32_t count = 99;
-        EXPECT_EQ(revisions->GetCount(&count), S_OK);
-        std::vector<Revision> list;
-        for (std::int32_t i = 0; i < static_cast<std::int32_t>(count); ++i)
-        {
-            ComPtr<IRevision> revision;
-            EXPECT_EQ(revisions->GetItem(i, revision.Out()), S_OK);
-            list.push_back(FactsOf(revision));
-        }
+        const std::vector<Revision> list = FactsOf(revisions);
         EXPECT_FALSE(TakeError()) << "nothing here is a failure";
         return list;
     }
@@ -163,14 +129,14 @@ TEST_F(EarlierVersions, AreListedBehindTheLiveFileTheNewestFirst)
     EXPECT_EQ(list[0].description, u"Working Copy");
     EXPECT_EQ(list[0].uri, u"C:\\dir\\file.txt");
     EXPECT_EQ(list[0].modified, 0U);
-    EXPECT_EQ(list[0].recorded, 0U);
+    EXPECT_EQ(list[0].time, 0U);
     const std::u16string_view tokens[] = {thirdToken, secondToken, firstToken};
     for (std::size_t i = 1; i < list.size(); ++i)
     {
         EXPECT_EQ(list[i].description, u"");
         EXPECT_EQ(list[i].uri, Uri(tokens[i - 1], u"dir\\file.txt"));
         EXPECT_EQ(list[i].modified, writeTime + (3 - i) * day);
-        EXPECT_EQ(list[i].recorded, firstTime + (3 - i) * day);
+        EXPECT_EQ(list[i].time, firstTime + (3 - i) * day);
     }
 }
 
@@ -213,7 +179,7 @@ TEST_F(EarlierVersions, WhatOnlyTheNewestSnapshotHasIsNumberOne)
     EXPECT_EQ(Has(u"C:\\file.txt"), VARIANT_TRUE);
     const std::vector<Revision> list = List(u"C:\\file.txt");
     EXPECT_THAT(IdsOf(list), ElementsAre(u"", u"1"));
-    EXPECT_EQ(list.back().recorded, firstTime + 2 * day);
+    EXPECT_EQ(list.back().time, firstTime + 2 * day);
 }
 
 TEST_F(EarlierVersions, AGapIsNotCounted)
@@ -279,7 +245,7 @@ TEST_F(EarlierVersions, ANameWithoutATimeIsTriedAtTheEnd)
     Put(firstToken, u"file.txt", "one");
     const std::vector<Revision> list = List(u"C:\\file.txt");
     ASSERT_THAT(IdsOf(list), ElementsAre(u"", u"2", u"1"));
-    EXPECT_EQ(list[2].recorded, 0U);
+    EXPECT_EQ(list[2].time, 0U);
     EXPECT_EQ(list[2].modified, writeTime);
     EXPECT_EQ(Content(list[2].uri), "kept by hand");
 }

@@ -7,9 +7,6 @@
 #include "support/posix/ownmounts.h"
 #include "support/repository.h"
 
-#include <atomic>
-#include <thread>
-
 namespace tarnwell::test
 {
 namespace
@@ -65,24 +62,6 @@ private:
 
 // ---- Clients ----
 
-TEST_F(GitRuns, AClientThatReadsItsInputSeesItsEnd)
-{
-    ReplaceClient("cat\necho read\n");
-    EXPECT_EQ(Content(Address(u"a.txt")), "read\n");
-}
-
-TEST_F(GitRuns, VariablesAreKeptFromTheClientByNamesInAnyCase)
-{
-    const EnvironmentValue capitals("GIT_DIR", "nowhere");
-    const EnvironmentValue small("git_dir", "nowhere");
-    const EnvironmentValue mixed("Git_x", "nowhere");
-    const EnvironmentValue other("GITX", "stays");
-    ReplaceClient("env\n");
-    EXPECT_THAT(Content(Address(u"a.txt")),
-                testing::AllOf(testing::HasSubstr("GITX=stays\n"),
-                               testing::Not(testing::HasSubstr("=nowhere\n"))));
-}
-
 TEST_F(GitRuns, AFoldersHistoryIsNotAskedFor)
 {
     const std::u16string asked = repository_ / u"asked";
@@ -109,27 +88,6 @@ TEST_F(GitRuns, AFailureWithoutWordsIsEmptyContent)
     EXPECT_TRUE(Revisions(Address(u"a.txt")).empty());
 }
 
-TEST_F(GitRuns, AClientThatIsKilledInTheMiddleHasFailedWhateverItWrote)
-{
-    for (const char* const words : {"", "echo last words >&2\n"})
-    {
-        ReplaceClient("echo half of it\n" + std::string(words) + "kill -9 $$\n");
-        const Outcome outcome = FailedOpen(Address(u"a.txt"));
-        EXPECT_EQ(outcome.status, Win32Status(1067));
-        EXPECT_TRUE(outcome.error->text.starts_with(
-            u"An error occurred while communicating with Git. Killed [gitobjects@"));
-        EXPECT_TRUE(Revisions(Address(u"a.txt")).empty());
-    }
-}
-
-TEST_F(GitRuns, MegabytesOfWordsAreReportedWhole)
-{
-    ReplaceClient("head -c 3000000 /dev/zero | tr '\\0' e >&2\n");
-    const Outcome outcome = FailedOpen(Address(u"a.txt"));
-    EXPECT_TRUE(outcome.error && outcome.error->text.size() > 3'000'000);
-    EXPECT_TRUE(Revisions(Address(u"a.txt")).empty());
-}
-
 TEST_F(GitRuns, WhatTheClientLeavesRunningSpeaksToo)
 {
     ReplaceClient("echo content\n(sleep 2; echo late words >&2) &\n");
@@ -144,41 +102,6 @@ TEST_F(GitRuns, ReportsAreInTheUsersLanguage)
     EXPECT_THAT(
         FailedOpen(Address(u"a.txt")),
         Reported(u"\"" + Address(u"a.txt") + u"\"\n\nwords にアクセス中にエラーが発生しました。"));
-}
-
-TEST_F(GitRuns, AMissingClientIsNamedInTheUsersLanguage)
-{
-    const auto failure = [&] {
-        const EnvironmentValue nothing("PATH", "/nonexistent");
-        EXPECT_FALSE(HasRevisions(Address(u"a.txt")));
-        EXPECT_TRUE(Revisions(Address(u"a.txt")).empty());
-        return FailedOpen(Address(u"a.txt"));
-    };
-    EXPECT_THAT(failure(),
-                Failed(Win32Status(2), u"Can't find the Git command line utility (git.exe). Please "
-                                       u"check that the Git client is correctly installed."));
-    const EnvironmentValue japanese("LC_ALL", "ja_JP.UTF-8");
-    EXPECT_THAT(failure(),
-                Failed(Win32Status(2),
-                       u"Git コマンドライン ユーティリティ (git.exe) が見つかりません。Git "
-                       u"クライアントが正しくインストールされているか確認してください。"));
-}
-
-TEST_F(GitRuns, EightThreadsOpenAndListAtOnce)
-{
-    repository_.Commit(u"a.txt", "bytes", "first");
-    std::atomic<int> right = 0;
-    std::vector<std::thread> threads;
-    const auto work = [&] {
-        const bool isRight =
-            Content(Address(u"a.txt")) == "bytes" && Revisions(Address(u"a.txt")).size() == 2;
-        right += isRight ? 1 : 0;
-    };
-    for (int i = 0; i < 8; ++i)
-        threads.emplace_back(work);
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(right, 8);
 }
 
 // ---- Repositories ----

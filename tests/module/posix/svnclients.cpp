@@ -2,9 +2,6 @@
 #include "module/svntest.h"
 #include "support/posix/standinclient.h"
 
-#include <atomic>
-#include <thread>
-
 namespace tarnwell::test
 {
 namespace
@@ -40,12 +37,6 @@ TEST_F(SvnClients, AreAskedWithTheirCredentials)
     EXPECT_THAT(List(address + u"@7"), SizeIs(1));
     EXPECT_THAT(client.Runs(), ElementsAre("--non-interactive --username ann --password "
                                            "secret -r 7 --xml list svn://host/r"));
-}
-
-TEST_F(SvnClients, GetNoInput)
-{
-    const StandInClient client("svn", "cat; " + listing);
-    EXPECT_THAT(List(address), SizeIs(1));
 }
 
 TEST_F(SvnClients, WarningsOfASuccessfulRunAreIgnored)
@@ -108,70 +99,6 @@ TEST_F(SvnClients, SilentFailuresGiveEmptyContentAndNoRevisions)
     EXPECT_EQ(Content(address + u"/a.txt"), "");
     EXPECT_FALSE(HasRevisions(address));
     EXPECT_THAT(Revisions(address), IsEmpty());
-}
-
-TEST_F(SvnClients, OneThatIsKilledHasFailedWhateverItWrote)
-{
-    for (const std::string before : {"", "echo 'svn: going' >&2; ", "echo half of it; "})
-    {
-        const std::string body = before + "kill -9 $$";
-        const Outcome outcome = FailureWith(body);
-        EXPECT_EQ(outcome.status, Win32Status(1067));
-        EXPECT_TRUE(outcome.error->text.starts_with(
-            u"An error occurred while communicating with Subversion. Killed [svnobjects@"));
-        const StandInClient client("svn", body);
-        EXPECT_EQ(FailedOpen(address + u"/a.txt").status, Win32Status(1067));
-        EXPECT_FALSE(HasRevisions(address));
-    }
-}
-
-TEST_F(SvnClients, ALongErrorTextIsReadWhole)
-{
-    const Outcome outcome =
-        FailureWith("yes 'svn: E1: something is wrong here' | head -c 3000000 >&2; exit 1");
-    EXPECT_GT(outcome.error->text.size(), 2'900'000U);
-}
-
-TEST_F(SvnClients, RunSideBySide)
-{
-    constexpr int threadCount = 4;
-    const StandInClient client("svn",
-                               "case \"$*\" in *cat*) echo content;; *)\n" + listing + ";; esac");
-    std::vector<std::thread> threads;
-    std::atomic<int> right{0};
-    for (int i = 0; i < threadCount; ++i)
-    {
-        threads.emplace_back([&] {
-            for (int round = 0; round < 5; ++round)
-                right += List(address).size() == 1 && Content(address) == "content\n" ? 1 : 0;
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(right, threadCount * 5);
-}
-
-TEST_F(SvnClients, AMissingClientIsNamedInJapaneseToo)
-{
-    const EnvironmentValue path("PATH", "/nonexistent");
-    const EnvironmentValue locale("LC_ALL", "ja_JP.UTF-8");
-    const Outcome outcome = FailedOpen(address + u"/a.txt");
-    EXPECT_TRUE(outcome.error->text.starts_with(
-        u"Subversion \u30b3\u30de\u30f3\u30c9"
-        u"\u30e9\u30a4\u30f3 \u30e6\u30fc\u30c6\u30a3\u30ea\u30c6\u30a3 (svn.exe) "));
-}
-
-TEST_F(SvnClients, AClientThatCannotRunIsAFailureToCommunicate)
-{
-    const TempFolder folder;
-    // A program of no known kind.
-    WriteBytes(folder / u"svn", "text");
-    std::filesystem::permissions(folder.Path() / "svn", std::filesystem::perms::owner_all);
-    const EnvironmentValue path("PATH", folder.Path().c_str());
-    const Outcome outcome = FailedList(address);
-    EXPECT_LT(outcome.status, 0);
-    EXPECT_TRUE(outcome.error->text.starts_with(
-        u"An error occurred while communicating with Subversion. "));
 }
 
 // Runs of the real client, seen from behind.
