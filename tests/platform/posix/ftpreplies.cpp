@@ -49,6 +49,32 @@ TEST_F(OddFtp, RepliesMayComeInPieces)
     EXPECT_EQ(client.Read(u"a"), "12345");
 }
 
+// An account is what servers ask for that none here has: the password alone isn't enough.
+TEST_F(OddFtp, ALogonThatWantsAnAccountIsARefusedPassword)
+{
+    server.Answer("PASS", {"332 which account?\r\n"});
+    for (const char* const refusal : {"530 none such\r\n", "500 not known\r\n"})
+    {
+        server.Answer("ACCT", {refusal});
+        EXPECT_EQ(FtpClient(server.Port()).Error(), ERROR_INTERNET_INCORRECT_PASSWORD);
+    }
+    EXPECT_EQ(server.Logins(), 0);
+}
+
+TEST_F(OddFtp, ARefusedUserIsToldFromARefusedPassword)
+{
+    server.Answer("USER", {"530 not you\r\n"});
+    const FtpClient unknown(server.Port());
+    EXPECT_EQ(unknown.Error(), ERROR_INTERNET_INCORRECT_USER_NAME);
+    EXPECT_EQ(ReadLastReply().text, u"530 not you\r\n");
+    server.BehaveAgain("USER");
+    server.Answer("PASS", {"530-not\r\n530 this\r\n"});
+    const FtpClient known(server.Port());
+    EXPECT_EQ(known.Error(), ERROR_INTERNET_INCORRECT_PASSWORD);
+    EXPECT_EQ(ReadLastReply().text, u"530-not\r\n530 this\r\n");
+    EXPECT_EQ(ReadLastReply().code, 530U);
+}
+
 TEST_F(OddFtp, AReplyThatNeverEndsIsCutOff)
 {
     server.Answer("DELE",

@@ -49,13 +49,51 @@ TEST_F(OddFtp, WithoutAUserTheAnonymousOneIsMeant)
 TEST_F(OddFtp, HostsThatAreNoneAreNotResolved)
 {
     const InternetHandle root(InternetOpenW(Wide(u"FTP"), 0, nullptr, nullptr, 0));
-    for (const char16_t* const host : {u"", u"127.0.0.1/x", u"a@127.0.0.1", u"127.0.0.1#", u"a b"})
+    // The last is asked for, and has a label that no name can have.
+    const std::u16string tooLong = std::u16string(64, u'x') + u".example";
+    for (const std::u16string& host :
+         {std::u16string(), std::u16string(u"127.0.0.1/x"), std::u16string(u"a@127.0.0.1"),
+          std::u16string(u"127.0.0.1#"), std::u16string(u"a b"), tooLong})
     {
         EXPECT_EQ(InternetConnectW(root.Get(), Wide(host), 21, Wide(u"a"), Wide(u"b"),
                                    INTERNET_SERVICE_FTP, INTERNET_FLAG_PASSIVE, 0),
                   nullptr);
         EXPECT_EQ(GetLastError(), ERROR_INTERNET_NAME_NOT_RESOLVED);
     }
+}
+
+// By number, as whoever kept one would use it.
+TEST_F(OddFtp, AClosedHandleIsAnInvalidOne)
+{
+    server.WriteFile("/a", "12345");
+    FtpClient client(server.Port());
+    const HINTERNET closed = client.Get();
+    InternetHandle file = client.Open(u"a", GENERIC_READ);
+    const HINTERNET closedFile = file.Get();
+    WIN32_FIND_DATAW record;
+    HINTERNET find = FtpFindFirstFileW(closed, Wide(u"*"), &record, INTERNET_FLAG_RELOAD, 0);
+    EXPECT_EQ(find, nullptr) << "the file is open";
+    file.Close();
+    find = FtpFindFirstFileW(closed, Wide(u"*"), &record, INTERNET_FLAG_RELOAD, 0);
+    ASSERT_NE(find, nullptr);
+    EXPECT_TRUE(InternetCloseHandle(find));
+    client.Close();
+    const std::size_t commands = server.Commands().size();
+    char byte = 0;
+    DWORD count = 0;
+    EXPECT_EQ(ErrorOf(InternetReadFile(closedFile, &byte, 1, &count)), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(InternetWriteFile(closedFile, &byte, 1, &count)), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(InternetFindNextFileW(find, &record)), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(FtpFindFirstFileW(closed, Wide(u"*"), &record, INTERNET_FLAG_RELOAD, 0), nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(FtpOpenFileW(closed, Wide(u"a"), GENERIC_READ, FTP_TRANSFER_TYPE_BINARY, 0), nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(FtpDeleteFileW(closed, Wide(u"a"))), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(FtpCreateDirectoryW(closed, Wide(u"a"))), ERROR_INVALID_HANDLE);
+    EXPECT_EQ(ErrorOf(FtpRemoveDirectoryW(closed, Wide(u"a"))), ERROR_INVALID_HANDLE);
+    for (const HINTERNET handle : {closed, closedFile, find})
+        EXPECT_EQ(ErrorOf(InternetCloseHandle(handle)), ERROR_INVALID_HANDLE);
+    EXPECT_LE(server.Commands().size(), commands + 1) << "QUIT at most";
 }
 
 TEST_F(OddFtp, EightThreadsHaveAConnectionEach)
