@@ -119,6 +119,8 @@ const Line unixLines[] = {
     {"-rw-r--r-- 1 ftp ftp 5 2020-01-02 10:30:15 a", "a", 5, At(2020, 1, 2, 10, 30, 15)},
     {"-rw-r--r-- 1 ftp ftp 5 01-02 10:30 a", "a", 5, At(2024, 1, 2, 10, 30)},
     {"-rw-r--r-- 1 ftp ftp 5 2020-01-02  a", "a", 5, At(2020, 1, 2)},
+    {"-rw-r--r-- 1 ftp ftp 5  2020-01-02  before", " before", 5, At(2020, 1, 2)},
+    {"-rw-r--r-- 1 ftp ftp 5 2020-01-02 10:30  before", " before", 5, At(2020, 1, 2, 10, 30)},
     // Other languages.
     {"-rw-r--r-- 1 ftp ftp 5 M\u00e4r  2 10:30 a", "a", 5, At(2024, 3, 2, 10, 30)},
     {"-rw-r--r-- 1 ftp ftp 5 M\344r  2 10:30 a", "a", 5, At(2024, 3, 2, 10, 30)},

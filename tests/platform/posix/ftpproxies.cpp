@@ -18,6 +18,7 @@ TEST(FtpProxy, IsTheFirstForFtpElseTheFirstPlainOne)
     EXPECT_EQ(ProxyForFtp("a:1 b:2"), "a:1");
     EXPECT_EQ(ProxyForFtp("a:1;ftp=b:2;ftp=c:3"), "b:2");
     EXPECT_EQ(ProxyForFtp("http=a:1; ftp=http://b:2"), "http://b:2");
+    EXPECT_EQ(ProxyForFtp("a:1;FTP=b:2"), "b:2");
     EXPECT_EQ(ProxyForFtp("http=a:1;https=b:2"), "");
     EXPECT_EQ(ProxyForFtp("http=a:1  c:3"), "c:3");
 }
@@ -34,6 +35,7 @@ TEST(FtpProxy, IsBypassedByThePlatformsRules)
     EXPECT_TRUE(IsBypassed("10.1.2.3", "192.168.*; 10.*"));
     EXPECT_TRUE(IsBypassed("anything", "*"));
     EXPECT_TRUE(IsBypassed("host", "<local>"));
+    EXPECT_TRUE(IsBypassed("host", "<LOCAL>"));
     EXPECT_FALSE(IsBypassed("host.example", "<local>"));
 }
 

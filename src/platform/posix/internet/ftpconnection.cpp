@@ -122,8 +122,11 @@ DWORD FtpConnection::List(const std::string& folder, std::vector<ListedEntry>& e
 
 bool FtpConnection::WasRefusedBeforeData() const
 {
+    // What is refused on the way to it, such as a data connection, says nothing of the command.
     constexpr int unavailable = 421;
-    return !isRenewed_ && !replies_.HasBegun() && Reply().IsRefusal() &&
+    // The library takes a 450 for an empty folder.
+    const bool isOfCommand = result_ == CURLE_OK || result_ == CURLE_FTP_COULDNT_RETR_FILE;
+    return isOfCommand && !isRenewed_ && !replies_.HasBegun() && Reply().IsRefusal() &&
            Reply().code != unavailable;
 }
 
@@ -132,7 +135,7 @@ DWORD FtpConnection::ListHere(std::vector<ListedEntry>& entries)
     if (knowsFacts_)
     {
         const DWORD code = Fetch(ListingForm::Facts, "MLSD", entries);
-        if (code == 0 || !WasRefusedBeforeData())
+        if (!WasRefusedBeforeData())
             return code;
         // From 500 to 504 it is the command that is unknown, and not this folder that is refused.
         knowsFacts_ = Reply().code / 10 != 50 || Reply().code > 504;
@@ -149,7 +152,7 @@ DWORD FtpConnection::Fetch(ListingForm form, const char* command, std::vector<Li
     listing_ = &reader;
     DWORD code = Run({.transfer = Transfer::Listing, .listing = command});
     listing_ = nullptr;
-    isRenewed_ = replies_.HasGreeted();
+    isRenewed_ = hasConnected_;
     if (isRenewed_)
         code = code != 0 ? code : ERROR_INTERNET_CONNECTION_RESET;
     if (code == 0)

@@ -127,6 +127,7 @@ private:
     void Leave();
     DWORD Outcome() const;
     DWORD OutcomeOfFailure() const;
+    bool WasTunnelRefused() const;
     bool HasNews() const;
 
     // ---- What libcurl calls back ----
@@ -159,7 +160,9 @@ private:
     std::string entryFolder_;
     bool isAtEntry_ = true;
     bool knowsFacts_ = true;
-    // The connection was made anew in the middle, so that the folder is another.
+    // The operation in hand, or the last one, has opened a connection for commands.
+    bool hasConnected_ = false;
+    // A listing's was made anew in the middle, so that the folder is another.
     bool isRenewed_ = false;
 
     // libcurl has the operation in hand.

@@ -149,6 +149,7 @@ void FtpConnection::Start(const Operation& operation)
     replies_.Forget();
     result_ = CURLE_OK;
     givenUp_ = 0;
+    hasConnected_ = false;
     isPaused_ = false;
     isAtEnd_ = false;
     room_ = {};
@@ -281,8 +282,17 @@ DWORD FtpConnection::OutcomeOfFailure() const
     case CURLE_FTP_ACCEPT_TIMEOUT:
         return ERROR_INTERNET_TIMEOUT;
     default:
-        return ERROR_INTERNET_CONNECTION_RESET;
+        return WasTunnelRefused() ? ERROR_INTERNET_CANNOT_CONNECT : ERROR_INTERNET_CONNECTION_RESET;
     }
+}
+
+// Whether a proxy has said no, which the library tells as a connection that was lost.
+bool FtpConnection::WasTunnelRefused() const
+{
+    constexpr long firstFailure = 300;
+    long code = 0;
+    curl_easy_getinfo(easy_.get(), CURLINFO_HTTP_CONNECTCODE, &code);
+    return !address_.proxy.empty() && code >= firstFailure;
 }
 
 // Whether the server has said something that nobody has asked it for yet.
@@ -377,7 +387,9 @@ std::size_t FtpConnection::GiveData(std::span<char> room)
 
 curl_socket_t FtpConnection::OnOpen(void* self, curlsocktype, curl_sockaddr* address)
 {
-    std::vector<curl_socket_t>& sockets = static_cast<FtpConnection*>(self)->sockets_;
+    FtpConnection& connection = *static_cast<FtpConnection*>(self);
+    std::vector<curl_socket_t>& sockets = connection.sockets_;
+    connection.hasConnected_ = connection.hasConnected_ || sockets.empty();
     const curl_socket_t made =
         socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
     if (made == -1)

@@ -50,7 +50,6 @@ void ReplyReader::Complete()
 {
     isOpen_ = false;
     last_ = std::move(open_);
-    hasGreeted_ = hasGreeted_ || last_.code == 220;
     hasAsked_ = hasAsked_ || last_.code == 331 || last_.code == 332;
     hasBegun_ = hasBegun_ || last_.code == 125 || last_.code == 150;
 }

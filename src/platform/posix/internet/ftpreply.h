@@ -37,11 +37,6 @@ public:
     {
         return last_;
     }
-    // The server has greeted, and not by a refusal.
-    bool HasGreeted() const
-    {
-        return hasGreeted_;
-    }
     // It has asked for a password or an account.
     bool HasAsked() const
     {
@@ -64,7 +59,6 @@ private:
     std::size_t size_ = 0;
     // There are more lines to come.
     bool isOpen_ = false;
-    bool hasGreeted_ = false;
     bool hasAsked_ = false;
     bool hasBegun_ = false;
 };

@@ -26,6 +26,12 @@ char Lower(char letter)
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
 }
 
+bool SameLetters(std::string_view a, std::string_view b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return Lower(x) == Lower(y); });
+}
+
 // The text may take any way through the stars; the last one is tried again where it fails.
 bool Fits(std::string_view text, std::string_view pattern)
 {
@@ -66,7 +72,7 @@ std::string ProxyForFtp(std::string_view list)
     std::string own;
     ForEachEntry(list, [&](std::string_view entry) {
         constexpr std::string_view key = "ftp=";
-        if (entry.starts_with(key))
+        if (SameLetters(entry.substr(0, key.size()), key))
             own = entry.substr(key.size());
         else if (plain.empty() && entry.find('=') == std::string_view::npos)
             plain = entry;
@@ -79,7 +85,8 @@ bool IsBypassed(std::string_view host, std::string_view list)
 {
     bool isListed = false;
     ForEachEntry(list, [&](std::string_view entry) {
-        const bool isLocal = entry == "<local>" && host.find('.') == std::string_view::npos;
+        const bool isLocal =
+            SameLetters(entry, "<local>") && host.find('.') == std::string_view::npos;
         isListed = isLocal || Fits(host, entry);
         return isListed;
     });

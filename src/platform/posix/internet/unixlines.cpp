@@ -130,7 +130,8 @@ std::optional<int> ZoneOf(std::string_view word)
 }
 
 // "2020-01-31 15:04", with seconds and a zone or not, or without a clock; or "01-31 15:04".
-std::optional<Date> NumberedDate(std::string_view line, const Word& first, Moment now)
+std::optional<Date> NumberedDate(std::string_view line, std::size_t before, const Word& first,
+                                 Moment now)
 {
     const std::string_view text = first.text;
     constexpr std::size_t length = 10;
@@ -149,7 +150,7 @@ std::optional<Date> NumberedDate(std::string_view line, const Word& first, Momen
     if (!year || text[yearDigits] != '-')
         return std::nullopt;
     if (!clock)
-        return At(MomentOf(*year, *month, *day, {}), BehindYear(line, first.begin - 1, first));
+        return At(MomentOf(*year, *month, *day, {}), BehindYear(line, before, first));
     std::optional<Date> date = At(MomentOf(*year, *month, *day, *clock), second.end + 1);
     const Word third = WordAt(line, second.end);
     const std::optional<int> zone = ZoneOf(third.text);
@@ -158,10 +159,11 @@ std::optional<Date> NumberedDate(std::string_view line, const Word& first, Momen
     return date;
 }
 
-std::optional<Date> DateAt(std::string_view line, const Word& first, Moment now)
+// Behind the word that ends at `before`.
+std::optional<Date> DateAt(std::string_view line, std::size_t before, const Word& first, Moment now)
 {
     const std::optional<Date> date = NamedDate(line, first, now);
-    return date ? date : NumberedDate(line, first, now);
+    return date ? date : NumberedDate(line, before, first, now);
 }
 
 // ---- The size ----
@@ -200,7 +202,7 @@ std::optional<ListedEntry> ParseUnixLine(std::string_view line, Moment now)
     for (Word word = WordAt(line, before.end); !word.text.empty(); word = WordAt(line, word.end))
     {
         const std::optional<std::uint64_t> size = SizeOf(before.text, mode->kind);
-        const std::optional<Date> date = size ? DateAt(line, word, now) : std::nullopt;
+        const std::optional<Date> date = size ? DateAt(line, before.end, word, now) : std::nullopt;
         if (date && date->end < line.size())
         {
             const bool isLink = mode->kind == 'l';
