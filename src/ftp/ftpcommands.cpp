@@ -16,12 +16,12 @@ namespace tarnwell
 namespace
 {
 
-// What a server calls an item may be anything. Only a name that leads into the folder, and to
-// another item than the folder, makes one.
+// A server may call an item anything. Only a name that leads into the folder, and to another item
+// than the folder, makes one.
 bool IsItemName(std::u16string_view name)
 {
     return !name.empty() && name != u"." && name != u".." &&
-           name.find_first_of(u"/\r\n\u2028\u2029") == std::u16string_view::npos;
+           name.find(u'/') == std::u16string_view::npos;
 }
 
 // Listings tell local times. One of 0 is unknown, and so is what can't be converted.

@@ -23,16 +23,6 @@ bool CanBeOpened(std::uint32_t access, std::uint32_t disposition)
     return access == GENERIC_WRITE || (access == GENERIC_READ && disposition == OPEN_EXISTING);
 }
 
-// As it was given, unless there is a password in it.
-std::u16string WithoutPassword(const Uri& uri)
-{
-    UriParts parts = uri.GetParts();
-    if (parts.password.empty())
-        return uri.GetText();
-    parts.password.clear();
-    return uri.Compose(parts)->GetText();
-}
-
 } // namespace
 
 FTPFileObject::FTPFileObject() : FileObject(CLSID_FTPFile, ftpItems) {}
@@ -41,10 +31,9 @@ HRESULT FTPFileObject::Open(std::uint32_t access, std::uint32_t disposition, IFi
 {
     return AtBoundary(Reporter{ClassId(), IID_IFile}, NullPointer::Bare, stream, [&] {
         if (!CanBeOpened(access, disposition))
-            throw ComException(
-                E_INVALIDARG,
-                FormatMessageById(MessageId::OpenFailed, {WithoutPassword(Address())}),
-                At(ftpSource));
+            throw ComException(E_INVALIDARG,
+                               FormatMessageById(MessageId::OpenFailed, {Address().GetText()}),
+                               At(ftpSource));
         *stream = FtpOpenUri(*this, Address(), access).Detach();
         return S_OK;
     });

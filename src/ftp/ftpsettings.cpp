@@ -41,7 +41,7 @@ public:
     {
         DWORD number = 0;
         DWORD size = sizeof number;
-        return Query(name, &number, size) == REG_DWORD && size == sizeof number ? number : 0;
+        return Query(name, &number, size) == REG_DWORD ? number : 0;
     }
 
 private:

@@ -4,6 +4,7 @@
 #include "ftp/ftpcommands.h"
 #include "ftp/ftpreply.h"
 #include "ftp/ftpuri.h"
+#include "platform/ftplinks.h"
 #include "platform/wide.h"
 
 #include <algorithm>
@@ -36,7 +37,7 @@ public:
                 Check(FtpRemoveDirectoryW(Connection(), Wide(path)), path);
                 Pop();
             }
-            else if (DeleteUnlessFolder(path))
+            else if (TriesFtpFoldersAsFiles() && DeleteUnlessFolder(path))
                 Pop();
             else
                 Enter(uri, path);
@@ -55,8 +56,7 @@ private:
         return session_.Connection(host_);
     }
 
-    // A link that is shown as a folder goes this way and is never entered. What is a folder is
-    // refused; any other failure tells nothing of the item, and ends it all.
+    // A folder is refused. Any other failure tells nothing of the item, and ends it all.
     bool DeleteUnlessFolder(const std::u16string& path)
     {
         if (FtpDeleteFileW(Connection(), Wide(path)))

@@ -114,6 +114,16 @@ TEST_F(FtpConnection, DataConnectionsArePassiveUnlessSetOtherwise)
     EXPECT_EQ(Connected(logon), u"connect h|21|u|p|passive");
 }
 
+// A number is told by its type; one of fewer bytes has zeros above them.
+TEST_F(FtpConnection, NumbersMayBeShort)
+{
+    const FtpLogon logon{u"h", noPort, u"u", u"p"};
+    internet.settings = Values{{u"UseActive", {REG_DWORD, "\1"}}};
+    EXPECT_EQ(Connected(logon), u"connect h|21|u|p|0");
+    internet.settings = Values{{u"UseActive", {REG_DWORD, ""}}};
+    EXPECT_EQ(Connected(logon), u"connect h|21|u|p|passive");
+}
+
 TEST_F(FtpConnection, SettingsAreReadAtEachConnection)
 {
     EXPECT_EQ(Connected({u"h", 2121, u"", u""}), u"connect h|2121|||passive")

@@ -1,0 +1,11 @@
+#include "platform/ftplinks.h"
+
+namespace tarnwell
+{
+
+bool TriesFtpFoldersAsFiles()
+{
+    return true;
+}
+
+} // namespace tarnwell
