@@ -33,6 +33,14 @@ install(FILES ${PROJECT_BINARY_DIR}/tarnwellConfigVersion.cmake DESTINATION ${pa
         COMPONENT development)
 if(TARGET tarnwell-host)
   install(TARGETS tarnwell-host COMPONENT host)
+  if(TARNWELL_HOST_TOLD)
+    install(FILES ${TARNWELL_HOST_TOLD}/en/tarnwell-host.1.gz
+            DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT host)
+    install(FILES ${TARNWELL_HOST_TOLD}/ja/tarnwell-host.1.gz
+            DESTINATION ${CMAKE_INSTALL_MANDIR}/ja/man1 COMPONENT host)
+    install(FILES ${TARNWELL_HOST_TOLD}/tarnwell-host
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT host)
+  endif()
 endif()
 
 # Where Debian's Python looks for modules.
