@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 const std::u16string address = u"svnfile:///r/trunk";
 
-const std::u16string communication = u"An error occurred while communicating with Subversion. ";
+const std::u16string svnCommunication = u"An error occurred while communicating with Subversion. ";
 
 // A client that prints what the real one once did.
 const std::string body = "case \"$*\" in *info*) cat <<'END'\n" + std::string(infoOutput) +
@@ -115,9 +115,9 @@ TEST_F(FailingSubversion, ThereIsNoClient)
 
 TEST_F(FailingSubversion, TheClientCannotBeRun)
 {
-    EXPECT_THAT(ListWith("CreateProcessW", 1), FailsWith(someStatus, communication));
-    EXPECT_THAT(ListWith("CreatePipe", 1), FailsWith(someStatus, communication));
-    EXPECT_THAT(ListWith("CreatePipe", 2), FailsWith(someStatus, communication));
+    EXPECT_THAT(ListWith("CreateProcessW", 1), FailsWith(someStatus, svnCommunication));
+    EXPECT_THAT(ListWith("CreatePipe", 1), FailsWith(someStatus, svnCommunication));
+    EXPECT_THAT(ListWith("CreatePipe", 2), FailsWith(someStatus, svnCommunication));
 }
 
 TEST_F(FailingSubversion, ThereIsNoPlaceForItsOutput)
@@ -130,13 +130,13 @@ TEST_F(FailingSubversion, ThereIsNoPlaceForItsOutput)
 TEST_F(FailingSubversion, TheOutputCannotBeRead)
 {
     for (const char* const operation : {"LoadXml", "ReadXmlText", "SelectXmlNodes"})
-        EXPECT_THAT(ListWith(operation, 1), FailsWith(someStatus, communication)) << operation;
+        EXPECT_THAT(ListWith(operation, 1), FailsWith(someStatus, svnCommunication)) << operation;
     // The first five facts of the first item, and the last fact of the last.
     for (const int n : {2, 3, 4, 5, 6, 20})
-        EXPECT_THAT(ListWith("ReadXmlText", n), FailsWith(someStatus, communication));
+        EXPECT_THAT(ListWith("ReadXmlText", n), FailsWith(someStatus, svnCommunication));
     // Not the client's error stream but its output; that is read by one thread at a time.
-    EXPECT_THAT(ListWith("MultiByteToWideChar", 1), FailsWith(someStatus, communication));
-    EXPECT_THAT(ListWith("SetFilePointer", 1), FailsWith(someStatus, communication));
+    EXPECT_THAT(ListWith("MultiByteToWideChar", 1), FailsWith(someStatus, svnCommunication));
+    EXPECT_THAT(ListWith("SetFilePointer", 1), FailsWith(someStatus, svnCommunication));
 }
 
 TEST_F(FailingSubversion, ADateThatCannotBeConvertedIsUnknown)
