@@ -48,6 +48,17 @@ TEST_P(FtpCommandLine, WhatIsPutIsListedToldReadAndRemoved)
     EXPECT_TRUE(fs::is_empty(Stored({})));
 }
 
+TEST_P(FtpCommandLine, AllBelowAFolderIsFound)
+{
+    fs::create_directories(Stored(u"one/two"));
+    WriteBytes(Stored(u"one/two/x.txt").u16string(), "x");
+    WriteBytes(Stored(u"y.txt").u16string(), "y");
+    EXPECT_THAT(LinesOf(Printed({u"find", Address({})})),
+                testing::ElementsAre(Utf8(Address(u"one")), Utf8(Address(u"y.txt")),
+                                     Utf8(Address(u"one/two")), Utf8(Address(u"one/two/x.txt"))));
+    EXPECT_THAT(Printed({u"ls", u"-r", Address({}), u"x*"}), EndsWith("  one/two/x.txt\n"));
+}
+
 TEST_P(FtpCommandLine, StandardInputIsPut)
 {
     const HostRun run = RunHost(

@@ -66,6 +66,18 @@ TEST_F(HostOnSubversion, LsListsAFolder)
                 AllOf(HasSubstr("--r-         8 B"), HasSubstr("d---           -")));
 }
 
+// A listing gives the address of its folder as the client writes it.
+TEST_F(HostOnSubversion, FindStaysInTheRevision)
+{
+    EXPECT_THAT(LinesOf(Run({u"find", trunk_}).output),
+                testing::ElementsAre(Utf8(trunk_) + "/a.txt@5", Utf8(trunk_) + "/my dir",
+                                     Utf8(trunk_) + "/my%20dir/x y.txt@3"));
+    const HostRun old = Run({u"find", trunk_ + u"@4", u"*.txt"});
+    EXPECT_EQ(old.errors, "");
+    EXPECT_THAT(LinesOf(old.output), testing::ElementsAre(Utf8(trunk_) + "/a.txt@4",
+                                                          Utf8(trunk_) + "/my%20dir/x y.txt@3"));
+}
+
 TEST_F(HostOnSubversion, StatTellsAllFacts)
 {
     for (const std::u16string name : {u"/a.txt", u"/a.txt@4", u"/my dir"})
