@@ -6,6 +6,7 @@
 #pragma once
 
 #include "platform/posix/internet/ftpreply.h"
+#include "platform/posix/internet/ftpurl.h"
 #include "platform/posix/internet/listingparser.h"
 #include "platform/win32.h"
 
@@ -17,19 +18,6 @@
 
 namespace tarnwell::posix
 {
-
-struct FtpServerAddress
-{
-    std::string host;
-    unsigned port = 21;
-    // Empty: the anonymous one.
-    std::string user = {};
-    std::string password = {};
-    // By which the server connects to us for data, or we to it.
-    bool isPassive = true;
-    // "host:port" of an HTTP proxy, or empty.
-    std::string proxy = {};
-};
 
 // What nobody waits beyond. None is for a whole transfer.
 struct FtpPatience
@@ -149,6 +137,9 @@ private:
     DWORD Fetch(ListingForm form, const char* command, std::vector<ListedEntry>& entries);
     bool WasRefusedBeforeData() const;
     DWORD BeginTransfer(Transfer transfer, const std::string& path);
+
+    // Of data that libcurl takes or gives at once, in bytes.
+    static constexpr long pieceSize = 262144;
 
     const FtpServerAddress address_;
     const FtpPatience patience_;

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <new>
 #include <sys/socket.h>
-#include <unistd.h>
 #include <utility>
 
 namespace tarnwell::posix
@@ -17,8 +16,6 @@ using SteadyClock = std::chrono::steady_clock;
 // In milliseconds. After some replies libcurl names no socket to wait for, and a poll would last
 // for as long as it may.
 constexpr int longestPoll = 3;
-// In bytes.
-constexpr long pieceSize = 262144;
 
 void StartLibrary()
 {
@@ -26,35 +23,6 @@ void StartLibrary()
     static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
     if (started != CURLE_OK)
         throw std::bad_alloc();
-}
-
-// All but what no server and no library takes for anything else.
-std::string Encoded(std::string_view path)
-{
-    constexpr std::string_view plain = "/._-~";
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string encoded;
-    for (const char unit : path)
-    {
-        const auto byte = static_cast<unsigned char>(unit);
-        const bool isAlphanumeric = (unit >= '0' && unit <= '9') || (unit >= 'A' && unit <= 'Z') ||
-                                    (unit >= 'a' && unit <= 'z');
-        if (isAlphanumeric || plain.find(unit) != std::string_view::npos)
-            encoded += unit;
-        else
-            encoded.append({'%', digits[byte >> 4], digits[byte & 0xF]});
-    }
-    return encoded;
-}
-
-std::string Url(const FtpServerAddress& address, std::string_view path)
-{
-    const bool isNumeric6 = address.host.find(':') != std::string::npos && address.host[0] != '[';
-    const std::string host = isNumeric6 ? "[" + address.host + "]" : address.host;
-    // A first "/" would be that between host and path.
-    const bool isAbsolute = path.starts_with('/');
-    return "ftp://" + host + ":" + std::to_string(address.port) + "/" + (isAbsolute ? "%2F" : "") +
-           Encoded(path.substr(isAbsolute ? 1 : 0));
 }
 
 } // namespace
@@ -167,7 +135,7 @@ void FtpConnection::Start(const Operation& operation)
         commands_.reset(longer);
     }
     Set(CURLOPT_QUOTE, commands_.get());
-    Set(CURLOPT_URL, Url(address_, operation.path).c_str());
+    Set(CURLOPT_URL, FtpUrl(address_, operation.path).c_str());
     // In this order: the later ones don't undo the earlier.
     Set(CURLOPT_NOBODY, operation.transfer == Transfer::None ? 1L : 0L);
     Set(CURLOPT_UPLOAD, operation.transfer == Transfer::Upload ? 1L : 0L);
@@ -293,123 +261,6 @@ bool FtpConnection::WasTunnelRefused() const
     long code = 0;
     curl_easy_getinfo(easy_.get(), CURLINFO_HTTP_CONNECTCODE, &code);
     return !address_.proxy.empty() && code >= firstFailure;
-}
-
-// Whether the server has said something that nobody has asked it for yet.
-bool FtpConnection::HasNews() const
-{
-    char unit = 0;
-    return !sockets_.empty() &&
-           recv(sockets_.front(), &unit, sizeof unit, MSG_PEEK | MSG_DONTWAIT) >= 0;
-}
-
-// ---- What libcurl calls back: nothing may be thrown through it ----
-
-std::size_t FtpConnection::OnReply(char* bytes, std::size_t, std::size_t count, void* self)
-{
-    FtpConnection& connection = *static_cast<FtpConnection*>(self);
-    ++connection.progress_;
-    try
-    {
-        if (connection.replies_.Take({bytes, count}))
-            return count;
-        connection.givenUp_ = ERROR_INTERNET_CONNECTION_RESET;
-    }
-    catch (const std::bad_alloc&)
-    {
-        connection.givenUp_ = ERROR_NOT_ENOUGH_MEMORY;
-    }
-    for (const curl_socket_t socket : connection.sockets_)
-        shutdown(socket, SHUT_RDWR);
-    return 0;
-}
-
-std::size_t FtpConnection::OnData(char* bytes, std::size_t, std::size_t count, void* self)
-{
-    FtpConnection& connection = *static_cast<FtpConnection*>(self);
-    try
-    {
-        return connection.TakeData({bytes, count});
-    }
-    catch (const std::bad_alloc&)
-    {
-        connection.givenUp_ = ERROR_NOT_ENOUGH_MEMORY;
-        return 0;
-    }
-}
-
-std::size_t FtpConnection::TakeData(std::string_view bytes)
-{
-    if (listing_ != nullptr)
-    {
-        ++progress_;
-        if (listing_->Take(bytes))
-            return bytes.size();
-        givenUp_ = ERROR_NOT_ENOUGH_MEMORY;
-        return 0;
-    }
-    // Nothing is taken before somebody reads. Then a piece is taken to its end, as the library
-    // copies what it keeps at each resumption.
-    if (!isReading_ || rest_.size() >= std::size_t{pieceSize})
-    {
-        isPaused_ = true;
-        return CURL_WRITEFUNC_PAUSE;
-    }
-    ++progress_;
-    const std::size_t fitting = std::min(bytes.size(), room_.size());
-    std::copy_n(bytes.data(), fitting, room_.data());
-    room_ = room_.subspan(fitting);
-    rest_ += bytes.substr(fitting);
-    return bytes.size();
-}
-
-std::size_t FtpConnection::OnWanted(char* bytes, std::size_t, std::size_t count, void* self)
-{
-    return static_cast<FtpConnection*>(self)->GiveData({bytes, count});
-}
-
-std::size_t FtpConnection::GiveData(std::span<char> room)
-{
-    // A server that speaks before the end has stopped listening: its word is read by ending.
-    if (isAtEnd_ || HasNews())
-        return 0;
-    if (toSend_.empty())
-    {
-        isPaused_ = true;
-        return CURL_READFUNC_PAUSE;
-    }
-    ++progress_;
-    const std::size_t size = std::min(room.size(), toSend_.size());
-    std::copy_n(toSend_.data(), size, room.data());
-    toSend_ = toSend_.subspan(size);
-    return size;
-}
-
-curl_socket_t FtpConnection::OnOpen(void* self, curlsocktype, curl_sockaddr* address)
-{
-    FtpConnection& connection = *static_cast<FtpConnection*>(self);
-    std::vector<curl_socket_t>& sockets = connection.sockets_;
-    connection.hasConnected_ = connection.hasConnected_ || sockets.empty();
-    const curl_socket_t made =
-        socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
-    if (made == -1)
-        return CURL_SOCKET_BAD;
-    try
-    {
-        sockets.push_back(made);
-        return made;
-    }
-    catch (const std::bad_alloc&)
-    {
-        close(made);
-        return CURL_SOCKET_BAD;
-    }
-}
-
-int FtpConnection::OnClose(void* self, curl_socket_t socket)
-{
-    std::erase(static_cast<FtpConnection*>(self)->sockets_, socket);
-    return close(socket);
 }
 
 } // namespace tarnwell::posix

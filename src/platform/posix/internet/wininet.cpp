@@ -1,140 +1,22 @@
 // The names, handles and codes under which the logic reaches FTP servers.
-#include "platform/posix/calendar/filetime.h"
-#include "platform/posix/calendar/localtime.h"
 #include "platform/posix/errors/lasterror.h"
-#include "platform/posix/internet/ftpconnection.h"
+#include "platform/posix/internet/internetfailure.h"
+#include "platform/posix/internet/internethandles.h"
 #include "platform/posix/internet/proxychoice.h"
 
 #include <tarnwell/text.h>
 
 #include <algorithm>
-#include <mutex>
 #include <new>
-#include <unordered_map>
-#include <variant>
 
 namespace tarnwell::posix
 {
 namespace
 {
 
-// ---- What handles stand for ----
-
-struct Root
-{
-    // Lists as they were given.
-    std::string proxy;
-    std::string bypass;
-};
-
-struct Connection
-{
-    std::shared_ptr<FtpConnection> ftp;
-};
-
-struct Find
-{
-    std::vector<ListedEntry> entries;
-    std::size_t next = 0;
-};
-
-// Keeps its connection alive.
-class TransferHandle
-{
-public:
-    TransferHandle(std::shared_ptr<FtpConnection> ftp, bool isUpload)
-        : ftp_(std::move(ftp)), isUpload_(isUpload)
-    {
-    }
-    TransferHandle(const TransferHandle&) = delete;
-    TransferHandle& operator=(const TransferHandle&) = delete;
-    // Nobody is told what comes of it.
-    ~TransferHandle()
-    {
-        ftp_->EndTransfer();
-    }
-
-    FtpConnection& Ftp() const
-    {
-        return *ftp_;
-    }
-    bool IsUpload() const
-    {
-        return isUpload_;
-    }
-
-private:
-    std::shared_ptr<FtpConnection> ftp_;
-    bool isUpload_;
-};
-
-using Object = std::variant<Root, Connection, Find, TransferHandle>;
-
-// Handles are numbers that are never given twice, so that a closed one is known as such.
-class HandleTable
-{
-public:
-    static HandleTable& Instance()
-    {
-        // Never destroyed: a stream may outlive everything static.
-        static HandleTable& table = *new HandleTable;
-        return table;
-    }
-
-    template <class T, class... Arguments> HINTERNET Add(Arguments&&... arguments)
-    {
-        auto object =
-            std::make_shared<Object>(std::in_place_type<T>, std::forward<Arguments>(arguments)...);
-        const std::lock_guard lock(guard_);
-        // Odd, so that it is no address of anything.
-        last_ += 2;
-        objects_.emplace(last_, std::move(object));
-        return reinterpret_cast<HINTERNET>(last_);
-    }
-    std::shared_ptr<Object> Find(HINTERNET handle)
-    {
-        const std::lock_guard lock(guard_);
-        const auto found = objects_.find(reinterpret_cast<std::uintptr_t>(handle));
-        return found == objects_.end() ? nullptr : found->second;
-    }
-    // The object goes with the caller's pointer, outside of the lock.
-    std::shared_ptr<Object> Take(HINTERNET handle)
-    {
-        const std::lock_guard lock(guard_);
-        const auto found = objects_.extract(reinterpret_cast<std::uintptr_t>(handle));
-        return found.empty() ? nullptr : std::move(found.mapped());
-    }
-
-private:
-    std::mutex guard_;
-    std::unordered_map<std::uintptr_t, std::shared_ptr<Object>> objects_;
-    std::uintptr_t last_ = 1;
-};
-
 // ---- Failures ----
 
-// What failed an operation; caught where that ends.
-struct Failure
-{
-    DWORD code;
-};
-
-void Check(bool isFine, DWORD code)
-{
-    if (!isFine)
-        throw Failure{code};
-}
-
 thread_local FtpReply lastReply;
-
-void Check(DWORD code, const FtpConnection& ftp)
-{
-    if (code == 0)
-        return;
-    if (ftp.Reply().IsRefusal())
-        lastReply = ftp.Reply();
-    throw Failure{code};
-}
 
 // Runs one operation: what it gives, or `none` and the last error.
 template <class Result, class Body> Result Guarded(Result none, Body body)
@@ -144,8 +26,9 @@ template <class Result, class Body> Result Guarded(Result none, Body body)
     {
         return body();
     }
-    catch (const Failure& failure)
+    catch (const InternetFailure& failure)
     {
+        lastReply = failure.reply;
         Fail(failure.code);
     }
     catch (const std::bad_alloc&)
@@ -155,19 +38,9 @@ template <class Result, class Body> Result Guarded(Result none, Body body)
     return none;
 }
 
-// The object stays for as long as the operation lasts, whoever closes the handle meanwhile.
-template <class T> std::shared_ptr<T> Get(HINTERNET handle)
-{
-    const std::shared_ptr<Object> object = HandleTable::Instance().Find(handle);
-    Check(object != nullptr, ERROR_INVALID_HANDLE);
-    T* const wanted = std::get_if<T>(object.get());
-    Check(wanted != nullptr, ERROR_INTERNET_INCORRECT_HANDLE_TYPE);
-    return {object, wanted};
-}
-
 std::shared_ptr<FtpConnection> IdleConnection(HINTERNET handle)
 {
-    std::shared_ptr<FtpConnection> ftp = Get<Connection>(handle)->ftp;
+    std::shared_ptr<FtpConnection> ftp = ObjectOf<InternetConnection>(handle)->ftp;
     Check(!ftp->IsTransferring(), ERROR_FTP_TRANSFER_IN_PROGRESS);
     return ftp;
 }
@@ -208,94 +81,10 @@ std::string HostBytes(LPCWSTR host)
     return bytes;
 }
 
-std::string Without(std::string path, std::string_view endings)
-{
-    while (path.size() > 1 && endings.find(path.back()) != std::string_view::npos)
-        path.pop_back();
-    return path;
-}
-
-// ---- Records ----
-
-FILETIME WriteTimeOf(const ListedEntry& entry)
-{
-    if (!entry.time)
-        return {};
-    return FileTimeOf(*entry.time + (entry.isUtc ? LocalAdvance() : 0), entry.fraction);
-}
-
-// False if the name is longer than a record's can be.
-bool Fill(WIN32_FIND_DATAW& record, const ListedEntry& entry)
-{
-    const std::u16string name = DecodeName(entry.name);
-    if (name.size() >= MAX_PATH)
-        return false;
-    record = {};
-    record.dwFileAttributes |= entry.isFolder ? FILE_ATTRIBUTE_DIRECTORY : 0;
-    record.dwFileAttributes |= entry.isLink ? FILE_ATTRIBUTE_REPARSE_POINT : 0;
-    record.dwFileAttributes |= entry.isReadOnly ? FILE_ATTRIBUTE_READONLY : 0;
-    if (record.dwFileAttributes == 0)
-        record.dwFileAttributes = FILE_ATTRIBUTE_NORMAL;
-    record.ftLastWriteTime = WriteTimeOf(entry);
-    const std::uint64_t size = entry.isFolder ? 0 : entry.size;
-    record.nFileSizeHigh = static_cast<DWORD>(size >> 32);
-    record.nFileSizeLow = static_cast<DWORD>(size);
-    name.copy(record.cFileName, name.size());
-    return true;
-}
-
-BOOL GiveNext(Find& find, WIN32_FIND_DATAW& record)
-{
-    while (find.next < find.entries.size())
-    {
-        const ListedEntry& entry = find.entries[find.next++];
-        if (entry.name != "." && entry.name != ".." && Fill(record, entry))
-            return 1;
-    }
-    return Fail(ERROR_NO_MORE_FILES);
-}
-
-Find FindInFolder(FtpConnection& ftp, const std::string& folder)
-{
-    Find find;
-    bool isMissing = false;
-    Check(ftp.List(folder, find.entries, isMissing), ftp);
-    return find;
-}
-
-// The one entry itself, out of its folder's listing.
-Find FindEntry(FtpConnection& ftp, const std::string& path)
-{
-    const std::size_t slash = path.rfind('/');
-    const std::string leaf = path.substr(slash == std::string::npos ? 0 : slash + 1);
-    // The login folder and the root are entries of nothing, and there.
-    if (leaf.empty())
-        return {{{.name = "/", .isFolder = true}}};
-    const std::string folder =
-        slash == std::string::npos ? "" : Without(path.substr(0, slash + 1), "/");
-    std::vector<ListedEntry> entries;
-    bool isMissing = false;
-    const DWORD code = ftp.List(folder, entries, isMissing);
-    Check(!isMissing, ERROR_FILE_NOT_FOUND);
-    Check(code, ftp);
-    std::erase_if(entries, [&](const ListedEntry& entry) { return entry.name != leaf; });
-    Check(!entries.empty(), ERROR_FILE_NOT_FOUND);
-    return {std::move(entries)};
-}
-
-Find Begin(FtpConnection& ftp, const std::string& pattern)
-{
-    if (pattern == "*")
-        return FindInFolder(ftp, "");
-    if (pattern.ends_with("/*"))
-        return FindInFolder(ftp, Without(pattern.substr(0, pattern.size() - 1), "/"));
-    return FindEntry(ftp, Without(pattern, "/"));
-}
-
 // ---- Connections ----
 
-FtpServerAddress AddressOf(const Root& root, std::string host, INTERNET_PORT port, LPCWSTR user,
-                           LPCWSTR password, bool isPassive)
+FtpServerAddress AddressOf(const InternetRoot& root, std::string host, INTERNET_PORT port,
+                           LPCWSTR user, LPCWSTR password, bool isPassive)
 {
     FtpServerAddress address{.host = std::move(host), .port = port == 0 ? 21U : port};
     address.user = Bytes(user);
@@ -327,8 +116,8 @@ extern "C" HINTERNET InternetOpenW(LPCWSTR, DWORD access, LPCWSTR proxy, LPCWSTR
         const bool hasProxy = access == INTERNET_OPEN_TYPE_PROXY;
         Check((hasProxy || access == INTERNET_OPEN_TYPE_PRECONFIG) && flags == 0,
               ERROR_INVALID_PARAMETER);
-        return HandleTable::Instance().Add<Root>(
-            Root{hasProxy ? Bytes(proxy) : "", hasProxy ? Bytes(bypass) : ""});
+        return InternetHandles::Instance().Add<InternetRoot>(
+            InternetRoot{hasProxy ? Bytes(proxy) : "", hasProxy ? Bytes(bypass) : ""});
     });
 }
 
@@ -339,19 +128,19 @@ extern "C" HINTERNET InternetConnectW(HINTERNET root, LPCWSTR host, INTERNET_POR
     return Guarded<HINTERNET>(nullptr, [&] {
         Check(service == INTERNET_SERVICE_FTP && (flags & ~INTERNET_FLAG_PASSIVE) == 0,
               ERROR_INVALID_PARAMETER);
-        const std::shared_ptr<Root> opened = Get<Root>(root);
+        const std::shared_ptr<InternetRoot> opened = ObjectOf<InternetRoot>(root);
         const bool isPassive = (flags & INTERNET_FLAG_PASSIVE) != 0;
         const auto ftp = std::make_shared<FtpConnection>(
             AddressOf(*opened, HostBytes(host), port, user, password, isPassive));
         Check(ftp->LogIn(), *ftp);
-        return HandleTable::Instance().Add<Connection>(Connection{ftp});
+        return InternetHandles::Instance().Add<InternetConnection>(InternetConnection{ftp});
     });
 }
 
 extern "C" BOOL InternetCloseHandle(HINTERNET handle)
 {
     return Guarded(BOOL{0}, [&] {
-        Check(HandleTable::Instance().Take(handle) != nullptr, ERROR_INVALID_HANDLE);
+        Check(InternetHandles::Instance().Take(handle) != nullptr, ERROR_INVALID_HANDLE);
         return BOOL{1};
     });
 }
@@ -384,19 +173,21 @@ extern "C" BOOL InternetGetLastResponseInfoW(DWORD* error, LPWSTR buffer, DWORD*
 extern "C" HINTERNET FtpFindFirstFileW(HINTERNET connection, LPCWSTR pattern,
                                        WIN32_FIND_DATAW* record, DWORD flags, DWORD_PTR)
 {
-    return Guarded<HINTERNET>(nullptr, [&]() -> HINTERNET {
+    return Guarded<HINTERNET>(nullptr, [&] {
         Check((flags & ~INTERNET_FLAG_RELOAD) == 0, ERROR_INVALID_PARAMETER);
         const std::shared_ptr<FtpConnection> ftp = IdleConnection(connection);
-        Find find = Begin(*ftp, Bytes(pattern));
-        return GiveNext(find, *record) != 0 ? HandleTable::Instance().Add<Find>(std::move(find))
-                                            : nullptr;
+        FtpFind find(*ftp, Bytes(pattern));
+        Check(find.Next(*record), ERROR_NO_MORE_FILES);
+        return InternetHandles::Instance().Add<FtpFind>(std::move(find));
     });
 }
 
 extern "C" BOOL InternetFindNextFileW(HINTERNET find, LPVOID record)
 {
     return Guarded(BOOL{0}, [&] {
-        return GiveNext(*Get<Find>(find), *static_cast<WIN32_FIND_DATAW*>(record));
+        Check(ObjectOf<FtpFind>(find)->Next(*static_cast<WIN32_FIND_DATAW*>(record)),
+              ERROR_NO_MORE_FILES);
+        return BOOL{1};
     });
 }
 
@@ -427,7 +218,7 @@ extern "C" HINTERNET FtpOpenFileW(HINTERNET connection, LPCWSTR path, DWORD acce
         // An empty one too is for the server to refuse.
         const std::string bytes = Bytes(path);
         Check(isUpload ? ftp->BeginUpload(bytes) : ftp->BeginDownload(bytes), *ftp);
-        return HandleTable::Instance().Add<TransferHandle>(std::move(ftp), isUpload);
+        return InternetHandles::Instance().Add<FtpTransfer>(std::move(ftp), isUpload);
     });
 }
 
@@ -435,7 +226,7 @@ extern "C" BOOL InternetReadFile(HINTERNET file, LPVOID buffer, DWORD size, DWOR
 {
     *read = 0;
     return Guarded(BOOL{0}, [&] {
-        const std::shared_ptr<TransferHandle> transfer = Get<TransferHandle>(file);
+        const std::shared_ptr<FtpTransfer> transfer = ObjectOf<FtpTransfer>(file);
         Check(!transfer->IsUpload(), ERROR_INTERNET_INCORRECT_HANDLE_TYPE);
         std::size_t count = 0;
         Check(transfer->Ftp().Read({static_cast<char*>(buffer), size}, count), transfer->Ftp());
@@ -448,7 +239,7 @@ extern "C" BOOL InternetWriteFile(HINTERNET file, LPCVOID buffer, DWORD size, DW
 {
     *written = 0;
     return Guarded(BOOL{0}, [&] {
-        const std::shared_ptr<TransferHandle> transfer = Get<TransferHandle>(file);
+        const std::shared_ptr<FtpTransfer> transfer = ObjectOf<FtpTransfer>(file);
         Check(transfer->IsUpload(), ERROR_INTERNET_INCORRECT_HANDLE_TYPE);
         Check(transfer->Ftp().Write({static_cast<const char*>(buffer), size}), transfer->Ftp());
         *written = size;
