@@ -44,6 +44,10 @@ protected:
         EXPECT_EQ(stat(path.c_str(), &facts), 0);
         return facts.st_mode & 07777;
     }
+    std::ptrdiff_t Entries() const
+    {
+        return std::distance(fs::directory_iterator(folder_.Path()), fs::directory_iterator());
+    }
 
     TempFolder folder_;
     std::u16string source_ = folder_ / u"source";
@@ -195,6 +199,71 @@ TEST_F(CopyFaults, WhoReplacesAHalfCopyKeepsTheirFile)
     }
 }
 
+// The last moment: the half copy was looked at and found to be the copy's own.
+TEST_F(CopyFaults, WhoReplacesAHalfCopyAsItIsRemovedKeepsTheirFile)
+{
+    for (const char* const link : {"", "target"})
+    {
+        fs::remove(target_);
+        if (*link != 0)
+            fs::create_symlink(link, folder_ / u"link");
+        Progress progress;
+        progress.answer = [](int n) {
+            return n == 2 ? PROGRESS_CANCEL : PROGRESS_CONTINUE;
+        };
+        SystemCalls calls;
+        calls.Before("renameat2", 1, [&] { Replace(); });
+        EXPECT_EQ(ErrorOfCopy(source_, *link != 0 ? folder_ / u"link" : target_, 0, &progress),
+                  ERROR_REQUEST_ABORTED);
+        EXPECT_EQ(ReadBytes(target_), "somebody else's");
+        EXPECT_EQ(Entries(), *link != 0 ? 3 : 2) << "and nothing else is left";
+    }
+}
+
+TEST_F(CopyFaults, WhoseFileHasLostItsNameToAThirdIsNotRemovedEither)
+{
+    Progress progress;
+    progress.answer = [](int n) {
+        return n == 2 ? PROGRESS_CANCEL : PROGRESS_CONTINUE;
+    };
+    {
+        SystemCalls calls;
+        calls.Before("renameat2", 1, [&] { Replace(); });
+        calls.Before("renameat2", 2, [&] { WriteBytes(target_, "a third one's"); });
+        EXPECT_EQ(Copy(0, &progress), ERROR_REQUEST_ABORTED);
+    }
+    EXPECT_EQ(ReadBytes(target_), "a third one's");
+    EXPECT_EQ(Entries(), 3) << "the other one has a name that tells of it";
+}
+
+TEST_F(CopyFaults, AHalfCopyGoesWhereFilesAreNotMovedAside)
+{
+    Progress progress;
+    progress.answer = [](int n) {
+        return n == 2 ? PROGRESS_CANCEL : PROGRESS_CONTINUE;
+    };
+    for (const char* const call : {"renameat2", "getrandom"})
+    {
+        progress.questions = 0;
+        SystemCalls calls;
+        calls.Fail(call, 1, EINVAL);
+        EXPECT_EQ(Copy(0, &progress), ERROR_REQUEST_ABORTED);
+        EXPECT_EQ(Entries(), 1) << call;
+    }
+}
+
+TEST_F(CopyFaults, WhoReplacesWhatALinkIsToReplaceKeepsTheirFile)
+{
+    fs::create_symlink("nowhere", folder_ / u"link");
+    WriteBytes(target_, "old");
+    SystemCalls calls;
+    calls.Before("renameat2", 1, [&] { Replace(); });
+    EXPECT_EQ(ErrorOfCopy(folder_ / u"link", target_, COPY_FILE_COPY_SYMLINK),
+              ERROR_SHARING_VIOLATION);
+    EXPECT_EQ(ReadBytes(target_), "somebody else's");
+    EXPECT_EQ(Entries(), 3);
+}
+
 TEST_F(CopyFaults, ALinkAsSuchIsNotCopiedWhereALookFails)
 {
     fs::create_symlink("target", folder_ / u"link");
@@ -232,6 +301,16 @@ TEST_F(CopyFaults, SignalsInterruptNothingWhereTheSystemDoesNotCopy)
     calls.Interrupt("write");
     EXPECT_EQ(Copy(), ERROR_SUCCESS);
     EXPECT_TRUE(ReadBytes(target_) == bytes);
+}
+
+TEST_F(CopyFaults, SignalsDoNotShortenAHole)
+{
+    WriteBytes(source_, "");
+    fs::resize_file(source_, 1 << 20);
+    SystemCalls calls;
+    calls.Interrupt("ftruncate");
+    EXPECT_EQ(Copy(), ERROR_SUCCESS);
+    EXPECT_EQ(fs::file_size(target_), 1U << 20);
 }
 
 TEST_F(CopyFaults, NoDescriptorGoesToAnotherProgram)

@@ -5,6 +5,7 @@
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/nativepath.h"
 #include "platform/posix/files/permissions.h"
+#include "platform/posix/files/removal.h"
 
 #include <cerrno>
 #include <climits>
@@ -113,7 +114,7 @@ DWORD ClearPlaceForLink(const Request& request, const struct stat& source)
     const bool isOtherLink = error == ERROR_NOT_SUPPORTED && S_ISLNK(found.st_mode);
     if (error != ERROR_SUCCESS && !isOtherLink)
         return error;
-    return unlink(request.target.c_str()) == 0 ? ERROR_SUCCESS : LookupError(request.target, errno);
+    return RemoveIfSame(request.target.c_str(), found);
 }
 
 DWORD CopyLink(const Request& request, const struct stat& facts)

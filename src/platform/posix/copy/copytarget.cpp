@@ -4,12 +4,12 @@
 #include "platform/posix/files/attributes.h"
 #include "platform/posix/files/nativepath.h"
 #include "platform/posix/files/permissions.h"
+#include "platform/posix/files/removal.h"
 
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <fcntl.h>
-#include <memory>
 #include <unistd.h>
 
 namespace tarnwell::posix
@@ -19,11 +19,6 @@ namespace
 
 // How many links the system follows.
 constexpr int mostLinks = 40;
-
-bool IsSame(const struct stat& one, const struct stat& other)
-{
-    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
-}
 
 // Where the link at `path` leads; empty if there is none.
 std::string LedTo(const std::string& path)
@@ -149,11 +144,9 @@ DWORD CopyTarget::Finish(const struct stat& source)
 // At the end of all links, and only if it is still the file that was written.
 void CopyTarget::Remove(const struct stat& made) const
 {
-    const std::unique_ptr<char, decltype(&std::free)> path(realpath(path_.c_str(), nullptr),
-                                                           &std::free);
-    struct stat found;
-    if (path && lstat(path.get(), &found) == 0 && IsSame(made, found))
-        unlink(path.get());
+    char path[PATH_MAX];
+    if (realpath(path_.c_str(), path) != nullptr)
+        RemoveIfSame(path, made);
 }
 
 } // namespace tarnwell::posix
