@@ -88,6 +88,17 @@ TEST_F(GitRuns, AFailureWithoutWordsIsEmptyContent)
     EXPECT_TRUE(Revisions(Address(u"a.txt")).empty());
 }
 
+TEST_F(GitRuns, WhatEndedTheClientIsNamedInTheUsersLanguage)
+{
+    ReplaceClient("kill -9 $$\n");
+    const EnvironmentValue japanese("LC_ALL", "ja_JP.UTF-8");
+    const Outcome outcome = FailedOpen(Address(u"a.txt"));
+    ASSERT_TRUE(outcome.error);
+    EXPECT_TRUE(outcome.error->text.starts_with(
+        u"Git と通信中にエラーが発生しました。 強制終了 [gitobjects@"))
+        << testing::PrintToString(outcome.error->text);
+}
+
 TEST_F(GitRuns, WhatTheClientLeavesRunningSpeaksToo)
 {
     ReplaceClient("echo content\n(sleep 2; echo late words >&2) &\n");

@@ -1,4 +1,5 @@
 // The user's language and the system's words in it, by the environment.
+#include "platform/posix/messages/systemtext.h"
 #include "platform/posix/systemcalls.h"
 #include "platform/texts.h"
 #include "support/environmentvalue.h"
@@ -6,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include <cerrno>
+#include <csignal>
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -98,6 +100,24 @@ TEST_F(Language, SystemTextsSpeakTheEnvironmentsLanguage)
     freelocale(locale);
     EXPECT_EQ(SystemWords(ERROR_FILE_NOT_FOUND), u"そのようなファイルやディレクトリはありません");
     EXPECT_EQ(SystemWords(static_cast<DWORD>(E_FAIL)), u"エラーを特定できません");
+}
+
+TEST_F(Language, SignalsAreNamedInTheEnvironmentsLanguage)
+{
+    EXPECT_EQ(posix::SignalText(SIGKILL), u"Killed");
+    EXPECT_EQ(posix::SignalText(0), u"") << "is none";
+    all.Set("ja_JP.UTF-8");
+    const locale_t locale = newlocale(LC_MESSAGES_MASK, "", locale_t{});
+    if (locale == locale_t{})
+        GTEST_SKIP() << "no Japanese locale installed";
+    freelocale(locale);
+    const locale_t before = uselocale(locale_t{});
+    EXPECT_EQ(posix::SignalText(SIGKILL), u"強制終了");
+    EXPECT_EQ(uselocale(locale_t{}), before) << "the thread's own is as it was";
+    all.Set("zz_ZZ.UTF-8");
+    SystemCalls calls;
+    calls.Fail("newlocale", 1, ENOMEM);
+    EXPECT_EQ(posix::SignalText(SIGKILL), u"Killed") << "without memory for a locale";
 }
 
 // As many files are open as may be.

@@ -1,5 +1,7 @@
 // What the system says about a code: the C library's text for its counterpart, in the language of
 // the environment.
+#include "platform/posix/messages/systemtext.h"
+
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/messages/languages.h"
@@ -97,6 +99,22 @@ std::u16string Words(DWORD code)
 }
 
 } // namespace
+
+// The library knows no call for this that takes a locale, so the thread has it meanwhile.
+std::u16string SignalText(int signal)
+{
+    const char* words = sigdescr_np(signal);
+    if (words == nullptr)
+        return {};
+    const locale_t locale = MessagesLocale();
+    if (locale == locale_t{})
+        return DecodeName(words);
+    const locale_t before = uselocale(locale);
+    words = strsignal(signal);
+    uselocale(before);
+    return DecodeName(words);
+}
+
 } // namespace tarnwell::posix
 
 extern "C" BOOL FindSystemText(DWORD code, std::u16string& text)

@@ -4,6 +4,7 @@
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/handleobject.h"
 #include "platform/posix/files/nativepath.h"
+#include "platform/posix/messages/systemtext.h"
 #include "platform/posix/processes/childprocess.h"
 #include "platform/posix/processes/commandline.h"
 #include "platform/posix/processes/environment.h"
@@ -12,7 +13,6 @@
 #include <tarnwell/text.h>
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <memory>
 #include <new>
@@ -80,7 +80,7 @@ FileDescriptor OpenFolder(LPCWSTR path)
     const std::optional<std::string> native = NativePath(path);
     FileDescriptor folder;
     if (native)
-        folder = FileDescriptor(open(native->c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        folder = Open(native->c_str(), O_PATH | O_DIRECTORY);
     if (native && !folder)
         FailWithErrno();
     const DWORD error = GetLastError();
@@ -147,8 +147,7 @@ std::optional<std::u16string> CrashOf(HANDLE process)
     const int signal = handle == nullptr ? 0 : handle->Child().EndingSignal();
     if (signal == 0)
         return std::nullopt;
-    const char* const words = sigdescr_np(signal);
-    return DecodeName(words == nullptr ? "" : words);
+    return posix::SignalText(signal);
 }
 
 } // namespace tarnwell
