@@ -1,0 +1,89 @@
+// The program where memory runs out, at any of its requests for some.
+#include "e2e/hostrun.h"
+#include "support/tempfolder.h"
+
+#include <gmock/gmock.h>
+
+#include <sstream>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+using testing::AllOf;
+using testing::AnyOf;
+using testing::EndsWith;
+using testing::StartsWith;
+
+class ShortMemory : public testing::Test
+{
+protected:
+    ShortMemory()
+    {
+        WriteBytes(folder_ / u"a", "bytes");
+    }
+
+    // Where the n-th request is the one that fails.
+    HostRun Run(int n) const
+    {
+        return RunHost({.arguments = {u"--json", u"cat", folder_ / u"a"},
+                        .environment = {{"LD_PRELOAD", Shim()},
+                                        {"TORTURE_CALL", "malloc"},
+                                        {"TORTURE_NTH", std::to_string(n)},
+                                        {"TORTURE_ERROR", std::to_string(ENOMEM)},
+                                        {"TORTURE_COUNT", Utf8(folder_ / u"counts")}}});
+    }
+    // How many requests there are from the start of main to the end.
+    int Requests() const
+    {
+        Run(0);
+        std::istringstream counts(ReadBytes(folder_ / u"counts"));
+        std::string call;
+        int count = 0;
+        while (counts >> call >> count && call != "malloc")
+        {
+        }
+        return count;
+    }
+
+    const TempFolder folder_;
+
+private:
+    static std::string Shim()
+    {
+        return (ThisProgram().parent_path() / "libtorture-shim.so").string();
+    }
+};
+
+TEST_F(ShortMemory, IsAFailureWithWordsFromTheStartOn)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "here memory is the sanitizer's";
+#endif
+    const int requests = Requests();
+    ASSERT_GT(requests, 100) << "the module is loaded, and texts are made";
+    int failures = 0;
+    // All until the module is being loaded, and then some from all over.
+    for (int n = 1; n <= requests; n += n < 40 ? 1 : 5)
+    {
+        const HostRun run = Run(n);
+        if (run.exitCode == 0)
+        {
+            EXPECT_EQ(run.output, "bytes") << n;
+            continue;
+        }
+        ++failures;
+        EXPECT_EQ(run.exitCode, 1) << n;
+        // Before the options are read, nothing is known of them.
+        EXPECT_THAT(run.errors, AnyOf(AllOf(StartsWith("{\"status\":\"0x"), EndsWith("\"}\n")),
+                                      "Out of memory.\n0x8007000E\n"))
+            << n;
+    }
+    EXPECT_GT(failures, 20) << "of all of which the program takes note";
+}
+
+} // namespace
+
+} // namespace tarnwell::test
