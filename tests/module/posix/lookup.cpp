@@ -2,6 +2,7 @@
 #include "module/localtest.h"
 
 #include <fcntl.h>
+#include <sys/inotify.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -120,6 +121,24 @@ TEST_F(PosixLookup, WhatAPipeHoldsIsThereForItsOpening)
     ASSERT_EQ(item->Open(readAccess, openExisting, stream.Out()), S_OK);
     close(writer);
     EXPECT_EQ(ReadAll(stream), "12345");
+}
+
+// Its writer, who waits for a reader, would take the lookup for one.
+TEST_F(PosixLookup, APipeIsNeverOpenedToBeLookedAt)
+{
+    const fs::path pipe = folder.Path() / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const int openings = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    ASSERT_GE(inotify_add_watch(openings, pipe.c_str(), IN_OPEN), 0);
+    char events[4096];
+    const auto item = File(pipe.u16string());
+    FactsOf(item);
+    List(folder.Text());
+    EXPECT_LT(read(openings, events, sizeof events), 0) << "nothing was opened";
+    const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    EXPECT_GT(read(openings, events, sizeof events), 0) << "as the test would see it";
+    close(reader);
+    close(openings);
 }
 
 TEST_F(PosixLookup, ASocketExists)

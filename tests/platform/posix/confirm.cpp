@@ -206,6 +206,7 @@ TEST_F(Confirm, DialogTextIsNotTakenForEscapes)
     WriteBytes(folder_ / u"a\\nb", "");
     EXPECT_EQ(Delete(std::nullopt, true, u"a\\nb").exitCode, cancelled);
     EXPECT_THAT(dialog_.Asked(), HasSubstr("a\\\\nb"));
+    EXPECT_THAT(dialog_.Asked(), HasSubstr("--no-markup"));
 }
 
 TEST_F(Confirm, TerminalIsAskedWhereThereIsNoDialogProgram)

@@ -27,6 +27,8 @@ class FileBesideHere : public testing::Test
 protected:
     mode_t ModeBeside(mode_t mode)
     {
+        // Who isn't root can't write to the one before.
+        fs::remove(beside_);
         WriteBytes(beside_, "");
         EXPECT_EQ(chmod(fs::path(beside_).c_str(), mode), 0);
         fs::remove(made_);

@@ -126,6 +126,20 @@ TEST(ShellTree, WhatIsNeverListedEndsTheSearch)
     EXPECT_TRUE(fs::exists(folder.Path() / "tree" / "a"));
 }
 
+TEST(ShellTree, TheSearchGoesOnOnlyAsLongAsItHelps)
+{
+    const TempFolder folder;
+    fs::create_directory(folder.Path() / "tree");
+    for (const char16_t* const name : {u"a", u"b", u"c", u"d"})
+        WriteBytes(Joined(folder / u"tree", name), "");
+    SystemCalls calls;
+    // The first time some are listed, the second time none.
+    calls.End("readdir", 4);
+    calls.End("readdir", 5);
+    EXPECT_EQ(CodeOf({folder / u"tree"}), static_cast<int>(ERROR_DIR_NOT_EMPTY));
+    EXPECT_FALSE(fs::is_empty(folder.Path() / "tree"));
+}
+
 TEST(ShellTree, NoDescriptorGoesToAnotherProgram)
 {
     const TempFolder folder;
