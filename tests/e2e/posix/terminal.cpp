@@ -92,7 +92,10 @@ TEST(Terminal, ANoToOneItemReadsAsSuch)
 TEST(Terminal, ControlCharactersNeverReachIt)
 {
     const TempFolder folder;
-    WriteBytes(folder / u"hg", "#!/bin/sh\nprintf 'client\\033[2J\\302\\233words\\n' >&2\n");
+    WriteBytes(folder / u"hg", "#!/bin/sh\nprintf 'client\\033[2J\\302\\233words\\n' >&2\n"
+                               "[ \"$1\" != --version ] || printf 'version\\033[2J\\n'\n");
+    const TempFolder named;
+    WriteBytes(named / u"a\nb\x1b[2J\u009b", "");
     fs::permissions(folder.Path() / "hg", fs::perms::owner_all);
     const EnvironmentValue path("PATH",
                                 (folder.Path().string() + ":" + std::getenv("PATH")).c_str());
@@ -108,7 +111,9 @@ TEST(Terminal, ControlCharactersNeverReachIt)
           {"--\x1b[2J"},
           {"ls", "/nowhere/\x1b[2J"},
           {"cp", "/nowhere/\x1b[2J", "/nowhere/\x1b[2J"},
-          {"rm", "/nowhere/\x1b[2J"}})
+          {"rm", "/nowhere/\x1b[2J"},
+          {"selfcheck"},
+          {"ls", named.Path().string()}})
     {
         const TerminalRun run = RunOnTerminal(arguments, silent);
         EXPECT_EQ(run.shown.find('\x1b'), std::string::npos) << run.shown;
@@ -117,6 +122,9 @@ TEST(Terminal, ControlCharactersNeverReachIt)
     }
     EXPECT_THAT(RunOnTerminal({"cat", "hg:/r/a"}, silent).shown,
                 HasSubstr("\r\nclient?[2J?words ["));
+    EXPECT_THAT(RunOnTerminal({"ls", named.Path().string()}, silent).shown,
+                EndsWith("a?b?[2J?\r\n"))
+        << "in one line";
 }
 
 std::string Silent(const std::string&)

@@ -1,5 +1,6 @@
 // Pipes as only Linux has them.
 #include "platform/childrun.h"
+#include "platform/posix/systemcalls.h"
 #include "support/opened.h"
 #include "support/tempfolder.h"
 
@@ -29,6 +30,13 @@ TEST(PipesPosix, AtTheEndReadingSucceeds)
     char byte = 0;
     EXPECT_TRUE(ReadFile(pipe.read.Get(), &byte, 1, &count, nullptr));
     EXPECT_EQ(count, 0U);
+}
+
+TEST(PipesPosix, NoEndGoesToAnotherProgram)
+{
+    const std::vector<int> before = InheritableDescriptors();
+    const Pipe pipe = PipeToChild();
+    EXPECT_EQ(InheritableDescriptors(), before);
 }
 
 TEST(PipesPosix, WritingWithoutAReaderIsAnErrorAndNoSignal)

@@ -1,4 +1,5 @@
-// The program where memory runs out, at any of its requests for some.
+// The program where memory runs out, at any of its requests for some, or where signals interrupt
+// its reading and writing.
 #include "e2e/hostrun.h"
 #include "support/tempfolder.h"
 
@@ -17,28 +18,34 @@ using testing::AnyOf;
 using testing::EndsWith;
 using testing::StartsWith;
 
-class ShortMemory : public testing::Test
+class FailingCalls : public testing::Test
 {
 protected:
-    ShortMemory()
+    FailingCalls()
     {
         WriteBytes(folder_ / u"a", "bytes");
     }
 
-    // Where the n-th request is the one that fails.
-    HostRun Run(int n) const
+    // Where the n-th of these calls fails.
+    HostRun Run(std::vector<std::u16string> arguments, const char* call, int n, int number,
+                const std::string& input = {}) const
     {
-        return RunHost({.arguments = {u"--json", u"cat", folder_ / u"a"},
+        return RunHost({.arguments = std::move(arguments),
+                        .input = input,
                         .environment = {{"LD_PRELOAD", Shim()},
-                                        {"TORTURE_CALL", "malloc"},
+                                        {"TORTURE_CALL", call},
                                         {"TORTURE_NTH", std::to_string(n)},
-                                        {"TORTURE_ERROR", std::to_string(ENOMEM)},
+                                        {"TORTURE_ERROR", std::to_string(number)},
                                         {"TORTURE_COUNT", Utf8(folder_ / u"counts")}}});
+    }
+    HostRun RunWithoutMemory(int n) const
+    {
+        return Run({u"--json", u"cat", folder_ / u"a"}, "malloc", n, ENOMEM);
     }
     // How many requests there are from the start of main to the end.
     int Requests() const
     {
-        Run(0);
+        RunWithoutMemory(0);
         std::istringstream counts(ReadBytes(folder_ / u"counts"));
         std::string call;
         int count = 0;
@@ -57,7 +64,7 @@ private:
     }
 };
 
-TEST_F(ShortMemory, IsAFailureWithWordsFromTheStartOn)
+TEST_F(FailingCalls, ForMemoryAreFailuresWithWordsFromTheStartOn)
 {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "here memory is the sanitizer's";
@@ -68,7 +75,7 @@ TEST_F(ShortMemory, IsAFailureWithWordsFromTheStartOn)
     // All until the module is being loaded, and then some from all over.
     for (int n = 1; n <= requests; n += n < 40 ? 1 : 5)
     {
-        const HostRun run = Run(n);
+        const HostRun run = RunWithoutMemory(n);
         if (run.exitCode == 0)
         {
             EXPECT_EQ(run.output, "bytes") << n;
@@ -82,6 +89,19 @@ TEST_F(ShortMemory, IsAFailureWithWordsFromTheStartOn)
             << n;
     }
     EXPECT_GT(failures, 20) << "of all of which the program takes note";
+}
+
+TEST_F(FailingCalls, BySignalsAreMadeAgain)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "here the sanitizer comes first";
+#endif
+    const HostRun written = Run({u"cat", folder_ / u"a"}, "write", 1, EINTR);
+    EXPECT_EQ(written.exitCode, 0) << written.errors;
+    EXPECT_EQ(written.output, "bytes");
+    const HostRun read = Run({u"put", u"-", folder_ / u"b"}, "read", 1, EINTR, "input");
+    EXPECT_EQ(read.exitCode, 0) << read.errors;
+    EXPECT_EQ(ReadBytes(folder_ / u"b"), "input");
 }
 
 } // namespace
