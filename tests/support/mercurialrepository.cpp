@@ -2,13 +2,41 @@
 
 #include "support/clients.h"
 
+#include <stdexcept>
+
 namespace tarnwell::test
 {
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+// An empty repository, made once: the client takes long to start.
+const fs::path& EmptyRepository()
+{
+    static const TempFolder folder;
+    static const std::string made = RunClient("hg", {"init"}, folder.Path());
+    return folder.Path();
+}
+
+// Out of "committed changeset 12:0123456789ab".
+std::string NumberIn(const std::string& output)
+{
+    constexpr std::string_view before = "committed changeset ";
+    const std::size_t at = output.rfind(before);
+    if (at == std::string::npos)
+        throw std::runtime_error("nothing was committed: " + output);
+    const std::size_t begin = at + before.size();
+    return output.substr(begin, output.find(':', begin) - begin);
+}
+
+} // namespace
 
 MercurialRepository::MercurialRepository()
 {
     if (WhyNoClients().empty())
-        Hg("init");
+        fs::copy(EmptyRepository(), folder_.Path(), fs::copy_options::recursive);
 }
 
 std::string MercurialRepository::Hg(std::string_view words) const
@@ -21,14 +49,13 @@ std::string MercurialRepository::Commit(std::u16string_view name, std::string_vi
                                         const std::vector<std::string>& options) const
 {
     const std::u16string path = folder_ / name;
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+    fs::create_directories(fs::path(path).parent_path());
     WriteBytes(path, bytes);
     // An author among the options is the later one, and so holds.
-    std::vector<std::string> arguments = {"commit", "-q",       "-A", "-u", "Ann <ann@example.org>",
+    std::vector<std::string> arguments = {"commit", "-v",       "-A", "-u", "Ann <ann@example.org>",
                                           "-m",     description};
     arguments.insert(arguments.end(), options.begin(), options.end());
-    RunClient("hg", arguments, folder_.Path());
-    return Hg("log -r . -T {rev}");
+    return NumberIn(RunClient("hg", arguments, folder_.Path()));
 }
 
 } // namespace tarnwell::test
