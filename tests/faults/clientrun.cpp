@@ -23,8 +23,6 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr DWORD someError = ERROR_BUSY;
-constexpr HRESULT someStatus = StatusFromError(someError);
 const std::u16string address = u"test://address";
 
 // Temporary files and the current folder lie in folders of their own, which stay empty.

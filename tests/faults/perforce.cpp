@@ -1,9 +1,8 @@
 // The Perforce file system whose platform calls fail: which message each failure has, and that
 // nothing is leaked and nothing stays behind.
-#include "faults/local.h"
+#include "faults/clientsystem.h"
 
 #include "perforce/p4objects.h"
-#include "support/environmentvalue.h"
 #include "support/fakehost.h"
 #include "support/perforcedepot.h"
 
@@ -23,90 +22,21 @@ const std::u16string inDepot = u"p4:////depot/base/a.txt";
 
 const std::u16string communication = u"An error occurred while communicating with Perforce. ";
 
-class FailingPerforce : public testing::Test
+class FailingPerforce : public FailingClientSystem
 {
 protected:
     FailingPerforce()
+        : FailingClientSystem(std::in_place_type<P4FileSystemObject>, u"p4:////depot/base", inDepot)
     {
-        EXPECT_EQ(MakeInstance<P4FileSystemObject>(nullptr, IID_IFileSystem, system_.OutVoid()),
-                  S_OK);
         host_->credentials = {S_OK, u"ann", u"secret", u"server"};
         system_.As<IFileSystemInit>()->SetHost(host_->Unknown());
         depot_.Submit("a.txt", "one");
         depot_.Submit("a.txt", "two");
         depot_.Submit("sub/b.txt", "b");
     }
-    ~FailingPerforce() override
-    {
-        EXPECT_TRUE(fs::is_empty(temporary_.Path()));
-    }
-
-    HRESULT List() const
-    {
-        ComPtr<IFolder> folder;
-        HRESULT status =
-            system_->GetFolder(Wide(u"p4:////depot/base"), VARIANT_FALSE, folder.Out());
-        if (FAILED(status))
-            return status;
-        ComPtr<IFolderContents> contents;
-        status = folder->GetContents(contents.Out());
-        EXPECT_EQ(status == S_OK, static_cast<bool>(contents));
-        return status;
-    }
-    HRESULT Stat() const
-    {
-        ComPtr<IFile> file;
-        const HRESULT status = system_->GetFile(Wide(inDepot), VARIANT_FALSE, file.Out());
-        std::uint32_t size = 0;
-        return FAILED(status) ? status : file->GetSizeLow(&size);
-    }
-    HRESULT Open() const
-    {
-        ComPtr<IFile> file;
-        HRESULT status = system_->GetFile(Wide(inDepot), VARIANT_FALSE, file.Out());
-        if (FAILED(status))
-            return status;
-        ComPtr<IFileStream> stream;
-        status = file->Open(GENERIC_READ, OPEN_EXISTING, stream.Out());
-        EXPECT_EQ(status == S_OK, static_cast<bool>(stream));
-        return status;
-    }
-    // Succeeds always; how many there are.
-    std::uint32_t Revisions() const
-    {
-        ComPtr<IRevisions> revisions;
-        EXPECT_EQ(
-            system_.As<IFileSystemRevisions>()->GetRevisions(Wide(inDepot), 0, revisions.Out()),
-            S_OK);
-        std::uint32_t count = 0;
-        EXPECT_EQ(revisions->GetCount(&count), S_OK);
-        return count;
-    }
-
-    // What the action gives with the `n`-th call of `operation` failing.
-    template <class Action>
-    static Result With(const char* operation, int n, DWORD error, Action&& action)
-    {
-        Faults faults;
-        faults.Fail(operation, n, error);
-        const Result result = ResultOf(action);
-        EXPECT_EQ(faults.Failures(), 1) << operation << ' ' << n;
-        return result;
-    }
-    Result ListWith(const char* operation, int n, DWORD error = someError) const
-    {
-        return With(operation, n, error, [&] { return List(); });
-    }
-    Result OpenWith(const char* operation, int n, DWORD error = someError) const
-    {
-        return With(operation, n, error, [&] { return Open(); });
-    }
 
     PerforceDepot depot_;
-    const TempFolder temporary_;
-    const EnvironmentValue variable_{"TMPDIR", temporary_.Path().c_str()};
     const ComPtr<FakeHost> host_ = FakeHost::Make();
-    ComPtr<IFileSystem> system_;
 };
 
 TEST_F(FailingPerforce, WithoutAFaultEverythingWorks)

@@ -1,9 +1,8 @@
 // The Subversion file system whose platform calls fail: which message each failure has, and that
 // nothing is leaked and nothing stays behind.
-#include "faults/local.h"
+#include "faults/clientsystem.h"
 
 #include "subversion/svnobjects.h"
-#include "support/environmentvalue.h"
 #include "support/fakehost.h"
 #include "support/posix/standinclient.h"
 #include "support/svnoutput.h"
@@ -13,8 +12,6 @@ namespace tarnwell::test
 
 namespace
 {
-
-namespace fs = std::filesystem;
 
 const std::u16string address = u"svnfile:///r/trunk";
 
@@ -26,75 +23,16 @@ const std::string body = "case \"$*\" in *info*) cat <<'END'\n" + std::string(in
                          "END\n;; *log*) cat <<'END'\n" + std::string(logOutput) +
                          "END\n;; *) echo content;; esac\n";
 
-class FailingSubversion : public testing::Test
+class FailingSubversion : public FailingClientSystem
 {
 protected:
     FailingSubversion()
+        : FailingClientSystem(std::in_place_type<SVNFileSystemObject>, address, address)
     {
-        EXPECT_EQ(MakeInstance<SVNFileSystemObject>(nullptr, IID_IFileSystem, system_.OutVoid()),
-                  S_OK);
-    }
-    ~FailingSubversion() override
-    {
-        EXPECT_TRUE(fs::is_empty(temporary_.Path()));
-    }
-
-    HRESULT List() const
-    {
-        ComPtr<IFolder> folder;
-        HRESULT status = system_->GetFolder(Wide(address), VARIANT_FALSE, folder.Out());
-        if (FAILED(status))
-            return status;
-        ComPtr<IFolderContents> contents;
-        status = folder->GetContents(contents.Out());
-        EXPECT_EQ(status == S_OK, static_cast<bool>(contents));
-        return status;
-    }
-    HRESULT Stat() const
-    {
-        ComPtr<IFile> file;
-        const HRESULT status = system_->GetFile(Wide(address), VARIANT_FALSE, file.Out());
-        std::uint32_t size = 0;
-        return FAILED(status) ? status : file->GetSizeLow(&size);
-    }
-    HRESULT Open() const
-    {
-        ComPtr<IFile> file;
-        HRESULT status = system_->GetFile(Wide(address), VARIANT_FALSE, file.Out());
-        if (FAILED(status))
-            return status;
-        ComPtr<IFileStream> stream;
-        status = file->Open(GENERIC_READ, OPEN_EXISTING, stream.Out());
-        EXPECT_EQ(status == S_OK, static_cast<bool>(stream));
-        return status;
-    }
-    // Succeeds always; how many there are.
-    std::uint32_t Revisions() const
-    {
-        ComPtr<IRevisions> revisions;
-        EXPECT_EQ(
-            system_.As<IFileSystemRevisions>()->GetRevisions(Wide(address), 0, revisions.Out()),
-            S_OK);
-        std::uint32_t count = 0;
-        EXPECT_EQ(revisions->GetCount(&count), S_OK);
-        return count;
-    }
-
-    // The listing with the `n`-th call of `operation` failing.
-    Result ListWith(const char* operation, int n, DWORD error = someError) const
-    {
-        Faults faults;
-        faults.Fail(operation, n, error);
-        const Result result = ResultOf([&] { return List(); });
-        EXPECT_EQ(faults.Failures(), 1) << operation << ' ' << n;
-        return result;
     }
 
     const StandInClient client_{"svn", body};
     const TempFolder output_;
-    const TempFolder temporary_;
-    const EnvironmentValue variable_{"TMPDIR", temporary_.Path().c_str()};
-    ComPtr<IFileSystem> system_;
 };
 
 TEST_F(FailingSubversion, WithoutAFaultEverythingWorks)

@@ -90,21 +90,6 @@ TEST_F(Git, MergesAreRevisions)
     EXPECT_EQ(Revisions(Address(u"a.txt")).size(), 5U);
 }
 
-TEST_F(Git, ErrorTextFailsTheOpening)
-{
-    repository.Commit(u"a.txt", "1", "first");
-    ComPtr<IFileStream> stream;
-    const std::u16string address = Address(u"none.txt");
-    const Outcome outcome = Open(address, stream);
-    EXPECT_EQ(outcome.status, E_FAIL);
-    ASSERT_TRUE(outcome.error);
-    EXPECT_TRUE(
-        WithLineFeeds(outcome.error->text)
-            .starts_with(u"An error occurred while accessing \"" + address +
-                         u"\"\n\nfatal: path 'none.txt' does not exist in 'HEAD' [gitobjects@"));
-    EXPECT_FALSE(stream);
-}
-
 TEST_F(Git, ALinkedRepositoryListsAndDoesNotOpen)
 {
     repository.Commit(u"a.txt", "1", "first");
@@ -123,22 +108,10 @@ TEST_F(Git, OutsideARepositoryThereIsNoFolderToOpenIn)
     EXPECT_THAT(FailedOpen(u"git://" + (outside / u"a.txt")), Failed(noFolder, noCommunication));
 }
 
-TEST_F(Git, WhatTheClientWouldReadAsAnOptionIsRefusedBeforeItStarts)
+TEST_F(Git, ANegativeNumberIsNoRevision)
 {
     repository.Commit(u"a.txt", "1", "first");
-    const std::u16string file = u"git://" + (repository / u"a.txt");
-    const EnvironmentValue path("PATH", "nowhere");
-    for (const std::u16string& address :
-         {file + u"#--output=x", file + u"#-p", file + u"#-1", file + u"#-",
-          std::u16string(u"git://--output=x/a.txt"), std::u16string(u"git://-p/a.txt#HEAD")})
-    {
-        const Outcome outcome = FailedOpen(address);
-        EXPECT_EQ(outcome.status, E_INVALIDARG);
-        ASSERT_TRUE(outcome.error);
-        EXPECT_TRUE(outcome.error->text.starts_with(u"Invalid Git URI \"" + address + u"\"."))
-            << std::filesystem::path(outcome.error->text);
-    }
-    EXPECT_TRUE(Revisions(u"git://--output=x/a.txt").empty());
+    EXPECT_EQ(FailedOpen(Address(u"a.txt", "-1")).status, E_INVALIDARG);
 }
 
 TEST_F(Git, VariablesOfTheHostDoNotReachTheClient)

@@ -94,19 +94,6 @@ TEST_F(Mercurial, AllHeadsAreListed)
     EXPECT_EQ(Content(Address(u"a.txt", "1")), "left");
 }
 
-TEST_F(Mercurial, ErrorTextFailsTheOpening)
-{
-    repository.Commit(u"a.txt", "1", "first");
-    const std::u16string address = Address(u"a.txt", "99");
-    const Outcome outcome = FailedOpen(address);
-    EXPECT_EQ(outcome.status, E_FAIL);
-    ASSERT_TRUE(outcome.error);
-    const std::u16string text = WithLineFeeds(outcome.error->text);
-    EXPECT_TRUE(text.starts_with(u"An error occurred while accessing \"" + address +
-                                 u"\"\n\nabort: unknown revision '99' [hgobjects@"))
-        << fs::path(text);
-}
-
 TEST_F(Mercurial, OutsideARepositoryTheClientComplains)
 {
     const TempFolder outside;
@@ -131,25 +118,6 @@ TEST_F(Mercurial, ABrokenExtensionsWarningFailsTheOpening)
     EXPECT_NE(outcome.error->text.find(u"*** failed to import extension"), std::u16string::npos);
     EXPECT_TRUE(Revisions(Address(u"a.txt")).empty());
     EXPECT_FALSE(HasRevisions(Address(u"a.txt")));
-}
-
-// The client would load what stands in that folder's settings, or in the option.
-TEST_F(Mercurial, WhatTheClientWouldReadAsAnOptionIsRefusedBeforeItStarts)
-{
-    repository.Commit(u"a.txt", "1", "first");
-    const std::u16string file = u"hg://" + (repository / u"a.txt");
-    const EnvironmentValue path("PATH", "nowhere");
-    for (const std::u16string& address :
-         {file + u"#--config=alias.cat=!touch x", file + u"#--", file + u"#-R/other", file + u"#-",
-          std::u16string(u"hg://--config=alias.cat=!touch x"), std::u16string(u"hg://-R/other#1")})
-    {
-        const Outcome outcome = FailedOpen(address);
-        EXPECT_EQ(outcome.status, E_INVALIDARG);
-        ASSERT_TRUE(outcome.error);
-        EXPECT_TRUE(outcome.error->text.starts_with(u"Invalid Mercurial URI \"" + address + u"\"."))
-            << fs::path(outcome.error->text);
-    }
-    EXPECT_TRUE(Revisions(u"hg://--config=alias.log=!touch x").empty());
 }
 
 TEST_F(Mercurial, ANegativeNumberIsARevision)

@@ -1,6 +1,7 @@
 // What systems have in common whose addresses name files of a working copy, for which the client
 // looks for a repository around them.
 #include "backends/suites/backendtest.h"
+#include "support/environmentvalue.h"
 
 namespace tarnwell::test
 {
@@ -73,6 +74,42 @@ TEST_P(WorkingCopies, RelativePathsDoNotOpenNorList)
     FailedOpen(scheme + u"text.txt");
     EXPECT_THAT(Revisions(scheme + u"text.txt"), IsEmpty());
     EXPECT_THAT(Revisions(u"text.txt"), IsEmpty());
+}
+
+// The client would load what stands in a folder's settings, run an alias, or write a file.
+TEST_P(WorkingCopies, WhatTheClientWouldReadAsAnOptionIsRefusedBeforeItStarts)
+{
+    const std::u16string file = Address(u"text.txt");
+    const std::u16string scheme = file.substr(0, file.find(u"//") + 2);
+    const EnvironmentValue path("PATH", "nowhere");
+    const std::string name = Row().name;
+    for (const std::u16string& address :
+         {file + u"#--output=x", file + u"#--config=alias.cat=!touch x", file + u"#--",
+          file + u"#-p", file + u"#-R/other", file + u"#-", scheme + u"--output=x/a.txt",
+          scheme + u"--config=alias.cat=!touch x", scheme + u"-R/other#1"})
+    {
+        const Outcome outcome = FailedOpen(address);
+        EXPECT_EQ(outcome.status, E_INVALIDARG);
+        ASSERT_TRUE(outcome.error);
+        EXPECT_TRUE(outcome.error->text.starts_with(
+            u"Invalid " + std::u16string(name.begin(), name.end()) + u" URI \"" + address + u"\"."))
+            << std::filesystem::path(outcome.error->text);
+    }
+    EXPECT_THAT(Revisions(scheme + u"--output=x/a.txt"), IsEmpty());
+    EXPECT_THAT(Revisions(scheme + u"--config=alias.log=!touch x"), IsEmpty());
+}
+
+TEST_P(WorkingCopies, ErrorTextFailsTheOpening)
+{
+    const std::u16string address = Address(u"none.txt");
+    const Outcome outcome = FailedOpen(address);
+    EXPECT_EQ(outcome.status, E_FAIL);
+    ASSERT_TRUE(outcome.error);
+    const std::u16string text = WithoutLine(WithLineFeeds(outcome.error->text));
+    EXPECT_TRUE(text.starts_with(u"An error occurred while accessing \"" + address + u"\"\n\n"));
+    EXPECT_TRUE(text.ends_with(Position()));
+    EXPECT_NE(text.find(u"none.txt", address.size() + 36), std::u16string::npos)
+        << "the client's own words";
 }
 
 bool HasWorkingFolder(const Backend& backend)

@@ -62,17 +62,6 @@ private:
 
 // ---- Clients ----
 
-TEST_F(GitRuns, AFoldersHistoryIsNotAskedFor)
-{
-    const std::u16string asked = repository_ / u"asked";
-    ReplaceClient("touch '" + fs::path(asked).string() + "'\n");
-    EXPECT_FALSE(HasRevisions(u"git://" + repository_.Folder().Text()));
-    EXPECT_TRUE(Revisions(repository_.Folder().Text()).empty());
-    EXPECT_FALSE(fs::exists(asked));
-    EXPECT_FALSE(HasRevisions(Address(u"a.txt")));
-    EXPECT_TRUE(fs::exists(asked));
-}
-
 TEST_F(GitRuns, AWarningOfARunThatSucceedsIsAFailure)
 {
     ReplaceClient("echo content\necho '  a warning ' >&2\n");

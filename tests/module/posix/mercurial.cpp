@@ -93,11 +93,5 @@ TEST_F(MercurialClient, GetsTheRevisionForTheContent)
     EXPECT_EQ(Note(u"arguments"), std::string("cat\0/r/a.txt\0", 13));
 }
 
-TEST_F(MercurialClient, IsNotAskedForTheHistoryOfAFolder)
-{
-    Revisions(u"hg:///");
-    EXPECT_FALSE(fs::exists(clients_.Path() / "arguments"));
-}
-
 } // namespace
 } // namespace tarnwell::test

@@ -96,6 +96,26 @@ TEST_P(Clients, RunSideBySide)
     EXPECT_EQ(right, 8);
 }
 
+class WorkingCopyClients : public Clients
+{
+};
+
+TEST_P(WorkingCopyClients, AreNotAskedForTheHistoryOfAFolder)
+{
+    const StandInClient client(std::string(Row().client), "exit 0");
+    EXPECT_FALSE(HasRevisions(Address(u"sub dir")));
+    EXPECT_TRUE(Revisions(Address(u"sub dir")).empty());
+    EXPECT_THAT(client.Runs(), testing::IsEmpty());
+    EXPECT_FALSE(HasRevisions(text_));
+    EXPECT_FALSE(client.Runs().empty());
+}
+
+bool HasFilesOnly(const Backend& backend)
+{
+    return backend.workingCopy == WorkingCopy::Description;
+}
+
+TARNWELL_OVER_BACKENDS(WorkingCopyClients, BackendsThat(HasFilesOnly));
 TARNWELL_OVER_BACKENDS(Clients, BackendsThat([](const Backend& b) { return !b.client.empty(); }));
 
 } // namespace
