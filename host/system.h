@@ -43,7 +43,7 @@ std::u16string FromPath(const std::filesystem::path& path);
 // `path` from the root of the file system, without "." and ".." in it. Nothing is looked up.
 std::u16string AbsolutePath(const std::u16string& path);
 
-// While one of these lives, Ctrl-C doesn't end the program but sets a flag.
+// While one of these lives, the first Ctrl-C doesn't end the program but sets a flag.
 class InterruptWatch
 {
 public:

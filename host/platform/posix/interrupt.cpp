@@ -20,7 +20,8 @@ InterruptWatch::InterruptWatch()
     watch.sa_handler = [](int) {
         interrupted = 1;
     };
-    watch.sa_flags = SA_RESTART;
+    // A second one ends the program, since what is to be cancelled may wait for somebody.
+    watch.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
     sigaction(SIGINT, &watch, &before);
 }
 

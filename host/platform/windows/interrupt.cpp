@@ -17,8 +17,8 @@ BOOL WINAPI OnControl(DWORD event)
 {
     if (event != CTRL_C_EVENT)
         return FALSE;
-    interrupted = true;
-    return TRUE;
+    // A second one ends the program, since what is to be cancelled may wait for somebody.
+    return interrupted.exchange(true) ? FALSE : TRUE;
 }
 
 } // namespace

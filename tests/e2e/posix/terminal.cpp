@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <unistd.h>
 
 namespace tarnwell::test
 {
@@ -42,6 +43,30 @@ TEST(Terminal, ACopyShowsItsProgressUntilCtrlC)
     EXPECT_THAT(run.shown, HasSubstr("Failed to copy"));
     EXPECT_THAT(run.shown, EndsWith("\n0x800704D3\r\n"));
     EXPECT_FALSE(fs::exists(target));
+}
+
+// The first is heard at the next block of what is put, and nobody types one.
+TEST(Terminal, ASecondCtrlCEndsWhatWaits)
+{
+    const TempFolder folder;
+    const std::u16string target = folder / u"target";
+    int typed = 0;
+    const auto type = [&](const std::string& shown) -> std::string {
+        constexpr const char* endOfInput = "\x04";
+        if (shown.empty())
+            return "a line\n";
+        if (typed == 0)
+        {
+            // By then it listens to Ctrl-C.
+            for (int i = 0; i < 1000 && (!fs::exists(target) || fs::is_empty(target)); ++i)
+                usleep(10000);
+        }
+        // Two in a row can reach it as one.
+        return ++typed <= 100 ? ctrlC : endOfInput;
+    };
+    const TerminalRun run = RunOnTerminal({"put", "-", (folder.Path() / "target").string()}, type);
+    EXPECT_EQ(run.exitCode, -1) << "a signal ended it";
+    EXPECT_EQ(ReadBytes(target), "a line\n");
 }
 
 TEST(Terminal, SeveralItemsAreAskedAboutOnce)

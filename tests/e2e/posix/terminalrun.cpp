@@ -41,12 +41,16 @@ TerminalRun RunOnTerminal(const std::vector<std::string>& arguments,
         _exit(127);
     }
     TerminalRun run;
+    const auto typeMore = [&] {
+        const std::string typed = type(run.shown);
+        EXPECT_EQ(write(terminal, typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
+    };
+    typeMore();
     char buffer[4096];
     for (ssize_t count = 0; (count = read(terminal, buffer, sizeof buffer)) > 0;)
     {
         run.shown.append(buffer, static_cast<std::size_t>(count));
-        const std::string typed = type(run.shown);
-        EXPECT_EQ(write(terminal, typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
+        typeMore();
     }
     int status = 0;
     EXPECT_EQ(waitpid(child, &status, 0), child);
