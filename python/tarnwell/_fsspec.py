@@ -2,18 +2,19 @@
 
 from __future__ import annotations
 
+import contextlib
 import datetime
 import errno
 import io
 import os
 import threading
-from typing import Any, Callable, ClassVar, Dict, List, Optional, Tuple, Union
+from typing import Any, Callable, ClassVar, Dict, Iterator, List, Optional, Tuple, Union
 
 from fsspec import AbstractFileSystem
 
 from . import _items
 from ._answers import Answers, Credentials, CredentialsQuestion
-from ._com import E_FAIL, Failure, NotFound
+from ._com import Failure, NotFound
 from ._items import File, Folder, Item
 from ._spool import Spool
 from ._system import FileSystem
@@ -46,8 +47,9 @@ def missing(path: str) -> FileNotFoundError:
 class TarnwellFileSystem(AbstractFileSystem):  # type: ignore[misc]
     """What the file systems have in common.
 
-    `user` and `password` are used where an address names no user; `credentials` is asked instead,
-    with a CredentialsQuestion, and answers Credentials or None.
+    `user` and `password` are used where an address names no user, and `server` ("host:port") is then
+    what FTP connects to; `credentials` is asked instead, with a CredentialsQuestion, and answers
+    Credentials or None.
     """
 
     # Listings aren't kept: fsspec's own objects are, for as long as the process lives.
@@ -62,11 +64,14 @@ class TarnwellFileSystem(AbstractFileSystem):  # type: ignore[misc]
         user: Optional[str] = None,
         password: Optional[str] = None,
         credentials: Optional[Callable[[CredentialsQuestion], Optional[Credentials]]] = None,
+        server: Optional[str] = None,
         **options: Any,
     ) -> None:
-        super().__init__(user=user, password=password, credentials=credentials, **options)
-        if credentials is None and user is not None:
-            given = Credentials(user, password or "")
+        super().__init__(
+            user=user, password=password, credentials=credentials, server=server, **options
+        )
+        if credentials is None and (user is not None or server is not None):
+            given = Credentials(user or "", password or "", server)
             credentials = lambda _: given  # noqa: E731
         self._answers = Answers(credentials)
         self._of_thread = threading.local()
@@ -112,14 +117,20 @@ class TarnwellFileSystem(AbstractFileSystem):  # type: ignore[misc]
 
     def info(self, path: str, **kwargs: Any) -> Info:
         path = self._strip_protocol(path)
-        try:
+        with self._missing_told(path):
             # Whatever the item is: a file object tells the facts of a folder, too.
             return self._info(path, self._files.file(self._address(path)))
+
+    @contextlib.contextmanager
+    def _missing_told(self, path: str) -> Iterator[None]:
+        """For what reads: the failure for an item that isn't there becomes Python's own."""
+        try:
+            yield
         except NotFound:
             raise missing(path) from None
         except Failure as failure:
-            # The client said so in words.
-            if failure.status == E_FAIL & 0xFFFFFFFF and self._is_gone(path):
+            # The client or the server said so in words.
+            if self._is_gone(path):
                 raise missing(path) from failure
             raise
 
@@ -211,13 +222,14 @@ class TarnwellFileSystem(AbstractFileSystem):  # type: ignore[misc]
         if not autocommit:
             raise NotImplementedError("Transactions aren't offered.")
         file = self._files.file(self._address(path))
-        try:
-            if mode == "rb":
+        if mode == "rb":
+            with self._missing_told(path):
                 return self._reader(path, file)
-            if mode in DISPOSITIONS and mode != "r+b":
+        if mode in DISPOSITIONS and mode != "r+b":
+            try:
                 return self._writer(file, mode)
-        except NotFound:
-            raise missing(path) from None
+            except NotFound:
+                raise missing(path) from None
         raise NotImplementedError(f"The mode {mode!r} isn't offered.")
 
     def _reader(self, path: str, file: File) -> io.BufferedIOBase:

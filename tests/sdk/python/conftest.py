@@ -5,6 +5,7 @@ import pathlib
 import subprocess
 
 import pytest
+from servers import Depot, FtpServer
 
 # The clients find no settings of the user's, and give times and words that don't depend on them.
 os.environ.update(
@@ -89,3 +90,25 @@ def repository(request, tmp_path):
 @pytest.fixture
 def svn(tmp_path):
     return subversion(tmp_path)
+
+
+def serve_ftp(tmp_path_factory):
+    pytest.importorskip("pyftpdlib", reason="pyftpdlib isn't here")
+    server = FtpServer(tmp_path_factory.mktemp("served"))
+    yield server
+    server.stop()
+
+
+ftp_server = pytest.fixture(serve_ftp)
+shared_ftp_server = pytest.fixture(scope="module")(serve_ftp)
+
+
+@pytest.fixture
+def depot(tmp_path_factory, monkeypatch):
+    client = pathlib.Path(os.environ["TARNWELL_MODULE"]).parent / "perforce"
+    if not (client / "p4").exists():
+        pytest.skip("the stand-in for the Perforce client isn't built")
+    folder = tmp_path_factory.mktemp("depot")
+    monkeypatch.setenv("TARNWELL_DEPOT", str(folder))
+    monkeypatch.setenv("PATH", f"{client}:{os.environ['PATH']}")
+    return Depot(folder)

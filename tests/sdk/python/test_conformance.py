@@ -1,9 +1,11 @@
-"""fsspec's own conformance tests, as far as each file system can: the local one does all that
+"""fsspec's own conformance tests, as far as each file system can: the local one and FTP do all that
 they ask, those of version-control systems what only reads.
 
-Left out: copying, putting, opening and piping for Subversion, Git and Mercurial, which write
-nothing; for Git and Mercurial also what lists folders, which they don't have; Perforce and FTP, for
-which there is no server here.
+Left out: for FTP, a file that is opened only if there is none, and the many rows of patterns in copying
+and getting, whose logic is fsspec's own and proved with putting; copying, putting, opening and piping for
+Subversion, Git and Mercurial, which write nothing; for Git and Mercurial also what lists folders, which
+they don't have; all of Perforce, whose depot here is a stand-in that can't be filled by a client
+(test_servers.py has its tests).
 """
 
 import pathlib
@@ -48,6 +50,43 @@ class TestLocalOpen(LocalFixtures, abstract.AbstractOpenTests):
 
 
 class TestLocalPipe(LocalFixtures, abstract.AbstractPipeTests):
+    pass
+
+
+class FtpFixtures(abstract.AbstractFixtures):
+    @pytest.fixture
+    def fs(self, shared_ftp_server):
+        return tarnwell.fsspec.FtpFileSystem(auto_mkdir=True, **shared_ftp_server.options)
+
+    @pytest.fixture
+    def fs_path(self, shared_ftp_server, tmp_path):
+        # As unlike any other test's as the name of its folder.
+        (shared_ftp_server.folder / tmp_path.name).mkdir()
+        return f"{shared_ftp_server.host}/{tmp_path.name}"
+
+    @pytest.fixture
+    def local_path(self, tmpdir):
+        return str(tmpdir.mkdir("local"))
+
+
+class TestFtpCopy(FtpFixtures, abstract.AbstractCopyTests):
+    test_copy_glob_edge_cases = None
+
+
+class TestFtpGet(FtpFixtures, abstract.AbstractGetTests):
+    test_get_glob_edge_cases = None
+
+
+class TestFtpPut(FtpFixtures, abstract.AbstractPutTests):
+    pass
+
+
+class TestFtpOpen(FtpFixtures, abstract.AbstractOpenTests):
+    # FTP writes, whatever is there.
+    test_open_exclusive = None
+
+
+class TestFtpPipe(FtpFixtures, abstract.AbstractPipeTests):
     pass
 
 
