@@ -35,8 +35,17 @@ std::string NumberIn(const std::string& output)
 
 MercurialRepository::MercurialRepository()
 {
-    if (WhyNoClients().empty())
-        fs::copy(EmptyRepository(), folder_.Path(), fs::copy_options::recursive);
+    if (!WhyNoClients().empty())
+        return;
+    const fs::path& empty = EmptyRepository();
+    for (const auto& entry : fs::recursive_directory_iterator(empty))
+    {
+        const fs::path target = folder_.Path() / entry.path().lexically_relative(empty);
+        if (entry.is_directory())
+            fs::create_directory(target);
+        else
+            fs::copy_file(entry.path(), target);
+    }
 }
 
 std::string MercurialRepository::Hg(std::string_view words) const
