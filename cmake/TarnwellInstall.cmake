@@ -43,8 +43,16 @@ if(TARGET tarnwell-host)
   endif()
 endif()
 
-# Where Debian's Python looks for modules.
-if(NOT WIN32 AND EXISTS ${PROJECT_SOURCE_DIR}/python/tarnwell)
+# Where Debian's Python looks for modules, with what announces the file systems to fsspec.
+if(NOT WIN32)
+  file(READ python/pyproject.toml settings)
+  string(REGEX MATCH "fsspec.specs\"\\]\n([^[]*)\n\n" found "${settings}")
+  string(REPLACE "\"" "" announced "${CMAKE_MATCH_1}")
+  set(facts ${PROJECT_BINARY_DIR}/tarnwell-${PROJECT_VERSION}.dist-info)
+  file(WRITE ${facts}/entry_points.txt "[fsspec.specs]\n${announced}\n")
+  file(WRITE ${facts}/METADATA
+       "Metadata-Version: 2.1\nName: tarnwell\nVersion: ${PROJECT_VERSION}\n")
+  install(DIRECTORY ${facts} DESTINATION lib/python3/dist-packages COMPONENT python)
   install(DIRECTORY python/tarnwell DESTINATION lib/python3/dist-packages COMPONENT python
           FILES_MATCHING PATTERN "*.py" PATTERN "py.typed")
 endif()
