@@ -80,8 +80,9 @@ TEST_P(FtpServers, LargeContentIsByteForByte)
 TEST_P(FtpServers, NamesOfAllKindsAreExact)
 {
     std::vector<std::u16string> names{
-        u"a b", u"-l",    u"#x",          u"50%41",  u"a;b",    u"a\"b", u"a'b",
-        u"[x]", u"what?", u"back\\slash", u"\u00e4", u"\u65e5", u".dot", u"\U0001F600.txt"};
+        u"a b",    u" lead", u"trail ",        u"a*b", u"-l",    u"#x",          u"50%41",
+        u"a;b",    u"a\"b",  u"a'b",           u"[x]", u"what?", u"back\\slash", u"\u00e4",
+        u"\u65e5", u".dot",  u"\U0001F600.txt"};
     names.push_back(DecodeName("latin\xE4"));
     EXPECT_THAT(Create(u"d"), Succeeded());
     for (const std::u16string& name : names)
