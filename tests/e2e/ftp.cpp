@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <thread>
+
 namespace tarnwell::test
 {
 
@@ -83,6 +85,16 @@ TEST_F(FtpAddresses, AreListedToldMadeAndRemoved)
     EXPECT_EQ(Printed({u"--yes", u"rm", Address(u"d/sub")}), "");
     EXPECT_THAT(Names(u"d"), testing::ElementsAre("kept"));
     EXPECT_EQ(server.File("/d/kept"), "kept");
+}
+
+// Neither for the end of what was asked, nor for that of the connection that is kept.
+TEST_F(FtpAddresses, KeepNobodyWaitingAtTheEnd)
+{
+    server.Answer("QUIT", {});
+    std::thread host([&] { EXPECT_EQ(Printed({u"cat", Address(u"d/kept")}), "kept"); });
+    EXPECT_TRUE(server.SeesTheEndOf(1));
+    server.DropConnections();
+    host.join();
 }
 
 TEST_F(FtpAddresses, FailInTheServersWords)

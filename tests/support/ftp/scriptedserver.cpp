@@ -139,7 +139,7 @@ int ScriptedFtpServer::Logins() const
 
 bool ScriptedFtpServer::SeesTheEndOf(int connections) const
 {
-    constexpr int tries = 2000;
+    constexpr int tries = 8000;
     constexpr std::chrono::milliseconds pause(5);
     for (int i = 0; i < tries; ++i)
     {
