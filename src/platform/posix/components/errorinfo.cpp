@@ -1,9 +1,10 @@
 // The calling thread's error information, and the object that it is made of.
+#include "platform/posix/threadslot.h"
+
 #include <tarnwell/pointers.h>
 
 #include <atomic>
 #include <new>
-#include <pthread.h>
 
 namespace tarnwell::posix
 {
@@ -116,42 +117,18 @@ private:
     std::uint32_t helpContext_ = 0;
 };
 
-// Where each thread keeps its object. Not a thread_local with a destructor: at a thread's first
-// failure the C library would need memory to note the destructor, and ends the process if there is
-// none.
-class Place
+const ThreadSlot current([](void* object) { static_cast<IErrorInfo*>(object)->Release(); });
+
+// Takes `next` over and gives what was there. False, and nothing is changed, if memory is short.
+bool Exchange(ComPtr<IErrorInfo>& next)
 {
-public:
-    Place() : isMade_(pthread_key_create(&key_, &Release) == 0) {}
-    Place(const Place&) = delete;
-    Place& operator=(const Place&) = delete;
-
-    // Takes `next` over and gives what was there. False, and nothing is changed, if memory is
-    // short.
-    bool Exchange(ComPtr<IErrorInfo>& next) const
-    {
-        void* const old = isMade_ ? pthread_getspecific(key_) : nullptr;
-        // Clearing what isn't set needs no room.
-        if (old == nullptr && !next)
-            return true;
-        if (!isMade_ || pthread_setspecific(key_, next.Get()) != 0)
-            return false;
-        next.Detach();
-        next = ComPtr<IErrorInfo>::Adopt(static_cast<IErrorInfo*>(old));
-        return true;
-    }
-
-private:
-    static void Release(void* object)
-    {
-        static_cast<IErrorInfo*>(object)->Release();
-    }
-
-    pthread_key_t key_ = {};
-    bool isMade_;
-};
-
-const Place current;
+    void* const old = current.Get();
+    if (!current.Set(next.Get()))
+        return false;
+    next.Detach();
+    next = ComPtr<IErrorInfo>::Adopt(static_cast<IErrorInfo*>(old));
+    return true;
+}
 
 } // namespace
 } // namespace tarnwell::posix
@@ -172,7 +149,7 @@ extern "C" HRESULT SetErrorInfo(ULONG reserved, IErrorInfo* info)
         return E_INVALIDARG;
     // The old object goes last: its destruction may come back here.
     auto object = tarnwell::ComPtr<IErrorInfo>::Share(info);
-    return current.Exchange(object) ? S_OK : E_OUTOFMEMORY;
+    return Exchange(object) ? S_OK : E_OUTOFMEMORY;
 }
 
 extern "C" HRESULT GetErrorInfo(ULONG reserved, IErrorInfo** info)
@@ -180,7 +157,7 @@ extern "C" HRESULT GetErrorInfo(ULONG reserved, IErrorInfo** info)
     if (reserved != 0 || info == nullptr)
         return E_INVALIDARG;
     tarnwell::ComPtr<IErrorInfo> object;
-    current.Exchange(object);
+    Exchange(object);
     *info = object.Detach();
     return *info != nullptr ? S_OK : S_FALSE;
 }

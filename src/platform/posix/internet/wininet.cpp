@@ -3,10 +3,12 @@
 #include "platform/posix/internet/internetfailure.h"
 #include "platform/posix/internet/internethandles.h"
 #include "platform/posix/internet/proxychoice.h"
+#include "platform/posix/threadslot.h"
 
 #include <tarnwell/text.h>
 
 #include <algorithm>
+#include <memory>
 #include <new>
 
 namespace tarnwell::posix
@@ -16,19 +18,42 @@ namespace
 
 // ---- Failures ----
 
-thread_local FtpReply lastReply;
+const ThreadSlot lastReply([](void* reply) { delete static_cast<FtpReply*>(reply); });
+
+const FtpReply* LastReply()
+{
+    return static_cast<const FtpReply*>(lastReply.Get());
+}
+
+void ForgetReply()
+{
+    delete LastReply();
+    lastReply.Set(nullptr);
+}
+
+// There is none where memory is too short for it.
+void KeepReply(const FtpReply& reply) noexcept
+try
+{
+    auto kept = std::make_unique<FtpReply>(reply);
+    if (lastReply.Set(kept.get()))
+        static_cast<void>(kept.release());
+}
+catch (const std::bad_alloc&)
+{
+}
 
 // Runs one operation: what it gives, or `none` and the last error.
 template <class Result, class Body> Result Guarded(Result none, Body body)
 {
-    lastReply = {};
+    ForgetReply();
     try
     {
         return body();
     }
     catch (const InternetFailure& failure)
     {
-        lastReply = failure.reply;
+        KeepReply(failure.reply);
         Fail(failure.code);
     }
     catch (const std::bad_alloc&)
@@ -151,13 +176,14 @@ extern "C" BOOL InternetGetLastResponseInfoW(DWORD* error, LPWSTR buffer, DWORD*
     std::u16string text;
     try
     {
-        text = tarnwell::DecodeName(lastReply.text);
+        if (LastReply() != nullptr)
+            text = tarnwell::DecodeName(LastReply()->text);
     }
     catch (const std::bad_alloc&)
     {
         return Fail(ERROR_NOT_ENOUGH_MEMORY);
     }
-    *error = static_cast<DWORD>(lastReply.code);
+    *error = LastReply() == nullptr ? 0 : static_cast<DWORD>(LastReply()->code);
     const DWORD room = *length;
     *length = static_cast<DWORD>(text.size());
     if (buffer == nullptr || text.size() >= room)

@@ -1,4 +1,6 @@
-// Error information where there is no memory left.
+// What is kept for each thread, at its first failure where there is no memory left.
+#include "platform/win32.h"
+
 #include <tarnwell/pointers.h>
 
 #include <gtest/gtest.h>
@@ -28,11 +30,9 @@ void UseUpMemory()
     }
 }
 
-TEST(ErrorInfoHere, AThreadsFirstFailureNeedsNoMemory)
+// Whether `isRight` says so on a new thread of a process without memory.
+void ExpectWithoutMemory(bool (*isRight)(IErrorInfo* made))
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "here the process ends when memory does";
-#endif
     const pid_t child = fork();
     if (child == 0)
     {
@@ -43,10 +43,7 @@ TEST(ErrorInfoHere, AThreadsFirstFailureNeedsNoMemory)
         std::thread([&] {
             while (!isShort)
                 std::this_thread::yield();
-            const HRESULT status = SetErrorInfo(0, made.Get());
-            IErrorInfo* found = nullptr;
-            GetErrorInfo(0, &found);
-            _exit(status == S_OK && found == made.Get() ? 0 : 1);
+            _exit(isRight(made.Get()) ? 0 : 1);
         }).detach();
         UseUpMemory();
         isShort = true;
@@ -55,6 +52,29 @@ TEST(ErrorInfoHere, AThreadsFirstFailureNeedsNoMemory)
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0);
+}
+
+TEST(FirstFailure, NeedsNoMemoryForErrorInformation)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "here the process ends when memory does";
+#endif
+    ExpectWithoutMemory([](IErrorInfo* made) {
+        const HRESULT status = SetErrorInfo(0, made);
+        IErrorInfo* found = nullptr;
+        GetErrorInfo(0, &found);
+        return status == S_OK && found == made;
+    });
+}
+
+TEST(FirstFailure, NeedsNoMemoryForAServersReply)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "here the process ends when memory does";
+#endif
+    ExpectWithoutMemory([](IErrorInfo*) {
+        return !FtpDeleteFileW(nullptr, u"a") && GetLastError() == ERROR_INVALID_HANDLE;
+    });
 }
 
 } // namespace
