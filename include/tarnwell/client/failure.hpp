@@ -8,6 +8,7 @@
 #include <exception>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace tarnwell::client
 {
@@ -33,13 +34,37 @@ private:
 namespace detail
 {
 
-// What a host's own function threw while the module called it. It may not pass through the module,
-// so it waits here until the call is back.
-inline std::exception_ptr& Thrown()
+// Where a host's own function puts what it throws while the module calls it: that may not pass
+// through the module, so it waits with the call until that is back. Null outside of a call. Only a
+// pointer, since a thread's variable with a destructor ends the process where memory is short.
+inline std::exception_ptr*& Place()
 {
-    static thread_local std::exception_ptr thrown;
-    return thrown;
+    static thread_local std::exception_ptr* place = nullptr;
+    return place;
 }
+
+class Waiting
+{
+public:
+    Waiting() : before_(std::exchange(Place(), &thrown_)) {}
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+    ~Waiting()
+    {
+        Place() = before_;
+    }
+
+    void Rethrow() const
+    {
+        if (thrown_)
+            std::rethrow_exception(thrown_);
+    }
+
+private:
+    std::exception_ptr thrown_;
+    // Calls come about within calls.
+    std::exception_ptr* before_;
+};
 
 // Runs the host's own code inside of a call of the module.
 template <class F> HRESULT Guarded(F&& body)
@@ -50,7 +75,8 @@ template <class F> HRESULT Guarded(F&& body)
     }
     catch (...)
     {
-        Thrown() = std::current_exception();
+        if (Place() != nullptr)
+            *Place() = std::current_exception();
         return E_FAIL;
     }
 }
@@ -85,10 +111,9 @@ inline Failure TakeFailure(HRESULT status)
 template <class F> void Check(F&& call)
 {
     ::SetErrorInfo(0, nullptr);
-    detail::Thrown() = nullptr;
+    const detail::Waiting waiting;
     const HRESULT status = call();
-    if (const std::exception_ptr thrown = std::exchange(detail::Thrown(), nullptr))
-        std::rethrow_exception(thrown);
+    waiting.Rethrow();
     if (FAILED(status))
         throw detail::TakeFailure(status);
 }

@@ -38,18 +38,34 @@ protected:
                                         {"TORTURE_ERROR", std::to_string(number)},
                                         {"TORTURE_COUNT", Utf8(folder_ / u"counts")}}});
     }
-    HostRun RunWithoutMemory(int n) const
+    HostRun RunWithoutMemory(const char* request, int n) const
     {
-        return Run({u"--json", u"cat", folder_ / u"a"}, "malloc", n, ENOMEM);
+        return Run({u"--json", u"cat", folder_ / u"a"}, request, n, ENOMEM);
+    }
+    // Else it is a success, of which nothing is missing.
+    bool IsFailure(const char* request, int n) const
+    {
+        const HostRun run = RunWithoutMemory(request, n);
+        if (run.exitCode == 0)
+        {
+            EXPECT_EQ(run.output, "bytes") << request << n;
+            return false;
+        }
+        EXPECT_EQ(run.exitCode, 1) << request << n;
+        // Before the options are read, nothing is known of them.
+        EXPECT_THAT(run.errors, AnyOf(AllOf(StartsWith("{\"status\":\"0x"), EndsWith("\"}\n")),
+                                      "Out of memory.\n0x8007000E\n"))
+            << request << n;
+        return true;
     }
     // How many requests there are from the start of main to the end.
-    int Requests() const
+    int Requests(std::string_view request) const
     {
-        RunWithoutMemory(0);
+        RunWithoutMemory("", 0);
         std::istringstream counts(ReadBytes(folder_ / u"counts"));
         std::string call;
         int count = 0;
-        while (counts >> call >> count && call != "malloc")
+        while (counts >> call >> count && call != request)
         {
         }
         return count;
@@ -69,24 +85,14 @@ TEST_F(FailingCalls, ForMemoryAreFailuresWithWordsFromTheStartOn)
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "here memory is the sanitizer's";
 #endif
-    const int requests = Requests();
-    ASSERT_GT(requests, 100) << "the module is loaded, and texts are made";
     int failures = 0;
-    // All until the module is being loaded, and then some from all over.
-    for (int n = 1; n <= requests; n += n < 40 ? 1 : 5)
+    for (const char* const request : {"malloc", "calloc"})
     {
-        const HostRun run = RunWithoutMemory(n);
-        if (run.exitCode == 0)
-        {
-            EXPECT_EQ(run.output, "bytes") << n;
-            continue;
-        }
-        ++failures;
-        EXPECT_EQ(run.exitCode, 1) << n;
-        // Before the options are read, nothing is known of them.
-        EXPECT_THAT(run.errors, AnyOf(AllOf(StartsWith("{\"status\":\"0x"), EndsWith("\"}\n")),
-                                      "Out of memory.\n0x8007000E\n"))
-            << n;
+        const int requests = Requests(request);
+        ASSERT_GT(requests, 100) << "the module is loaded, and texts are made";
+        // All until the module is being loaded and at the end, between them some from all over.
+        for (int n = 1; n <= requests; n += n < 40 || n > requests - 10 ? 1 : 8)
+            failures += IsFailure(request, n) ? 1 : 0;
     }
     EXPECT_GT(failures, 20) << "of all of which the program takes note";
 }
