@@ -83,10 +83,9 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetCount(std::int32_t* out) override
     {
-        if (!count)
-            return E_FAIL;
-        *out = *count;
-        return S_OK;
+        // What a failed call leaves counts for nothing.
+        *out = count.value_or(static_cast<std::int32_t>(entries.size()));
+        return count ? S_OK : E_FAIL;
     }
     HRESULT STDMETHODCALLTYPE GetItem(std::int32_t index, BSTR* path) override
     {
