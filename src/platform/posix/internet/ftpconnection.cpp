@@ -11,7 +11,7 @@ namespace tarnwell::posix
 namespace
 {
 
-// A word that may be refused, which leaves the connection as it is.
+// A refusal of the command leaves the connection as it is.
 std::string Refusable(const std::string& command)
 {
     return "*" + command;

@@ -14,7 +14,7 @@ struct FtpServerAddress
     // Empty: the anonymous one.
     std::string user = {};
     std::string password = {};
-    // By which the server connects to us for data, or we to it.
+    // We open the data connections, and not the server.
     bool isPassive = true;
     // "host:port" of an HTTP proxy, or empty.
     std::string proxy = {};
