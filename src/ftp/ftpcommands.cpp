@@ -67,7 +67,7 @@ std::u16string UriFact(const Uri& uri)
                    wasRefused ? u"ExtendedError: " + reply : u"GetLastError(): " + Decimal(error)});
 }
 
-// Not the one error that means an empty folder, as a search for what isn't there has it, too.
+// A search for what isn't there may fail as one in an empty folder does.
 bool MeansNothingThere(DWORD error)
 {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_NO_MORE_FILES;
@@ -85,7 +85,7 @@ void RefuseExisting(HINTERNET connection, const std::u16string& path)
         ThrowInternetError(error, MessageId::AttributesFailed, {path});
 }
 
-// 0, or why not; what the server says of a folder that is there already counts as such.
+// 0, or the error. A refusal whose words say that the folder is there already counts as that.
 DWORD CreateOne(HINTERNET connection, const std::u16string& path)
 {
     if (FtpCreateDirectoryW(connection, Wide(path)))

@@ -16,8 +16,7 @@ namespace tarnwell
 namespace
 {
 
-// Units of addresses that wait, so that a server which shows folders in folders without end meets
-// one here: 64 MB.
+// Units of addresses that may wait: 64 MB. A server may show folders in folders without end.
 constexpr std::size_t mostWaiting = 32U << 20;
 
 class TreeDeletion
