@@ -112,133 +112,120 @@ TEST(FaultsSelf, FailedCloseReleasesAllTheSame)
     EXPECT_EQ(GetLastError(), someError);
 }
 
-TEST(FaultsSelf, EachOperationFailsInItsOwnWay)
+// Each operation fails in its own way.
+class FaultsInTheirWay : public testing::Test
 {
-    Faults faults;
-    const auto order = [&](const char* operation) {
+protected:
+    ~FaultsInTheirWay() override
+    {
+        EXPECT_EQ(faults.Failures(), faults.Calls());
+    }
+
+    void Order(const char* operation)
+    {
         faults.Fail(operation, 1, someError);
         SetLastError(ERROR_SUCCESS);
-    };
-    const auto expectNo = [](BOOL result) {
-        EXPECT_FALSE(result);
+    }
+    static void ExpectNone(bool isNone)
+    {
+        EXPECT_TRUE(isNone);
         EXPECT_EQ(GetLastError(), someError);
-    };
+    }
+
+    Faults faults;
+};
+
+TEST_F(FaultsInTheirWay, OfFiles)
+{
     const HANDLE none = INVALID_HANDLE_VALUE;
     WIN32_FIND_DATAW record;
     FILETIME time = {};
 
-    order("CreateFileW");
-    EXPECT_EQ(Open(u"/"), INVALID_HANDLE_VALUE);
-    EXPECT_EQ(GetLastError(), someError);
-    order("ReadFile");
-    expectNo(ReadFile(none, nullptr, 0, nullptr, nullptr));
-    order("WriteFile");
-    expectNo(WriteFile(none, nullptr, 0, nullptr, nullptr));
-    order("SetFilePointer");
-    EXPECT_EQ(SetFilePointer(none, 0, nullptr, FILE_BEGIN), INVALID_SET_FILE_POINTER);
-    EXPECT_EQ(GetLastError(), someError);
-    order("SetFilePointerEx");
-    expectNo(SetFilePointerEx(none, {}, nullptr, FILE_BEGIN));
-    order("SetEndOfFile");
-    expectNo(SetEndOfFile(none));
-    order("GetFileTime");
-    expectNo(GetFileTime(none, nullptr, nullptr, &time));
-    order("SetFileTime");
-    expectNo(SetFileTime(none, nullptr, nullptr, &time));
-    order("SetFileAttributesW");
-    expectNo(SetFileAttributesW(u"/none", 0));
-    order("CreateDirectoryW");
-    expectNo(CreateDirectoryW(u"/", nullptr));
-    order("FindFirstFileW");
-    EXPECT_EQ(FindFirstFileW(u"/*", &record), INVALID_HANDLE_VALUE);
-    EXPECT_EQ(GetLastError(), someError);
-    order("FindNextFileW");
-    expectNo(FindNextFileW(none, &record));
-
-    EXPECT_EQ(faults.Failures(), faults.Calls());
+    Order("CreateFileW");
+    ExpectNone(Open(u"/") == INVALID_HANDLE_VALUE);
+    Order("ReadFile");
+    ExpectNone(!ReadFile(none, nullptr, 0, nullptr, nullptr));
+    Order("WriteFile");
+    ExpectNone(!WriteFile(none, nullptr, 0, nullptr, nullptr));
+    Order("SetFilePointer");
+    ExpectNone(SetFilePointer(none, 0, nullptr, FILE_BEGIN) == INVALID_SET_FILE_POINTER);
+    Order("SetFilePointerEx");
+    ExpectNone(!SetFilePointerEx(none, {}, nullptr, FILE_BEGIN));
+    Order("SetEndOfFile");
+    ExpectNone(!SetEndOfFile(none));
+    Order("GetFileTime");
+    ExpectNone(!GetFileTime(none, nullptr, nullptr, &time));
+    Order("SetFileTime");
+    ExpectNone(!SetFileTime(none, nullptr, nullptr, &time));
+    Order("SetFileAttributesW");
+    ExpectNone(!SetFileAttributesW(u"/none", 0));
+    Order("CreateDirectoryW");
+    ExpectNone(!CreateDirectoryW(u"/", nullptr));
+    Order("FindFirstFileW");
+    ExpectNone(FindFirstFileW(u"/*", &record) == INVALID_HANDLE_VALUE);
+    Order("FindNextFileW");
+    ExpectNone(!FindNextFileW(none, &record));
 }
 
-TEST(FaultsSelf, ProcessesFailInTheirOwnWay)
+TEST_F(FaultsInTheirWay, OfProcesses)
 {
-    Faults faults;
-    const auto order = [&](const char* operation) {
-        faults.Fail(operation, 1, someError);
-        SetLastError(ERROR_SUCCESS);
-    };
-    const auto expectNone = [](bool isNone) {
-        EXPECT_TRUE(isNone);
-        EXPECT_EQ(GetLastError(), someError);
-    };
     WCHAR path[MAX_PATH] = {};
     HANDLE handle = nullptr;
     DWORD code = 77;
 
     std::u16string unopened;
-    order("MakeFileBeside");
-    expectNone(!MakeFileBeside(u"/", u"/"));
-    order("CreateOutputFile");
-    expectNone(CreateOutputFile(unopened) == INVALID_HANDLE_VALUE);
+    Order("MakeFileBeside");
+    ExpectNone(!MakeFileBeside(u"/", u"/"));
+    Order("CreateOutputFile");
+    ExpectNone(CreateOutputFile(unopened) == INVALID_HANDLE_VALUE);
     EXPECT_EQ(unopened, u"");
-    order("MultiByteToWideChar");
-    expectNone(MultiByteToWideChar(CP_UTF8, 0, "a", 1, path, MAX_PATH) == 0);
-    order("CreatePipe");
-    expectNone(!CreatePipe(&handle, &handle, nullptr, 0));
-    order("SetHandleInformation");
-    expectNone(!SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0));
-    order("GetEnvironmentStringsW");
-    expectNone(GetEnvironmentStringsW() == nullptr);
-    order("CreateProcessW");
-    expectNone(
+    Order("MultiByteToWideChar");
+    ExpectNone(MultiByteToWideChar(CP_UTF8, 0, "a", 1, path, MAX_PATH) == 0);
+    Order("CreatePipe");
+    ExpectNone(!CreatePipe(&handle, &handle, nullptr, 0));
+    Order("SetHandleInformation");
+    ExpectNone(!SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0));
+    Order("GetEnvironmentStringsW");
+    ExpectNone(GetEnvironmentStringsW() == nullptr);
+    Order("CreateProcessW");
+    ExpectNone(
         !CreateProcessW(nullptr, path, nullptr, nullptr, 1, 0, nullptr, nullptr, nullptr, nullptr));
-    order("WaitForSingleObject");
-    expectNone(WaitForSingleObject(handle, INFINITE) == WAIT_FAILED);
-    order("GetExitCodeProcess");
-    expectNone(!GetExitCodeProcess(handle, &code));
+    Order("WaitForSingleObject");
+    ExpectNone(WaitForSingleObject(handle, INFINITE) == WAIT_FAILED);
+    Order("GetExitCodeProcess");
+    ExpectNone(!GetExitCodeProcess(handle, &code));
     EXPECT_EQ(code, 77U);
-    order("_beginthreadex");
-    expectNone(_beginthreadex(nullptr, 0, nullptr, nullptr, 0, nullptr) == 0);
+    Order("_beginthreadex");
+    ExpectNone(_beginthreadex(nullptr, 0, nullptr, nullptr, 0, nullptr) == 0);
 
     EXPECT_EQ(handle, nullptr);
     EXPECT_EQ(*path, 0);
-    EXPECT_EQ(faults.Failures(), faults.Calls());
 }
 
-TEST(FaultsSelf, ResourcesAndTextsFailInTheirOwnWay)
+TEST_F(FaultsInTheirWay, OfResourcesAndTexts)
 {
-    Faults faults;
-    const auto order = [&](const char* operation) {
-        faults.Fail(operation, 1, someError);
-        SetLastError(ERROR_SUCCESS);
-    };
-    const auto expectNone = [](bool isNone) {
-        EXPECT_TRUE(isNone);
-        EXPECT_EQ(GetLastError(), someError);
-    };
-
     std::u16string text;
     std::int32_t index = 0;
     void* images = nullptr;
-    order("LoadModuleText");
-    expectNone(!LoadModuleText(106, 0, text));
-    order("FillInserts");
-    expectNone(!FillInserts(u"x", {}, text));
-    order("FindSystemText");
-    expectNone(!FindSystemText(ERROR_ACCESS_DENIED, text));
-    order("FindUserName");
-    expectNone(!FindUserName(text));
+    Order("LoadModuleText");
+    ExpectNone(!LoadModuleText(106, 0, text));
+    Order("FillInserts");
+    ExpectNone(!FillInserts(u"x", {}, text));
+    Order("FindSystemText");
+    ExpectNone(!FindSystemText(ERROR_ACCESS_DENIED, text));
+    Order("FindUserName");
+    ExpectNone(!FindUserName(text));
     EXPECT_EQ(text, u"");
-    order("FindIcon");
-    expectNone(!FindIcon(u"/", index, images));
+    Order("FindIcon");
+    ExpectNone(!FindIcon(u"/", index, images));
     CRITICAL_SECTION section;
-    order("InitializeCriticalSectionEx");
-    expectNone(!InitializeCriticalSectionEx(&section, 0, 0));
+    Order("InitializeCriticalSectionEx");
+    ExpectNone(!InitializeCriticalSectionEx(&section, 0, 0));
 
-    order("SysAllocString");
+    Order("SysAllocString");
     EXPECT_EQ(SysAllocString(u"x"), nullptr);
-    order("SysAllocStringLen");
+    Order("SysAllocStringLen");
     EXPECT_EQ(SysAllocStringLen(u"x", 1), nullptr);
-
-    EXPECT_EQ(faults.Failures(), faults.Calls());
 }
 
 TEST(FaultsSelf, ComponentsFailWithStatuses)

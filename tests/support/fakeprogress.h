@@ -2,8 +2,9 @@
 // declared and only count their references.
 #pragma once
 
+#include "support/localobject.h"
+
 #include <tarnwell/host.h>
-#include <tarnwell/pointers.h>
 
 #include <functional>
 #include <optional>
@@ -13,33 +14,6 @@
 
 namespace tarnwell::test
 {
-
-// `I` on an object that is nobody's to delete.
-template <class I> class LocalObject : public I
-{
-public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) final
-    {
-        *out = iid == IidOf<I>() || iid == IidOf<::IUnknown>() ? this : nullptr;
-        if (*out == nullptr)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() final
-    {
-        return ++references;
-    }
-    ULONG STDMETHODCALLTYPE Release() final
-    {
-        return --references;
-    }
-
-    ULONG references = 0;
-
-protected:
-    ~LocalObject() = default;
-};
 
 class FakeProgress final : public LocalObject<ICopyProgress>
 {

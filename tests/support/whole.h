@@ -1,33 +1,21 @@
 // An object that has another as a part: hands out its own IUnknown and all that its part has.
 #pragma once
 
-#include <tarnwell/pointers.h>
+#include "support/localobject.h"
 
 namespace tarnwell::test
 {
 
-class Whole final : public ::IUnknown
+class Whole final : public LocalObject<::IUnknown>
 {
 public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
     {
-        if (iid != IidOf<::IUnknown>())
-            return part->QueryInterface(iid, out);
-        *out = this;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override
-    {
-        return ++count;
-    }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        return --count;
+        return iid == IidOf<::IUnknown>() ? LocalObject::QueryInterface(iid, out)
+                                          : part->QueryInterface(iid, out);
     }
 
     ComPtr<::IUnknown> part;
-    ULONG count = 1;
 };
 
 } // namespace tarnwell::test

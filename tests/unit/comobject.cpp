@@ -1,5 +1,6 @@
 // The component plumbing: questions for interfaces, counts, objects that are parts of others.
 #include "frame/comobject.h"
+#include "support/localobject.h"
 
 #include <tarnwell/items.h>
 
@@ -44,29 +45,16 @@ protected:
     }
 };
 
-// Stands for an outer object: counts what reaches it and answers to IUnknown and IFolder.
-class Outer final : public ::IUnknown
+// Stands for an outer object: counts what reaches it and answers to IUnknown.
+class Outer final : public LocalObject<::IUnknown>
 {
 public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
     {
         lastAsked = iid;
-        *out = iid == IidOf<::IUnknown>() ? this : nullptr;
-        if (*out == nullptr)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override
-    {
-        return ++count;
-    }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        return --count;
+        return LocalObject::QueryInterface(iid, out);
     }
 
-    ULONG count = 1;
     GUID lastAsked{};
 };
 
@@ -187,7 +175,7 @@ TEST_F(Objects, AsPartsHaveAnIdentityOfTheirOwnForTheOuterObjectOnly)
     ComPtr<::IUnknown> inner;
     ASSERT_EQ(MakeInstance<Sample>(&outer, IidOf<::IUnknown>(), inner.OutVoid()), S_OK);
     EXPECT_NE(inner.Get(), &outer);
-    EXPECT_EQ(outer.count, 1U) << "a part holds no reference to its whole";
+    EXPECT_EQ(outer.references, 0U) << "a part holds no reference to its whole";
     EXPECT_EQ(inner.As<::IUnknown>().Get(), inner.Get());
 
     const auto stream = inner.As<IFileStream>();
@@ -201,13 +189,13 @@ TEST_F(Objects, AsPartsCountAndAskAtTheOuterObject)
     ComPtr<::IUnknown> inner;
     ASSERT_EQ(MakeInstance<Sample>(&outer, IidOf<::IUnknown>(), inner.OutVoid()), S_OK);
     auto stream = inner.As<IFileStream>();
-    EXPECT_EQ(outer.count, 2U);
-    EXPECT_EQ(stream->AddRef(), 3U);
-    EXPECT_EQ(stream->Release(), 2U);
+    EXPECT_EQ(outer.references, 1U);
+    EXPECT_EQ(stream->AddRef(), 2U);
+    EXPECT_EQ(stream->Release(), 1U);
     EXPECT_FALSE(stream.As<::ISupportErrorInfo>()) << "the outer object doesn't hand it out";
     EXPECT_TRUE(outer.lastAsked == IidOf<::ISupportErrorInfo>());
     stream.Reset();
-    EXPECT_EQ(outer.count, 1U);
+    EXPECT_EQ(outer.references, 0U);
 }
 
 TEST_F(Objects, AsPartsRefuseWhatTheyAreNot)
@@ -219,7 +207,7 @@ TEST_F(Objects, AsPartsRefuseWhatTheyAreNot)
     EXPECT_EQ(inner->QueryInterface(IID_IFolder, &out), E_NOINTERFACE);
     EXPECT_EQ(out, nullptr);
     EXPECT_EQ(inner->QueryInterface(IID_IFileStream, nullptr), E_POINTER);
-    EXPECT_EQ(outer.count, 1U);
+    EXPECT_EQ(outer.references, 0U);
 }
 
 TEST_F(Objects, AsPartsLiveByTheirOwnCount)

@@ -1,6 +1,7 @@
 // A failure that comes from another object: its own text goes into the message.
 #include "frame/publish.h"
 #include "support/errorinfo.h"
+#include "support/localobject.h"
 
 #include <tarnwell/classes.h>
 #include <tarnwell/items.h>
@@ -18,7 +19,7 @@ constexpr MessageId id = MessageId::ItemFailed;
 constexpr const GUID& interfaceId = IID_ISequentialStream;
 
 // Lives on the stack and answers for one interface, or says that it can't tell.
-class Object final : public ::ISupportErrorInfo
+class Object final : public LocalObject<::ISupportErrorInfo>
 {
 public:
     bool tells = true;
@@ -26,28 +27,12 @@ public:
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
     {
-        const bool known =
-            iid == IidOf<::IUnknown>() || (iid == IidOf<::ISupportErrorInfo>() && tells);
-        *out = known ? this : nullptr;
-        if (!known)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override
-    {
-        return ++count;
-    }
-    ULONG STDMETHODCALLTYPE Release() override
-    {
-        return --count;
+        return LocalObject::QueryInterface(tells ? iid : IID_IFolder, out);
     }
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override
     {
         return iid == interfaceId ? answer : S_FALSE;
     }
-
-    ULONG count = 1;
 };
 
 // The insert of the message that is thrown for a failure of `object`.
@@ -80,7 +65,7 @@ protected:
     }
     ~FromAnotherObject() override
     {
-        EXPECT_EQ(object.count, 1U) << "every reference was given back";
+        EXPECT_EQ(object.references, 0U) << "every reference was given back";
     }
 
     static void LeaveText(const std::u16string& text)

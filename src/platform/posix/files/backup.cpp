@@ -1,8 +1,0 @@
-#include "platform/backup.h"
-
-namespace tarnwell
-{
-
-const BackupCalls* backupCalls = nullptr;
-
-} // namespace tarnwell

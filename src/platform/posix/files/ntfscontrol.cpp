@@ -1,8 +1,0 @@
-#include "platform/ntfscontrol.h"
-
-namespace tarnwell
-{
-
-constinit NtFsControlFileCall ntFsControlFile = nullptr;
-
-} // namespace tarnwell
