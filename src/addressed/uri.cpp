@@ -10,6 +10,10 @@ namespace tarnwell
 namespace
 {
 
+// What no address has in it. A client's command line would end at a terminator, which a server may
+// list in a name; the others are no "." of a pattern.
+constexpr std::u16string_view noneOfAddresses(u"\0\n\r\u2028\u2029", 5);
+
 std::u16string_view GroupAt(const Groups& groups, int index)
 {
     const auto at = static_cast<std::size_t>(index);
@@ -125,7 +129,7 @@ bool Uri::HasScheme(std::u16string_view scheme) const
 {
     const std::u16string_view text = text_;
     if (text.starts_with(scheme) && text.substr(scheme.size()).starts_with(u"://") &&
-        text.find_first_of(u"\n\r\u2028\u2029") == std::u16string_view::npos)
+        text.find_first_of(noneOfAddresses) == std::u16string_view::npos)
         return true;
     return GetScheme() == scheme;
 }
@@ -194,7 +198,7 @@ const Uri::GroupNumbers& Uri::Groupings() const
 
 bool Uri::Match(const Pattern& pattern, std::u16string_view text, Groups& groups) const
 {
-    return pattern.MatchWhole(text, groups);
+    return text.find(u'\0') == std::u16string_view::npos && pattern.MatchWhole(text, groups);
 }
 
 Groups Uri::MatchedGroups() const

@@ -116,7 +116,7 @@ protected:
 
     virtual const Pattern& GetPattern() const;
     virtual const GroupNumbers& Groupings() const;
-    // Takes `text` apart by `pattern`: the whole of it must match.
+    // Takes `text` apart by `pattern`: the whole of it must match, and have no terminator.
     virtual bool Match(const Pattern& pattern, std::u16string_view text, Groups& groups) const;
 
 private:

@@ -63,7 +63,7 @@ const Uri::GroupNumbers& P4Uri::Groupings() const
 // Where the whole text matches, that is what a search finds.
 bool P4Uri::Match(const Pattern& pattern, std::u16string_view text, Groups& groups) const
 {
-    if (pattern.MatchWhole(text, groups))
+    if (Uri::Match(pattern, text, groups))
         return true;
     if (HoldsAddress(text))
         Refuse();

@@ -1,8 +1,11 @@
 // Addresses of a megabyte, and addresses made to be hard: each gets an answer or its refusal, on a
 // small stack, by every pattern that addresses are taken apart with.
 #include "frame/exception.h"
+#include "ftp/ftpuri.h"
 #include "git/gituri.h"
 #include "mercurial/hguri.h"
+#include "perforce/p4uri.h"
+#include "subversion/svnuri.h"
 #include "support/smallstack.h"
 
 #include <gtest/gtest.h>
@@ -98,6 +101,43 @@ TEST_P(HostileAddresses, WhatNeverBecomesAnAddressIsRefused)
         for (const char16_t* piece : {u"a", u":", u"/", u":/", u"//", u"a:/"})
             EXPECT_FALSE(Answers(Repeated(piece)));
     });
+}
+
+// A server can list such names, and a client's command line would end there.
+TEST(AddressesOfServers, WithATerminatorAreRefusedAsNone)
+{
+    const std::u16string terminator(1, u'\0');
+    struct
+    {
+        const char16_t* message;
+        std::u16string scheme;
+        std::shared_ptr<Uri> (*make)(std::u16string text);
+    } const all[] = {{u"Can't parse the URI", u"ftp", Make<FTPUri>},
+                     {u"Invalid Perforce URI", u"p4", Make<P4Uri>},
+                     {u"Can't parse the URI", u"svn", Make<SVNUri>},
+                     {u"Can't parse the URI", u"hg", Make<HGUri>},
+                     {u"Can't parse the URI", u"git", Make<GITUri>}};
+    for (const auto& address : all)
+    {
+        SCOPED_TRACE(testing::PrintToString(address.scheme));
+        const std::u16string whole = address.scheme + u"://host/a";
+        EXPECT_EQ(address.make(whole)->GetText(), whole);
+        for (const std::u16string& text :
+             {whole + terminator + u"b", whole + terminator, whole + u"#" + terminator + u"1",
+              address.scheme + terminator + u"://host/a", address.scheme + u"://" + terminator})
+        {
+            try
+            {
+                address.make(text);
+                ADD_FAILURE() << "not refused";
+            }
+            catch (const ComException& exception)
+            {
+                EXPECT_EQ(static_cast<HRESULT>(exception.code), E_INVALIDARG);
+                EXPECT_TRUE(exception.message.starts_with(address.message));
+            }
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Uri, HostileAddresses,

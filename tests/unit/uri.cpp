@@ -121,11 +121,19 @@ TEST(Uri, PathsHoldNoLineEnd)
         EXPECT_EQ(Uri(u"f" + line + u"p://h/a").GetScheme(), u"f" + line + u"p");
     }
     for (const char16_t other :
-         {u'\0', u'\t', u'\v', u'\f', u'\x7F', u'\x85', u'\u2027', u'\u202A', u'\xD800', u'\xFFFF'})
+         {u'\t', u'\v', u'\f', u'\x7F', u'\x85', u'\u2027', u'\u202A', u'\xD800', u'\xFFFF'})
     {
         const std::u16string path = u"a" + std::u16string(1, other) + u"b";
         EXPECT_EQ(Uri(u"ftp://h/" + path).GetPath(), path);
     }
+}
+
+TEST(Uri, NothingHoldsATerminator)
+{
+    const std::u16string terminator(1, u'\0');
+    EXPECT_THROW(Uri(u"ftp://h/a" + terminator + u"b").GetPath(), ComException);
+    EXPECT_THROW(Uri(u"ftp://h/a" + terminator).GetScheme(), ComException);
+    EXPECT_THROW(Uri(u"ftp://u:p" + terminator + u"@h/a").GetHost(), ComException);
 }
 
 TEST(Uri, WhatDoesNotMatchFailsAtEveryQuestion)
