@@ -113,6 +113,20 @@ bool IsWellFormed(std::u16string_view decoded)
     return true;
 }
 
+// A name, or a revision, for a client that takes bytes.
+std::u16string NameArgument(std::u16string_view name)
+{
+    const bool areBytes =
+        std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit <= 0xFF; });
+    if (areBytes)
+    {
+        std::u16string decoded = DecodeName(std::string(name.begin(), name.end()));
+        if (IsWellFormed(decoded))
+            return decoded;
+    }
+    return std::u16string(name);
+}
+
 // The file that the client prints into. Removed unless it was opened, and then with its handle.
 class PrintTarget
 {
@@ -201,15 +215,16 @@ std::u16string P4HaveArguments(std::u16string_view path)
 
 std::u16string P4PathArgument(std::u16string_view path, bool takeBytes)
 {
-    const bool areBytes =
-        std::all_of(path.begin(), path.end(), [](char16_t unit) { return unit <= 0xFF; });
-    if (takeBytes && areBytes)
+    if (!takeBytes)
+        return std::u16string(path);
+    std::u16string argument;
+    for (std::size_t at = 0; at < path.size();)
     {
-        std::u16string decoded = DecodeName(std::string(path.begin(), path.end()));
-        if (IsWellFormed(decoded))
-            return decoded;
+        const std::size_t end = std::min(path.find_first_of(u"/@#", at), path.size() - 1) + 1;
+        argument += NameArgument(path.substr(at, end - at));
+        at = end;
     }
-    return std::u16string(path);
+    return argument;
 }
 
 void CheckP4Failure(const HostUIUser& host, const Uri* uri, const std::u16string& address,

@@ -30,9 +30,9 @@ std::u16string P4PrintArguments(std::u16string_view path, std::u16string_view ta
 std::u16string P4FilelogArguments(std::u16string_view path);
 std::u16string P4HaveArguments(std::u16string_view path);
 
-// A depot's path as an argument to clients that take text, or to those that take bytes: what they
-// print is widened byte by byte, so a text that could be the bytes of UTF-8 goes back as these
-// bytes.
+// A depot's path as an argument to clients that take text, or to those that take bytes. What these
+// print is widened byte by byte, so a name that could be the bytes of UTF-8 goes back as these
+// bytes. Each name is judged by itself: one that was listed may stand beside one that was typed.
 std::u16string P4PathArgument(std::u16string_view path, bool takeBytes);
 
 // Throws if what the client wrote to its error stream is a failure: by its words, or else by its

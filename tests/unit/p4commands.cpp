@@ -117,6 +117,17 @@ TEST_F(P4Commands, ListedNamesGoBackAsTheirBytes)
         EXPECT_EQ(P4PathArgument(path, true), path) << "no bytes of UTF-8";
 }
 
+// Listed ones are widened bytes, typed ones are text; neither is encoded twice beside the other.
+TEST_F(P4Commands, ListedNamesAndTypedOnesStandBesideEachOther)
+{
+    for (const auto& [path, argument] :
+         {std::pair{u"//d/\u00c3\u00a4/*@\u00e4", u"//d/\u00e4/*@\u00e4"},
+          std::pair{u"//d/\u00c3\u00a4/\u65e5#1", u"//d/\u00e4/\u65e5#1"},
+          std::pair{u"\u00e4@\u00c3\u00a4", u"\u00e4@\u00e4"},
+          std::pair{u"\u00e4#\u00c3\u00a4/", u"\u00e4#\u00e4/"}})
+        EXPECT_EQ(P4PathArgument(path, true), argument);
+}
+
 // What the client wrote to its error stream, and its exit code, as a failure.
 class P4Failures : public P4Commands
 {
