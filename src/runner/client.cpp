@@ -23,17 +23,17 @@ struct Pipe
     OsHandle write;
 };
 
-// A pipe whose ends are both inheritable. The parent's end of each is taken out of that at once: a
-// client that held the other end of its own input would never see it end.
-Pipe MakePipe(const ClientRow& row, OsHandle Pipe::*parentEnd)
+// A pipe of which only the client's end is inheritable. The other never is, not even for a moment:
+// a client that held the other end of its own input, or of another client's, would never see it
+// end.
+Pipe MakePipe(const ClientRow& row, OsHandle Pipe::*clientEnd)
 {
-    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, 1};
     HANDLE read = INVALID_HANDLE_VALUE;
     HANDLE write = INVALID_HANDLE_VALUE;
-    if (!CreatePipe(&read, &write, &inheritable, pipeSize))
+    if (!CreatePipe(&read, &write, nullptr, pipeSize))
         ThrowClientFailure(row, row.communication, GetLastError());
     Pipe pipe{OsHandle(read), OsHandle(write)};
-    if (!SetHandleInformation((pipe.*parentEnd).Get(), HANDLE_FLAG_INHERIT, 0))
+    if (!SetHandleInformation((pipe.*clientEnd).Get(), HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT))
         ThrowClientFailure(row, row.communication, GetLastError());
     return pipe;
 }
@@ -103,16 +103,16 @@ Process StartProcess(const ClientRow& row, const ClientCall& call, STARTUPINFOW 
 ClientOutcome RunClient(const ClientRow& row, const ClientCall& call)
 {
     ClientOutcome outcome{row.exitCodePreset, {}};
-    Pipe input = MakePipe(row, &Pipe::write);
+    Pipe input = MakePipe(row, &Pipe::read);
     std::optional<Pipe> output;
     std::optional<PipeReader> outputReader;
     if (call.readOutput)
     {
-        output = MakePipe(row, &Pipe::read);
+        output = MakePipe(row, &Pipe::write);
         outputReader.emplace(std::move(output->read), row.decoding, row.bareLineFeed,
                              call.readOutput);
     }
-    Pipe errors = MakePipe(row, &Pipe::read);
+    Pipe errors = MakePipe(row, &Pipe::write);
     PipeReader errorReader(std::move(errors.read), row.decoding, row.bareLineFeed,
                            [&](BufferedReader& text) { outcome.errors = text.ReadAll(); });
 

@@ -12,18 +12,18 @@ namespace
 
 Pipe NewPipe()
 {
-    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, 1};
     HANDLE read = INVALID_HANDLE_VALUE;
     HANDLE write = INVALID_HANDLE_VALUE;
-    if (!CreatePipe(&read, &write, &inheritable, 10240))
+    if (!CreatePipe(&read, &write, nullptr, 10240))
         throw std::runtime_error("no pipe");
     return {OsHandle(read), OsHandle(write)};
 }
 
-void Keep(const OsHandle& handle)
+// The other end never is.
+void Pass(const OsHandle& handle)
 {
-    if (!SetHandleInformation(handle.Get(), HANDLE_FLAG_INHERIT, 0))
-        throw std::runtime_error("an inheritable handle");
+    if (!SetHandleInformation(handle.Get(), HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT))
+        throw std::runtime_error("no inheritable handle");
 }
 
 WCHAR* Writable(std::u16string& text)
@@ -67,14 +67,14 @@ std::vector<std::string> Texts(const std::string& printed)
 Pipe PipeToChild()
 {
     Pipe pipe = NewPipe();
-    Keep(pipe.write);
+    Pass(pipe.read);
     return pipe;
 }
 
 Pipe PipeFromChild()
 {
     Pipe pipe = NewPipe();
-    Keep(pipe.read);
+    Pass(pipe.write);
     return pipe;
 }
 

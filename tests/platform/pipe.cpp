@@ -48,6 +48,13 @@ TEST(Pipes, CarryMoreThanTheyHold)
     writer.join();
 }
 
+TEST(Pipes, EndsCanBeMadeInheritableAndNotAgain)
+{
+    const Pipe pipe = PipeToChild();
+    for (const DWORD flags : {HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT, 0U, 0U})
+        EXPECT_TRUE(SetHandleInformation(pipe.write.Get(), HANDLE_FLAG_INHERIT, flags));
+}
+
 TEST(Pipes, SetHandleInformationRefusesWhatIsNoHandle)
 {
     EXPECT_EQ(ErrorOf(SetHandleInformation(nullptr, HANDLE_FLAG_INHERIT, 0)), ERROR_INVALID_HANDLE);

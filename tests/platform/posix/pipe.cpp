@@ -94,7 +94,7 @@ TEST(PipesPosix, ClosedHandleHasNoInformation)
 TEST(PipesPosix, OtherRequestsAreNotSupported)
 {
     const Pipe pipe = PipeToChild();
-    EXPECT_EQ(ErrorOf(SetHandleInformation(pipe.read.Get(), HANDLE_FLAG_INHERIT, 1)),
+    EXPECT_EQ(ErrorOf(SetHandleInformation(pipe.read.Get(), HANDLE_FLAG_INHERIT, 2)),
               ERROR_NOT_SUPPORTED);
     EXPECT_EQ(ErrorOf(SetHandleInformation(pipe.read.Get(), 2, 0)), ERROR_NOT_SUPPORTED);
     HANDLE read = nullptr;

@@ -22,7 +22,7 @@ extern "C" BOOL CreatePipe(HANDLE* read, HANDLE* write, SECURITY_ATTRIBUTES* sec
 
 extern "C" BOOL SetHandleInformation(HANDLE handle, DWORD mask, DWORD flags)
 {
-    if (mask != HANDLE_FLAG_INHERIT || flags != 0)
+    if (mask != HANDLE_FLAG_INHERIT || (flags & ~mask) != 0)
         return Fail(ERROR_NOT_SUPPORTED);
     if (ObjectOf(handle) != nullptr || fcntl(DescriptorOf(handle), F_GETFD) != -1)
         return 1;

@@ -49,7 +49,8 @@ extern "C"
 {
     // `size` is a suggestion and not taken: a pipe here holds 64 KiB.
     BOOL CreatePipe(HANDLE* read, HANDLE* write, SECURITY_ATTRIBUTES* security, DWORD size);
-    // HANDLE_FLAG_INHERIT can be taken from any handle, as none is ever inherited. All else is
+    // HANDLE_FLAG_INHERIT can be given to any handle and taken from it, and changes nothing: the
+    // standard handles that CreateProcessW is given are inherited, and no other ever. All else is
     // ERROR_NOT_SUPPORTED.
     BOOL SetHandleInformation(HANDLE handle, DWORD mask, DWORD flags);
 
