@@ -34,17 +34,19 @@ bool IsLink(const ComPtr<IFileSystemItem>& item)
     return (attributes & AttributeLink) != 0;
 }
 
+// `fail` is called for what is no item.
 std::vector<Entry> EntriesOf(const ComPtr<IFolder>& folder,
-                             const std::vector<std::u16string>& excluded)
+                             const std::vector<std::u16string>& excluded,
+                             const std::function<void(const Failure&)>& fail)
 {
     std::vector<Entry> entries;
-    for (const ComPtr<IFileSystemItem>& item : ItemsOf(folder))
-    {
+    const auto add = [&](const ComPtr<IFileSystemItem>& item) {
         std::u16string name = PairingName(item);
-        if (std::find(excluded.begin(), excluded.end(), name) != excluded.end())
-            continue;
-        entries.push_back({std::move(name), item.As<IFile>(), item.As<IFolder>(), IsLink(item)});
-    }
+        if (std::find(excluded.begin(), excluded.end(), name) == excluded.end())
+            entries.push_back(
+                {std::move(name), item.As<IFile>(), item.As<IFolder>(), IsLink(item)});
+    };
+    ForEachItem(folder, add, fail);
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry& left, const Entry& right) { return left.name < right.name; });
     return entries;
@@ -65,8 +67,11 @@ public:
     void Compare(const std::u16string& prefix, const ComPtr<IFolder>& left,
                  const ComPtr<IFolder>& right)
     {
-        const std::vector<Entry> lefts = EntriesOf(left, rules_.excluded);
-        const std::vector<Entry> rights = EntriesOf(right, rules_.excluded);
+        const auto fail = [&](const Failure& failure) {
+            tell_({prefix + u"?", Verdict::Failed, {}, {}, {}, failure});
+        };
+        const std::vector<Entry> lefts = EntriesOf(left, rules_.excluded, fail);
+        const std::vector<Entry> rights = EntriesOf(right, rules_.excluded, fail);
         auto a = lefts.begin();
         auto b = rights.begin();
         while (a != lefts.end() || b != rights.end())

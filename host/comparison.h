@@ -53,8 +53,8 @@ Finding CompareFiles(const ComPtr<IFile>& left, const ComPtr<IFile>& right);
 
 // Pairs by name, without the part of it that tells a revision, and goes into folders that both
 // sides have; a folder that is a link isn't entered. Findings come in the order of names, one
-// for each pair and each name without a partner. What fails below the two folders is a finding;
-// a failure to read these themselves is thrown.
+// for each pair and each name without a partner. What fails below the two folders is a finding,
+// named "?" where it has no name; a failure to read these themselves is thrown.
 void CompareFolders(const ComPtr<IFolder>& left, const ComPtr<IFolder>& right,
                     const FolderRules& rules, const Tell& tell);
 

@@ -45,16 +45,27 @@ ComPtr<IFileSystemItem> FindItem(const Place& place)
     }
 }
 
-std::vector<ComPtr<IFileSystemItem>> ItemsOf(const ComPtr<IFolder>& folder)
+void ForEachItem(const ComPtr<IFolder>& folder,
+                 const std::function<void(const ComPtr<IFileSystemItem>&)>& use,
+                 const std::function<void(const Failure&)>& fail)
 {
     ComPtr<IFolderContents> contents;
     Call([&] { return folder->GetContents(contents.Out()); });
     std::uint32_t count = 0;
     Call([&] { return contents->GetCount(&count); });
-    std::vector<ComPtr<IFileSystemItem>> items(count);
     for (std::uint32_t i = 0; i < count; ++i)
-        Call([&] { return contents->GetItem(static_cast<std::int32_t>(i), items[i].Out()); });
-    return items;
+    {
+        try
+        {
+            ComPtr<IFileSystemItem> item;
+            Call([&] { return contents->GetItem(static_cast<std::int32_t>(i), item.Out()); });
+            use(item);
+        }
+        catch (const Failure& failure)
+        {
+            fail(failure);
+        }
+    }
 }
 
 bool IsMissing(const Failure& failure)

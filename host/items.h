@@ -3,8 +3,7 @@
 
 #include "session.h"
 
-#include <optional>
-#include <vector>
+#include <functional>
 
 namespace tarnwell::host
 {
@@ -18,8 +17,11 @@ ComPtr<IFile> FindFile(const Place& place);
 
 ComPtr<IFolder> FindFolder(const Place& place);
 
-// What a folder holds, in the file system's order.
-std::vector<ComPtr<IFileSystemItem>> ItemsOf(const ComPtr<IFolder>& folder);
+// Calls `use` with each item of a folder, in the file system's order. A server may list a name that
+// makes no item: for that, and where `use` throws Failure, `fail` is called, and the rest goes on.
+void ForEachItem(const ComPtr<IFolder>& folder,
+                 const std::function<void(const ComPtr<IFileSystemItem>&)>& use,
+                 const std::function<void(const Failure&)>& fail);
 
 // A text that an item gives through one of its methods.
 template <class I> std::u16string TextFrom(I* item, HRESULT (STDMETHODCALLTYPE I::*method)(BSTR*))

@@ -39,7 +39,7 @@ std::vector<Waiting> VisitFolder(const Waiting& present, const Walk& walk)
     if (present.depth > deepest)
         throw Failure{E_FAIL, Say(Word::TooDeep, {present.prefix})};
     std::vector<Waiting> inside;
-    for (Listed& item : SortedItems(present.folder))
+    for (Listed& item : SortedItems(present.folder, walk.fail))
     {
         const std::u16string name = item.facts.name.value.value_or(u"?");
         if (IsWanted(walk, name))
@@ -53,11 +53,14 @@ std::vector<Waiting> VisitFolder(const Waiting& present, const Walk& walk)
 
 } // namespace
 
-std::vector<Listed> SortedItems(const ComPtr<IFolder>& folder)
+std::vector<Listed> SortedItems(const ComPtr<IFolder>& folder,
+                                const std::function<void(const Failure& failure)>& fail)
 {
     std::vector<Listed> all;
-    for (const ComPtr<IFileSystemItem>& item : ItemsOf(folder))
+    const auto add = [&](const ComPtr<IFileSystemItem>& item) {
         all.push_back({FactsOf(item), item.As<IFolder>()});
+    };
+    ForEachItem(folder, add, fail);
     std::stable_sort(all.begin(), all.end(), [](const Listed& left, const Listed& right) {
         return left.facts.name.value < right.facts.name.value;
     });

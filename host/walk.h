@@ -17,8 +17,9 @@ struct Listed
     ComPtr<IFolder> folder;
 };
 
-// What the folder holds, by name.
-std::vector<Listed> SortedItems(const ComPtr<IFolder>& folder);
+// What the folder holds, by name. `fail` is called for each name that makes no item.
+std::vector<Listed> SortedItems(const ComPtr<IFolder>& folder,
+                                const std::function<void(const Failure& failure)>& fail);
 
 bool IsLink(const ItemFacts& facts);
 
@@ -29,7 +30,8 @@ struct Walk
     std::span<const std::u16string> patterns;
     // An item, and its name as seen from the first folder: "sub/name".
     std::function<void(const ItemFacts& facts, const std::u16string& name)> visit;
-    // A folder inside the first one that can't be listed; the walk goes on.
+    // A folder inside the first one that can't be listed, or a name that makes no item; the walk
+    // goes on.
     std::function<void(const Failure& failure)> fail;
 };
 

@@ -1,0 +1,146 @@
+// How the host program shows a Perforce depot, which the stand-in for the client has.
+#include "e2e/hostrun.h"
+#include "e2e/json.h"
+#include "support/perforcedepot.h"
+
+#include <gmock/gmock.h>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class PerforceAddresses : public testing::Test
+{
+protected:
+    PerforceAddresses()
+    {
+        depot.Submit("dir/a.txt", "one", "the first");
+        depot.Submit("dir/a.txt", "two!", "the second");
+        depot.Submit("dir/sub/b c.txt", "b");
+    }
+
+    PerforceDepot depot;
+    const std::u16string dir = u"p4:////depot/base/dir";
+    const std::u16string file = dir + u"/a.txt";
+};
+
+TEST_F(PerforceAddresses, AreListed)
+{
+    const HostRun run = RunHost({u"ls", dir});
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(
+        LinesOf(run.output),
+        ElementsAre(
+            testing::AllOf(StartsWith("--r-         4 B  2024-03-05"), EndsWith("  a.txt#2")),
+            testing::AllOf(StartsWith("d---           -  1970-01-01"), EndsWith("  sub"))));
+    const auto items = JsonLinesOf(RunHost({u"--json", u"ls", dir}).output);
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(items[0].Text("path"), "p4:////depot/base/dir/a.txt#2");
+    EXPECT_EQ(items[0].Text("comparable_name"), "a.txt");
+    EXPECT_EQ(items[0].Text("comparable_url"), "p4:////depot/base/dir/a.txt");
+    EXPECT_EQ(items[1].Text("path"), "p4:////depot/base/dir/sub");
+}
+
+TEST_F(PerforceAddresses, AreShown)
+{
+    const HostRun run = RunHost({u"--json", u"stat", file + u"#1"});
+    EXPECT_EQ(run.exitCode, 0);
+    const JsonLine facts = JsonLine(LinesOf(run.output).at(0));
+    EXPECT_EQ(facts.Text("name"), "a.txt#1");
+    EXPECT_EQ(facts.Raw("size"), "3");
+    EXPECT_EQ(facts.Raw("folder"), "false");
+    const JsonLine folder = JsonLine(LinesOf(RunHost({u"--json", u"stat", dir}).output).at(0));
+    EXPECT_EQ(folder.Raw("folder"), "true");
+    const HostRun missing = RunHost({u"stat", dir + u"/none"});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_THAT(missing.errors, StartsWith("Couldn't find the URI \"p4:////depot/base/dir/none\""));
+}
+
+TEST_F(PerforceAddresses, AreRead)
+{
+    EXPECT_EQ(RunHost({u"cat", file}).output, "two!");
+    EXPECT_EQ(RunHost({u"cat", file + u"#1"}).output, "one");
+    EXPECT_EQ(RunHost({u"cat", dir + u"/sub/b c.txt@3"}).output, "b");
+    const HostRun missing = RunHost({u"cat", dir + u"/none"});
+    EXPECT_EQ(missing.exitCode, 1);
+    EXPECT_EQ(missing.output, "");
+    EXPECT_THAT(missing.errors, StartsWith("Couldn't find the URI"));
+    const HostRun beyond = RunHost({u"cat", dir + u"/a.txt#7"});
+    EXPECT_EQ(beyond.exitCode, 1);
+}
+
+TEST_F(PerforceAddresses, HaveALog)
+{
+    const std::string local = Utf8(depot.Sync("dir/a.txt").u16string());
+    const HostRun run = RunHost({u"log", file});
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_THAT(LinesOf(run.output),
+                ElementsAre("Working Copy  -  ", "    " + local,
+                            testing::AllOf(StartsWith("2  2024-03-05"), EndsWith("  ann@ws")),
+                            "    2: the second", "    p4:////depot/base/dir/a.txt#2",
+                            testing::AllOf(StartsWith("1  2024-03-05"), EndsWith("  ann@ws")),
+                            "    1: the first", "    p4:////depot/base/dir/a.txt#1"));
+    EXPECT_THAT(RunHost({u"log", dir + u"/none"}).output, "No revisions.\n");
+}
+
+TEST_F(PerforceAddresses, AreCompared)
+{
+    const HostRun run = RunHost({u"compare", file + u"#1", file});
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(run.output, "a.txt#1: different, 3 and 4 bytes, first difference at offset 0\n");
+    // Pinned files pair with others by their names.
+    const HostRun folders = RunHost({u"compare", dir + u"@1", dir});
+    EXPECT_EQ(folders.exitCode, 3);
+    EXPECT_THAT(LinesOf(folders.output),
+                ElementsAre("a.txt: different, 3 and 4 bytes, first difference at offset 0",
+                            "sub: only right", "0 equal, 1 different, 1 only right"));
+    EXPECT_EQ(RunHost({u"compare", dir, dir}).exitCode, 0);
+}
+
+TEST_F(PerforceAddresses, TakeTheCredentialsOfTheCommandLine)
+{
+    depot.Tell("port\tserver:1666");
+    depot.Tell("user\tann\tsecret");
+    EXPECT_EQ(RunHost({u"--user", u"ann", u"--password", u"secret", u"--server", u"server:1666",
+                       u"cat", file})
+                  .output,
+              "two!");
+    const HostRun refused = RunHost(
+        {u"--user", u"ann", u"--password", u"wrong", u"--server", u"server:1666", u"cat", file});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.errors, HasSubstr("Perforce password (P4PASSWD) invalid or unset."));
+}
+
+// One that a server lists and no address can hold.
+TEST_F(PerforceAddresses, ANameThatIsNoneLosesNoOther)
+{
+    depot.Submit("dir/a\rb", "x");
+    for (const bool json : {false, true})
+    {
+        std::vector<std::u16string> arguments = {u"ls", dir};
+        if (json)
+            arguments.insert(arguments.begin(), u"--json");
+        const HostRun run = RunHost(arguments);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(LinesOf(run.output).size(), 2U) << run.output;
+        EXPECT_THAT(run.errors, HasSubstr("Invalid Perforce URI"));
+    }
+    const HostRun compared = RunHost({u"compare", dir, dir});
+    EXPECT_EQ(compared.exitCode, 1);
+    EXPECT_THAT(LinesOf(compared.output),
+                ElementsAre("?: failed", "?: failed", "3 equal, 2 failed"));
+    EXPECT_THAT(compared.errors, HasSubstr("Invalid Perforce URI"));
+}
+
+} // namespace
+
+} // namespace tarnwell::test
