@@ -105,6 +105,8 @@ struct Backend
     // Names that a file can have, to be listed and opened by.
     std::vector<std::u16string_view> names;
     std::vector<RefusedAddress> refused = {};
+    // Whether names with control characters can be put.
+    bool controlCharacters = false;
 
     // Folders, and the facts of files, which those without folders don't tell.
     bool folders = true;

@@ -8,6 +8,8 @@ namespace tarnwell::test
 namespace
 {
 
+namespace fs = std::filesystem;
+
 const std::u16string wideName(60, u'\u30C6');
 const std::u16string longName = std::u16string(120, u'x') + u".txt";
 
@@ -26,9 +28,9 @@ public:
     }
     void MakeFolder(std::u16string_view name) override
     {
-        std::filesystem::create_directory(OnDisk(name));
+        fs::create_directory(OnDisk(name));
     }
-    std::filesystem::path OnDisk(std::u16string_view name) const override
+    fs::path OnDisk(std::u16string_view name) const override
     {
         return (folder_.Path() / name).make_preferred();
     }
@@ -48,6 +50,7 @@ const Backend localBackend{
               u"#1@2!3~4`5^6$7+8-9_0", u"dots.in.name", u"\u00E9t\u00E9.txt",
               u"\u65E5\u672C\u8A9E.txt", u"\U0001F600.txt", u"\U00020BB7\U0001F468\u200D\U0001F469",
               wideName, longName},
+    .controlCharacters = fs::path::preferred_separator == '/',
     .writes = true,
     // Snapshots are a machine's own and none are made for tests.
     .history = false,

@@ -62,6 +62,7 @@ const Backend perforceBackend{
     .refused = {{u"P4:////x", u"Invalid Perforce URI \"P4:////x\". [p4objects@"},
                 {u"ftp://host/r", u"Invalid Perforce URI \"ftp://host/r\". [p4objects@"},
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
+    .controlCharacters = true,
     .emptyFolders = false,
     .missingFoldersFail = false,
     .revisionsInListing = true,

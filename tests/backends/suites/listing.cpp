@@ -151,6 +151,51 @@ TEST_P(Listing, WhatIsNoFolderFailsOrIsEmpty)
     }
 }
 
+class ControlCharacters : public Listing
+{
+};
+
+// A name that no address can hold makes no item, and all others are there. Those with a line feed
+// or a terminator can't be told from two lines, or from nothing.
+TEST_P(ControlCharacters, LoseNoOtherItem)
+{
+    const auto data = NewData();
+    std::size_t count = 2;
+    data->Put(u"!first", "!first");
+    data->Put(u"~last", "~last");
+    for (char16_t unit = 1; unit <= 0x7F; unit = unit == 0x1F ? u'\x7F' : unit + 1)
+    {
+        const std::u16string name = u"a" + std::u16string(1, unit) + u"b";
+        if (unit == u'\n')
+            continue;
+        data->Put(name, EncodeName(name).value());
+        ++count;
+    }
+    const auto contents = Contents(data->Address({}));
+    std::uint32_t found = 0;
+    EXPECT_EQ(contents->GetCount(&found), S_OK);
+    EXPECT_EQ(found, count);
+    std::size_t opened = 0;
+    for (std::uint32_t i = 0; i < found; ++i)
+    {
+        ComPtr<IFileSystemItem> item;
+        const Outcome outcome =
+            OutcomeOf([&] { return contents->GetItem(static_cast<std::int32_t>(i), item.Out()); });
+        if (outcome.status == S_OK)
+        {
+            const Facts facts = FactsOf(item);
+            EXPECT_EQ(facts.name, Listed(DecodeName(Content(facts.path))));
+            ++opened;
+        }
+        else
+        {
+            EXPECT_EQ(outcome.status, E_INVALIDARG);
+            EXPECT_TRUE(outcome.error && outcome.error->text.find(u'\r') != std::u16string::npos);
+        }
+    }
+    EXPECT_GE(opened, count - 1) << "with a carriage return";
+}
+
 bool HasFolders(const Backend& backend)
 {
     return backend.folders;
@@ -162,6 +207,8 @@ bool HasEmptyFolders(const Backend& backend)
 }
 
 TARNWELL_OVER_BACKENDS(Listing, BackendsThat(HasFolders));
+TARNWELL_OVER_BACKENDS(ControlCharacters,
+                       BackendsThat([](const Backend& b) { return b.controlCharacters; }));
 TARNWELL_OVER_BACKENDS(EmptyFolders, BackendsThat(HasEmptyFolders));
 
 } // namespace
