@@ -51,7 +51,8 @@ TEST(Pipes, CarryMoreThanTheyHold)
 TEST(Pipes, EndsCanBeMadeInheritableAndNotAgain)
 {
     const Pipe pipe = PipeToChild();
-    for (const DWORD flags : {HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT, 0U, 0U})
+    constexpr DWORD inheritable = HANDLE_FLAG_INHERIT;
+    for (const DWORD flags : {inheritable, inheritable, DWORD{0}, DWORD{0}})
         EXPECT_TRUE(SetHandleInformation(pipe.write.Get(), HANDLE_FLAG_INHERIT, flags));
 }
 

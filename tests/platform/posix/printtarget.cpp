@@ -2,6 +2,7 @@
 // PATH.
 #include "platform/printtarget.h"
 #include "platform/clients.h"
+#include "platform/posix/systemcalls.h"
 #include "support/environmentvalue.h"
 #include "support/opened.h"
 #include "support/tempfolder.h"
@@ -100,6 +101,42 @@ TEST_F(PrintTargetsOnLinux, NeedAFolderAndAShortName)
     const EnvironmentValue longest("TMPDIR", ("/tmp/" + std::string(240, 'x')).c_str());
     EXPECT_FALSE(MakePrintTarget(path));
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_BUFFER_OVERFLOW));
+}
+
+TEST_F(PrintTargetsOnLinux, ThatCannotBeMadeLeaveNoFolder)
+{
+    fs::remove_all(path_.parent_path());
+    for (const char* const call : {"mkdtemp", "openat"})
+    {
+        SystemCalls calls;
+        calls.Fail(call, 1, ENOSPC);
+        WCHAR path[MAX_PATH] = {};
+        EXPECT_FALSE(MakePrintTarget(path));
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_DISK_FULL)) << call;
+        EXPECT_TRUE(fs::is_empty(folder_.Path())) << call;
+    }
+}
+
+TEST_F(PrintTargetsOnLinux, ThatCannotBeOpenedStayUntilTheyAreRemoved)
+{
+    const std::u16string path = path_.u16string();
+    for (const char* const call : {"openat", "fstat", "fchmod"})
+    {
+        SystemCalls calls;
+        calls.Fail(call, 1, EACCES);
+        EXPECT_FALSE(OsHandle(OpenPrintTarget(Wide(path)))) << call;
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ACCESS_DENIED)) << call;
+        EXPECT_TRUE(fs::exists(path_)) << call;
+    }
+    {
+        // Its folder's removal.
+        SystemCalls calls;
+        calls.Fail("unlinkat", 1, EROFS);
+        EXPECT_FALSE(OsHandle(OpenPrintTarget(Wide(path))));
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_WRITE_PROTECT));
+    }
+    EXPECT_TRUE(RemovePrintTarget(Wide(path)));
+    EXPECT_TRUE(fs::is_empty(folder_.Path()));
 }
 
 TEST(ClientsOnLinux, AreProgramsInAbsoluteFolders)
