@@ -6,10 +6,6 @@
 #include "support/fakehost.h"
 #include "support/perforcedepot.h"
 
-#include <algorithm>
-#include <functional>
-#include <set>
-
 namespace tarnwell::test
 {
 
@@ -166,52 +162,6 @@ TEST_F(FailingPerforce, RevisionsHideEveryFailure)
         faults.Fail(operation, n, someError);
         EXPECT_EQ(Revisions(), 0U) << operation;
         EXPECT_EQ(faults.Failures(), 1);
-    }
-}
-
-// Each call of each operation in turn but the waits, without which there is no order of events, and
-// what the host allocates.
-// What fails has its text, and nothing is left of anything.
-TEST_F(FailingPerforce, EveryCallFailsInTurn)
-{
-    // What these do is hidden, as is what a reader doesn't get.
-    const std::set<std::string> hidden{
-        "_beginthreadex", "CloseHandle", "GetExitCodeProcess",   "RemovePrintTarget",
-        "FindClient",     "ReadFile",    "SystemTimeToFileTime", "GetEnvironmentStringsW"};
-    const std::set<std::string> passed{"WaitForSingleObject", "SysAllocStringLen"};
-    const std::function<HRESULT()> actions[] = {[&] { return List(); }, [&] { return Stat(); },
-                                                [&] {
-                                                    return Open();
-                                                }};
-    for (const auto& action : actions)
-    {
-        std::vector<std::string> trace;
-        {
-            const Faults faults;
-            EXPECT_EQ(action(), S_OK);
-            trace = faults.Trace();
-        }
-        for (const std::string& operation : std::set(trace.begin(), trace.end()))
-        {
-            const auto calls = std::count(trace.begin(), trace.end(), operation);
-            for (int n = 1; n <= calls && !passed.contains(operation); ++n)
-            {
-                SCOPED_TRACE(testing::Message() << operation << ' ' << n);
-                const Held before = Held::Now();
-                {
-                    Faults faults;
-                    faults.Fail(operation, n, someError);
-                    const Result result = ResultOf(action);
-                    EXPECT_EQ(result.status < 0, result.text != u"(none)");
-                    if (!hidden.contains(operation))
-                    {
-                        EXPECT_EQ(result.status, someStatus);
-                    }
-                }
-                EXPECT_EQ(Held::Now(), before);
-                EXPECT_TRUE(fs::is_empty(temporary_.Path()));
-            }
-        }
     }
 }
 
