@@ -296,55 +296,5 @@ TEST_F(Perforce, OtherAddressesAreRefused)
               u"Can't parse the URI \"no address\". [uri@159]");
 }
 
-TEST_F(Perforce, OpensExistingFilesForReadingOnly)
-{
-    const std::u16string address = server_->Address("a.txt");
-    const auto file = File(address);
-    for (const auto& [access, disposition] :
-         {std::pair{writeAccess, openExisting}, std::pair{readAccess | writeAccess, openExisting},
-          std::pair{readAccess, createAlways}, std::pair{0U, openExisting}})
-    {
-        ComPtr<IFileStream> stream;
-        const Outcome outcome =
-            OutcomeOf([&] { return file->Open(access, disposition, stream.Out()); });
-        EXPECT_EQ(outcome.status, E_INVALIDARG);
-        EXPECT_TRUE(outcome.error->text.starts_with(u"Failed to open \"" + address +
-                                                    u"\" for reading or writing. [p4objects@"));
-    }
-}
-
-TEST_F(Perforce, NothingIsEverWritten)
-{
-    const std::u16string address = server_->Address("new");
-    EXPECT_EQ(Folder(address)->Create(VARIANT_TRUE), E_NOTIMPL);
-    const auto item = File(address).As<IFileSystemItem>();
-    EXPECT_EQ(item->Delete(VARIANT_TRUE, VARIANT_FALSE), E_NOTIMPL);
-    EXPECT_EQ(item->SetAttributes(0), E_NOTIMPL);
-    EXPECT_EQ(system->CopyItem(Ole(address), Ole(address), nullptr), E_NOTIMPL);
-    EXPECT_EQ(system->DeleteItems(nullptr, VARIANT_TRUE, VARIANT_FALSE), E_NOTIMPL);
-    Bstr path;
-    EXPECT_EQ(system->CreateTempFile(Ole(address), path.Out()), E_NOTIMPL);
-    server_->Submit("a.txt", "1");
-    ComPtr<IFileStream> stream;
-    ASSERT_THAT(Open(server_->Address("a.txt"), stream), Succeeded());
-    ULONG written = 7;
-    EXPECT_EQ(stream.As<::ISequentialStream>()->Write("x", 1, &written), E_NOTIMPL);
-    EXPECT_EQ(written, 0U);
-}
-
-TEST_F(Perforce, ItemsBeyondTheListingAreRefused)
-{
-    server_->Submit("a.txt", "1");
-    ComPtr<IFolderContents> contents;
-    ASSERT_EQ(Folder(server_->Address())->GetContents(contents.Out()), S_OK);
-    for (const std::int32_t index : {-1, 1})
-    {
-        ComPtr<IFileSystemItem> item;
-        const Outcome outcome = OutcomeOf([&] { return contents->GetItem(index, item.Out()); });
-        EXPECT_EQ(outcome.status, E_INVALIDARG);
-        EXPECT_TRUE(outcome.error->text.starts_with(u" [interfaceimpl@"));
-    }
-}
-
 } // namespace
 } // namespace tarnwell::test

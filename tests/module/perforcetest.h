@@ -3,6 +3,7 @@
 
 #include "module/systemtest.h"
 #include "support/environmentvalue.h"
+#include "support/perforcedepot.h"
 
 namespace tarnwell::test
 {
@@ -19,6 +20,26 @@ protected:
 private:
     const EnvironmentValue variable_{temporaryFolderVariable, temporary_.Path().string().c_str()};
 };
+
+// The same with a depot of the stand-in for the client, which has one file.
+class PerforceClientTest : public PerforceTest
+{
+protected:
+    PerforceClientTest();
+
+    // Makes the command ("*": all) fail in one of the stand-in's ways.
+    void Fail(const std::string& command, const std::string& way);
+    // That `outcome` is message 129 for `of` and the client's words.
+    void ExpectFailed(const Outcome& outcome, HRESULT status, const std::u16string& of,
+                      const std::u16string& words) const;
+
+    const std::u16string folder_ = u"p4:////depot/base";
+    const std::u16string address_ = folder_ + u"/a.txt";
+    PerforceDepot depot_;
+};
+
+// The file that a run of "print" was told to write.
+std::string TargetOf(const std::string& run);
 
 // Message 129 for `address` and the client's words.
 std::u16string P4Failed(const std::u16string& address, const std::u16string& words);

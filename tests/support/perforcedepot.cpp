@@ -74,10 +74,12 @@ void PerforceDepot::Tell(const std::string& line)
 
 void PerforceDepot::Print(const std::string& command, std::string_view text)
 {
-    const std::string name = "output" + std::to_string(++contents_);
-    WriteBytes(folder_ / DecodeName(name), text);
-    general_ += "output\t" + command + "\t" + name + "\n";
-    Write();
+    PrintAs("output", command, text);
+}
+
+void PerforceDepot::PrintBytes(const std::string& command, std::string_view bytes)
+{
+    PrintAs("bytes", command, bytes);
 }
 
 void PerforceDepot::AddRevision(const std::string& path, const std::string& words,
@@ -89,6 +91,11 @@ void PerforceDepot::AddRevision(const std::string& path, const std::string& word
     ++file.revisions;
     file.lines += "rev\t" + words + "\t" + content + "\n";
     Write();
+}
+
+std::string PerforceDepot::CommandLine() const
+{
+    return ReadBytes(folder_ / u"commandline");
 }
 
 std::vector<std::string> PerforceDepot::Runs() const
@@ -111,6 +118,15 @@ std::vector<std::string> PerforceDepot::TakeRuns()
     std::vector<std::string> runs = Runs();
     std::filesystem::remove(std::filesystem::path(folder_ / u"runs"));
     return runs;
+}
+
+void PerforceDepot::PrintAs(const std::string& kind, const std::string& command,
+                            std::string_view text)
+{
+    const std::string name = "output" + std::to_string(++contents_);
+    WriteBytes(folder_ / DecodeName(name), text);
+    general_ += kind + "\t" + command + "\t" + name + "\n";
+    Write();
 }
 
 PerforceDepot::File& PerforceDepot::FileAt(const std::string& path)

@@ -31,10 +31,14 @@ public:
     void Tell(const std::string& line);
     // What the client prints for this command, instead of what it knows.
     void Print(const std::string& command, std::string_view text);
+    // The same, with the line ends as they are.
+    void PrintBytes(const std::string& command, std::string_view bytes);
     // A revision with all its facts: the words of a line "rev" but for the content.
     void AddRevision(const std::string& path, const std::string& words,
                      std::string_view bytes = {});
 
+    // The whole command line of the last run, where programs see it.
+    std::string CommandLine() const;
     // The runs so far, each as its arguments, separated by "|".
     std::vector<std::string> Runs() const;
     // The same without what was asked before.
@@ -48,6 +52,7 @@ private:
         std::string lines;
     };
 
+    void PrintAs(const std::string& kind, const std::string& command, std::string_view text);
     File& FileAt(const std::string& path);
     int Change(const std::string& path, const std::string& action, std::string_view bytes,
                const std::string& description);

@@ -46,6 +46,26 @@ TEST_F(PerforceNames, ThatAreTypedAreOpened)
     }
 }
 
+TEST_F(PerforceNames, ThatAreListedStandBesideTypedOnes)
+{
+    depot_.Submit("\xC3\xB6/\xE6\x97\xA5.txt", "x");
+    const auto folders = List(u"p4:////depot/base");
+    ASSERT_THAT(folders, SizeIs(1));
+    EXPECT_EQ(Content(folders[0].path + u"/\u65e5.txt"), "x");
+    const auto labelled = List(u"p4:////depot/base@\u00e4");
+    EXPECT_EQ(depot_.Runs().back(), "dirs|//depot/base/*@\xC3\xA4");
+}
+
+// Lines end in a line feed alone here, and a carriage return in front of one is none of a name's.
+TEST_F(PerforceNames, OfLinesWithBothEndsAreTheSame)
+{
+    depot_.PrintBytes("fstat", "... depotFile //a\r\n\r\n... depotFile //b\n\n... depotFile //c\n");
+    const auto items = List(u"p4:////depot/base");
+    ASSERT_THAT(items, SizeIs(3));
+    EXPECT_EQ(items[0].path, u"p4:////a#0");
+    EXPECT_EQ(items[2].path, u"p4:////c#0");
+}
+
 // Whatever a client does with the file that it is to write, named "$TARGET" here.
 class OddPerforceClients : public PerforceTest
 {
@@ -89,6 +109,21 @@ TEST_F(OddPerforceClients, WritesWhereNobodyElseCanRead)
     const StandInClient client(
         "p4", "while [ \"$1\" != -o ]; do shift; done; stat -c %a \"$(dirname \"$2\")\" >\"$2\"");
     EXPECT_EQ(Content(address_), "700\n");
+}
+
+// Whatever it has written by then is not content.
+TEST_F(OddPerforceClients, ThatASignalEndsHaveFailed)
+{
+    for (const std::string words : {"", "echo 'no such file(s)' >&2; "})
+    {
+        const Outcome outcome = FailureWith("echo half >\"$TARGET\"; " + words + "kill -9 $$");
+        EXPECT_THAT(outcome, Failed(Win32Status(1067),
+                                    u"An error occurred while communicating with Perforce."));
+    }
+    const StandInClient client("p4", "kill -9 $$");
+    EXPECT_THAT(FailedList(address_),
+                Failed(Win32Status(1067), u"An error occurred while communicating with Perforce."));
+    EXPECT_FALSE(HasRevisions(address_));
 }
 
 TEST_F(OddPerforceClients, GetNoInputAndMayTalkOnTheSide)

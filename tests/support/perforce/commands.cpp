@@ -195,12 +195,23 @@ const Way* WayOf(const Depot& depot, const std::string& command)
     return nullptr;
 }
 
+void PrintFile(const fs::path& file)
+{
+    std::ifstream recorded(file, std::ios::binary);
+    std::cout << recorded.rdbuf();
+}
+
 int Work(const Depot& depot, const Call& call)
 {
     if (const auto output = depot.outputs.find(call.command); output != depot.outputs.end())
     {
-        std::ifstream recorded(output->second, std::ios::binary);
-        std::cout << recorded.rdbuf();
+        PrintFile(output->second);
+        return 0;
+    }
+    if (const auto bytes = depot.bytes.find(call.command); bytes != depot.bytes.end())
+    {
+        PrintBytesFromNowOn();
+        PrintFile(bytes->second);
         return 0;
     }
     for (const CommandRow& row : commands)

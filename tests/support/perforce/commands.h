@@ -12,4 +12,7 @@ namespace tarnwell::test::perforce
 // file "runs" there. Returns the exit code.
 int Run(const std::vector<std::string>& arguments, const std::filesystem::path& folder);
 
+// Standard output changes no line ends any more.
+void PrintBytesFromNowOn();
+
 } // namespace tarnwell::test::perforce

@@ -69,6 +69,8 @@ void AddLine(Depot& depot, const std::string& line)
         depot.failures[words.at(1)] = words.at(2);
     else if (kind == "output")
         depot.outputs[words.at(1)] = depot.folder / words.at(2);
+    else if (kind == "bytes")
+        depot.bytes[words.at(1)] = depot.folder / words.at(2);
     else
         throw std::runtime_error("the depot's description has a line \"" + line + "\"");
 }
@@ -109,12 +111,15 @@ bool Fits(const std::string& pattern, const std::string& path)
 
 const Revision* RevisionAt(const File& file, const std::string& specifier)
 {
+    const bool isNumber = specifier.size() > 1 && specifier[1] >= '0' && specifier[1] <= '9';
+    const bool isLabel = !specifier.empty() && specifier[0] == '@' && !isNumber;
+    const int number = specifier.empty() || isLabel ? 0 : std::stoi(specifier.substr(1));
     const Revision* found = nullptr;
     for (const Revision& revision : file.revisions)
     {
-        const bool isIt = specifier.empty()     ? true
-                          : specifier[0] == '#' ? revision.number == std::stoi(specifier.substr(1))
-                                                : revision.change <= std::stoi(specifier.substr(1));
+        const bool isIt =
+            specifier.empty() || isLabel ||
+            (specifier[0] == '#' ? revision.number == number : revision.change <= number);
         if (isIt)
             found = &revision;
     }

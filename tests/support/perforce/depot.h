@@ -12,6 +12,7 @@
 //   note TEXT               a line behind the description
 //   fail COMMAND WAY        what it does instead ("*": every command); see failures.h
 //   output COMMAND FILE     what it prints instead, a file beside this one
+//   bytes COMMAND FILE      the same, with the line ends as they are in the file
 #pragma once
 
 #include <filesystem>
@@ -57,6 +58,7 @@ struct Depot
     std::vector<File> files;
     std::map<std::string, std::string> failures; // by command
     std::map<std::string, std::filesystem::path> outputs;
+    std::map<std::string, std::filesystem::path> bytes;
 };
 
 // The file "depot" in the folder. Throws if a line has another form.
@@ -74,7 +76,7 @@ Spec ParseSpec(const std::string& text);
 // Whether "*" in `pattern`, which never stands for a slash, makes it `path`.
 bool Fits(const std::string& pattern, const std::string& path);
 
-// The revision that `specifier` names; null if there is none.
+// The revision that `specifier` names; null if there is none. Every label names the latest.
 const Revision* RevisionAt(const File& file, const std::string& specifier);
 
 } // namespace tarnwell::test::perforce

@@ -19,6 +19,8 @@ constexpr Way ways[] = {
     {"invalid", "Password invalid.\n", 1, false},
     {"workspace", "Client 'ws' unknown - use 'client' command to create it.\n", 1, false},
     {"nofiles", "//depot/x - no such file(s).\n", 0, false},
+    {"nofilesfailed", "//depot/x - no such file(s).\n", 1, false},
+    {"nofilesbeside", "//depot/x - no such file(s).\n", 1, true},
     {"warning", "Warning: the server is about to be shut down.\n", 0, true},
     {"late", "Fatal client error; disconnecting!\n", 1, true},
     {"silent", "", 1, false},

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+void tarnwell::test::perforce::PrintBytesFromNowOn() {}
+
 int main(int count, char** texts)
 {
     const char* const folder = std::getenv("TARNWELL_DEPOT");

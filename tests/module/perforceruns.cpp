@@ -1,0 +1,227 @@
+// What the Perforce client is asked, and with what: on the stand-in for it.
+#include "module/perforcetest.h"
+
+#include <tarnwell/text.h>
+
+#include <atomic>
+#include <thread>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class PerforceRuns : public PerforceClientTest
+{
+};
+
+TEST_F(PerforceRuns, AFolderAndAnItemCostTwoRunsEach)
+{
+    List(folder_);
+    EXPECT_THAT(depot_.TakeRuns(),
+                ElementsAre("fstat|-s|-l|//depot/base/*", "dirs|//depot/base/*"));
+    List(folder_ + u"@12");
+    EXPECT_THAT(depot_.TakeRuns(),
+                ElementsAre("fstat|-s|-l|//depot/base/*@12", "dirs|//depot/base/*@12"));
+    FileFacts(address_ + u"#1");
+    EXPECT_THAT(depot_.TakeRuns(),
+                ElementsAre("fstat|-s|-l|//depot/base/a.txt#1", "dirs|//depot/base/a.txt#1"));
+    List(u"p4://");
+    EXPECT_THAT(depot_.TakeRuns(), ElementsAre("fstat|-s|-l|//*", "dirs|//*"));
+}
+
+TEST_F(PerforceRuns, ListedItemsNeedNoRun)
+{
+    ComPtr<IFolderContents> contents;
+    ASSERT_EQ(Folder(folder_)->GetContents(contents.Out()), S_OK);
+    depot_.TakeRuns();
+    for (const auto& item : ItemsOf(contents))
+        FactsOf(item);
+    EXPECT_THAT(depot_.TakeRuns(), IsEmpty());
+}
+
+TEST_F(PerforceRuns, ARootNeedsNoRun)
+{
+    Fail("*", "refused");
+    for (const std::u16string& root : {std::u16string(u"p4://"), folder_ + u"/", folder_ + u"///",
+                                       std::u16string(u"p4://u@server/")})
+    {
+        const Facts facts = FactsOf(Folder(root));
+        EXPECT_EQ(facts.attributes, folderAttribute);
+        EXPECT_EQ(facts.name, u"");
+        EXPECT_GT(facts.time, 133000000000000000U);
+    }
+    EXPECT_THAT(depot_.Runs(), IsEmpty());
+}
+
+TEST_F(PerforceRuns, AHistoryCostsTwoRuns)
+{
+    Revisions(address_ + u"#1");
+    EXPECT_THAT(depot_.TakeRuns(),
+                ElementsAre("filelog|-l|-t|//depot/base/a.txt", "have|//depot/base/a.txt"));
+    Revisions(u"p4://depot/base/a.txt//");
+    EXPECT_THAT(depot_.TakeRuns(),
+                ElementsAre("filelog|-l|-t|//depot/base/a.txt", "have|//depot/base/a.txt"));
+}
+
+TEST_F(PerforceRuns, ContentGoesIntoATemporaryFile)
+{
+    EXPECT_EQ(Content(address_ + u"#1"), "one");
+    const std::vector<std::string> runs = depot_.TakeRuns();
+    ASSERT_THAT(runs, SizeIs(1));
+    const std::string target = TargetOf(runs[0]);
+    EXPECT_EQ(runs[0], "print|-o|" + target + "|-q|//depot/base/a.txt#1");
+    EXPECT_NE(target.find("vrl"), std::string::npos);
+    EXPECT_EQ(target.find(EncodeName(temporary_.Text()).value()), 0U);
+}
+
+TEST_F(PerforceRuns, StreamsOutliveTheirItemAndLeaveNoFile)
+{
+    ComPtr<IFileStream> stream;
+    EXPECT_THAT(Open(address_, stream), Succeeded());
+    ComPtr<IFileStream> other;
+    EXPECT_THAT(Open(address_, other), Succeeded());
+    EXPECT_EQ(ReadAll(stream), "one");
+    EXPECT_EQ(ReadAll(stream), "") << "read to its end";
+    EXPECT_EQ(ReadAll(other), "one");
+    EXPECT_EQ(stream->Close(), S_OK);
+    char byte = 0;
+    EXPECT_EQ(stream.As<::ISequentialStream>()->Read(&byte, 1, nullptr), Win32Status(6));
+}
+
+TEST_F(PerforceRuns, WithoutAStreamToFillTheContentIsFetchedForNothing)
+{
+    EXPECT_EQ(File(address_)->Open(readAccess, openExisting, nullptr), S_OK);
+    EXPECT_THAT(depot_.TakeRuns(), SizeIs(1));
+    EXPECT_EQ(File(folder_ + u"/none")->Open(readAccess, openExisting, nullptr), Win32Status(2));
+}
+
+TEST_F(PerforceRuns, AnotherWayToOpenIsRefusedBeforeAnyRun)
+{
+    ComPtr<IFileStream> stream;
+    EXPECT_EQ(File(address_)->Open(readAccess, createAlways, stream.Out()), E_INVALIDARG);
+    EXPECT_THAT(depot_.Runs(), IsEmpty());
+}
+
+TEST_F(PerforceRuns, AreGivenTheCredentialsOfTheAddress)
+{
+    depot_.Tell("port\tserver:1666");
+    depot_.Tell("user\tann\tse cret");
+    EXPECT_EQ(Content(u"p4://ann:se cret@server:1666///depot/base/a.txt"), "one");
+    EXPECT_EQ(TargetOf(depot_.Runs()[0]).empty(), false);
+    EXPECT_TRUE(depot_.TakeRuns()[0].starts_with("-u|ann|-P|se cret|-p|server:1666|print|-o|"));
+    const auto items = List(u"p4://ann:se cret@server:1666///depot/base");
+    ASSERT_THAT(items, SizeIs(1));
+    EXPECT_EQ(items[0].path, u"p4://ann:se cret@server:1666///depot/base/a.txt#1");
+    const auto list = Revisions(items[0].path);
+    ASSERT_THAT(list, SizeIs(1));
+    EXPECT_EQ(list[0].uri, u"p4://ann:se cret@server:1666///depot/base/a.txt#1");
+    EXPECT_THAT(host_->Calls(), IsEmpty());
+}
+
+TEST_F(PerforceRuns, AreGivenTheCredentialsOfTheHost)
+{
+    depot_.Tell("port\tserver:1666");
+    depot_.Tell("user\tann\tsecret");
+    host_->credentials = {S_OK, u"ann", u"secret", u"server:1666"};
+    EXPECT_EQ(Content(address_), "one");
+    EXPECT_EQ(Content(u"p4://bob:*@other///depot/base/a.txt"), "one");
+    EXPECT_THAT(host_->Calls(), ElementsAre(u"GetCredentials|1||", u"GetCredentials|1|other|bob"));
+    host_->credentials = {S_OK, u"", u"secret", std::nullopt};
+    EXPECT_EQ(FailedOpen(address_).status, E_FAIL) << "a password alone is nobody's";
+    EXPECT_TRUE(depot_.Runs().back().starts_with("print|"));
+}
+
+TEST_F(PerforceRuns, ItemsOfAServerWithoutAUserLoseIt)
+{
+    depot_.Tell("port\tserver");
+    const auto items = List(u"p4://@server///depot/base");
+    EXPECT_EQ(depot_.TakeRuns()[0], "-p|server|fstat|-s|-l|//depot/base/*");
+    ASSERT_THAT(items, SizeIs(1));
+    EXPECT_EQ(items[0].path, u"p4://server///depot/base/a.txt#1");
+}
+
+TEST_F(PerforceRuns, AnAuthorityAsksForThreeSlashes)
+{
+    EXPECT_THAT(List(u"p4://u@server//depot/base"), IsEmpty());
+    EXPECT_EQ(depot_.TakeRuns()[0], "-u|u|-p|server|fstat|-s|-l|///depot/base/*");
+}
+
+TEST_F(PerforceRuns, AValueIsOneArgumentWhateverIsInIt)
+{
+    Fail("*", "silent");
+    for (const auto& [path, argument] :
+         {std::pair{u"a\"b", "a\"b"}, std::pair{u"a\" -x \"b", "a\" -x \"b"},
+          std::pair{u"a\\", "a\\"}, std::pair{u"a\\\" c", "a\\\" c"}, std::pair{u" ", " "}})
+    {
+        const std::u16string whole = u"p4://u\\:p\"@s\\///depot/" + std::u16string(path);
+        const std::string spec = "//depot/" + std::string(argument);
+        const std::string options = "-u|u\\|-P|p\"|-p|s\\|";
+        EXPECT_EQ(Content(whole), "");
+        EXPECT_TRUE(depot_.Runs()[0].ends_with("|-q|" + spec));
+        EXPECT_TRUE(depot_.TakeRuns()[0].starts_with(options + "print|-o|"));
+        Revisions(whole);
+        EXPECT_EQ(depot_.TakeRuns()[0], options + "filelog|-l|-t|" + spec);
+        List(whole);
+        EXPECT_THAT(depot_.TakeRuns(), ElementsAre(options + "fstat|-s|-l|" + spec + "/*",
+                                                   options + "dirs|" + spec + "/*"));
+    }
+}
+
+TEST_F(PerforceRuns, RunSideBySide)
+{
+    constexpr int threadCount = 4;
+    std::vector<std::thread> threads;
+    std::atomic<int> right{0};
+    for (int i = 0; i < threadCount; ++i)
+    {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 5; ++round)
+                right += List(folder_).size() == 1 && Content(address_) == "one" ? 1 : 0;
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(right, threadCount * 5);
+}
+
+// Only a listing, an item and a history leave slashes at the end out.
+TEST_F(PerforceRuns, SlashesAtTheEndStayWhereTheContentAndTheWorkingCopyAreAskedFor)
+{
+    FailedOpen(address_ + u"//");
+    EXPECT_TRUE(depot_.TakeRuns().at(0).ends_with("|-q|//depot/base/a.txt//"));
+    depot_.Print("filelog", "//depot/base/a.txt//\n");
+    Revisions(address_);
+    EXPECT_EQ(depot_.TakeRuns().at(1), "have|//depot/base/a.txt//");
+}
+
+TEST_F(PerforceRuns, CredentialsAreAskedForAtEachOfThem)
+{
+    host_->credentials = {S_OK, u"ann", u"secret", u"server"};
+    const auto asked = [&] {
+        return static_cast<std::size_t>(std::ranges::count(host_->Calls(), u"GetCredentials|1||"));
+    };
+    List(folder_);
+    EXPECT_EQ(asked(), 2U);
+    Content(address_);
+    EXPECT_EQ(asked(), 3U);
+    Content(address_);
+    EXPECT_EQ(asked(), 4U);
+    Revisions(address_);
+    EXPECT_EQ(asked(), 6U);
+    for (const std::string& run : depot_.Runs())
+        EXPECT_TRUE(run.starts_with("-u|ann|-P|secret|-p|server|"));
+}
+
+TEST_F(PerforceRuns, NamesThatAreTypedReachTheClient)
+{
+    FailedOpen(folder_ + u"/\u00e4\u65e5.txt");
+    EXPECT_TRUE(depot_.TakeRuns().at(0).ends_with("//depot/base/\xC3\xA4\xE6\x97\xA5.txt"));
+}
+
+} // namespace
+} // namespace tarnwell::test
