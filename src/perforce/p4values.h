@@ -19,11 +19,12 @@ struct P4Revision
     std::u16string_view author;
 };
 
-// What a search of `line` for
-// "\.\.\. #([0-9]+) change ([0-9]+) (.*) on ([0-9]+)/([0-9]+)/([0-9]+) ([0-9]+):([0-9]+):([0-9]+)
-// by
-// ([^ ]+)", regardless of case, finds: so that an action may be of several words, and what stands
-// behind the author doesn't matter.
+// What a search of `line` finds for this pattern (a blank stands at the break), regardless of case:
+//
+//   \.\.\. #([0-9]+) change ([0-9]+) (.*) on ([0-9]+)/([0-9]+)/([0-9]+)
+//                                        ([0-9]+):([0-9]+):([0-9]+) by ([^ ]+)
+//
+// So an action may be of several words, and what stands behind the author doesn't matter.
 std::optional<P4Revision> FindP4Revision(std::u16string_view line);
 
 // The group of ".*#[0-9]+ - (.*)", searched for in `line`.
