@@ -65,6 +65,11 @@ RowTest::RowTest(const Backend& row)
     host_->credentials = sample_->data->Credentials();
 }
 
+bool IsNamedIn(std::string_view test, const NotShown& named)
+{
+    return test.starts_with("Backends/" + std::string(named.test) + "/");
+}
+
 void RowTest::SetUp()
 {
     SystemTest::SetUp();
@@ -72,7 +77,7 @@ void RowTest::SetUp()
     const std::string whole = std::string(test.test_suite_name()) + "." + test.name() + "/";
     for (const NotShown& each : row_.notShown)
     {
-        if (whole.starts_with("Backends/" + std::string(each.test) + "/"))
+        if (IsNamedIn(whole, each))
             GTEST_SKIP() << each.why;
     }
 }

@@ -27,6 +27,9 @@ extern const std::string largeContent;
 // Made at the first call for a row, and kept until the process ends.
 const Sample& SampleOf(const Backend& backend);
 
+// `test` is a suite's and a test's name with a "/" behind it.
+bool IsNamedIn(std::string_view test, const NotShown& named);
+
 // Tests of one row.
 class RowTest : public SystemTest
 {
