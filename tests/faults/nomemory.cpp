@@ -7,7 +7,10 @@
 #include "local/copystreams.h"
 #include "local/snapshots.h"
 #include "module/lifecycle.h"
+#include "perforce/p4objects.h"
+#include "support/environmentvalue.h"
 #include "support/fakeprogress.h"
+#include "support/perforcedepot.h"
 #include "support/snapshotserver.h"
 #include "support/snapshotshare.h"
 
@@ -112,6 +115,39 @@ TEST(NoMemory, MakesNoItemOfAnAddress)
     EXPECT_EQ(WithoutLine(error.text), NoObject() + u" [interfaceimpl@N]");
     EXPECT_TRUE(error.interfaceId == IID_IFileSystem);
     EXPECT_EQ(file, nullptr);
+}
+
+// Of what a client printed; the file that it printed into goes.
+TEST(NoMemory, MakesNothingOfADepot)
+{
+    PerforceDepot depot;
+    depot.Submit("a.txt", "1");
+    const TempFolder temporary;
+    const EnvironmentValue variable("TMPDIR", temporary.Path().c_str());
+    ComPtr<IFileSystem> system;
+    ComPtr<IFolder> folder;
+    ComPtr<IFile> file;
+    ComPtr<IFolderContents> contents;
+    ASSERT_EQ(MakeInstance<P4FileSystemObject>(nullptr, IID_IFileSystem, system.OutVoid()), S_OK);
+    ASSERT_EQ(system->GetFolder(Wide(depot.Address()), VARIANT_FALSE, folder.Out()), S_OK);
+    ASSERT_EQ(system->GetFile(Wide(depot.Address("a.txt")), VARIANT_FALSE, file.Out()), S_OK);
+    ASSERT_EQ(folder->GetContents(contents.Out()), S_OK);
+    auto* noContents = reinterpret_cast<IFolderContents*>(1);
+    auto* noItem = reinterpret_cast<IFileSystemItem*>(1);
+    auto* noStream = reinterpret_cast<IFileStream*>(1);
+    EXPECT_EQ(
+        WithoutLine(ErrorWithoutMemory([&] { return folder->GetContents(&noContents); }).text),
+        NoObject() + u" [interfaceimpl@N]");
+    EXPECT_EQ(WithoutLine(ErrorWithoutMemory([&] { return contents->GetItem(0, &noItem); }).text),
+              NoObject() + u" [interfaceimpl@N]");
+    EXPECT_EQ(WithoutLine(ErrorWithoutMemory([&] {
+                              return file->Open(GENERIC_READ, OPEN_EXISTING, &noStream);
+                          }).text),
+              NoObject() + u" [p4objects@N]");
+    EXPECT_EQ(noContents, nullptr);
+    EXPECT_EQ(noItem, nullptr);
+    EXPECT_EQ(noStream, nullptr);
+    EXPECT_TRUE(std::filesystem::is_empty(temporary.Path()));
 }
 
 TEST(NoMemory, MakesNoRevisions)
