@@ -82,11 +82,11 @@ private:
         return true;
     }
 
-    void Give(const Option& option, std::u16string value)
+    void Give(const Option& option, const std::u16string& value)
     {
         if (option.help == Word::None)
             line_.own.push_back(option.name);
-        option.take(line_, std::move(value));
+        option.take(line_, value);
     }
 
     std::u16string ValueOf(const std::u16string& argument, const std::u16string& name,

@@ -6,24 +6,24 @@ namespace tarnwell::host
 namespace
 {
 
-template <bool CommandLine::*member> void Turn(CommandLine& line, std::u16string)
+template <bool CommandLine::*member> void Turn(CommandLine& line, const std::u16string&)
 {
     line.*member = true;
 }
 
 // The last one counts.
 template <std::optional<std::u16string> CommandLine::*member>
-void Set(CommandLine& line, std::u16string value)
+void Set(CommandLine& line, const std::u16string& value)
 {
-    line.*member = std::move(value);
+    line.*member = value;
 }
 
 // All count.
-void AddExcluded(CommandLine& line, std::u16string value)
+void AddExcluded(CommandLine& line, const std::u16string& value)
 {
     if (!line.exclude)
         line.exclude.emplace();
-    line.exclude->push_back(std::move(value));
+    line.exclude->push_back(value);
 }
 
 const Option options[] = {

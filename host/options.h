@@ -18,7 +18,7 @@ struct Option
     const char16_t* value;
     // Word::None for those that only some commands take: these tell what it means there.
     Word help;
-    void (*take)(CommandLine& line, std::u16string value);
+    void (*take)(CommandLine& line, const std::u16string& value);
 };
 
 std::span<const Option> Options();

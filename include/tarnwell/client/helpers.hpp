@@ -61,6 +61,7 @@ Result Forward(Function function, Result missing, Arguments... arguments)
 } // namespace tarnwell::client::detail
 
 /// @cond
+// NOLINTBEGIN(misc-definitions-in-headers): weak, so that any number of files may define them.
 // Hidden, so that they neither take the place of a library's own nor are taken for a module's.
 #define TARNWELL_HELPER extern "C" __attribute__((weak, visibility("hidden")))
 
@@ -105,6 +106,7 @@ TARNWELL_HELPER HRESULT CreateErrorInfo(ICreateErrorInfo** info)
     using namespace tarnwell::client::detail;
     return Forward(TheHelpers().createErrorInfo, E_OUTOFMEMORY, info);
 }
+// NOLINTEND(misc-definitions-in-headers)
 /// @endcond
 
 #undef TARNWELL_HELPER

@@ -225,8 +225,9 @@ public:
             CoUninitialize();
     }
 #else
-    ThreadScope() {}
-    ~ThreadScope() {}
+    // A host's variable of a trivial class would count as unused.
+    ThreadScope() {}  // NOLINT(modernize-use-equals-default)
+    ~ThreadScope() {} // NOLINT(modernize-use-equals-default)
 #endif
     ThreadScope(const ThreadScope&) = delete;
     ThreadScope& operator=(const ThreadScope&) = delete;
