@@ -125,6 +125,15 @@ TEST_F(PerforceFailures, WithoutOneTheHostIsNotAskedAndTheFailureSaysSo)
     EXPECT_THAT(host_->Calls(), IsEmpty());
 }
 
+// A history hides its failure, but not from the host's memory.
+TEST_F(PerforceFailures, CredentialsRefusedForAHistoryAreForgottenToo)
+{
+    Fail("filelog", "password");
+    EXPECT_THAT(Revisions(address_), IsEmpty());
+    EXPECT_EQ(host_->Calls().back(),
+              u"ForgetCredentials|Perforce: Perforce password (P4PASSWD) invalid or unset.");
+}
+
 // Only after the workspace was asked for the file.
 TEST_F(PerforceFailures, OfAHistoryAreLookedAtLast)
 {

@@ -128,6 +128,20 @@ TEST_P(NoRevisions, OfWhatIsNoAddress)
     }
 }
 
+TEST_P(NoRevisions, OfNoPathAtAll)
+{
+    VARIANT_BOOL has = VARIANT_TRUE;
+    ComPtr<IRevisions> list;
+    const auto revisions = system.As<IFileSystemRevisions>();
+    EXPECT_THAT(OutcomeOf([&] { return revisions->HasRevisions(nullptr, 0, &has); }), Succeeded());
+    EXPECT_EQ(has, VARIANT_FALSE);
+    EXPECT_THAT(OutcomeOf([&] { return revisions->GetRevisions(nullptr, 0, list.Out()); }),
+                Succeeded());
+    std::uint32_t count = 7;
+    EXPECT_EQ(list->GetCount(&count), S_OK);
+    EXPECT_EQ(count, 0U);
+}
+
 bool HasHistory(const Backend& backend)
 {
     return backend.history;
