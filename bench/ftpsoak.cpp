@@ -20,7 +20,7 @@ using namespace tarnwell::bench;
 
 constexpr int operations = 10'000;
 constexpr int warmUp = 1000;
-constexpr std::uint64_t noise = 2U << 20; // bytes of memory
+constexpr std::uint64_t noise = 512U << 10; // bytes of memory: 52 for each operation are too many
 
 void Require(bool holds, const char* failure)
 {

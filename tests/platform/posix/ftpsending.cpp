@@ -46,6 +46,22 @@ TEST_F(OddFtp, WithoutAUserTheAnonymousOneIsMeant)
     EXPECT_EQ(server.Count("USER anonymous"), 1);
 }
 
+TEST_F(OddFtp, AHostMayHaveAName)
+{
+    posix::FtpServerAddress address = Address();
+    address.host = "localhost";
+    posix::FtpConnection connection(address);
+    ASSERT_EQ(connection.LogIn(), 0U);
+    server.WriteFile("/a", "1");
+    std::vector<posix::ListedEntry> entries;
+    bool isMissing = false;
+    EXPECT_EQ(connection.List("", entries, isMissing), 0U);
+    EXPECT_EQ(entries.size(), 1U);
+    server.DropConnections();
+    ASSERT_TRUE(server.SeesTheEndOf(1));
+    EXPECT_EQ(connection.Command("MKD", "sub"), 0U) << "and is looked up again";
+}
+
 TEST_F(OddFtp, HostsThatAreNoneAreNotResolved)
 {
     const InternetHandle root(InternetOpenW(Wide(u"FTP"), 0, nullptr, nullptr, 0));

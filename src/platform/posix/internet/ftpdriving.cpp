@@ -54,6 +54,8 @@ void FtpConnection::SetUp()
     Set(CURLOPT_PROXY, address_.proxy.c_str());
     Set(CURLOPT_HTTPPROXYTUNNEL, 1L);
     Set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    // It would keep the address of each data connection for a minute.
+    Set(CURLOPT_DNS_CACHE_TIMEOUT, 0L);
     Set(CURLOPT_TCP_KEEPALIVE, 1L);
     Set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(patience_.connecting.count()));
     Set(CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(patience_.reply.count()));
