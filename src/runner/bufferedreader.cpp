@@ -1,5 +1,6 @@
 #include "runner/bufferedreader.h"
 
+#include "platform/clientgroup.h"
 #include "platform/wide.h"
 
 #include <algorithm>
@@ -81,6 +82,23 @@ std::u16string BufferedReader::ReadAll()
     return Decode(bytes, decoding_);
 }
 
+std::string_view BufferedReader::ReadBlock()
+{
+    if (position_ == end_ && !hasEnded_)
+    {
+        DWORD count = 0;
+        const DWORD size = static_cast<DWORD>(buffer_.size());
+        const bool isRead = ReadPipe(handle_, buffer_.data(), size, &count) != 0;
+        const DWORD error = isRead ? ERROR_SUCCESS : GetLastError();
+        // One way to tell the end.
+        failure_ = error == ERROR_BROKEN_PIPE ? ERROR_SUCCESS : error;
+        Filled(isRead ? count : 0);
+    }
+    const std::string_view block = Available();
+    Consume(block.size());
+    return block;
+}
+
 void BufferedReader::SkipAll()
 {
     for (std::string_view block = Available(); !block.empty(); block = Available())
@@ -93,11 +111,16 @@ std::string_view BufferedReader::Available()
     {
         DWORD count = 0;
         ReadFile(handle_, buffer_.data(), static_cast<DWORD>(buffer_.size()), &count, nullptr);
-        position_ = 0;
-        end_ = count;
-        hasEnded_ = count == 0;
+        Filled(count);
     }
     return std::string_view(buffer_.data() + position_, end_ - position_);
+}
+
+void BufferedReader::Filled(DWORD count)
+{
+    position_ = 0;
+    end_ = count;
+    hasEnded_ = count == 0;
 }
 
 } // namespace tarnwell

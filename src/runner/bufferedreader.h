@@ -44,6 +44,15 @@ public:
     // All that is left, with its line ends.
     std::u16string ReadAll();
 
+    // The next bytes of a pipe as they come, valid until the next call; empty at the end, and where
+    // the pipe can't be read.
+    std::string_view ReadBlock();
+    // Why it couldn't be; ERROR_SUCCESS if it could.
+    DWORD Failure() const
+    {
+        return failure_;
+    }
+
     // Takes all that is left and drops it.
     void SkipAll();
 
@@ -51,6 +60,7 @@ private:
     // The bytes at hand, after a refill if there were none. Empty at the end of the input. An error
     // looks the same, and nothing is read after either.
     std::string_view Available();
+    void Filled(DWORD count);
     void Consume(std::size_t count)
     {
         position_ += count;
@@ -63,6 +73,7 @@ private:
     std::size_t position_ = 0;
     std::size_t end_ = 0;
     bool hasEnded_ = false;
+    DWORD failure_ = ERROR_SUCCESS;
 };
 
 // Takes what it wants of a client's output and puts the results where its maker wants them.

@@ -6,7 +6,9 @@
 #include "runner/bufferedreader.h"
 
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace tarnwell
 {
@@ -22,6 +24,9 @@ struct ClientRow
     MessageId notFound;        // no such program
     MessageId communication;   // any other failure to run it
     MessageId reportedFailure; // it wrote to its error stream
+    HRESULT missing = S_OK;    // the status of `notFound`, where that isn't the system's
+    // "NAME=VALUE": what the client has in its environment in the place of the host's of that name.
+    std::span<const char16_t* const> variables = {};
 };
 
 struct ClientCall
@@ -33,6 +38,8 @@ struct ClientCall
     // which runs on a thread of the run's own. What that leaves unread is dropped.
     HANDLE outputFile = nullptr;
     OutputReader readOutput = nullptr;
+    // As those of the row, for this run.
+    std::vector<std::u16string> variables = {};
 };
 
 struct ClientOutcome

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <vector>
 
 namespace tarnwell
 {
@@ -65,15 +66,22 @@ std::u16string ChangedEnvironment(const char16_t* block, std::u16string_view pre
     return kept;
 }
 
-std::u16string ClientEnvironment(const char16_t* hiddenNames)
+std::u16string ClientEnvironment(const char16_t* hiddenNames, std::span<const char16_t* const> own)
 {
-    if (hiddenNames == nullptr && clientVariables.empty())
+    if (hiddenNames == nullptr && clientVariables.empty() && own.empty())
         return {};
     const std::unique_ptr<WCHAR, FreeBlock> block(GetEnvironmentStringsW());
     if (!block)
         return {};
+    std::vector<const char16_t*> set;
+    for (const char16_t* const variable : clientVariables)
+    {
+        if (!IsSetBy(variable, own))
+            set.push_back(variable);
+    }
+    set.insert(set.end(), own.begin(), own.end());
     return ChangedEnvironment(reinterpret_cast<const char16_t*>(block.get()),
-                              hiddenNames == nullptr ? u"" : hiddenNames, clientVariables);
+                              hiddenNames == nullptr ? u"" : hiddenNames, set);
 }
 
 } // namespace tarnwell

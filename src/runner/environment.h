@@ -15,8 +15,9 @@ std::u16string ChangedEnvironment(const char16_t* block, std::u16string_view pre
                                   std::span<const char16_t* const> set);
 
 // This process's environment, without the variables whose names begin with `hiddenNames` if that
-// isn't null, and with what every client is given. Empty if nothing is to be changed or nothing is
-// left, or if the system doesn't tell: then the client inherits.
-std::u16string ClientEnvironment(const char16_t* hiddenNames);
+// isn't null, with what every client is given, and with `own` over that. Empty if nothing is to be
+// changed or nothing is left, or if the system doesn't tell: then the client inherits.
+std::u16string ClientEnvironment(const char16_t* hiddenNames,
+                                 std::span<const char16_t* const> own = {});
 
 } // namespace tarnwell

@@ -11,13 +11,14 @@ PipeReader::PipeReader(OsHandle pipe, Decoding decoding, BareLineFeed bareLineFe
 {
 }
 
-void PipeReader::Start()
+bool PipeReader::Start()
 {
     const std::uintptr_t started = _beginthreadex(nullptr, 0, Run, this, 0, nullptr);
     if (started == 0)
         pipe_.Close();
     else
         thread_ = OsHandle(reinterpret_cast<HANDLE>(started));
+    return started != 0;
 }
 
 void PipeReader::Wait()

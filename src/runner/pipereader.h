@@ -22,8 +22,9 @@ public:
 
     // Starts the thread, which calls `read`, drops what that leaves, and closes the pipe. If the
     // system has no thread to give, the pipe is closed at once and nothing is read. Either way the
-    // client never waits for a reader that is gone.
-    void Start();
+    // client never waits for a reader that is gone. Whether there is
+    // a thread.
+    bool Start();
 
     // Waits without a time limit for a thread that was started. Only after this can the caller use
     // what `read` has done.

@@ -1,5 +1,6 @@
 #include "faults/faults.h"
 
+#include "platform/clientgroup.h"
 #include "platform/clients.h"
 #include "platform/extendedcopy.h"
 #include "platform/icons.h"

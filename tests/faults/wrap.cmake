@@ -7,7 +7,8 @@ set(cannotFail
 
 set(operations ${CMAKE_CURRENT_LIST_DIR}/operations.inc)
 file(GLOB headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/platform/posix/win32/*.h)
-list(APPEND headers ${PROJECT_SOURCE_DIR}/src/platform/icons.h
+list(APPEND headers ${PROJECT_SOURCE_DIR}/src/platform/clientgroup.h
+                    ${PROJECT_SOURCE_DIR}/src/platform/icons.h
                     ${PROJECT_SOURCE_DIR}/src/platform/newfile.h
                     ${PROJECT_SOURCE_DIR}/src/platform/texts.h
                     ${PROJECT_SOURCE_DIR}/src/platform/username.h

@@ -141,6 +141,19 @@ TEST(Process, ExitCodeOfOneThatRunsSaysSo)
     EXPECT_EQ(WaitForSingleObject(child.Thread(), INFINITE), WAIT_OBJECT_0);
 }
 
+TEST(Process, WaitsMayHaveALimit)
+{
+    Child child(ChildCommand({u"input"}));
+    ASSERT_EQ(child.StartError(), ERROR_SUCCESS);
+    EXPECT_EQ(WaitForSingleObject(child.Process(), 20), DWORD{WAIT_TIMEOUT});
+    child.CloseInput();
+    DWORD waited = WAIT_TIMEOUT;
+    while (waited == WAIT_TIMEOUT)
+        waited = WaitForSingleObject(child.Process(), 1000);
+    EXPECT_EQ(waited, WAIT_OBJECT_0);
+    EXPECT_THAT(child.WaitForExitCode(), Optional(0U));
+}
+
 TEST(Process, HandlesMayGoBeforeTheProcess)
 {
     Child running(ChildCommand({u"input"}));

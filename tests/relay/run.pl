@@ -2,7 +2,7 @@
 # bytes), a list is texts behind theirs. Asked: a text with the key, then lists: the client and its
 # arguments, the working folder alone, the environment's entries. Answered: any number of frames of
 # a letter and a text, "o" with bytes of standard output, "e" of standard error; at last "x" with
-# the exit code in decimal.
+# the exit code in decimal. Meanwhile the caller sends its standard input as texts, the last one empty.
 use strict;
 use warnings;
 use Cwd qw(realpath);
@@ -81,21 +81,22 @@ sub client_environment {
 sub become {
     my ($client, $arguments, $folder, $environment) = @_;
     $SIG{PIPE} = 'DEFAULT';
-    open STDIN, '<', '/dev/null' or die "no input: $!\n";
     chdir $folder or die "no folder $folder: $!\n";
     %ENV = %$environment;
     exec { $client } $client, @$arguments or die "no $client: $!\n";
 }
 
-# The process, and what it writes.
+# The process, where it reads, and what it writes.
 sub start {
     my @run = @_;
+    pipe my $input_end, my $input or die "no pipe: $!\n";
     pipe my $output, my $output_end or die "no pipe: $!\n";
     pipe my $errors, my $errors_end or die "no pipe: $!\n";
     my $process = fork;
     die "no process: $!\n" unless defined $process;
-    return ($process, $output, $errors) if $process != 0;
+    return ($process, $input, $output, $errors) if $process != 0;
     eval {
+        open STDIN, '<&', $input_end or die "no input: $!\n";
         open STDOUT, '>&', $output_end or die "no output: $!\n";
         open STDERR, '>&', $errors_end or die "no errors: $!\n";
         become(@run);
@@ -104,13 +105,24 @@ sub start {
     POSIX::_exit(127);
 }
 
+# One text of the caller's input. False if the caller has gone. A client that reads no more loses it.
+sub pass_input {
+    my ($connection, $input) = @_;
+    my $bytes = eval { receive_bytes($connection, receive_number($connection)) };
+    return 0 unless defined $bytes;
+    close $input if $bytes eq '' && defined fileno $input;
+    syswrite $input, $bytes if $bytes ne '' && defined fileno $input;
+    return 1;
+}
+
 # A caller that has gone takes its client with it.
 sub hand_over {
-    my ($connection, $process, $output, $errors) = @_;
+    my ($connection, $process, $input, $output, $errors) = @_;
     my $sources = IO::Select->new($connection, $output, $errors);
     while ($sources->count > 1) {
         for my $source ($sources->can_read) {
             if ($source == $connection) {
+                next if pass_input($connection, $input);
                 kill 'TERM', $process;
                 return;
             }

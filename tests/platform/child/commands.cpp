@@ -32,6 +32,17 @@ void WriteBoth(std::size_t size)
     }
 }
 
+// Each line of the input at once, until its end.
+void Answer()
+{
+    for (int byte = std::getchar(); byte != EOF; byte = std::getchar())
+    {
+        std::putchar(byte);
+        if (byte == '\n')
+            std::fflush(stdout);
+    }
+}
+
 std::size_t ReadInput()
 {
     std::size_t size = 0;
@@ -73,6 +84,8 @@ int RunCommand(const std::vector<std::string>& arguments,
         Print({std::filesystem::current_path().string()});
     else if (command == "input")
         Print({std::to_string(ReadInput())});
+    else if (command == "answer")
+        Answer();
     else if (command == "error" && arguments.size() == 2)
         WriteErrorText(std::stoul(arguments[1]));
     else if (command == "both" && arguments.size() == 2)

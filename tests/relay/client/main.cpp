@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <exception>
 #include <stdexcept>
+#include <thread>
 
 // Arguments with "*" or "?" are no patterns to expand here.
 extern "C" int _dowildcard;
@@ -32,6 +33,20 @@ void Write(DWORD stream, std::string_view bytes)
     }
 }
 
+// To its end, which is told as well. Ends with the process, if that is earlier.
+void PassInput(const Connection& server)
+{
+    std::string block(65536, '\0');
+    DWORD count = 0;
+    do
+    {
+        if (!ReadFile(GetStdHandle(STD_INPUT_HANDLE), block.data(),
+                      static_cast<DWORD>(block.size()), &count, nullptr))
+            count = 0;
+        server.SendText(std::string_view(block).substr(0, count));
+    } while (count > 0);
+}
+
 Connection ConnectedFor(const Asked& asked)
 {
     const std::string port = ValueOf(asked, "TARNWELL_RELAY_PORT");
@@ -47,12 +62,26 @@ int HaveItRun(const Asked& asked)
     server.SendList(asked.client);
     server.SendList({asked.folder});
     server.SendList(asked.environment);
+    std::thread([&server] {
+        try
+        {
+            PassInput(server);
+        }
+        catch (const std::exception&)
+        {
+            // The other direction finds out.
+        }
+    }).detach();
     for (;;)
     {
         const std::string kind = server.Receive(1);
         const std::string bytes = server.ReceiveText();
         if (kind == "x")
-            return std::stoi(bytes);
+        {
+            // At once: the input may go on, and its thread with it.
+            std::fflush(nullptr);
+            ExitProcess(static_cast<UINT>(std::stoi(bytes)));
+        }
         Write(kind == "o" ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE, bytes);
     }
 }

@@ -3,6 +3,8 @@
 
 #include "platform/win32.h"
 
+#include <cerrno>
+
 namespace tarnwell::posix
 {
 
@@ -17,6 +19,12 @@ public:
 
     // Until what it stands for has ended. 0 or an errno.
     virtual int Wait() = 0;
+    // The same, but no longer than this. ETIMEDOUT if it hasn't ended by then; ENOTSUP for what can
+    // only be waited for without a limit.
+    virtual int WaitFor(int)
+    {
+        return ENOTSUP;
+    }
 };
 
 // Null if `handle` isn't an object's. Addresses are even; files' handles are odd.

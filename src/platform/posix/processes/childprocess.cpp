@@ -1,6 +1,8 @@
 #include "platform/posix/processes/childprocess.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <poll.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -37,6 +39,22 @@ void ChildProcess::Started(pid_t id)
 int ChildProcess::Wait()
 {
     return Collect(WEXITED);
+}
+
+int ChildProcess::WaitFor(int milliseconds)
+{
+    // Without a descriptor of the process, looking again and again must do.
+    constexpr int pause = 5; // milliseconds
+    pollfd waited{process_.Get(), POLLIN, 0};
+    const int result =
+        process_ ? poll(&waited, 1, milliseconds) : poll(nullptr, 0, std::min(milliseconds, pause));
+    if (result < 0 && errno != EINTR)
+        return errno;
+    const int number = Collect(WEXITED | WNOHANG);
+    if (number != 0)
+        return number;
+    const std::lock_guard lock(guard_);
+    return isEnded_ ? 0 : ETIMEDOUT;
 }
 
 std::optional<DWORD> ChildProcess::ExitCode()

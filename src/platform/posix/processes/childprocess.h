@@ -28,6 +28,8 @@ public:
 
     // Until it has ended. 0 or an errno.
     int Wait();
+    // No longer than this. 0, ETIMEDOUT or another errno.
+    int WaitFor(int milliseconds);
     // STILL_ACTIVE while it runs; nothing if the host took the code away.
     std::optional<DWORD> ExitCode();
     // The signal that ended it; 0 if it ended by itself.

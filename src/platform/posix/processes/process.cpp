@@ -9,6 +9,7 @@
 #include "platform/posix/processes/commandline.h"
 #include "platform/posix/processes/environment.h"
 #include "platform/posix/processes/spawnsetup.h"
+#include "platform/posix/processes/start.h"
 
 #include <tarnwell/text.h>
 
@@ -33,6 +34,10 @@ public:
     {
         return child_->Wait();
     }
+    int WaitFor(int milliseconds) override
+    {
+        return child_->WaitFor(milliseconds);
+    }
     ChildProcess& Child()
     {
         return *child_;
@@ -40,14 +45,6 @@ public:
 
 private:
     std::shared_ptr<ChildProcess> child_;
-};
-
-struct Request
-{
-    LPCWSTR commandLine;
-    LPCWSTR environment;
-    LPCWSTR folder;
-    const STARTUPINFOW* startup;
 };
 
 StandardDescriptors StandardOf(const STARTUPINFOW& startup)
@@ -89,9 +86,11 @@ FileDescriptor OpenFolder(LPCWSTR path)
     return folder;
 }
 
-BOOL Start(const Request& request, ChildProcess& child)
+BOOL Start(const StartRequest& request, ChildProcess& child)
 {
     SpawnSetup setup(StandardOf(*request.startup));
+    if (request.group != 0)
+        setup.JoinGroup(request.group);
     if (request.folder != nullptr)
     {
         FileDescriptor folder = OpenFolder(request.folder);
@@ -120,7 +119,7 @@ BOOL Start(const Request& request, ChildProcess& child)
     return 1;
 }
 
-BOOL StartWithHandles(const Request& request, PROCESS_INFORMATION* information)
+BOOL StartWithHandles(const StartRequest& request, PROCESS_INFORMATION* information)
 {
     // Made first: nothing may fail behind the start.
     const auto child = std::make_shared<ChildProcess>();
@@ -134,6 +133,19 @@ BOOL StartWithHandles(const Request& request, PROCESS_INFORMATION* information)
 }
 
 } // namespace
+
+BOOL StartProcess(const StartRequest& request, PROCESS_INFORMATION* information)
+{
+    try
+    {
+        return StartWithHandles(request, information);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return Fail(ERROR_NOT_ENOUGH_MEMORY);
+    }
+}
+
 } // namespace tarnwell::posix
 
 using namespace tarnwell::posix;
@@ -166,15 +178,8 @@ extern "C" BOOL CreateProcessW(LPCWSTR application, LPWSTR commandLine,
         hasBytes || (flags & ~CREATE_UNICODE_ENVIRONMENT) != 0 ||
         (startup->dwFlags & ~supportedStartup) != 0)
         return Fail(ERROR_NOT_SUPPORTED);
-    try
-    {
-        return StartWithHandles({commandLine, static_cast<LPCWSTR>(environment), folder, startup},
-                                information);
-    }
-    catch (const std::bad_alloc&)
-    {
-        return Fail(ERROR_NOT_ENOUGH_MEMORY);
-    }
+    return StartProcess({commandLine, static_cast<LPCWSTR>(environment), folder, startup},
+                        information);
 }
 
 extern "C" DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds)
@@ -186,9 +191,10 @@ extern "C" DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds)
     HandleObject* const object = ObjectOf(handle);
     if (object == nullptr)
         return fail(ERROR_INVALID_HANDLE);
-    if (milliseconds != INFINITE)
-        return fail(ERROR_NOT_SUPPORTED);
-    const int number = object->Wait();
+    const int number =
+        milliseconds == INFINITE ? object->Wait() : object->WaitFor(static_cast<int>(milliseconds));
+    if (number == ETIMEDOUT)
+        return WAIT_TIMEOUT;
     return number == 0 ? WAIT_OBJECT_0 : fail(ErrorFromErrno(number));
 }
 

@@ -13,6 +13,7 @@ namespace
 {
 
 constexpr int firstOther = STDERR_FILENO + 1;
+constexpr short usualFlags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
 
 } // namespace
 
@@ -40,7 +41,7 @@ void SpawnSetup::SetSignals()
         sigaddset(&restored, signal);
     Keep(posix_spawnattr_setsigmask(&attributes_, &none));
     Keep(posix_spawnattr_setsigdefault(&attributes_, &restored));
-    Keep(posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
+    Keep(posix_spawnattr_setflags(&attributes_, usualFlags));
 }
 
 // A host may have closed its own standard descriptors, and then a given one can have any of these
@@ -58,6 +59,23 @@ void SpawnSetup::SetDescriptors()
         }
         Keep(posix_spawn_file_actions_adddup2(&actions_, source, static_cast<int>(i)));
     }
+}
+
+void SpawnSetup::LeadGroup()
+{
+    SetGroup(0);
+}
+
+void SpawnSetup::JoinGroup(pid_t group)
+{
+    SetGroup(group);
+}
+
+void SpawnSetup::SetGroup(pid_t group)
+{
+    Keep(posix_spawnattr_setpgroup(&attributes_, group));
+    Keep(posix_spawnattr_setflags(&attributes_,
+                                  static_cast<short>(usualFlags | POSIX_SPAWN_SETPGROUP)));
 }
 
 void SpawnSetup::EnterFolder(FileDescriptor folder)

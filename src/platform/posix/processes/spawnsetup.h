@@ -25,6 +25,10 @@ public:
     SpawnSetup& operator=(const SpawnSetup&) = delete;
     ~SpawnSetup();
 
+    // The child is the first of a group of processes, or one more of it.
+    void LeadGroup();
+    void JoinGroup(pid_t group);
+
     // The child starts in this open folder.
     void EnterFolder(FileDescriptor folder);
 
@@ -36,6 +40,7 @@ public:
 private:
     void SetSignals();
     void SetDescriptors();
+    void SetGroup(pid_t group);
     // Keeps the first errno there is.
     void Keep(int number);
 

@@ -12,6 +12,7 @@ inline constexpr DWORD CREATE_UNICODE_ENVIRONMENT = 0x400;
 
 inline constexpr DWORD INFINITE = 0xFFFFFFFF;
 inline constexpr DWORD WAIT_OBJECT_0 = 0;
+inline constexpr DWORD WAIT_TIMEOUT = 258;
 inline constexpr DWORD WAIT_FAILED = 0xFFFFFFFF;
 inline constexpr DWORD STILL_ACTIVE = 259;
 
@@ -69,7 +70,8 @@ extern "C"
     BOOL CreateProcessW(LPCWSTR application, LPWSTR commandLine, SECURITY_ATTRIBUTES* process,
                         SECURITY_ATTRIBUTES* thread, BOOL inherit, DWORD flags, LPVOID environment,
                         LPCWSTR folder, STARTUPINFOW* startup, PROCESS_INFORMATION* information);
-    // For processes, threads and events, and without a limit: `milliseconds` must be INFINITE.
+    // For processes, threads and events. Only for processes may `milliseconds` be other than
+    // INFINITE, and a wait with a limit may end early, with WAIT_TIMEOUT, too.
     DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
     // 128 and the signal's number for a process that a signal ended. ERROR_WAIT_NO_CHILDREN if the
     // host took the code away, as one does that ignores SIGCHLD or waits for all its children.

@@ -1,0 +1,144 @@
+// Groups of processes. The first one in a group is a guard: it waits for the end of a pipe of which
+// only this process holds the other end, so that it knows when this process has ended, however it
+// did, and then ends the group. A guard that nobody has taken leave of also keeps the group's
+// number from going to another.
+#include "platform/clientgroup.h"
+
+#include "platform/posix/errors/errnotable.h"
+#include "platform/posix/errors/lasterror.h"
+#include "platform/posix/files/filehandle.h"
+#include "platform/posix/files/handleobject.h"
+#include "platform/posix/processes/childprocess.h"
+#include "platform/posix/processes/spawnsetup.h"
+#include "platform/posix/processes/start.h"
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <memory>
+#include <new>
+#include <unistd.h>
+
+namespace tarnwell::posix
+{
+namespace
+{
+
+class ClientGroup : public HandleObject
+{
+public:
+    ~ClientGroup() override
+    {
+        End();
+    }
+
+    // 0 or an errno.
+    int Start()
+    {
+        int ends[2];
+        if (pipe2(ends, O_CLOEXEC) != 0)
+            return errno;
+        const FileDescriptor read(ends[0]);
+        life_ = FileDescriptor(ends[1]);
+        const FileDescriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
+        if (!nothing)
+            return errno;
+        SpawnSetup setup({read.Get(), nothing.Get(), nothing.Get()});
+        setup.LeadGroup();
+        std::vector<std::string> arguments{"/bin/sh", "-c", "read -r word; kill -s KILL 0"};
+        // Without variables, of which some mean something to shells.
+        char* const environment[] = {nullptr};
+        pid_t id = -1;
+        const int number = setup.Spawn(&id, arguments, environment);
+        if (number == 0)
+        {
+            guard_.Started(id);
+            id_ = id;
+        }
+        return number;
+    }
+
+    // 0 once it has been ended.
+    pid_t Id() const
+    {
+        return id_;
+    }
+
+    void End()
+    {
+        if (id_ == 0)
+            return;
+        kill(-id_, SIGKILL);
+        guard_.Wait();
+        id_ = 0;
+    }
+
+    int Wait() override
+    {
+        return guard_.Wait();
+    }
+
+private:
+    FileDescriptor life_;
+    ChildProcess guard_;
+    pid_t id_ = 0;
+};
+
+HANDLE NoGroup(DWORD error)
+{
+    Fail(error);
+    return INVALID_HANDLE_VALUE;
+}
+
+} // namespace
+} // namespace tarnwell::posix
+
+using namespace tarnwell::posix;
+
+extern "C" HANDLE CreateClientGroup()
+{
+    try
+    {
+        auto group = std::make_unique<ClientGroup>();
+        const int number = group->Start();
+        if (number != 0)
+            return NoGroup(ErrorFromErrno(number));
+        HandleObject* const handle = group.release();
+        return handle;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return NoGroup(ERROR_NOT_ENOUGH_MEMORY);
+    }
+}
+
+extern "C" BOOL StartInGroup(HANDLE group, LPWSTR commandLine, LPVOID environment, LPCWSTR folder,
+                             STARTUPINFOW* startup, PROCESS_INFORMATION* information)
+{
+    auto* const handle = dynamic_cast<ClientGroup*>(ObjectOf(group));
+    if (handle == nullptr || handle->Id() == 0)
+        return Fail(ERROR_INVALID_HANDLE);
+    return StartProcess(
+        {commandLine, static_cast<LPCWSTR>(environment), folder, startup, handle->Id()},
+        information);
+}
+
+extern "C" BOOL EndClientGroup(HANDLE group)
+{
+    auto* const handle = dynamic_cast<ClientGroup*>(ObjectOf(group));
+    if (handle == nullptr)
+        return Fail(ERROR_INVALID_HANDLE);
+    handle->End();
+    return 1;
+}
+
+extern "C" BOOL ReadPipe(HANDLE pipe, void* buffer, DWORD size, DWORD* read)
+{
+    *read = 0;
+    const int descriptor = DescriptorOf(pipe);
+    const ssize_t count = Restarted([&] { return ::read(descriptor, buffer, size); });
+    if (count < 0)
+        return FailOnDescriptor(descriptor);
+    *read = static_cast<DWORD>(count);
+    return 1;
+}

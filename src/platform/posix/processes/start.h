@@ -1,0 +1,23 @@
+// Starting a process from what the platform's calls are given.
+#pragma once
+
+#include "platform/win32.h"
+
+#include <sys/types.h>
+
+namespace tarnwell::posix
+{
+
+struct StartRequest
+{
+    LPCWSTR commandLine;
+    LPCWSTR environment; // null: the host's
+    LPCWSTR folder;      // null: the host's
+    const STARTUPINFOW* startup;
+    pid_t group = 0; // to be a member of; 0: the host's own
+};
+
+// As CreateProcessW, which checks what may be asked.
+BOOL StartProcess(const StartRequest& request, PROCESS_INFORMATION* information);
+
+} // namespace tarnwell::posix

@@ -1,0 +1,157 @@
+#include "runner/runningclient.h"
+
+#include "frame/exception.h"
+#include "frame/status.h"
+#include "platform/clientgroup.h"
+
+#include <cstdint>
+
+namespace tarnwell
+{
+
+namespace
+{
+
+OsHandle MakeGroup(const ClientRow& row)
+{
+    OsHandle group(CreateClientGroup());
+    if (!group)
+        ThrowClientFailure(row, row.communication, GetLastError());
+    return group;
+}
+
+// The first `most` bytes of what is printed go to `queue`, whose end is told in any case.
+OutputReader InTo(ByteQueue& queue, std::uint64_t most, std::atomic<DWORD>& failure)
+{
+    return [&queue, most, &failure](BufferedReader& output) {
+        struct Ending
+        {
+            ~Ending()
+            {
+                queue.End();
+            }
+            ByteQueue& queue;
+        } const ending{queue};
+        std::uint64_t left = most;
+        while (left > 0)
+        {
+            const std::string_view block = output.ReadBlock().substr(0, left);
+            failure = output.Failure();
+            if (block.empty() || !queue.Push(block))
+                return;
+            left -= block.size();
+        }
+    };
+}
+
+std::string TakenFrom(ByteQueue& queue, Patience& patience)
+{
+    for (;;)
+    {
+        patience.Ask();
+        if (std::optional<std::string> bytes = queue.Take(Patience::pause))
+            return std::move(*bytes);
+    }
+}
+
+constexpr std::uint64_t everything = UINT64_MAX;
+// Nobody takes any of it before the end, so that it must not fill its queue.
+constexpr std::uint64_t keptErrorText = 64 * 1024; // bytes
+
+} // namespace
+
+RunningClient::RunningClient(const ClientRow& row, const ClientCall& call)
+    : row_(row), group_(MakeGroup(row))
+{
+    Pipe input = MakePipe(row, &Pipe::read);
+    Pipe output = MakePipe(row, &Pipe::write);
+    Pipe errors = MakePipe(row, &Pipe::write);
+    outputReader_ =
+        std::make_unique<PipeReader>(std::move(output.read), row.decoding, row.bareLineFeed,
+                                     InTo(output_, everything, outputFailure_));
+    errorReader_ =
+        std::make_unique<PipeReader>(std::move(errors.read), row.decoding, row.bareLineFeed,
+                                     InTo(errors_, keptErrorText, errorFailure_));
+    client_ =
+        StartClient(row, call, {input.read.Get(), output.write.Get(), errors.write.Get()}, group_);
+    input.read.Close();
+    output.write.Close();
+    errors.write.Close();
+    input_ = std::move(input.write);
+    const bool isRead = outputReader_->Start();
+    const DWORD error = isRead ? ERROR_SUCCESS : GetLastError();
+    if (isRead && errorReader_->Start())
+        return;
+    const DWORD failure = isRead ? GetLastError() : error;
+    End();
+    ThrowClientFailure(row, row.communication, failure);
+}
+
+RunningClient::~RunningClient()
+{
+    End();
+}
+
+void RunningClient::Write(std::string_view bytes)
+{
+    DWORD written = 0;
+    if (!WriteFile(input_.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
+                   nullptr) ||
+        written != bytes.size())
+        ThrowClientFailure(row_, row_.communication, GetLastError());
+}
+
+void RunningClient::CloseInput()
+{
+    input_.Close();
+}
+
+std::string RunningClient::Read(Patience& patience)
+{
+    return TakenFrom(output_, patience);
+}
+
+ClientOutcome RunningClient::Finish(Patience& patience)
+{
+    CloseInput();
+    while (!Read(patience).empty())
+    {
+    }
+    std::string errors;
+    for (std::string block = TakenFrom(errors_, patience); !block.empty();
+         block = TakenFrom(errors_, patience))
+        errors += block;
+    const HANDLE process = client_.process.Get();
+    constexpr DWORD pause = Patience::pause.count();
+    DWORD waited = WaitForSingleObject(process, pause);
+    for (; waited == WAIT_TIMEOUT; waited = WaitForSingleObject(process, pause))
+        patience.Ask();
+    if (waited != WAIT_OBJECT_0)
+        ThrowClientFailure(row_, row_.communication, GetLastError());
+    outputReader_->Wait();
+    errorReader_->Wait();
+    outputReader_->RethrowFailure();
+    errorReader_->RethrowFailure();
+    // What couldn't be read must not look like less to say.
+    for (const DWORD failure : {outputFailure_.load(), errorFailure_.load()})
+    {
+        if (failure != ERROR_SUCCESS)
+            ThrowClientFailure(row_, row_.communication, failure);
+    }
+    ThrowIfCrashed(row_, process);
+    return {client_.ExitCode(row_.exitCodePreset), Decode(errors, row_.decoding)};
+}
+
+void RunningClient::End() noexcept
+{
+    input_.Close();
+    output_.Stop();
+    errors_.Stop();
+    EndClientGroup(group_.Get());
+    outputReader_->Wait();
+    errorReader_->Wait();
+    if (client_.process)
+        WaitForSingleObject(client_.process.Get(), INFINITE);
+}
+
+} // namespace tarnwell
