@@ -84,4 +84,37 @@ enum CredentialKind : std::uint32_t
 /// folder also holds the named data streams of its files.
 inline constexpr char16_t SettingIterateStreams[] = u"IterateStreams";
 
+/// How a history is told: the `flags` of `HistoryOptions`, as bits.
+enum HistoryFlag : std::uint32_t
+{
+    /// A file's history goes on under the names that it had before. Merges aren't among its
+    /// revisions then.
+    HistoryFollow = 0x1,
+    /// The first entry stands for the item's present state on the disk, if it is there. It has no
+    /// id and no author, and the label "Working Copy", in the user's language, as its description;
+    /// its address is a local path. With `skip` it is left out.
+    HistoryWorkingCopy = 0x2,
+};
+
+/// Why there is no history, no tree or no content, where that has no usual status.
+enum HistoryStatus : HRESULT
+{
+    /// The version-control system's client isn't installed.
+    HistoryNoClient = static_cast<HRESULT>(0x80040201),
+    /// No repository holds the path.
+    HistoryNoRepository = static_cast<HRESULT>(0x80040202),
+    /// The path isn't in the history, or not in that revision.
+    HistoryNoPath = static_cast<HRESULT>(0x80040203),
+    /// There is no such revision, or its name fits several.
+    HistoryNoRevision = static_cast<HRESULT>(0x80040204),
+    /// The repository is a part of another and doesn't have what is asked for. It is never fetched.
+    HistoryIncomplete = static_cast<HRESULT>(0x80040205),
+    /// The client can't read its settings or the repository's.
+    HistoryBadSettings = static_cast<HRESULT>(0x80040206),
+    /// The client has failed for another reason, which its words tell.
+    HistoryClientFailed = static_cast<HRESULT>(0x80040207),
+    /// What the client printed can't be read.
+    HistoryBadAnswer = static_cast<HRESULT>(0x80040208),
+};
+
 } // namespace tarnwell

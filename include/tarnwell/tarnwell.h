@@ -27,6 +27,7 @@
 #include <tarnwell/constants.h>
 #include <tarnwell/entrypoints.h>
 #include <tarnwell/filesystem.h>
+#include <tarnwell/history.h>
 #include <tarnwell/host.h>
 #include <tarnwell/interfaceid.h>
 #include <tarnwell/items.h>

@@ -7,6 +7,7 @@
 #include "frame/revisions.h"
 
 #include <tarnwell/filesystem.h>
+#include <tarnwell/history.h>
 
 #include <string>
 #include <string_view>
@@ -20,12 +21,13 @@ namespace tarnwell
 std::u16string CombineAddresses(std::u16string base, std::u16string_view relative);
 
 // A backend derives from it and supplies the two operations that make items. Deliberate: every file
-// system of addresses claims error information for `IFileSystemRevisions`, even one that has no
-// revisions and doesn't answer to that interface.
-class FileSystemObject : public IFileSystemInit,
-                         public IFileSystem,
-                         public ErrorInfoFor<IFileSystem, IFileSystemInit, IFileSystemRevisions>,
-                         public HostUIUser
+// system of addresses claims error information for the interfaces of revisions, even one that has
+// no revisions and doesn't answer to these interfaces.
+class FileSystemObject
+    : public IFileSystemInit,
+      public IFileSystem,
+      public ErrorInfoFor<IFileSystem, IFileSystemInit, IFileSystemRevisions, IFileSystemHistory>,
+      public HostUIUser
 {
 public:
     using Interfaces = InterfaceList<IFileSystemInit, IFileSystem, ::ISupportErrorInfo>;

@@ -1,6 +1,7 @@
 #include "git/gitobjects.h"
 
 #include "git/gitcommands.h"
+#include "git/githistory.h"
 #include "git/gituri.h"
 
 #include <tarnwell/classes.h>
@@ -32,6 +33,13 @@ ComPtr<IFile> GITFileSystemObject::CreateFileObject(const std::u16string& path, 
 std::vector<RevisionRecord> GITFileSystemObject::ReadRevisions(const std::u16string& path)
 {
     return GetGitLog(path);
+}
+
+HRESULT GITFileSystemObject::ReadHistory(const OLECHAR* path, const OLECHAR* revision,
+                                         const HistoryOptions* options, IHistorySink* sink)
+{
+    return ReadHistoryForHost({ClassId(), IID_IFileSystemHistory}, gitAddresses.source, path,
+                              revision, options, sink, ReadGitHistory);
 }
 
 } // namespace tarnwell

@@ -3,6 +3,8 @@
 
 #include "workingcopy/workingcopyobjects.h"
 
+#include <tarnwell/history.h>
+
 namespace tarnwell
 {
 
@@ -17,10 +19,17 @@ protected:
     ComPtr<IFileStream> GetContent() override;
 };
 
-class GITFileSystemObject : public WorkingCopyFileSystemObject
+class GITFileSystemObject : public WorkingCopyFileSystemObject, public IFileSystemHistory
 {
 public:
+    using Interfaces = InterfaceList<IFileSystemRevisions, IFileSystemInit, IFileSystem,
+                                     IFileSystemHistory, ::ISupportErrorInfo>;
+
     GITFileSystemObject();
+
+    HRESULT STDMETHODCALLTYPE ReadHistory(const OLECHAR* path, const OLECHAR* revision,
+                                          const HistoryOptions* options,
+                                          IHistorySink* sink) override;
 
 protected:
     ~GITFileSystemObject() = default;

@@ -126,6 +126,8 @@ struct Backend
     // Whether the name of an item shows the revision in its address.
     bool revisionsInNames = false;
     WorkingCopy workingCopy = WorkingCopy::None;
+    // Whether it answers to IFileSystemHistory.
+    bool histories = false;
     // How revisions name the author that the row's data has.
     std::u16string_view author = {};
     OpenIntoNothing openIntoNothing = OpenIntoNothing::FailsBare;

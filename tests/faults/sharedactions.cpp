@@ -1,6 +1,7 @@
 #include "faults/sharedactions.h"
 
 #include "support/fakeprogress.h"
+#include "support/historysink.h"
 
 namespace tarnwell::test
 {
@@ -172,6 +173,20 @@ std::function<HRESULT()> PrepareForCopying(const BackendHere& row, Seen& seen)
     };
 }
 
+// In full, so that nothing is hidden.
+std::function<HRESULT()> PrepareForHistory(const BackendHere& row, Seen& seen)
+{
+    return [system = row.system.As<IFileSystemHistory>(), &row, &seen] {
+        HistorySink sink;
+        const HistoryOptions options = Wanted(HistoryFollow | HistoryWorkingCopy);
+        const HRESULT status =
+            system->ReadHistory(Wide(row.Address(u"a.txt")), nullptr, &options, &sink);
+        for (const HistoryEntry& entry : sink.entries)
+            seen.text += EncodeName(entry.id + u" " + entry.path + u"\n").value_or("?");
+        return status;
+    };
+}
+
 constexpr bool Always(const Backend&)
 {
     return true;
@@ -179,6 +194,10 @@ constexpr bool Always(const Backend&)
 constexpr bool WithFolders(const Backend& backend)
 {
     return backend.folders;
+}
+constexpr bool WithHistories(const Backend& backend)
+{
+    return backend.histories;
 }
 constexpr bool WithHistory(const Backend& backend)
 {
@@ -199,6 +218,7 @@ constexpr SharedAction actions[] = {
     {"Facts", WithFolders, PrepareForFacts},
     {"Revisions", WithHistory, PrepareForRevisions, true, true},
     {"HasRevisions", WithHistory, PrepareForHasRevisions, true, true},
+    {"History", WithHistories, PrepareForHistory},
     {"Writing", WithWritingOverConnections, PrepareForWriting},
     {"FolderCreation", WithWritingOverConnections, PrepareForFolderCreation},
     {"TreeDeletion", WithWritingOverConnections, PrepareForTreeDeletion},

@@ -17,6 +17,8 @@ constexpr GUID interfaces[] = {
     IID_IFileSystem,
     IID_IFileSystemCopyEx,
     IID_IFileSystemRevisions,
+    IID_IFileSystemHistory,
+    IID_IHistorySink,
     IID_IFileSystemItem,
     IID_IFileSystemItemExt,
     IID_IFileSystemItemIcon,

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstring>
 
 namespace tarnwell::test
@@ -92,6 +93,32 @@ TEST(Slots, OfRevisions)
                            &IRevision::GetAuthor, &IRevision::GetModifiedTime,
                            &IRevision::GetRevisionTime, &IRevision::GetUri);
     ExpectOrder<IRevisions>(&IRevisions::GetCount, &IRevisions::GetItem);
+}
+
+TEST(Slots, OfHistories)
+{
+    ExpectOrder<IFileSystemHistory>(&IFileSystemHistory::ReadHistory);
+    ExpectOrder<IHistorySink>(&IHistorySink::QueryContinue, &IHistorySink::Take);
+}
+
+// What stands where in the structures, likewise.
+TEST(Slots, OfStructures)
+{
+    EXPECT_EQ(offsetof(HistoryOptions, size), 0U);
+    EXPECT_EQ(offsetof(HistoryOptions, flags), 4U);
+    EXPECT_EQ(offsetof(HistoryOptions, skip), 8U);
+    EXPECT_EQ(offsetof(HistoryOptions, count), 12U);
+    EXPECT_EQ(offsetof(HistoryOptions, since), 16U);
+    EXPECT_EQ(offsetof(HistoryOptions, until), 24U);
+    EXPECT_EQ(sizeof(HistoryOptions), 32U);
+    EXPECT_EQ(offsetof(HistoryRevision, id), 0U);
+    EXPECT_EQ(offsetof(HistoryRevision, author), 8U);
+    EXPECT_EQ(offsetof(HistoryRevision, description), 16U);
+    EXPECT_EQ(offsetof(HistoryRevision, address), 24U);
+    EXPECT_EQ(offsetof(HistoryRevision, path), 32U);
+    EXPECT_EQ(offsetof(HistoryRevision, modifiedTime), 40U);
+    EXPECT_EQ(offsetof(HistoryRevision, revisionTime), 48U);
+    EXPECT_EQ(sizeof(HistoryRevision), 56U);
 }
 
 TEST(Slots, OfTheHost)

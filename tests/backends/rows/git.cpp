@@ -34,6 +34,7 @@ const Backend gitBackend = WorkingCopyRow({
     .refused = {{u"GIT://x", u"Invalid Git URI \"GIT://x\"."},
                 {u"hg://x", u"Invalid Git URI \"hg://x\"."},
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
+    .histories = true,
     .author = u"J\u00f6rg",
     .source = u"gitobjects",
     .client = "git",

@@ -1,0 +1,75 @@
+// A history on its way to the host, common to all file systems that tell one in full.
+#pragma once
+
+#include "frame/boundary.h"
+#include "frame/patience.h"
+
+#include <tarnwell/history.h>
+#include <tarnwell/pointers.h>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace tarnwell
+{
+
+struct HistoryRecord
+{
+    std::u16string id;
+    std::u16string author;
+    std::u16string description;
+    std::u16string address;
+    std::u16string path;
+    std::uint64_t modifiedTime = 0; // FILETIME values
+    std::uint64_t revisionTime = 0;
+};
+
+// What the host asks for.
+struct HistoryQuestion
+{
+    std::u16string path; // as the host gave it
+    std::optional<std::u16string> revision;
+    HistoryOptions options;
+
+    bool Has(HistoryFlag flag) const
+    {
+        return (options.flags & flag) != 0;
+    }
+};
+
+// Hands records over to the host.
+class HistoryTaker
+{
+public:
+    HistoryTaker(IHistorySink* sink, Patience& patience) : sink_(sink), patience_(patience) {}
+
+    // Whether more are wanted.
+    bool Take(const HistoryRecord& record);
+
+    // What the host said of the last one, if that was a failure.
+    HRESULT Status() const
+    {
+        return status_;
+    }
+    Patience& HostsPatience() const
+    {
+        return patience_;
+    }
+
+private:
+    IHistorySink* sink_; // the host's, for the time of its call
+    Patience& patience_;
+    HRESULT status_ = S_OK;
+};
+
+using HistoryReader = std::function<void(const HistoryQuestion& question, HistoryTaker& taker)>;
+
+// A call of IFileSystemHistory::ReadHistory: what is given to it, and `read`, which throws when it
+// fails and ends when no more is wanted. `source` names the file system in failures.
+HRESULT ReadHistoryForHost(const Reporter& reporter, const char16_t* source, const OLECHAR* path,
+                           const OLECHAR* revision, const HistoryOptions* options,
+                           IHistorySink* sink, const HistoryReader& read);
+
+} // namespace tarnwell

@@ -1,0 +1,247 @@
+#include "git/githistory.h"
+
+#include "frame/exception.h"
+#include "frame/messages.h"
+#include "frame/text.h"
+#include "git/githistoryparser.h"
+#include "git/gitstrict.h"
+#include "git/gituri.h"
+#include "platform/wide.h"
+#include "runner/commandline.h"
+
+#include <tarnwell/text.h>
+
+#include <algorithm>
+
+namespace tarnwell
+{
+
+namespace
+{
+
+constexpr std::u16string_view logCommand =
+    u"log -z --format=tformat:%H%x00%an%x00%at%x00%ct%x00%B --encoding=UTF-8 --no-color "
+    u"--no-decorate --no-ext-diff --no-mailmap --no-notes --no-show-signature --no-textconv "
+    u"--no-diff-merges --no-relative --ignore-submodules=none ";
+
+std::u16string SignedDecimal(std::int64_t number)
+{
+    const std::string digits = std::to_string(number);
+    return {digits.begin(), digits.end()};
+}
+
+// The client counts in 31 bits.
+std::uint32_t In31Bits(std::uint32_t number)
+{
+    return std::min(number, std::uint32_t{INT32_MAX});
+}
+
+// What is asked for, taken apart.
+struct GitItem
+{
+    GitPlace place;
+    std::u16string revision;
+    std::u16string address; // as the host gave it, for texts
+};
+
+GitItem ItemOf(const HistoryQuestion& question)
+{
+    std::u16string path = question.path;
+    std::u16string revision = question.revision.value_or(u"");
+    if (!IsWholePath(path))
+    {
+        path = GITUri(path).GetPath();
+        const auto marked = workingCopyMarker.RevisionOf(path);
+        if (!question.revision && marked)
+        {
+            revision = *marked;
+            path = workingCopyMarker.Strip(path);
+        }
+    }
+    std::optional<GitPlace> place = FindGitPlace(path);
+    if (!place)
+        ThrowHistoryFailure(HistoryNoRepository, MessageId::RepositoryNotFound, question.path);
+    return {std::move(*place), std::move(revision), question.path};
+}
+
+bool Follows(const GitPlace& place, const HistoryOptions& options)
+{
+    return (options.flags & HistoryFollow) != 0 && !place.path.empty();
+}
+
+// Leaves out what the client can't when it follows names: there it counts commits that don't
+// concern the item.
+class Selection
+{
+public:
+    Selection(const HistoryOptions& options, bool isSelected)
+        : skip_(isSelected ? options.skip : 0),
+          left_(options.count == 0 ? UINT32_MAX : options.count),
+          until_(isSelected && options.until != 0 ? options.until : UINT64_MAX)
+    {
+    }
+
+    bool Admits(const GitCommit& commit)
+    {
+        if (commit.commitTime > until_)
+            return false;
+        if (skip_ == 0)
+            return true;
+        --skip_;
+        return false;
+    }
+    // One was given: whether there may be another.
+    bool CountDown()
+    {
+        return left_ == UINT32_MAX || --left_ > 0;
+    }
+
+private:
+    std::uint32_t skip_;
+    std::uint32_t left_;
+    std::uint64_t until_;
+};
+
+class GitHistory
+{
+public:
+    GitHistory(const HistoryQuestion& question, HistoryTaker& taker)
+        : question_(question), taker_(taker), item_(ItemOf(question))
+    {
+    }
+
+    void Read()
+    {
+        const bool wantsCopy = question_.Has(HistoryWorkingCopy) && question_.options.skip == 0;
+        const bool hasCopy = wantsCopy && IsOnDisk();
+        if (hasCopy && !taker_.Take(WorkingCopy()))
+            return;
+        const bool hasAny = ReadCommits(question_.options);
+        if (!hasAny && !hasCopy && !EverWas())
+            ThrowHistoryFailure(HistoryNoPath, MessageId::HistoryPathNotFound, item_.address);
+    }
+
+private:
+    bool IsOnDisk() const
+    {
+        const std::u16string path = PathInPlace(item_.place, item_.place.path);
+        return GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES;
+    }
+
+    HistoryRecord WorkingCopy() const
+    {
+        HistoryRecord record;
+        record.description = FormatMessageById(MessageId::WorkingCopy);
+        record.address = PathInPlace(item_.place, item_.place.path);
+        record.path = item_.place.path;
+        return record;
+    }
+
+    HistoryRecord RecordOf(const GitCommit& commit) const
+    {
+        HistoryRecord record;
+        record.id = GitText(commit.id);
+        record.author = GitText(commit.author);
+        record.description = GitText(commit.description);
+        record.path = DecodeName(commit.path);
+        record.address = std::u16string(gitAddresses.scheme) + u"://" +
+                         PathInPlace(item_.place, record.path) + u"#" + record.id;
+        record.modifiedTime = commit.authorTime;
+        record.revisionTime = commit.commitTime;
+        return record;
+    }
+
+    std::unique_ptr<RunningClient> Start(const HistoryOptions& options)
+    {
+        taker_.HostsPatience().Ask();
+        return std::make_unique<RunningClient>(
+            strictGit,
+            StrictGitCall(item_.place, GitHistoryArguments(item_.place, item_.revision, options)));
+    }
+
+    // Whether anything was given, or could have been.
+    bool ReadCommits(const HistoryOptions& options)
+    {
+        const bool follows = Follows(item_.place, options);
+        GitHistoryParser parser(follows, EncodeName(item_.place.path).value_or(""));
+        Selection selection(options, follows);
+        const auto client = Start(options);
+        Patience& patience = taker_.HostsPatience();
+        bool hasAny = false;
+        for (bool isMore = true; isMore;)
+        {
+            const std::string bytes = client->Read(patience);
+            isMore = !bytes.empty();
+            isMore ? parser.Feed(bytes) : parser.End();
+            while (const std::optional<GitCommit> commit = parser.Next())
+            {
+                hasAny = true;
+                // Giving them may take long, too.
+                patience.Ask();
+                if (selection.Admits(*commit) &&
+                    !(taker_.Take(RecordOf(*commit)) && selection.CountDown()))
+                    return true;
+            }
+        }
+        ThrowIfGitFailed(client->Finish(patience), item_.address, RevisionText());
+        if (!parser.IsComplete())
+            ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, item_.address);
+        return hasAny;
+    }
+
+    // An empty page is no missing item.
+    bool EverWas()
+    {
+        const HistoryOptions& options = question_.options;
+        if (item_.place.path.empty())
+            return true;
+        if (options.skip == 0 && options.since == 0 && options.until == 0)
+            return false;
+        HistoryOptions any{};
+        any.count = 1;
+        const auto client = Start(any);
+        const bool printsAny = !client->Read(taker_.HostsPatience()).empty();
+        return printsAny;
+    }
+
+    std::u16string RevisionText() const
+    {
+        return item_.revision.empty() ? u"HEAD" : item_.revision;
+    }
+
+    const HistoryQuestion& question_;
+    HistoryTaker& taker_;
+    const GitItem item_;
+};
+
+} // namespace
+
+std::u16string GitHistoryArguments(const GitPlace& place, const std::u16string& revision,
+                                   const HistoryOptions& options)
+{
+    std::u16string arguments(logCommand);
+    if (options.since != 0)
+        arguments += u"--max-age=" + SignedDecimal(SecondsOf(options.since)) + u" ";
+    if (Follows(place, options))
+        arguments += u"--follow --name-status --find-renames=50% ";
+    else
+    {
+        if (options.until != 0)
+            arguments += u"--min-age=" + SignedDecimal(SecondsOf(options.until)) + u" ";
+        if (options.count != 0)
+            arguments += u"--max-count=" + Decimal(In31Bits(options.count)) + u" ";
+        if (options.skip != 0)
+            arguments += u"--skip=" + Decimal(In31Bits(options.skip)) + u" ";
+    }
+    arguments += u"--end-of-options " + Quoted(CommitArgument(revision)) + u" --";
+    if (!place.path.empty())
+        arguments += u" " + Quoted(place.path);
+    return arguments;
+}
+
+void ReadGitHistory(const HistoryQuestion& question, HistoryTaker& taker)
+{
+    GitHistory(question, taker).Read();
+}
+
+} // namespace tarnwell

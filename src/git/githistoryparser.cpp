@@ -1,0 +1,164 @@
+#include "git/githistoryparser.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <utility>
+
+namespace tarnwell
+{
+
+namespace
+{
+
+constexpr std::int64_t startOfUnixTime = 11644473600; // in seconds
+constexpr std::int64_t ticksOfSecond = 10'000'000;
+
+bool IsObjectName(std::string_view text)
+{
+    return (text.size() == 40 || text.size() == 64) &&
+           text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
+bool IsCapital(char byte)
+{
+    return byte >= 'A' && byte <= 'Z';
+}
+
+std::string_view WithoutLastFeeds(std::string_view text)
+{
+    return text.substr(0, text.find_last_not_of("\r\n") + 1);
+}
+
+} // namespace
+
+// The texts from a place on, each with its NUL.
+class GitHistoryParser::Reading
+{
+public:
+    Reading(std::string_view bytes, std::size_t position) : bytes_(bytes), position_(position) {}
+
+    std::size_t Position() const
+    {
+        return position_;
+    }
+    bool IsAtEnd() const
+    {
+        return position_ == bytes_.size();
+    }
+    char First() const
+    {
+        return bytes_[position_];
+    }
+    void SkipByte()
+    {
+        ++position_;
+    }
+    // Nothing if its end isn't there yet.
+    std::optional<std::string_view> Text()
+    {
+        const std::size_t end = bytes_.find('\0', position_);
+        if (end == std::string_view::npos)
+            return std::nullopt;
+        const std::string_view text = bytes_.substr(position_, end - position_);
+        position_ = end + 1;
+        return text;
+    }
+
+private:
+    std::string_view bytes_;
+    std::size_t position_;
+};
+
+void GitHistoryParser::Feed(std::string_view bytes)
+{
+    // What was read goes once it is more than what wasn't, so that nothing is moved often.
+    if (position_ > bytes_.size() / 2)
+    {
+        bytes_.erase(0, position_);
+        position_ = 0;
+    }
+    bytes_ += bytes;
+}
+
+std::optional<GitCommit> GitHistoryParser::Next()
+{
+    Reading reading(bytes_, position_);
+    std::optional<GitCommit> commit = ReadCommit(reading);
+    if (commit)
+        position_ = reading.Position();
+    return commit;
+}
+
+std::optional<GitCommit> GitHistoryParser::ReadCommit(Reading& reading)
+{
+    std::array<std::string_view, 5> texts;
+    for (std::string_view& text : texts)
+    {
+        const std::optional<std::string_view> found = reading.Text();
+        if (!found)
+            return std::nullopt;
+        text = *found;
+    }
+    if (!IsObjectName(texts[0]))
+        return std::nullopt;
+    GitCommit commit{std::string(texts[0]),
+                     std::string(texts[1]),
+                     std::string(WithoutLastFeeds(texts[4])),
+                     FileTimeOfSeconds(texts[2]),
+                     FileTimeOfSeconds(texts[3]),
+                     path_};
+    if (hasNames_ && !ReadNames(reading, commit))
+        return std::nullopt;
+    return commit;
+}
+
+bool GitHistoryParser::ReadNames(Reading& reading, GitCommit& commit)
+{
+    std::string before = path_;
+    for (;;)
+    {
+        if (reading.IsAtEnd() && !hasEnded_)
+            return false;
+        if (reading.IsAtEnd())
+            break;
+        if (reading.First() == '\n')
+        {
+            reading.SkipByte();
+            continue;
+        }
+        if (!IsCapital(reading.First()))
+            break;
+        const std::optional<std::string_view> status = reading.Text();
+        const std::optional<std::string_view> name = reading.Text();
+        if (!status || !name)
+            return false;
+        if (status->front() != 'R' && status->front() != 'C')
+            continue;
+        const std::optional<std::string_view> newName = reading.Text();
+        if (!newName)
+            return false;
+        if (*newName == path_)
+            before = *name;
+    }
+    commit.path = std::exchange(path_, std::move(before));
+    return true;
+}
+
+std::uint64_t FileTimeOfSeconds(std::string_view text)
+{
+    std::int64_t seconds = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    constexpr std::int64_t last = INT64_MAX / ticksOfSecond - startOfUnixTime;
+    if (error != std::errc() || end != text.data() + text.size() || seconds < -startOfUnixTime ||
+        seconds > last)
+        return 0;
+    return static_cast<std::uint64_t>((seconds + startOfUnixTime) * ticksOfSecond);
+}
+
+std::int64_t SecondsOf(std::uint64_t fileTime)
+{
+    return static_cast<std::int64_t>(fileTime / ticksOfSecond) - startOfUnixTime;
+}
+
+} // namespace tarnwell

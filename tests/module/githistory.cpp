@@ -1,0 +1,467 @@
+// Git's histories told in full, on repositories of all kinds and against what their objects say.
+#include "module/gittest.h"
+#include "support/environmentvalue.h"
+#include "support/historysink.h"
+#include "support/process.h"
+
+#include <tarnwell/text.h>
+
+#include <algorithm>
+#include <map>
+#include <random>
+#include <set>
+#include <sstream>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class GitHistories : public Git
+{
+protected:
+    Outcome Read(const std::u16string& path, HistorySink& sink,
+                 HistoryOptions options = Wanted()) const
+    {
+        const auto histories = system.As<IFileSystemHistory>();
+        return OutcomeOf(
+            [&] { return histories->ReadHistory(Ole(path), nullptr, &options, &sink); });
+    }
+    std::vector<HistoryEntry> History(const std::u16string& path,
+                                      HistoryOptions options = Wanted()) const
+    {
+        HistorySink sink;
+        EXPECT_THAT(Read(path, sink, options), Succeeded());
+        return sink.entries;
+    }
+    std::vector<std::u16string> Descriptions(const std::u16string& path,
+                                             HistoryOptions options = Wanted()) const
+    {
+        std::vector<std::u16string> found;
+        for (const HistoryEntry& entry : History(path, options))
+            found.push_back(entry.description);
+        return found;
+    }
+    HRESULT Status(const std::u16string& path) const
+    {
+        HistorySink sink;
+        return Read(path, sink).status;
+    }
+    // A commit of raw bytes, as the checked out branch's next.
+    std::string CommitRaw(const std::string& headers, const std::string& message) const
+    {
+        const std::string tree = repository.Git("write-tree");
+        const std::string parent = repository.Git("rev-parse HEAD");
+        WriteBytes(repository / u".git/raw",
+                   "tree " + tree + "\nparent " + parent + "\n" + headers + "\n\n" + message);
+        const std::string commit = repository.Git("hash-object -t commit -w --literally .git/raw");
+        repository.Git("reset -q --soft " + commit);
+        return commit;
+    }
+};
+
+TEST_F(GitHistories, FollowAFileThroughItsNames)
+{
+    repository.Commit(u"old name.txt", "some bytes of a file\n", "made");
+    repository.Commit(u"other.txt", "1", "of another");
+    repository.Run({"mv", "old name.txt", "n\xC3\xA9w.txt"});
+    const std::string renamed = repository.Git("rev-parse HEAD");
+    repository.Git("commit -q -m renamed");
+    repository.Commit(u"n\u00e9w.txt", "some bytes of a file\nand more\n", "changed");
+    const std::u16string address = Address(u"n\u00e9w.txt");
+    EXPECT_THAT(Descriptions(address), ElementsAre(u"changed", u"renamed"));
+    const auto entries = History(address, Wanted(HistoryFollow));
+    ASSERT_EQ(entries.size(), 3U);
+    EXPECT_EQ(entries[0].path, u"n\u00e9w.txt");
+    EXPECT_EQ(entries[1].path, u"n\u00e9w.txt");
+    EXPECT_EQ(entries[2].path, u"old name.txt");
+    EXPECT_EQ(entries[2].description, u"made");
+    EXPECT_EQ(Content(entries[2].address), "some bytes of a file\n");
+    // Skipping over a renaming doesn't lose the names before it.
+    EXPECT_THAT(Descriptions(address, Wanted(HistoryFollow, 2)), ElementsAre(u"made"));
+    EXPECT_THAT(Descriptions(address, Wanted(HistoryFollow, 1, 1)), ElementsAre(u"renamed"));
+}
+
+TEST_F(GitHistories, OfFoldersAndOfAllOfARepository)
+{
+    repository.Commit(u"sub/a.txt", "1", "first");
+    repository.Commit(u"b.txt", "1", "second");
+    repository.Commit(u"sub/deep/c.txt", "1", "third");
+    for (const std::uint32_t flags : {0U, std::uint32_t{HistoryFollow}})
+    {
+        EXPECT_THAT(Descriptions(Address(u"sub"), Wanted(flags)), ElementsAre(u"third", u"first"));
+        EXPECT_THAT(Descriptions(Address(u"sub/"), Wanted(flags)), ElementsAre(u"third", u"first"));
+        EXPECT_THAT(Descriptions(u"git://" + repository.Folder().Path().u16string(), Wanted(flags)),
+                    ElementsAre(u"third", u"second", u"first"));
+    }
+    EXPECT_EQ(History(u"git://" + repository.Folder().Path().u16string())[0].path, u"");
+}
+
+TEST_F(GitHistories, OfWhatIsGoneAndWhatWasMadeAgain)
+{
+    repository.Commit(u"sub/a.txt", "1", "made");
+    repository.Git("rm -q sub/a.txt");
+    repository.Git("commit -q -m removed");
+    EXPECT_THAT(Descriptions(Address(u"sub/a.txt")), ElementsAre(u"removed", u"made"));
+    repository.Commit(u"sub/a.txt", "2", "again");
+    EXPECT_THAT(Descriptions(Address(u"sub/a.txt")), ElementsAre(u"again", u"removed", u"made"));
+    EXPECT_THAT(Descriptions(Address(u"sub/a.txt", "HEAD~1")), ElementsAre(u"removed", u"made"));
+}
+
+TEST_F(GitHistories, PathsAreNoPatternsAndNoOptions)
+{
+    repository.Commit(u"a1.txt", "1", "matched");
+    repository.Commit(u"-n", "1", "an option");
+#ifndef _WIN32
+    repository.Commit(u"*.txt", "1", "a pattern");
+    repository.Commit(u":(glob)**", "1", "magic");
+    EXPECT_THAT(Descriptions(Address(u"*.txt")), ElementsAre(u"a pattern"));
+    EXPECT_THAT(Descriptions(Address(u":(glob)**")), ElementsAre(u"magic"));
+#endif
+    repository.Commit(u"a[1].txt", "2", "meant");
+    EXPECT_THAT(Descriptions(Address(u"a[1].txt")), ElementsAre(u"meant"));
+    EXPECT_THAT(Descriptions(Address(u"-n")), ElementsAre(u"an option"));
+}
+
+TEST_F(GitHistories, RevisionsAreAnyNameOfACommit)
+{
+    const std::string first = repository.Commit(u"a.txt", "1", "first");
+    repository.Git("tag v1.0");
+    repository.Git("tag -a -m annotated v1.0-a");
+    repository.Git("branch old");
+    repository.Commit(u"a.txt", "2", "second");
+    for (const std::string& name :
+         {first, first.substr(0, 8), std::string("v1.0"), std::string("v1.0-a"), std::string("old"),
+          std::string("HEAD~1"), std::string("refs/tags/v1.0"), std::string("main@{1}")})
+        EXPECT_THAT(Descriptions(Address(u"a.txt", name)), ElementsAre(u"first")) << name;
+    EXPECT_EQ(Status(Address(u"a.txt", "HEAD:a.txt")), HistoryNoRevision);
+    EXPECT_EQ(Status(Address(u"a.txt", first.substr(0, 8) + "..main")), HistoryNoRevision);
+}
+
+TEST_F(GitHistories, DescriptionsOfAllEncodings)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const std::string people = "author J\xF6rg <a@b> 1000000000 +0200\n"
+                               "committer C <a@b> 1000000001 +0000";
+    WriteBytes(repository / u"a.txt", "2");
+    repository.Git("add -A");
+    CommitRaw(people + "\nencoding ISO-8859-1", "gr\xFC\xDF\x65\n\n\n\n  body\n\n");
+    WriteBytes(repository / u"a.txt", "3");
+    repository.Git("add -A");
+    CommitRaw("author  <a@b> 1000000000 +0000\ncommitter C <a@b> 1000000000 +0000",
+              "\n\nnameless\n");
+    repository.Git("config i18n.logOutputEncoding UTF-16");
+    const auto entries = History(Address(u"a.txt"));
+    ASSERT_EQ(entries.size(), 3U);
+    EXPECT_EQ(entries[0].author, u"");
+    EXPECT_EQ(entries[0].description, u"\n\nnameless");
+    EXPECT_EQ(entries[1].author, u"J\u00f6rg");
+    EXPECT_EQ(entries[1].description, u"gr\u00fc\u00dfe\n\n\n\n  body");
+    EXPECT_EQ(entries[1].modified, 126444736000000000U);
+    EXPECT_EQ(entries[1].time, 126444736010000000U);
+}
+
+TEST_F(GitHistories, OfLinkedWorkingTreesSubmodulesAndBareRepositories)
+{
+    repository.Commit(u"sub/a.txt", "1", "first");
+    const TempFolder other;
+    const std::u16string linked = other / u"linked";
+    repository.Run({"worktree", "add", "-q", EncodeName(linked).value()});
+    EXPECT_THAT(Descriptions(u"git://" + Joined(linked, u"sub/a.txt")), ElementsAre(u"first"));
+
+    const std::u16string bare = other / u"bare";
+    repository.Run({"clone", "-q", "--bare", ".", EncodeName(bare).value()});
+    EXPECT_THAT(Descriptions(u"git://" + Joined(bare, u"sub/a.txt")), ElementsAre(u"first"));
+    EXPECT_THAT(Descriptions(Joined(bare, u"sub")), ElementsAre(u"first"));
+
+    const Repository around;
+    around.Commit(u"x.txt", "1", "of the outer one");
+    around.Run({"-c", "protocol.file.allow=always", "submodule", "add", "-q",
+                EncodeName(bare).value(), "module"});
+    around.Git("commit -q -m added");
+    EXPECT_THAT(Descriptions(around / u"module/sub/a.txt"), ElementsAre(u"first"));
+    EXPECT_THAT(Descriptions(around / u"module"), ElementsAre(u"first"));
+    EXPECT_THAT(Descriptions(around / u".gitmodules"), ElementsAre(u"added"));
+}
+
+TEST_F(GitHistories, OfRepositoriesWithLongIds)
+{
+    const TempFolder folder;
+    RunClient("git", Words("init -q -b main --object-format=sha256"), folder.Path());
+    WriteBytes(folder / u"a.txt", "1");
+    RunClient("git", Words("add -A"), folder.Path());
+    RunClient("git", Words("-c user.name=A -c user.email=a@b commit -q -m first"), folder.Path());
+    const auto entries = History(folder / u"a.txt");
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].id.size(), 64U);
+}
+
+TEST_F(GitHistories, OfAShallowCloneEndWhereItEnds)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    repository.Commit(u"a.txt", "2", "second");
+    const TempFolder other;
+    const std::u16string clone = other / u"clone";
+    repository.Run({"clone", "-q", "--depth=1", "--no-local", ".", EncodeName(clone).value()});
+    EXPECT_THAT(Descriptions(Joined(clone, u"a.txt")), ElementsAre(u"second"));
+    EXPECT_EQ(Status(u"git://" + Joined(clone, u"a.txt") + u"#HEAD~1"), HistoryNoRevision);
+}
+
+TEST_F(GitHistories, OfAPartialCloneFetchNothingAndSayWhy)
+{
+    repository.Commit(u"sub/a.txt", "1", "first");
+    repository.Commit(u"sub/a.txt", "2", "second");
+    repository.Git("config uploadpack.allowFilter true");
+    const TempFolder other;
+    const std::u16string clone = other / u"clone";
+    repository.Run(
+        {"clone", "-q", "--filter=tree:0", "--bare", "--no-local", ".", EncodeName(clone).value()});
+    HistorySink sink;
+    const Outcome outcome = Read(Joined(clone, u"sub/a.txt"), sink);
+    EXPECT_EQ(outcome.status, HistoryIncomplete);
+    EXPECT_THAT(sink.entries, IsEmpty());
+    EXPECT_THAT(Descriptions(clone), ElementsAre(u"second", u"first"));
+}
+
+TEST_F(GitHistories, OfARepositoryWithoutCommits)
+{
+    EXPECT_EQ(Status(Address(u"a.txt")), HistoryNoRevision);
+    WriteBytes(repository / u"a.txt", "1");
+    EXPECT_EQ(Status(Address(u"a.txt")), HistoryNoRevision);
+}
+
+TEST_F(GitHistories, OfSettingsThatCantBeReadSayWhy)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    WriteBytes(repository / u".git/config", "[core\nbroken");
+    EXPECT_EQ(Status(Address(u"a.txt")), HistoryBadSettings);
+}
+
+// What looks like a repository and is none doesn't lead to the one around it.
+TEST_F(GitHistories, OfABrokenRepositoryAreNotThoseOfTheOneAround)
+{
+    repository.Commit(u"inner/a.txt", "1", "of the outer one");
+    fs::create_directories(fs::path(repository / u"inner/.git"));
+    WriteBytes(repository / u"inner/.git/HEAD", "nonsense");
+    EXPECT_EQ(Status(Address(u"inner/a.txt")), HistoryNoRepository);
+}
+
+TEST_F(GitHistories, OfABranchThatIsBrokenFail)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const std::string second = repository.Commit(u"a.txt", "2", "second");
+    const std::string first = repository.Git("rev-parse HEAD~1");
+    const fs::path object =
+        fs::path(repository / u".git/objects") / first.substr(0, 2) / first.substr(2);
+    fs::permissions(object, fs::perms::owner_all);
+    fs::remove(object);
+    HistorySink sink;
+    const Outcome outcome = Read(Address(u"a.txt"), sink);
+    EXPECT_EQ(outcome.status, HistoryClientFailed);
+    ASSERT_TRUE(outcome.error);
+    EXPECT_NE(outcome.error->text.find(u"exit code 128"), std::u16string::npos);
+}
+
+// Each of these would change what is told, or run the program.
+TEST_F(GitHistories, NothingIsSetUpForThem)
+{
+    const std::string first = repository.Commit(u"a.txt", "one\ntwo\n", "first");
+    repository.Commit(u"a.txt", "one\n", "second");
+    repository.Git("notes add -m note HEAD");
+    const std::u16string plain = Address(u"a.txt");
+    const auto expected = History(plain, Wanted(HistoryFollow));
+    ASSERT_EQ(expected.size(), 2U);
+
+    const std::string program = "touch was-run; false";
+    WriteBytes(repository / u".git/config", [&] {
+        std::ostringstream text;
+        text << "[core]\n\trepositoryformatversion = 0\n\tfsmonitor = \"" << program
+             << "\"\n\tpager = \"" << program << "\"\n\teditor = \"" << program
+             << "\"\n\tsshCommand = \"" << program << "\"\n\tquotePath = true\n"
+             << "\tabbrev = 4\n\thooksPath = hooks\n\tuseReplaceRefs = true\n"
+             << "[pager]\n\tlog = \"" << program << "\"\n"
+             << "[alias]\n\tlog = \"!" << program << "\"\n"
+             << "[diff]\n\texternal = \"" << program << "\"\n\tnoprefix = true\n"
+             << "\trenames = false\n\trelative = true\n\tignoreSubmodules = all\n"
+             << "\trenameLimit = 1\n\tword-diff = color\n"
+             << "[diff \"mine\"]\n\tcommand = \"" << program << "\"\n\ttextconv = \"" << program
+             << "\"\n"
+             << "[filter \"mine\"]\n\tclean = \"" << program << "\"\n\tsmudge = \"" << program
+             << "\"\n\tprocess = \"" << program << "\"\n"
+             << "[gpg]\n\tprogram = \"" << program << "\"\n"
+             << "[color]\n\tui = always\n\tdiff = always\n"
+             << "[log]\n\tshowSignature = true\n\tmailmap = true\n\tfollow = true\n"
+             << "\tdecorate = full\n\tshowRoot = false\n\tdate = relative\n\tdiffMerges = m\n"
+             << "\tabbrevCommit = true\n"
+             << "[format]\n\tpretty = oneline\n\tnotes = true\n"
+             << "[i18n]\n\tlogOutputEncoding = UTF-16\n\tcommitEncoding = UTF-16\n"
+             << "[submodule]\n\trecurse = true\n"
+             << "[core]\n\tattributesFile = attributes\n";
+        return text.str();
+    }());
+    WriteBytes(repository / u".gitattributes", "* diff=mine filter=mine\n");
+    WriteBytes(repository / u".mailmap", "Somebody Else <else@example.org> <a@example.org>\n");
+    fs::create_directories(fs::path(repository / u"hooks"));
+    for (const char16_t* const hook : {u"hooks/post-index-change", u"hooks/post-checkout"})
+    {
+        WriteBytes(repository / hook, "#!/bin/sh\n" + program + "\n");
+        fs::permissions(fs::path(repository / hook), fs::perms::owner_all);
+    }
+    WriteBytes(repository / u".git/info/grafts",
+               first + "\n" + EncodeName(expected[0].id).value() + "\n");
+    EXPECT_EQ(History(plain, Wanted(HistoryFollow)), expected);
+    EXPECT_EQ(History(plain).size(), 2U);
+    for (const auto& file : fs::recursive_directory_iterator(repository.Folder().Path()))
+        EXPECT_NE(file.path().filename(), "was-run") << file.path();
+}
+
+TEST_F(GitHistories, ReplacedCommitsAreTheOnesThatWereCommitted)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const std::string second = repository.Commit(u"a.txt", "2", "second");
+    const std::string tree = repository.Git("rev-parse HEAD^{tree}");
+    const std::string other = repository.Run({"commit-tree", "-m", "another", tree});
+    repository.Git("replace " + second + " " + other);
+    EXPECT_THAT(Descriptions(Address(u"a.txt")), ElementsAre(u"second", u"first"));
+}
+
+TEST_F(GitHistories, VariablesOfTheHostDoNotLeadElsewhere)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const Repository other;
+    const EnvironmentValue folder("GIT_DIR", EncodeName(other / u".git").value().c_str());
+    const EnvironmentValue pattern("GIT_GLOB_PATHSPECS", "1");
+    EXPECT_THAT(Descriptions(Address(u"a.txt")), ElementsAre(u"first"));
+}
+
+// Whenever the host has had enough, the client is gone and the next history is whole.
+TEST_F(GitHistories, EndAtAnyMoment)
+{
+    std::string input;
+    constexpr std::uint32_t count = 3000;
+    for (std::uint32_t i = 0; i < count; ++i)
+    {
+        const std::string number = std::to_string(i);
+        input += "commit refs/heads/main\ncommitter A <a@b> " + std::to_string(1000000000 + i) +
+                 " +0000\ndata " + std::to_string(number.size()) + "\n" + number +
+                 "\nM 644 inline a.txt\ndata " + std::to_string(number.size()) + "\n" + number +
+                 "\n";
+    }
+    ASSERT_EQ(RunProcess("git", {.arguments = {u"fast-import", u"--quiet"},
+                                 .input = input,
+                                 .folder = repository.Folder().Path()})
+                  .exitCode,
+              0);
+    std::mt19937 random(4);
+    for (int round = 0; round < 20; ++round)
+    {
+        HistorySink sink;
+        const std::size_t last = 1 + random() % count;
+        const bool fails = round % 2 == 0;
+        sink.answer = [&] {
+            const HRESULT end = fails ? E_FAIL : S_FALSE;
+            return sink.entries.size() == last ? end : S_OK;
+        };
+        const Outcome outcome = Read(Address(u"a.txt"), sink, Wanted(round % 4 < 2 ? 1 : 0));
+        EXPECT_EQ(outcome.status, fails ? E_FAIL : S_OK);
+        EXPECT_EQ(sink.entries.size(), last);
+    }
+    EXPECT_EQ(History(Address(u"a.txt")).size(), count);
+}
+
+// What a commit's object says, read by itself.
+struct Raw
+{
+    std::vector<std::string> parents;
+    std::string tree;
+    std::string message;
+};
+
+class GitModel : public GitHistories
+{
+protected:
+    Raw RawOf(const std::string& commit) const
+    {
+        std::istringstream object(repository.Git("cat-file commit " + commit));
+        Raw raw;
+        std::string line;
+        while (std::getline(object, line) && !line.empty())
+        {
+            if (line.starts_with("tree "))
+                raw.tree = line.substr(5);
+            if (line.starts_with("parent "))
+                raw.parents.push_back(line.substr(7));
+        }
+        std::ostringstream rest;
+        rest << object.rdbuf();
+        raw.message = rest.str();
+        while (raw.message.ends_with('\n'))
+            raw.message.pop_back();
+        return raw;
+    }
+    // The id of the file's content in a commit; empty without it.
+    std::string BlobOf(const std::string& commit, const std::string& path) const
+    {
+        const std::string line =
+            repository.Run({"ls-tree", "--format=%(objectname)", commit, "--", path});
+        return line;
+    }
+};
+
+// A line of commits, by one that makes up its changes: each of the files' histories is those
+// commits in which it differs from the one before.
+TEST_F(GitModel, EveryFilesHistoryIsWhatItsObjectsSay)
+{
+    std::mt19937 random(15);
+    const auto below = [&](unsigned bound) {
+        return static_cast<unsigned>(random() % bound);
+    };
+    const std::vector<std::u16string> names = {u"a.txt", u"b/c.txt", u"b/\u00e9 e.txt"};
+    const std::vector<std::string> messages = {"plain", "title\n\nbody\n\n\nmore", "", "!",
+                                               "\xE6\x97\xA5\n\xF0\x9F\x98\x80"};
+    for (unsigned i = 0; i < 40; ++i)
+    {
+        for (const std::u16string& name : names)
+        {
+            const fs::path path(repository / name);
+            if (below(5) == 0)
+                fs::remove(path);
+            else if (below(2) == 0)
+            {
+                fs::create_directories(path.parent_path());
+                WriteBytes(repository / name, std::to_string(below(4)));
+            }
+        }
+        repository.Git("add -A");
+        repository.Run({"commit", "-q", "--allow-empty", "--allow-empty-message",
+                        "--cleanup=verbatim", "-m", messages[below(5)]});
+    }
+    std::istringstream commits(repository.Git("rev-list HEAD"));
+    std::map<std::u16string, std::vector<std::pair<std::string, std::string>>> expected;
+    for (std::string commit; commits >> commit;)
+    {
+        const Raw raw = RawOf(commit);
+        for (const std::u16string& name : names)
+        {
+            const std::string path = EncodeName(name).value();
+            const std::string before = raw.parents.empty() ? "" : BlobOf(raw.parents[0], path);
+            if (BlobOf(commit, path) != before)
+                expected[name].emplace_back(commit, raw.message);
+        }
+    }
+    for (const std::u16string& name : names)
+    {
+        std::vector<std::pair<std::string, std::string>> found;
+        for (const HistoryEntry& entry : History(Address(name)))
+            found.emplace_back(EncodeName(entry.id).value(), EncodeName(entry.description).value());
+        EXPECT_EQ(found, expected[name]) << EncodeName(name).value();
+        EXPECT_GT(found.size(), 5U);
+    }
+}
+
+} // namespace
+} // namespace tarnwell::test
