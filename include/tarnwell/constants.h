@@ -115,6 +115,26 @@ enum HistoryStatus : HRESULT
     HistoryClientFailed = static_cast<HRESULT>(0x80040207),
     /// What the client printed can't be read.
     HistoryBadAnswer = static_cast<HRESULT>(0x80040208),
+    /// A file where a folder is needed, or the other way round.
+    HistoryWrongKind = static_cast<HRESULT>(0x80040209),
+};
+
+/// What an item of a tree is: the `kind` of `TreeItem`.
+enum TreeItemKind : std::uint32_t
+{
+    TreeFile = 1,
+    TreeFolder = 2,
+    /// Its content is the path that it leads to.
+    TreeLink = 3,
+    /// Another repository, of which the tree knows a revision and no more.
+    TreeRepository = 4,
+};
+
+/// The `flags` of `TreeItem`, as bits.
+enum TreeItemFlag : std::uint32_t
+{
+    /// A file that is a program.
+    TreeItemExecutable = 0x1,
 };
 
 } // namespace tarnwell

@@ -33,3 +33,4 @@
 #include <tarnwell/items.h>
 #include <tarnwell/revisions.h>
 #include <tarnwell/streams.h>
+#include <tarnwell/trees.h>

@@ -8,6 +8,7 @@
 
 #include <tarnwell/filesystem.h>
 #include <tarnwell/history.h>
+#include <tarnwell/trees.h>
 
 #include <string>
 #include <string_view>
@@ -23,11 +24,11 @@ std::u16string CombineAddresses(std::u16string base, std::u16string_view relativ
 // A backend derives from it and supplies the two operations that make items. Deliberate: every file
 // system of addresses claims error information for the interfaces of revisions, even one that has
 // no revisions and doesn't answer to these interfaces.
-class FileSystemObject
-    : public IFileSystemInit,
-      public IFileSystem,
-      public ErrorInfoFor<IFileSystem, IFileSystemInit, IFileSystemRevisions, IFileSystemHistory>,
-      public HostUIUser
+class FileSystemObject : public IFileSystemInit,
+                         public IFileSystem,
+                         public ErrorInfoFor<IFileSystem, IFileSystemInit, IFileSystemRevisions,
+                                             IFileSystemHistory, IFileSystemTrees>,
+                         public HostUIUser
 {
 public:
     using Interfaces = InterfaceList<IFileSystemInit, IFileSystem, ::ISupportErrorInfo>;

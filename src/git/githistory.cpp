@@ -4,6 +4,7 @@
 #include "frame/messages.h"
 #include "frame/text.h"
 #include "git/githistoryparser.h"
+#include "git/gititem.h"
 #include "git/gitstrict.h"
 #include "git/gituri.h"
 #include "platform/wide.h"
@@ -34,34 +35,6 @@ std::u16string SignedDecimal(std::int64_t number)
 std::uint32_t In31Bits(std::uint32_t number)
 {
     return std::min(number, std::uint32_t{INT32_MAX});
-}
-
-// What is asked for, taken apart.
-struct GitItem
-{
-    GitPlace place;
-    std::u16string revision;
-    std::u16string address; // as the host gave it, for texts
-};
-
-GitItem ItemOf(const HistoryQuestion& question)
-{
-    std::u16string path = question.path;
-    std::u16string revision = question.revision.value_or(u"");
-    if (!IsWholePath(path))
-    {
-        path = GITUri(path).GetPath();
-        const auto marked = workingCopyMarker.RevisionOf(path);
-        if (!question.revision && marked)
-        {
-            revision = *marked;
-            path = workingCopyMarker.Strip(path);
-        }
-    }
-    std::optional<GitPlace> place = FindGitPlace(path);
-    if (!place)
-        ThrowHistoryFailure(HistoryNoRepository, MessageId::RepositoryNotFound, question.path);
-    return {std::move(*place), std::move(revision), question.path};
 }
 
 bool Follows(const GitPlace& place, const HistoryOptions& options)
@@ -106,7 +79,7 @@ class GitHistory
 {
 public:
     GitHistory(const HistoryQuestion& question, HistoryTaker& taker)
-        : question_(question), taker_(taker), item_(ItemOf(question))
+        : question_(question), taker_(taker), item_(GitItemOf(question.path, question.revision))
     {
     }
 
@@ -183,7 +156,7 @@ private:
                     return true;
             }
         }
-        ThrowIfGitFailed(client->Finish(patience), item_.address, RevisionText());
+        ThrowIfGitFailed(client->Finish(patience), item_.address, item_.RevisionText());
         if (!parser.IsComplete())
             ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, item_.address);
         return hasAny;
@@ -202,11 +175,6 @@ private:
         const auto client = Start(any);
         const bool printsAny = !client->Read(taker_.HostsPatience()).empty();
         return printsAny;
-    }
-
-    std::u16string RevisionText() const
-    {
-        return item_.revision.empty() ? u"HEAD" : item_.revision;
     }
 
     const HistoryQuestion& question_;

@@ -1,7 +1,9 @@
 #include "git/gitobjects.h"
 
+#include "frame/text.h"
 #include "git/gitcommands.h"
 #include "git/githistory.h"
+#include "git/gittree.h"
 #include "git/gituri.h"
 
 #include <tarnwell/classes.h>
@@ -40,6 +42,21 @@ HRESULT GITFileSystemObject::ReadHistory(const OLECHAR* path, const OLECHAR* rev
 {
     return ReadHistoryForHost({ClassId(), IID_IFileSystemHistory}, gitAddresses.source, path,
                               revision, options, sink, ReadGitHistory);
+}
+
+HRESULT GITFileSystemObject::OpenTree(const OLECHAR* path, const OLECHAR* revision,
+                                      ICopyProgress* progress, ITree** tree)
+{
+    return AtBoundary({ClassId(), IID_IFileSystemTrees}, NullPointer::Published, tree, [&] {
+        std::optional<std::u16string> wanted;
+        if (revision != nullptr)
+            wanted = FromHost(revision);
+        const auto held = ComPtr<ICopyProgress>::Share(progress);
+        Patience patience(progress, gitAddresses.source);
+        auto reader = OpenGitTree(GitItemOf(FromHost(path), wanted), patience);
+        *tree = MakeTree(std::move(reader), ClassId(), gitAddresses.source).Detach();
+        return S_OK;
+    });
 }
 
 } // namespace tarnwell

@@ -4,6 +4,7 @@
 #include "workingcopy/workingcopyobjects.h"
 
 #include <tarnwell/history.h>
+#include <tarnwell/trees.h>
 
 namespace tarnwell
 {
@@ -19,17 +20,21 @@ protected:
     ComPtr<IFileStream> GetContent() override;
 };
 
-class GITFileSystemObject : public WorkingCopyFileSystemObject, public IFileSystemHistory
+class GITFileSystemObject : public WorkingCopyFileSystemObject,
+                            public IFileSystemHistory,
+                            public IFileSystemTrees
 {
 public:
     using Interfaces = InterfaceList<IFileSystemRevisions, IFileSystemInit, IFileSystem,
-                                     IFileSystemHistory, ::ISupportErrorInfo>;
+                                     IFileSystemHistory, IFileSystemTrees, ::ISupportErrorInfo>;
 
     GITFileSystemObject();
 
     HRESULT STDMETHODCALLTYPE ReadHistory(const OLECHAR* path, const OLECHAR* revision,
                                           const HistoryOptions* options,
                                           IHistorySink* sink) override;
+    HRESULT STDMETHODCALLTYPE OpenTree(const OLECHAR* path, const OLECHAR* revision,
+                                       ICopyProgress* progress, ITree** tree) override;
 
 protected:
     ~GITFileSystemObject() = default;

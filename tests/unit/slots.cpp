@@ -101,6 +101,14 @@ TEST(Slots, OfHistories)
     ExpectOrder<IHistorySink>(&IHistorySink::QueryContinue, &IHistorySink::Take);
 }
 
+TEST(Slots, OfTrees)
+{
+    ExpectOrder<IFileSystemTrees>(&IFileSystemTrees::OpenTree);
+    ExpectOrder<ITree>(&ITree::GetRevisionId, &ITree::GetRevisionTime, &ITree::Find, &ITree::List,
+                       &ITree::Open);
+    ExpectOrder<ITreeSink>(&ITreeSink::QueryContinue, &ITreeSink::Take);
+}
+
 // What stands where in the structures, likewise.
 TEST(Slots, OfStructures)
 {
@@ -119,6 +127,13 @@ TEST(Slots, OfStructures)
     EXPECT_EQ(offsetof(HistoryRevision, modifiedTime), 40U);
     EXPECT_EQ(offsetof(HistoryRevision, revisionTime), 48U);
     EXPECT_EQ(sizeof(HistoryRevision), 56U);
+    EXPECT_EQ(offsetof(TreeItem, name), 0U);
+    EXPECT_EQ(offsetof(TreeItem, contentId), 8U);
+    EXPECT_EQ(offsetof(TreeItem, kind), 16U);
+    EXPECT_EQ(offsetof(TreeItem, flags), 20U);
+    EXPECT_EQ(offsetof(TreeItem, size), 24U);
+    EXPECT_EQ(offsetof(TreeItem, modifiedTime), 32U);
+    EXPECT_EQ(sizeof(TreeItem), 40U);
 }
 
 TEST(Slots, OfTheHost)

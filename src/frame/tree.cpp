@@ -1,0 +1,92 @@
+#include "frame/tree.h"
+
+#include "frame/status.h"
+#include "frame/text.h"
+
+namespace tarnwell
+{
+
+void TreeObject::Fill(std::unique_ptr<TreeReader> reader, const GUID& classId,
+                      const char16_t* source)
+{
+    reader_ = std::move(reader);
+    classId_ = &classId;
+    source_ = source;
+}
+
+HRESULT TreeObject::GetRevisionId(BSTR* id)
+{
+    return AtBoundary(Reports(), NullPointer::Published, id,
+                      [&] { return ToHost(reader_->RevisionId(), id); });
+}
+
+HRESULT TreeObject::GetRevisionTime(std::uint64_t* fileTime)
+{
+    return AtBoundary(Reports(), NullPointer::Published, fileTime, [&] {
+        *fileTime = reader_->RevisionTime();
+        return S_OK;
+    });
+}
+
+HRESULT TreeObject::Find(const OLECHAR* name, ITreeSink* sink)
+{
+    if (sink == nullptr)
+        return RefuseNull(Reports(), NullPointer::Published);
+    return AtBoundary(Reports(), [&] {
+        const auto held = ComPtr<ITreeSink>::Share(sink);
+        Patience patience(sink, source_);
+        const HRESULT answer = Give(sink, reader_->Find(FromHost(name), patience));
+        return FAILED(answer) ? answer : S_OK;
+    });
+}
+
+HRESULT TreeObject::List(const OLECHAR* name, VARIANT_BOOL recursive, ITreeSink* sink)
+{
+    if (sink == nullptr)
+        return RefuseNull(Reports(), NullPointer::Published);
+    return AtBoundary(Reports(), [&] {
+        const auto held = ComPtr<ITreeSink>::Share(sink);
+        Patience patience(sink, source_);
+        HRESULT answer = S_OK;
+        const auto take = [&](const TreeRecord& record) {
+            answer = Give(sink, record);
+            return answer == S_OK;
+        };
+        reader_->List(FromHost(name), IsTrue(recursive), take, patience);
+        return FAILED(answer) ? answer : S_OK;
+    });
+}
+
+HRESULT TreeObject::Open(const OLECHAR* name, ICopyProgress* progress, IFileStream** stream)
+{
+    return AtBoundary(Reports(), NullPointer::Published, stream, [&] {
+        const auto held = ComPtr<ICopyProgress>::Share(progress);
+        Patience patience(progress, source_);
+        *stream = reader_->Open(FromHost(name), patience).Detach();
+        return S_OK;
+    });
+}
+
+HRESULT TreeObject::Give(ITreeSink* sink, const TreeRecord& record) const
+{
+    const std::uint32_t flags = record.isExecutable ? std::uint32_t{TreeItemExecutable} : 0;
+    const TreeItem item{Wide(record.name), Wide(record.contentId), record.kind, flags,
+                        record.size,       reader_->RevisionTime()};
+    return sink->Take(&item);
+}
+
+ComPtr<ITree> MakeTree(std::unique_ptr<TreeReader> reader, const GUID& classId,
+                       const char16_t* source)
+{
+    ComPtr<ComObject<TreeObject>> tree;
+    const HRESULT status = MakeObject<TreeObject>(tree);
+    if (FAILED(status))
+    {
+        throw ComException(status, FormatMessageWithStatus(MessageId::SupportObjectFailed, status),
+                           At(source));
+    }
+    tree->Fill(std::move(reader), classId, source);
+    return ComPtr<ITree>::Adopt(tree.Detach());
+}
+
+} // namespace tarnwell

@@ -1,0 +1,83 @@
+// Trees of revisions on their way to the host, common to all file systems that show them.
+#pragma once
+
+#include "frame/boundary.h"
+#include "frame/comobject.h"
+#include "frame/patience.h"
+
+#include <tarnwell/pointers.h>
+#include <tarnwell/trees.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace tarnwell
+{
+
+struct TreeRecord
+{
+    std::u16string name; // from the top on
+    std::u16string contentId;
+    TreeItemKind kind = TreeFolder;
+    bool isExecutable = false;
+    std::uint64_t size = 0; // in bytes
+};
+
+// Takes a record. False if no more are wanted.
+using TreeTaker = std::function<bool(const TreeRecord& record)>;
+
+// What a file system knows of one revision. What fails throws; names are the host's.
+class TreeReader
+{
+public:
+    TreeReader() = default;
+    TreeReader(const TreeReader&) = delete;
+    TreeReader& operator=(const TreeReader&) = delete;
+    virtual ~TreeReader() = default;
+
+    virtual const std::u16string& RevisionId() const = 0;
+    virtual std::uint64_t RevisionTime() const = 0;
+    virtual TreeRecord Find(const std::u16string& name, Patience& patience) = 0;
+    virtual void List(const std::u16string& name, bool recursive, const TreeTaker& take,
+                      Patience& patience) = 0;
+    virtual ComPtr<IFileStream> Open(const std::u16string& name, Patience& patience) = 0;
+};
+
+class TreeObject : public ITree, public ErrorInfoFor<ITree>
+{
+public:
+    using Interfaces = InterfaceList<ITree, ::ISupportErrorInfo>;
+
+    // Called once, before the object is handed out. `classId` is the class that a failure names.
+    void Fill(std::unique_ptr<TreeReader> reader, const GUID& classId, const char16_t* source);
+
+    HRESULT STDMETHODCALLTYPE GetRevisionId(BSTR* id) override;
+    HRESULT STDMETHODCALLTYPE GetRevisionTime(std::uint64_t* fileTime) override;
+    HRESULT STDMETHODCALLTYPE Find(const OLECHAR* name, ITreeSink* sink) override;
+    HRESULT STDMETHODCALLTYPE List(const OLECHAR* name, VARIANT_BOOL recursive,
+                                   ITreeSink* sink) override;
+    HRESULT STDMETHODCALLTYPE Open(const OLECHAR* name, ICopyProgress* progress,
+                                   IFileStream** stream) override;
+
+protected:
+    ~TreeObject() = default;
+
+private:
+    Reporter Reports() const
+    {
+        return {*classId_, IID_ITree};
+    }
+    HRESULT Give(ITreeSink* sink, const TreeRecord& record) const;
+
+    std::unique_ptr<TreeReader> reader_;
+    const GUID* classId_ = nullptr;
+    const char16_t* source_ = nullptr;
+};
+
+// A new tree over `reader`. Throws message 114 if it can't be made.
+ComPtr<ITree> MakeTree(std::unique_ptr<TreeReader> reader, const GUID& classId,
+                       const char16_t* source);
+
+} // namespace tarnwell

@@ -1,0 +1,166 @@
+#include "git/gitbatch.h"
+
+#include <algorithm>
+#include <new>
+
+namespace tarnwell
+{
+
+namespace
+{
+
+constexpr std::u16string_view batchCommand = u"cat-file --batch-command";
+// So many questions go out before the first answer is read: few enough to fit into the pipe.
+constexpr std::size_t questionsAtOnce = 64;
+// Trees and commits beyond this are nobody's.
+constexpr std::size_t mostBytes = 1024 * 1024 * 1024;
+
+class TextTaker final : public ContentTaker
+{
+public:
+    explicit TextTaker(std::string& bytes) : bytes_(bytes) {}
+
+    void Restart() override
+    {
+        bytes_.clear();
+    }
+    void Take(std::string_view bytes) override
+    {
+        if (bytes.size() > mostBytes - bytes_.size())
+            throw std::bad_alloc();
+        bytes_ += bytes;
+    }
+
+private:
+    std::string& bytes_;
+};
+
+} // namespace
+
+std::vector<GitObject> GitBatch::Facts(const std::vector<std::string>& names, Patience& patience)
+{
+    std::vector<GitObject> found;
+    Ask(
+        [&] {
+            found.clear();
+            while (found.size() < names.size())
+            {
+                const std::size_t end = std::min(names.size(), found.size() + questionsAtOnce);
+                std::string questions;
+                for (std::size_t i = found.size(); i < end; ++i)
+                    questions += "info " + names[i] + "\n";
+                client_->Write(questions);
+                while (found.size() < end)
+                    found.push_back(ReadFacts(patience));
+            }
+        },
+        patience);
+    return found;
+}
+
+GitObject GitBatch::Content(const std::string& name, ContentTaker& taker, Patience& patience)
+{
+    GitObject found;
+    Ask(
+        [&] {
+            taker.Restart();
+            client_->Write("contents " + name + "\n");
+            found = ReadFacts(patience);
+            if (found.type.empty())
+                return;
+            for (std::uint64_t left = found.size; left > 0;)
+            {
+                const std::string_view block = ReadSome(patience).substr(0, left);
+                taker.Take(block);
+                position_ += block.size();
+                left -= block.size();
+            }
+            if (!ReadLine(patience).empty())
+                ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, address_);
+        },
+        patience);
+    return found;
+}
+
+GitObject GitBatch::Content(const std::string& name, std::string& bytes, Patience& patience)
+{
+    TextTaker taker(bytes);
+    return Content(name, taker, patience);
+}
+
+void GitBatch::Ask(const std::function<void()>& question, Patience& patience)
+{
+    patience.Ask();
+    for (const bool isLast : {false, true})
+    {
+        std::unique_ptr<RunningClient> kept = std::move(client_);
+        const bool isNew = !kept;
+        client_ =
+            isNew ? std::make_unique<RunningClient>(strictGit, StrictGitCall(place_, batchCommand))
+                  : std::move(kept);
+        if (isNew)
+        {
+            bytes_.clear();
+            position_ = 0;
+        }
+        try
+        {
+            question();
+            return;
+        }
+        catch (const Gone&)
+        {
+            // Told below, if it happens again.
+        }
+        catch (...)
+        {
+            // Who breaks off leaves half an answer behind.
+            client_.reset();
+            throw;
+        }
+        const std::unique_ptr<RunningClient> gone = std::move(client_);
+        if (isLast)
+        {
+            ThrowIfGitFailed(gone->Finish(patience), address_, {});
+            ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, address_);
+        }
+    }
+}
+
+std::string_view GitBatch::ReadSome(Patience& patience)
+{
+    if (position_ == bytes_.size())
+    {
+        bytes_ = client_->Read(patience);
+        position_ = 0;
+        if (bytes_.empty())
+            throw Gone();
+    }
+    return std::string_view(bytes_).substr(position_);
+}
+
+std::string GitBatch::ReadLine(Patience& patience)
+{
+    std::string line;
+    for (;;)
+    {
+        const std::string_view block = ReadSome(patience);
+        const std::size_t feed = block.find('\n');
+        line += block.substr(0, feed);
+        position_ += std::min(block.size(), feed == std::string_view::npos ? feed : feed + 1);
+        if (feed != std::string_view::npos)
+            return line;
+    }
+}
+
+GitObject GitBatch::ReadFacts(Patience& patience)
+{
+    const std::string line = ReadLine(patience);
+    if (const auto facts = ReadGitObjectLine(line))
+        return {std::string(facts->id), std::string(facts->type), facts->size};
+    if (line.ends_with(" missing") || line.ends_with(" ambiguous"))
+        return {};
+    ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, address_);
+}
+
+} // namespace tarnwell

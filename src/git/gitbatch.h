@@ -1,0 +1,71 @@
+// One Git client that answers questions for objects for as long as it is wanted.
+#pragma once
+
+#include "git/gitstrict.h"
+#include "git/gittreeparser.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwell
+{
+
+struct GitObject
+{
+    std::string id;
+    std::string type; // "commit", "tree", "blob" or "tag"; empty: there is no such object
+    std::uint64_t size = 0;
+};
+
+// Takes a content's bytes as they come. It is called again from the beginning, after `Restart`, if
+// the client has died in between.
+class ContentTaker
+{
+public:
+    virtual void Restart() = 0;
+    virtual void Take(std::string_view bytes) = 0;
+
+protected:
+    ~ContentTaker() = default;
+};
+
+class GitBatch
+{
+public:
+    // `address` is for texts. The client is started by the first question, and again by the next
+    // one where one broke off.
+    GitBatch(GitPlace place, std::u16string address)
+        : place_(std::move(place)), address_(std::move(address))
+    {
+    }
+
+    // Names of objects hold no line feed.
+    std::vector<GitObject> Facts(const std::vector<std::string>& names, Patience& patience);
+    GitObject Content(const std::string& name, ContentTaker& taker, Patience& patience);
+    // At most so many bytes, else that is a failure.
+    GitObject Content(const std::string& name, std::string& bytes, Patience& patience);
+
+private:
+    // The client has ended.
+    struct Gone
+    {
+    };
+
+    // Runs `question` with a client, and once more if that dies.
+    void Ask(const std::function<void()>& question, Patience& patience);
+    std::string_view ReadSome(Patience& patience);
+    std::string ReadLine(Patience& patience);
+    GitObject ReadFacts(Patience& patience);
+
+    const GitPlace place_;
+    const std::u16string address_;
+    std::unique_ptr<RunningClient> client_;
+    // What the client has printed and nobody has read yet.
+    std::string bytes_;
+    std::size_t position_ = 0;
+};
+
+} // namespace tarnwell

@@ -1,0 +1,28 @@
+// What a host means by a path and a revision of a Git repository.
+#pragma once
+
+#include "git/gitplace.h"
+
+#include <optional>
+#include <string>
+
+namespace tarnwell
+{
+
+struct GitItem
+{
+    GitPlace place;
+    std::u16string revision; // empty for what is checked out
+    std::u16string address;  // as the host gave it, for texts
+
+    std::u16string RevisionText() const
+    {
+        return revision.empty() ? u"HEAD" : revision;
+    }
+};
+
+// `path` is an address, whose revision counts unless there is a `revision`, or a local path. Throws
+// for an address that can't be, and where there is no repository.
+GitItem GitItemOf(const std::u16string& path, const std::optional<std::u16string>& revision);
+
+} // namespace tarnwell

@@ -1,0 +1,96 @@
+// What Git prints of objects and trees, in any pieces.
+#include "git/gittreeparser.h"
+
+#include <gmock/gmock.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+using namespace std::literals;
+
+const std::string idText(40, 'a');
+
+TEST(GitTreeParser, ReadsTheLineOfAnObject)
+{
+    const std::string text = idText + " blob 18446744073709551615";
+    const auto line = ReadGitObjectLine(text);
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line->id, idText);
+    EXPECT_EQ(line->type, "blob");
+    EXPECT_EQ(line->size, UINT64_MAX);
+    for (const std::string& bad :
+         {"HEAD missing"s, "abcd ambiguous"s, ""s, idText + " blob"s, idText + " blob x"s,
+          idText + " blob 18446744073709551616"s, idText + " blob -1"s, "x" + idText + " blob 1"s})
+        EXPECT_FALSE(ReadGitObjectLine(bad)) << bad;
+}
+
+TEST(GitTreeParser, ReadsTrees)
+{
+    const std::string id(20, '\xAA');
+    const auto entries = ReadGitTree("40000 sub\0"s + id + "100755 a b\0"s + id, 20);
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 2U);
+    EXPECT_EQ((*entries)[0].mode, gitFolderMode);
+    EXPECT_EQ((*entries)[1].name, "a b");
+    EXPECT_EQ((*entries)[1].id, idText);
+    EXPECT_TRUE(ReadGitTree("", 20)->empty());
+    for (const std::string& bad :
+         {"40000 sub\0"s, "40000 sub\0"s + id.substr(1), "sub\0"s + id, "40000 ..\0"s + id,
+          "40000 a/b\0"s + id, "40000 \0"s + id, "9 a\0"s + id, "40000 .\0"s + id})
+        EXPECT_FALSE(ReadGitTree(bad, 20));
+}
+
+TEST(GitTreeParser, ReadsCommits)
+{
+    const std::string object = "tree " + idText + "\nauthor A <x> 1 +0000\ncommitter B > <y> " +
+                               "1000000000 +0200\n\ntree x\ncommitter C <z> 5 +0000\n";
+    const auto facts = ReadGitCommit(object);
+    ASSERT_TRUE(facts);
+    EXPECT_EQ(facts->tree, idText);
+    EXPECT_EQ(facts->time, 126444736000000000U);
+    EXPECT_FALSE(ReadGitCommit("\ntree " + idText + "\n"));
+    EXPECT_FALSE(ReadGitCommit("tree x\n"));
+    EXPECT_EQ(ReadGitCommit("tree " + idText + "\ncommitter\n")->time, 0U);
+}
+
+TEST(GitTreeParser, ReadsListingsInPiecesOfAnySize)
+{
+    const std::string bytes = "040000 tree "s + idText + "       -\tsub\0"s + "100644 blob "s +
+                              idText + "      12\tsub/a\tb\n.txt\0"s;
+    for (std::size_t piece = 1; piece <= bytes.size(); ++piece)
+    {
+        GitListingParser parser;
+        std::vector<GitEntry> entries;
+        for (std::size_t at = 0; at < bytes.size(); at += piece)
+        {
+            parser.Feed(std::string_view(bytes).substr(at, piece));
+            while (auto entry = parser.Next())
+                entries.push_back(*entry);
+        }
+        ASSERT_EQ(entries.size(), 2U);
+        EXPECT_TRUE(parser.IsComplete());
+        EXPECT_EQ(entries[0].mode, gitFolderMode);
+        EXPECT_EQ(entries[0].size, 0U);
+        EXPECT_EQ(entries[1].name, "sub/a\tb\n.txt");
+        EXPECT_EQ(entries[1].size, 12U);
+    }
+}
+
+TEST(GitTreeParser, WhatIsNoEntryIsIncomplete)
+{
+    for (const std::string& bad :
+         {"040000 tree "s + idText + "       -\t..\0"s, "040000 tree x       -\tsub\0"s,
+          "040000 tree "s + idText + "\tsub\0"s, "100644 blob "s + idText + " x\ta\0"s,
+          "100644 blob "s + idText + " 1\ta"s, "100644 blob "s + idText + " 1\ta//b\0"s, "\0"s})
+    {
+        GitListingParser parser;
+        parser.Feed(bad);
+        EXPECT_FALSE(parser.Next());
+        EXPECT_FALSE(parser.IsComplete());
+    }
+}
+
+} // namespace
+} // namespace tarnwell::test
