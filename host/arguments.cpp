@@ -85,7 +85,7 @@ private:
     void Give(const Option& option, const std::u16string& value)
     {
         if (option.help == Word::None)
-            line_.own.push_back(option.name);
+            line_.own.emplace_back(option.name);
         option.take(line_, value);
     }
 

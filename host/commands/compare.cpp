@@ -14,17 +14,17 @@ namespace
 struct VerdictName
 {
     Verdict verdict;
-    const char16_t* json;
     Word text;
+    const char16_t* json;
 };
 
 const VerdictName verdictNames[] = {
-    {Verdict::Equal, u"equal", Word::Equal},
-    {Verdict::Different, u"different", Word::Different},
-    {Verdict::KindDiffers, u"kind_differs", Word::KindDiffers},
-    {Verdict::OnlyLeft, u"only_left", Word::OnlyLeft},
-    {Verdict::OnlyRight, u"only_right", Word::OnlyRight},
-    {Verdict::Failed, u"failed", Word::Failed},
+    {Verdict::Equal, Word::Equal, u"equal"},
+    {Verdict::Different, Word::Different, u"different"},
+    {Verdict::KindDiffers, Word::KindDiffers, u"kind_differs"},
+    {Verdict::OnlyLeft, Word::OnlyLeft, u"only_left"},
+    {Verdict::OnlyRight, Word::OnlyRight, u"only_right"},
+    {Verdict::Failed, Word::Failed, u"failed"},
 };
 
 const VerdictName& NameOf(Verdict verdict)
