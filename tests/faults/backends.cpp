@@ -22,9 +22,8 @@ Operations HiddenIn(const Backend& backend, std::string_view action)
                    ? Operations{"CreateFileW", "SetFilePointer", "GetFileTime", "CloseHandle"}
                    : Operations{"FindClose"};
     }
-    // The label of the working copy may be lost.
     if (action == "History")
-        return {"CloseHandle", "EndClientGroup", "FillInserts", "LoadModuleText"};
+        return {"CloseHandle", "EndClientGroup"};
     // Without settings there are the usual ones, an unknown time is old, and a listing is read
     // whole before its first entry comes.
     if (HoldsConnections(backend))

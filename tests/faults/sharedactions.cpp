@@ -178,7 +178,7 @@ std::function<HRESULT()> PrepareForHistory(const BackendHere& row, Seen& seen)
 {
     return [system = row.system.As<IFileSystemHistory>(), &row, &seen] {
         HistorySink sink;
-        const HistoryOptions options = Wanted(HistoryFollow | HistoryWorkingCopy);
+        const HistoryOptions options = Wanted(HistoryFollow);
         const HRESULT status =
             system->ReadHistory(Wide(row.Address(u"a.txt")), nullptr, &options, &sink);
         for (const HistoryEntry& entry : sink.entries)
