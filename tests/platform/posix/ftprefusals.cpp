@@ -17,8 +17,10 @@ TEST_F(OddFtp, AGreetingThatLogsInIsThatOfANewConnection)
     server.Answer("", {"230 you are in\r\n"});
     const FtpClient client(server.Port());
     server.Answer("CWD sub", {.first = "250 fine\r\n", .hangsUp = true});
-    const Listing listing = client.List(u"sub/*");
-    EXPECT_EQ(listing.Find(u"wrong"), nullptr);
+    // Whether the first listing meets the lost connection or the new one is a matter of moments;
+    // the second finds the connection lost.
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(client.List(u"sub/*").Find(u"wrong"), nullptr);
     EXPECT_GE(server.Connections(), 2) << "made anew";
 }
 
