@@ -29,7 +29,7 @@ public:
     {
     }
 
-    ~CopyProgress()
+    ~CopyProgress() override
     {
         if (step_ > 0)
             WriteErrors("\r\x1b[K");

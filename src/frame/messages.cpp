@@ -7,11 +7,11 @@ namespace tarnwell
 
 std::u16string FormatMessageById(MessageId id, Inserts inserts)
 {
-    std::u16string message;
     std::u16string text;
-    if (LoadModuleText(static_cast<unsigned>(id), ChooseLanguage(WantedLanguage()), message))
-        FillInserts(message, {inserts.begin(), inserts.size()}, text);
-    return text;
+    std::u16string filled;
+    if (LoadModuleText(static_cast<unsigned>(id), ChooseLanguage(WantedLanguage()), text))
+        FillInserts(text, {inserts.begin(), inserts.size()}, filled);
+    return filled;
 }
 
 std::u16string FormatMessageWithStatus(MessageId id, HRESULT status, Inserts inserts)

@@ -54,7 +54,8 @@ void ConnectionPool::Release(std::unique_ptr<FTPSession> session, std::uint64_t 
 try
 {
     const Locked locked(lock_);
-    idle_[session->Key()].push_back({std::move(session), now});
+    std::deque<Idle>& waiting = idle_[session->Key()];
+    waiting.push_back({std::move(session), now});
 }
 catch (const std::bad_alloc&)
 {

@@ -21,6 +21,7 @@ struct ConnectionKey
     std::u16string host;
     std::uint16_t port = noPort;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the zero is the compiler's
     std::strong_ordering operator<=>(const ConnectionKey&) const = default;
 };
 

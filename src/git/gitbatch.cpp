@@ -13,7 +13,7 @@ constexpr std::u16string_view batchCommand = u"cat-file --batch-command";
 // So many questions go out before the first answer is read: few enough to fit into the pipe.
 constexpr std::size_t questionsAtOnce = 64;
 // Trees and commits beyond this are nobody's.
-constexpr std::size_t mostBytes = 1024 * 1024 * 1024;
+constexpr std::size_t mostBytes = std::size_t{1024} * 1024 * 1024;
 
 class TextTaker final : public ContentTaker
 {
@@ -91,7 +91,7 @@ GitObject GitBatch::Content(const std::string& name, std::string& bytes, Patienc
 void GitBatch::Ask(const std::function<void()>& question, Patience& patience)
 {
     patience.Ask();
-    for (const bool isLast : {false, true})
+    for (int tries = 2; tries > 0; --tries)
     {
         std::unique_ptr<RunningClient> kept = std::move(client_);
         const bool isNew = !kept;
@@ -119,7 +119,7 @@ void GitBatch::Ask(const std::function<void()>& question, Patience& patience)
             throw;
         }
         const std::unique_ptr<RunningClient> gone = std::move(client_);
-        if (isLast)
+        if (tries == 1)
         {
             ThrowIfGitFailed(gone->Finish(patience), address_, {});
             ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, address_);

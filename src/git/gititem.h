@@ -21,8 +21,8 @@ struct GitItem
     }
 };
 
-// `path` is an address, whose revision counts unless there is a `revision`, or a local path. Throws
+// `given` is an address, whose revision counts unless one is `wanted`, or a local path. Throws
 // for an address that can't be, and where there is no repository.
-GitItem GitItemOf(const std::u16string& path, const std::optional<std::u16string>& revision);
+GitItem GitItemOf(const std::u16string& given, const std::optional<std::u16string>& wanted);
 
 } // namespace tarnwell

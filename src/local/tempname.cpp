@@ -8,17 +8,17 @@
 namespace tarnwell
 {
 
-HRESULT CreateFileBeside(const std::u16string& path, std::u16string& made)
+HRESULT CreateFileBeside(const std::u16string& beside, std::u16string& made)
 {
     constexpr std::uint64_t attempts = 100;
-    std::u16string start(ParentFolderOf(path));
+    std::u16string start(ParentFolderOf(beside));
     AppendSeparator(start);
     start += u"vrltmp";
     for (std::uint64_t n = 0; n < attempts; ++n)
     {
         made = start + Decimal(n);
         // Of all that try this name at once, one makes the file.
-        if (MakeFileBeside(made, path))
+        if (MakeFileBeside(made, beside))
             return S_OK;
         const DWORD error = GetLastError();
         if (error == ERROR_ACCESS_DENIED)

@@ -8,7 +8,7 @@
 namespace tarnwell
 {
 
-// Makes an empty file with a new name, `made`, in the folder of `path`. A failure has no text.
-HRESULT CreateFileBeside(const std::u16string& path, std::u16string& made);
+// Makes an empty file with a new name, `made`, in the folder of `beside`. A failure has no text.
+HRESULT CreateFileBeside(const std::u16string& beside, std::u16string& made);
 
 } // namespace tarnwell

@@ -26,7 +26,7 @@ public:
     void Stop();
 
 private:
-    static constexpr std::size_t capacity = 1024 * 1024; // in bytes, and one more push
+    static constexpr std::size_t capacity = std::size_t{1024} * 1024; // in bytes, and one more push
 
     std::mutex guard_;
     std::condition_variable changed_;

@@ -56,7 +56,7 @@ std::string TakenFrom(ByteQueue& queue, Patience& patience)
 
 constexpr std::uint64_t everything = UINT64_MAX;
 // Nobody takes any of it before the end, so that it must not fill its queue.
-constexpr std::uint64_t keptErrorText = 64 * 1024; // bytes
+constexpr std::uint64_t keptErrorText = std::uint64_t{64} * 1024; // bytes
 
 } // namespace
 

@@ -71,8 +71,8 @@ std::optional<Moment> MomentOf(int year, int month, int day, const Clock& clock)
     // 60 is a second as well: a minute may have one more.
     if (!date.ok() || clock.hour > 23 || clock.minute > 59 || clock.second > 60)
         return std::nullopt;
-    return Moment{sys_days(date).time_since_epoch().count()} * secondsPerDay + clock.hour * 3600 +
-           clock.minute * 60 + clock.second;
+    return Moment{sys_days(date).time_since_epoch().count()} * secondsPerDay +
+           Moment{clock.hour} * 3600 + Moment{clock.minute} * 60 + clock.second;
 }
 
 std::optional<Moment> LatestMoment(int month, int day, const Clock& clock, Moment now)

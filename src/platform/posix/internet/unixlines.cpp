@@ -33,7 +33,8 @@ bool IsPlainMode(std::string_view word)
     const std::string_view signOnly = word.substr(std::min(length, word.size()));
     return word.size() >= length && IsKind(word[0]) &&
            word.substr(1, length - 1).find_first_not_of(letters) == std::string_view::npos &&
-           (signOnly.empty() || (signOnly.size() == 1 && signs.find(signOnly) != signs.npos));
+           (signOnly.empty() ||
+            (signOnly.size() == 1 && signs.find(signOnly) != std::string_view::npos));
 }
 
 // "d [RWCEAFMS]".

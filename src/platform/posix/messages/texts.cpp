@@ -34,7 +34,7 @@ static_assert(std::is_sorted(std::begin(rows), std::end(rows),
 // Of all that the platform's formatter knows.
 constexpr bool HasInsertsOnly(std::u16string_view text)
 {
-    for (std::size_t at = 0; (at = text.find(u'%', at)) != text.npos; at += 2)
+    for (std::size_t at = 0; (at = text.find(u'%', at)) != std::u16string_view::npos; at += 2)
     {
         if (at + 1 == text.size() || text[at + 1] < u'1' || text[at + 1] > u'9')
             return false;

@@ -16,7 +16,7 @@
 #include <unistd.h>
 
 // What a key handle points to.
-struct HKEY__
+struct OpenedKey
 {
     std::vector<tarnwell::posix::Setting> settings;
 };
@@ -77,7 +77,7 @@ LSTATUS OpenKey(HKEY* opened)
     const std::optional<std::string> text = FileText();
     if (!text)
         return static_cast<LSTATUS>(ErrorFromErrno(errno));
-    *opened = new HKEY__{ParseSettings(*text)};
+    *opened = new OpenedKey{ParseSettings(*text)};
     return ERROR_SUCCESS;
 }
 
@@ -132,6 +132,6 @@ extern "C" LSTATUS RegCloseKey(HKEY key)
 {
     if (key == nullptr)
         return ERROR_INVALID_HANDLE;
-    const std::unique_ptr<HKEY__> owned(key);
+    const std::unique_ptr<OpenedKey> owned(key);
     return ERROR_SUCCESS;
 }

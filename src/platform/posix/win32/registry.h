@@ -5,7 +5,7 @@
 
 using LSTATUS = LONG;
 using REGSAM = DWORD;
-using HKEY = struct HKEY__*;
+using HKEY = struct OpenedKey*;
 
 inline const HKEY HKEY_CURRENT_USER = reinterpret_cast<HKEY>(ULONG_PTR{0x80000001});
 inline constexpr REGSAM KEY_READ = 0x20019;
