@@ -67,6 +67,22 @@ std::wstring CommandLineOf(const std::filesystem::path& program, const ProcessCa
     return line;
 }
 
+// Wine's loader now and then ends on a busy machine before the program has begun, which is told as
+// an internal error. Nothing has been run then.
+PROCESS_INFORMATION Start(std::wstring& line, const wchar_t* folder, STARTUPINFOW& startup)
+{
+    PROCESS_INFORMATION process{};
+    for (int tries = 3; tries > 0; --tries)
+    {
+        if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder,
+                           &startup, &process))
+            return process;
+        if (GetLastError() != ERROR_INTERNAL_ERROR)
+            break;
+    }
+    throw std::runtime_error("CreateProcessW: error " + std::to_string(GetLastError()));
+}
+
 } // namespace
 
 int RunProcess(const std::filesystem::path& program, const ProcessCall& call,
@@ -88,10 +104,7 @@ int RunProcess(const std::filesystem::path& program, const ProcessCall& call,
     for (const auto& [name, value] : call.environment)
         variables.emplace_front(name.c_str(), value.empty() ? nullptr : value.c_str());
     const wchar_t* const folder = call.folder.empty() ? nullptr : call.folder.c_str();
-    PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, folder, &startup,
-                        &process))
-        throw std::runtime_error("CreateProcessW: error " + std::to_string(GetLastError()));
+    const PROCESS_INFORMATION process = Start(line, folder, startup);
     const OwnHandle thread(process.hThread);
     const OwnHandle child(process.hProcess);
     WaitForSingleObject(child.Get(), INFINITE);
