@@ -95,10 +95,13 @@ RunningClient::~RunningClient()
 void RunningClient::Write(std::string_view bytes)
 {
     DWORD written = 0;
-    if (!WriteFile(input_.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
-                   nullptr) ||
-        written != bytes.size())
-        ThrowClientFailure(row_, row_.communication, GetLastError());
+    if (WriteFile(input_.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
+                  nullptr) &&
+        written == bytes.size())
+        return;
+    const DWORD error = GetLastError();
+    if (error != ERROR_BROKEN_PIPE && error != ERROR_NO_DATA)
+        ThrowClientFailure(row_, row_.communication, error);
 }
 
 void RunningClient::CloseInput()

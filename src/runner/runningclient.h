@@ -25,7 +25,8 @@ public:
     // Ends the client if it still runs, with all that it has started.
     ~RunningClient();
 
-    // To its input. Meant for little at a time, as a client that takes nothing holds us up.
+    // To its input. Meant for little at a time, as a client that takes nothing holds us up. One
+    // that has ended takes nothing, either; that shows when it is read.
     void Write(std::string_view bytes);
     void CloseInput();
 

@@ -4,6 +4,7 @@
 // that backend promises.
 #pragma once
 
+#include "backends/strict.h"
 #include "support/fakehost.h"
 
 #include <tarnwell/tarnwell.h>
@@ -47,6 +48,26 @@ public:
     virtual std::string Held(std::u16string_view name) const;
     // What the host answers when it is asked for credentials.
     virtual CredentialsAnswer Credentials() const;
+
+    // The rest is asked where a file system tells histories in full, or shows trees. There a
+    // revision has one id for all that it changed.
+
+    // The id of the latest revision of all, in full.
+    virtual std::u16string LatestId();
+    // The address of a name in a revision with such an id. As `Address` unless told otherwise.
+    virtual std::u16string AddressAt(std::u16string_view name, const std::u16string& id) const;
+    // Other names for such a revision: tags, branches, short ids.
+    virtual std::vector<std::u16string> OtherNamesOf(const std::u16string& id);
+    // A name as histories tell it, and as trees of the whole do. The name unless told otherwise.
+    virtual std::u16string NameInHistory(std::u16string_view name) const;
+    virtual std::u16string NameInTree(std::u16string_view name) const;
+    // Each is one revision.
+    virtual void Remove(std::u16string_view name, const std::string& description);
+    virtual void Rename(std::u16string_view from, std::u16string_view to,
+                        const std::string& description);
+    // Where the row has them. All that is put later may be in the same revision.
+    virtual void PutLink(std::u16string_view name, std::string_view target);
+    virtual void PutProgram(std::u16string_view name, std::string_view bytes);
 };
 
 template <class Data> std::unique_ptr<BackendData> MakeData()
@@ -126,10 +147,10 @@ struct Backend
     // Whether the name of an item shows the revision in its address.
     bool revisionsInNames = false;
     WorkingCopy workingCopy = WorkingCopy::None;
-    // Whether it answers to IFileSystemHistory.
-    bool histories = false;
     // How revisions name the author that the row's data has.
     std::u16string_view author = {};
+    // Histories told in full, and trees.
+    Strict strict = {};
     OpenIntoNothing openIntoNothing = OpenIntoNothing::FailsBare;
     // Behind a message, in front of the line: where this file system throws.
     std::u16string_view source = {};

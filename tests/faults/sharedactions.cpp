@@ -197,7 +197,7 @@ constexpr bool WithFolders(const Backend& backend)
 }
 constexpr bool WithHistories(const Backend& backend)
 {
-    return backend.histories;
+    return backend.strict.histories;
 }
 constexpr bool WithHistory(const Backend& backend)
 {

@@ -43,6 +43,51 @@ CredentialsAnswer BackendData::Credentials() const
     return {E_FAIL, std::nullopt, std::nullopt, std::nullopt};
 }
 
+std::u16string BackendData::LatestId()
+{
+    throw std::logic_error("a file system without revisions of the whole");
+}
+
+std::u16string BackendData::AddressAt(std::u16string_view name, const std::u16string& id) const
+{
+    return Address(name, id);
+}
+
+std::vector<std::u16string> BackendData::OtherNamesOf(const std::u16string&)
+{
+    return {};
+}
+
+std::u16string BackendData::NameInHistory(std::u16string_view name) const
+{
+    return std::u16string(name);
+}
+
+std::u16string BackendData::NameInTree(std::u16string_view name) const
+{
+    return std::u16string(name);
+}
+
+void BackendData::Remove(std::u16string_view, const std::string&)
+{
+    throw std::logic_error("a file system whose files stay");
+}
+
+void BackendData::Rename(std::u16string_view, std::u16string_view, const std::string&)
+{
+    throw std::logic_error("a file system whose files keep their names");
+}
+
+void BackendData::PutLink(std::u16string_view, std::string_view)
+{
+    throw std::logic_error("a file system without links");
+}
+
+void BackendData::PutProgram(std::u16string_view, std::string_view)
+{
+    throw std::logic_error("a file system without programs");
+}
+
 std::vector<const Backend*> Backends()
 {
     return {&localBackend,      &ftpBackend,       &perforceBackend,

@@ -18,6 +18,7 @@ const Backend ftpBackend{
     .writes = true,
     .revisions = false,
     .history = false,
+    .strict = {.whyNot = "a server has no revisions"},
     .source = u"ftpobjects",
     .guarded = u"ftp://127.0.0.1:1/r",
 };

@@ -9,6 +9,8 @@ namespace tarnwell::test
 namespace
 {
 
+namespace fs = std::filesystem;
+
 const std::string authorOfGit = "J\xC3\xB6rg";
 
 class GitData final : public WorkingCopyData<Repository>
@@ -21,7 +23,83 @@ public:
     {
         return DecodeName(repository_.Commit(name, bytes, description, authorOfGit));
     }
+
+    std::u16string LatestId() override
+    {
+        return DecodeName(repository_.Git("rev-parse HEAD"));
+    }
+    std::vector<std::u16string> OtherNamesOf(const std::u16string& id) override
+    {
+        const std::string commit = EncodeName(id).value();
+        repository_.Run({"tag", "v1.0", commit});
+        repository_.Run({"tag", "-a", "-m", "annotated", "a/tag\xC3\xA9", commit});
+        repository_.Run({"branch", "a-branch", commit});
+        return {u"v1.0", u"a/tag\u00e9", u"a-branch", u"refs/tags/v1.0", id.substr(0, 10)};
+    }
+    void Remove(std::u16string_view name, const std::string& description) override
+    {
+        fs::remove(OnDisk(name));
+        Record(description);
+    }
+    void Rename(std::u16string_view from, std::u16string_view to,
+                const std::string& description) override
+    {
+        fs::create_directories(OnDisk(to).parent_path());
+        fs::rename(OnDisk(from), OnDisk(to));
+        Record(description);
+    }
+    void PutLink(std::u16string_view name, std::string_view target) override
+    {
+        PutAs("120000", name, target);
+    }
+    void PutProgram(std::u16string_view name, std::string_view bytes) override
+    {
+        PutAs("100755", name, bytes);
+    }
+
+private:
+    void Record(const std::string& description) const
+    {
+        repository_.Git("add -A");
+        repository_.Run({"commit", "-q", "-m", description});
+    }
+    // Also where the disk has no such files: the client then remembers what it is.
+    void PutAs(const std::string& mode, std::u16string_view name, std::string_view bytes) const
+    {
+        const std::string path = EncodeName(name).value();
+        WriteBytes(repository_ / name, bytes);
+        const std::string blob = repository_.Run({"hash-object", "-w", "--", path});
+        fs::remove(OnDisk(name));
+        repository_.Run({"update-index", "--add", "--cacheinfo", mode + "," + blob + "," + path});
+        repository_.Run({"checkout", "--", path});
+        repository_.Run({"commit", "-q", "-m", "of another kind"});
+    }
 };
+
+std::u16string WithBrokenSettings(BackendData& data)
+{
+    WriteBytes(data.OnDisk(u".git/config").u16string(), "[core\nbroken");
+    return data.Address(u"text.txt");
+}
+
+std::u16string WithoutRepository(BackendData& data)
+{
+    fs::rename(data.OnDisk(u".git"), data.OnDisk(u"git"));
+    return data.Address(u"text.txt");
+}
+
+std::u16string WithABrokenHead(BackendData& data)
+{
+    WriteBytes(data.OnDisk(u".git/HEAD").u16string(), "nonsense");
+    return data.Address(u"text.txt");
+}
+
+std::u16string WithUnknownExtensions(BackendData& data)
+{
+    WriteBytes(data.OnDisk(u".git/config").u16string(),
+               "[core]\n\trepositoryformatversion = 1\n[extensions]\n\tunheardOf = true\n");
+    return data.Address(u"text.txt");
+}
 
 } // namespace
 
@@ -34,8 +112,23 @@ const Backend gitBackend = WorkingCopyRow({
     .refused = {{u"GIT://x", u"Invalid Git URI \"GIT://x\"."},
                 {u"hg://x", u"Invalid Git URI \"hg://x\"."},
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
-    .histories = true,
     .author = u"J\u00f6rg",
+    .strict = {.histories = true,
+               .trees = true,
+               .names = {u"-n", u"--all", u"a[1].txt", u"a1.txt", u"a@b", u"!x", u"$HOME", u"#1#2",
+                         u"HEAD", u"v1.0"},
+               .workingCopies = true,
+               .links = true,
+               .programs = true,
+               .clientStays = true,
+               .failures = {{"broken settings", HistoryBadSettings, u"The settings of ",
+                             WithBrokenSettings},
+                            {"no repository", HistoryNoRepository,
+                             u"Can't find a repository that holds ", WithoutRepository},
+                            {"a repository that is none", HistoryNoRepository,
+                             u"Can't find a repository that holds ", WithABrokenHead},
+                            {"unknown extensions", HistoryBadSettings, u"The settings of ",
+                             WithUnknownExtensions}}},
     .source = u"gitobjects",
     .client = "git",
     .clientMissing = u"Can't find the Git command line utility (git.exe). Please check that the "

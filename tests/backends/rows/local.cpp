@@ -54,6 +54,7 @@ const Backend localBackend{
     .writes = true,
     // Snapshots are a machine's own and none are made for tests.
     .history = false,
+    .strict = {.whyNot = "its revisions are snapshots, which aren't made for tests"},
     .openIntoNothing = OpenIntoNothing::FailsWithText,
 };
 

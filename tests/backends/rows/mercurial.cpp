@@ -45,6 +45,7 @@ const Backend mercurialBackend = WorkingCopyRow({
                 {u"git://x", u"Invalid Mercurial URI \"git://x\"."},
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
     .author = u"J\u00f6rg <j&k>",
+    .strict = {.whyNot = "histories are only told as ever"},
     .source = u"hgobjects",
     .client = "hg",
     .clientMissing = u"Can't find the Mercurial command line utility (hg.exe). Please check that "

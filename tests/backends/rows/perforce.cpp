@@ -70,6 +70,7 @@ const Backend perforceBackend{
     .revisionsInNames = true,
     .workingCopy = WorkingCopy::Id,
     .author = u"ann@ws",
+    .strict = {.whyNot = "histories are only told as ever"},
     .openIntoNothing = OpenIntoNothing::Succeeds,
     .source = u"p4objects",
     .client = "p4",

@@ -58,6 +58,7 @@ const Backend subversionBackend{
                 {u"SVN://host/r", u"Invalid Subversion URI \"SVN://host/r\". [svnobjects@"},
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
     .author = u"J\u00f6rg <j&k>",
+    .strict = {.whyNot = "histories are only told as ever"},
     .openIntoNothing = OpenIntoNothing::Succeeds,
     .source = u"svnobjects",
     .client = "svn",

@@ -1,9 +1,9 @@
-// Histories told in full, and the reason where there is none.
-#include "backends/suites/backendtest.h"
-#include "support/environmentvalue.h"
-#include "support/historysink.h"
+// Histories told in full. Why there is none is in strictfailures.cpp.
+#include "backends/suites/stricttest.h"
 
 #include <tarnwell/text.h>
+
+#include <thread>
 
 namespace tarnwell::test
 {
@@ -14,65 +14,24 @@ using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::vector<std::u16string> DescriptionsOf(const std::vector<HistoryEntry>& entries)
-{
-    std::vector<std::u16string> found;
-    for (const HistoryEntry& entry : entries)
-        found.push_back(entry.description);
-    return found;
-}
-
-// Failed with this status and this message, and a place in the source of the row behind it.
-MATCHER_P3(Told, status, message, row, "")
-{
-    const std::u16string start =
-        std::u16string(message) + u" [" + std::u16string(row.source) + u"@";
-    return arg.status == status && arg.error && WithLineFeeds(arg.error->text).starts_with(start);
-}
-
-class Histories : public BackendTest
+class Histories : public StrictTest
 {
 protected:
-    Outcome Read(const std::u16string& path, HistorySink& sink, HistoryOptions options = Wanted(),
-                 const char16_t* revision = nullptr) const
-    {
-        const auto histories = system.As<IFileSystemHistory>();
-        return OutcomeOf([&] {
-            return histories->ReadHistory(Ole(path), reinterpret_cast<const OLECHAR*>(revision),
-                                          &options, &sink);
-        });
-    }
-    std::vector<HistoryEntry> History(const std::u16string& path, HistoryOptions options = Wanted(),
-                                      const char16_t* revision = nullptr) const
-    {
-        HistorySink sink;
-        EXPECT_THAT(Read(path, sink, options, revision), Succeeded());
-        EXPECT_EQ(sink.references, 0U);
-        return sink.entries;
-    }
-    Outcome Failure(const std::u16string& path, const char16_t* revision = nullptr,
-                    HistoryOptions options = Wanted()) const
-    {
-        HistorySink sink;
-        const Outcome outcome = Read(path, sink, options, revision);
-        EXPECT_THAT(sink.entries, IsEmpty());
-        return outcome;
-    }
-    const std::u16string text_ = TestsRun() ? Address(u"text.txt") : std::u16string();
+    const std::u16string text_ =
+        TestsRun() ? Strictly().data->Address(u"text.txt") : std::u16string();
 };
 
 TEST_P(Histories, TellEachChangeNewestFirst)
 {
     const auto entries = History(text_);
     ASSERT_EQ(entries.size(), 2U);
-    EXPECT_EQ(entries[0].id, TheSample().secondRevision);
-    EXPECT_EQ(entries[1].id, TheSample().firstRevision);
-    EXPECT_THAT(DescriptionsOf(entries), ElementsAre(u"an end", u"a beginning"));
+    EXPECT_EQ(entries[0].id, Strictly().lastId);
+    EXPECT_EQ(entries[1].id, Strictly().firstId);
+    EXPECT_THAT(DescriptionsOf(entries), ElementsAre(u"an end", DecodeName(wholeDescription)));
     for (const HistoryEntry& entry : entries)
     {
         EXPECT_EQ(entry.author, Row().author);
-        EXPECT_EQ(entry.address, Address(u"text.txt", entry.id));
-        EXPECT_EQ(entry.path, u"text.txt");
+        EXPECT_EQ(entry.path, Strictly().data->NameInHistory(u"text.txt"));
         EXPECT_GT(entry.time, 133000000000000000U);
         EXPECT_GT(entry.modified, 133000000000000000U);
     }
@@ -80,36 +39,42 @@ TEST_P(Histories, TellEachChangeNewestFirst)
 
 TEST_P(Histories, OfNamesOfAllKinds)
 {
-    for (const std::u16string_view name : Row().names)
+    for (const auto& names : {Row().names, Row().strict.names})
     {
-        const auto entries = History(Address(name));
-        ASSERT_EQ(entries.size(), 1U) << testing::PrintToString(name);
-        EXPECT_EQ(entries[0].path, name);
-        const auto followed = History(Address(name), Wanted(HistoryFollow));
-        ASSERT_EQ(followed.size(), 1U) << testing::PrintToString(name);
-        EXPECT_EQ(followed[0].path, name);
+        for (const std::u16string_view name : names)
+        {
+            const std::u16string address = Strictly().data->Address(name);
+            for (const std::uint32_t flags : {0U, std::uint32_t{HistoryFollow}})
+            {
+                const auto entries = History(address, Wanted(flags), Strictly().lastId);
+                ASSERT_EQ(entries.size(), 1U) << testing::PrintToString(name);
+                EXPECT_EQ(entries[0].path, Strictly().data->NameInHistory(name));
+            }
+        }
     }
 }
 
-TEST_P(Histories, OpenByTheirAddresses)
+TEST_P(Histories, AddressesOpenTheRevisionAndBeginAtIt)
 {
     const auto entries = History(text_);
     ASSERT_EQ(entries.size(), 2U);
     EXPECT_EQ(Content(entries[0].address), "content");
     EXPECT_EQ(Content(entries[1].address), "first");
+    EXPECT_EQ(History(entries[0].address), entries);
+    EXPECT_EQ(History(entries[1].address), std::vector<HistoryEntry>{entries[1]});
 }
 
 TEST_P(Histories, BeginAtARevision)
 {
-    const auto data = NewData();
-    const std::u16string first = data->Put(u"a.txt", "1", "first");
-    data->Put(u"a.txt", "2", "second");
-    EXPECT_THAT(DescriptionsOf(History(data->Address(u"a.txt", first))), ElementsAre(u"first"));
-    EXPECT_THAT(DescriptionsOf(History(data->Address(u"a.txt"), Wanted(), first.c_str())),
-                ElementsAre(u"first"));
-    EXPECT_THAT(
-        DescriptionsOf(History(data->OnDisk(u"a.txt").u16string(), Wanted(), first.c_str())),
-        ElementsAre(u"first"));
+    const std::u16string first = DecodeName(wholeDescription);
+    EXPECT_THAT(DescriptionsOf(History(AddressAt(u"text.txt", Strictly().firstId))),
+                ElementsAre(first));
+    EXPECT_THAT(DescriptionsOf(History(text_, Wanted(), Strictly().firstId)), ElementsAre(first));
+    for (const std::u16string& name : Strictly().namesOfFirst)
+    {
+        EXPECT_THAT(DescriptionsOf(History(text_, Wanted(), name)), ElementsAre(first))
+            << testing::PrintToString(name);
+    }
 }
 
 TEST_P(Histories, ComeInPages)
@@ -129,6 +94,9 @@ TEST_P(Histories, ComeInPages)
         EXPECT_THAT(History(address, Wanted(flags, 5, 2)), IsEmpty());
         EXPECT_THAT(History(address, Wanted(flags, UINT32_MAX, UINT32_MAX)), IsEmpty());
     }
+    // Of the whole, where each revision counts.
+    EXPECT_THAT(DescriptionsOf(History(data->Address(u""), Wanted(0, 1, 2))),
+                ElementsAre(u"5", u"of another"));
 }
 
 TEST_P(Histories, EndWhereTheHostHasEnough)
@@ -161,7 +129,7 @@ TEST_P(Histories, AskTheHostOnItsThreadAndAreCancelledAtOnce)
     sink.wantsMore = [] {
         return false;
     };
-    EXPECT_THAT(Read(text_, sink), Told(E_ABORT, u"The operation was cancelled.", Row()));
+    EXPECT_THAT(Read(text_, sink), FailedSaying(E_ABORT, u"The operation was cancelled."));
     EXPECT_EQ(sink.questions, 1);
     EXPECT_THAT(sink.entries, IsEmpty());
 }
@@ -185,16 +153,72 @@ TEST_P(Histories, HoldWholeDescriptions)
         EXPECT_EQ(found[found.size() - 1 - i], DecodeName(descriptions[i]));
 }
 
+TEST_P(Histories, FollowAFileThroughItsNamesIfWanted)
+{
+    const std::u16string address = Strictly().data->Address(u"sub/new name.txt");
+    EXPECT_THAT(DescriptionsOf(History(address)), ElementsAre(u"lengthened", u"renamed"));
+    const auto entries = History(address, Wanted(HistoryFollow));
+    ASSERT_THAT(DescriptionsOf(entries), ElementsAre(u"lengthened", u"renamed", u"made"));
+    const std::u16string newName = Strictly().data->NameInHistory(u"sub/new name.txt");
+    EXPECT_EQ(entries[0].path, newName);
+    EXPECT_EQ(entries[1].path, newName);
+    EXPECT_EQ(entries[2].path, Strictly().data->NameInHistory(u"old.txt"));
+    EXPECT_TRUE(Content(entries[2].address).starts_with("one of several lines"));
+    // Skipping over a renaming doesn't lose the names before it.
+    EXPECT_THAT(DescriptionsOf(History(address, Wanted(HistoryFollow, 2))), ElementsAre(u"made"));
+    EXPECT_THAT(DescriptionsOf(History(address, Wanted(HistoryFollow, 1, 1))),
+                ElementsAre(u"renamed"));
+}
+
+TEST_P(Histories, OfFoldersAndOfTheWhole)
+{
+    const auto ofFolder = DescriptionsOf(History(Strictly().data->Address(u"sub")));
+    ASSERT_GE(ofFolder.size(), 3U);
+    EXPECT_EQ(ofFolder[0], u"lengthened");
+    EXPECT_EQ(ofFolder[1], u"renamed");
+    EXPECT_EQ(std::count(ofFolder.begin(), ofFolder.end(), u"made"), 0);
+    const auto ofAll = DescriptionsOf(History(Strictly().data->Address(u"")));
+    ASSERT_GE(ofAll.size(), 10U);
+    EXPECT_EQ(ofAll[0], u"an end");
+    for (const char16_t* const description : {u"gone", u"made to go", u"made again", u"removed",
+                                              u"made first", u"lengthened", u"renamed", u"made"})
+        EXPECT_EQ(std::count(ofAll.begin(), ofAll.end(), description), 1);
+}
+
+TEST_P(Histories, OfWhatIsGoneAndWhatWasMadeAgain)
+{
+    const auto again = DescriptionsOf(History(Strictly().data->Address(u"again.txt")));
+    if (Row().strict.beyondDeletions)
+    {
+        EXPECT_THAT(again, ElementsAre(u"made again", u"removed", u"made first"));
+        EXPECT_THAT(DescriptionsOf(History(Strictly().data->Address(u"gone.txt"))),
+                    ElementsAre(u"gone", u"made to go"));
+    }
+    else
+        EXPECT_THAT(again, ElementsAre(u"made again"));
+    EXPECT_THAT(DescriptionsOf(History(AddressAt(u"gone.txt", Strictly().beforeGoneId))),
+                ElementsAre(u"made to go"));
+}
+
 TEST_P(Histories, BeginWithTheWorkingCopyIfWanted)
 {
-    const auto entries = History(text_, Wanted(HistoryWorkingCopy, 0, 1));
-    ASSERT_EQ(entries.size(), 2U);
-    EXPECT_EQ(entries[0].description, u"Working Copy");
-    EXPECT_EQ(entries[0].id, u"");
-    EXPECT_EQ(std::filesystem::path(entries[0].address), TheSample().data->OnDisk(u"text.txt"));
-    EXPECT_EQ(entries[1].description, u"an end");
-    EXPECT_THAT(DescriptionsOf(History(text_, Wanted(HistoryWorkingCopy, 1))),
-                ElementsAre(u"a beginning"));
+    if (!Row().strict.workingCopies)
+        GTEST_SKIP() << "nothing of it is on the disk";
+    const std::u16string path = Strictly().data->OnDisk(u"text.txt").u16string();
+    for (const std::u16string& asked : {text_, path})
+    {
+        const auto entries = History(asked, Wanted(HistoryWorkingCopy, 0, 1));
+        ASSERT_EQ(entries.size(), 2U);
+        EXPECT_EQ(entries[0].description, u"Working Copy");
+        EXPECT_EQ(entries[0].id, u"");
+        EXPECT_EQ(std::filesystem::path(entries[0].address), std::filesystem::path(path));
+        EXPECT_EQ(entries[1].description, u"an end");
+        EXPECT_THAT(DescriptionsOf(History(asked, Wanted(HistoryWorkingCopy, 1))),
+                    ElementsAre(DecodeName(wholeDescription)));
+    }
+    EXPECT_THAT(DescriptionsOf(History(Strictly().data->Address(u"gone.txt"),
+                                       Wanted(HistoryWorkingCopy, 0, 1), Strictly().beforeGoneId)),
+                ElementsAre(u"made to go"));
 }
 
 TEST_P(Histories, AreBoundedByTimes)
@@ -217,61 +241,6 @@ TEST_P(Histories, AreBoundedByTimes)
     }
 }
 
-TEST_P(Histories, SayWhatIsMissing)
-{
-    const std::u16string none = Address(u"none.txt");
-    EXPECT_THAT(Failure(none),
-                Told(HistoryNoPath,
-                     u"Can't find \"" + none + u"\" in the history of the repository.", Row()));
-    EXPECT_THAT(Failure(none, nullptr, Wanted(HistoryFollow)).status, HistoryNoPath);
-    EXPECT_THAT(Failure(none, nullptr, Wanted(HistoryWorkingCopy)).status, HistoryNoPath);
-    EXPECT_THAT(Failure(none, nullptr, Wanted(0, 3)).status, HistoryNoPath);
-    for (const char16_t* const revision :
-         {u"nosuch", u"-x", u"--all", u"a..b", u"^main", u"\n", u"a b", u"HEAD --all"})
-    {
-        const Outcome outcome = Failure(text_, revision);
-        EXPECT_EQ(outcome.status, HistoryNoRevision) << testing::PrintToString(revision);
-        ASSERT_TRUE(outcome.error);
-        EXPECT_TRUE(
-            WithLineFeeds(outcome.error->text)
-                .starts_with(u"Can't find the revision \"" + std::u16string(revision) + u"\"."));
-    }
-}
-
-TEST_P(Histories, SayThatThereIsNoRepository)
-{
-    const TempFolder folder;
-    const std::u16string path = folder / u"a.txt";
-    EXPECT_THAT(
-        Failure(path),
-        Told(HistoryNoRepository, u"Can't find a repository that holds \"" + path + u"\".", Row()));
-}
-
-TEST_P(Histories, SayThatThereIsNoClient)
-{
-    const TempFolder nothing;
-    const EnvironmentValue path("PATH", nothing.Path().string().c_str());
-    const Outcome outcome = Failure(text_);
-    EXPECT_EQ(outcome.status, HistoryNoClient);
-    ASSERT_TRUE(outcome.error);
-    EXPECT_TRUE(outcome.error->text.starts_with(Row().clientMissing));
-}
-
-TEST_P(Histories, RefuseWhatCantBe)
-{
-    HistoryOptions options = Wanted();
-    options.size -= 1;
-    const std::u16string message = u"Internal error (invalid history options).";
-    EXPECT_THAT(Failure(text_, nullptr, options), Told(E_INVALIDARG, message, Row()));
-    EXPECT_THAT(Failure(text_, nullptr, Wanted(4)), Told(E_INVALIDARG, message, Row()));
-    const auto histories = system.As<IFileSystemHistory>();
-    EXPECT_THAT(
-        OutcomeOf([&] { return histories->ReadHistory(Ole(text_), nullptr, nullptr, nullptr); }),
-        Refused(E_POINTER, u"Internal error (null pointer argument)."));
-    for (const RefusedAddress& row : Row().refused)
-        EXPECT_EQ(Failure(std::u16string(row.address)).status, E_INVALIDARG);
-}
-
 TEST_P(Histories, NeedNoOptions)
 {
     HistorySink sink;
@@ -280,19 +249,7 @@ TEST_P(Histories, NeedNoOptions)
     EXPECT_EQ(sink.entries.size(), 2U);
 }
 
-TARNWELL_OVER_BACKENDS(Histories, BackendsThat([](const Backend& b) { return b.histories; }));
-
-class NoHistories : public BackendTest
-{
-};
-
-// Nobody answers what can't be done in full.
-TEST_P(NoHistories, AreNotAnswered)
-{
-    EXPECT_FALSE(system.As<IFileSystemHistory>());
-}
-
-TARNWELL_OVER_BACKENDS(NoHistories, BackendsThat([](const Backend& b) { return !b.histories; }));
+TARNWELL_OVER_BACKENDS(Histories, BackendsThat(TellsHistories));
 
 } // namespace
 } // namespace tarnwell::test

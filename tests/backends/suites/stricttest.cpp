@@ -1,0 +1,239 @@
+#include "backends/suites/stricttest.h"
+
+#include <tarnwell/text.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+const OLECHAR* RevisionOf(const std::optional<std::u16string>& revision)
+{
+    return revision ? Ole(*revision) : nullptr;
+}
+
+using Files = std::vector<std::pair<std::u16string, std::string>>;
+
+Files ManyFiles(const Backend& backend)
+{
+    Files files = {{u"binary", binaryContent},  {u"empty", ""},
+                   {u"large", largeContent},    {u"same.txt", "inner"},
+                   {u"sub/inner.txt", "inner"}, {u"sub/deep/bottom.txt", "bottom"}};
+    for (const auto& names : {backend.names, backend.strict.names})
+    {
+        for (const std::u16string_view name : names)
+            files.emplace_back(name, EncodeName(name).value());
+    }
+    return files;
+}
+
+constexpr const char* lines = "one of several lines\nanother\nand a third\nand a fourth\n";
+
+std::unique_ptr<StrictSample> MakeStrictSample(const Backend& backend)
+{
+    auto sample = std::make_unique<StrictSample>();
+    sample->data = backend.makeData();
+    BackendData& data = *sample->data;
+    if (backend.folders)
+    {
+        for (const char16_t* const folder : {u"sub", u"sub/deep"})
+            data.MakeFolder(folder);
+    }
+    const Files files = ManyFiles(backend);
+    data.PutAll(files);
+    data.Put(u"text.txt", "first", wholeDescription);
+    sample->firstId = data.LatestId();
+    sample->firstFiles = {files.begin(), files.end()};
+    sample->lastFiles = sample->firstFiles;
+    sample->firstFiles[u"text.txt"] = "first";
+
+    data.Put(u"old.txt", lines, "made");
+    data.Rename(u"old.txt", u"sub/new name.txt", "renamed");
+    sample->lastFiles[u"sub/new name.txt"] = lines + std::string("more\n");
+    data.Put(u"sub/new name.txt", sample->lastFiles[u"sub/new name.txt"], "lengthened");
+
+    data.Put(u"again.txt", "1", "made first");
+    data.Remove(u"again.txt", "removed");
+    data.Put(u"again.txt", "2", "made again");
+    sample->lastFiles[u"again.txt"] = "2";
+
+    data.Put(u"gone.txt", "of no use", "made to go");
+    sample->beforeGoneId = data.LatestId();
+    data.Remove(u"gone.txt", "gone");
+
+    if (backend.strict.links)
+    {
+        data.PutLink(u"link", "text.txt");
+        sample->lastFiles[u"link"] = "text.txt";
+    }
+    if (backend.strict.programs)
+    {
+        data.PutProgram(u"program", "#!/bin/sh\n");
+        sample->lastFiles[u"program"] = "#!/bin/sh\n";
+    }
+    data.Put(u"text.txt", "content", "an end");
+    sample->lastFiles[u"text.txt"] = "content";
+    sample->lastId = data.LatestId();
+    sample->namesOfFirst = data.OtherNamesOf(sample->firstId);
+    return sample;
+}
+
+} // namespace
+
+const std::string wholeDescription = "a beginning\n\nwith a body\n\n  and more";
+
+const StrictSample& StrictSampleOf(const Backend& backend)
+{
+    static std::map<const Backend*, std::unique_ptr<StrictSample>> samples;
+    std::unique_ptr<StrictSample>& sample = samples[&backend];
+    if (!sample)
+        sample = MakeStrictSample(backend);
+    return *sample;
+}
+
+std::vector<std::u16string> DescriptionsOf(const std::vector<HistoryEntry>& entries)
+{
+    std::vector<std::u16string> found;
+    for (const HistoryEntry& entry : entries)
+        found.push_back(entry.description);
+    return found;
+}
+
+std::vector<std::u16string> NamesOf(const std::vector<TreeEntry>& entries)
+{
+    std::vector<std::u16string> names;
+    for (const TreeEntry& entry : entries)
+        names.push_back(entry.name);
+    return names;
+}
+
+StrictTest::StrictTest()
+{
+    if (TestsRun())
+        host_->credentials = Strictly().data->Credentials();
+}
+
+Outcome StrictTest::Read(const std::u16string& path, HistorySink& sink, HistoryOptions options,
+                         const std::optional<std::u16string>& revision) const
+{
+    const auto histories = system.As<IFileSystemHistory>();
+    Outcome outcome = OutcomeOf(
+        [&] { return histories->ReadHistory(Ole(path), RevisionOf(revision), &options, &sink); });
+    EXPECT_EQ(sink.references, 0U);
+    return outcome;
+}
+
+std::vector<HistoryEntry> StrictTest::History(const std::u16string& path, HistoryOptions options,
+                                              const std::optional<std::u16string>& revision) const
+{
+    HistorySink sink;
+    EXPECT_THAT(Read(path, sink, options, revision), Succeeded());
+    return sink.entries;
+}
+
+Outcome StrictTest::HistoryFailure(const std::u16string& path,
+                                   const std::optional<std::u16string>& revision,
+                                   HistoryOptions options) const
+{
+    HistorySink sink;
+    Outcome outcome = Read(path, sink, options, revision);
+    EXPECT_THAT(sink.entries, testing::IsEmpty());
+    return outcome;
+}
+
+Outcome StrictTest::OpenTree(const std::u16string& path, ComPtr<ITree>& tree,
+                             const std::optional<std::u16string>& revision,
+                             ICopyProgress* progress) const
+{
+    const auto trees = system.As<IFileSystemTrees>();
+    Outcome outcome = OutcomeOf(
+        [&] { return trees->OpenTree(Ole(path), RevisionOf(revision), progress, tree.Out()); });
+    EXPECT_EQ(outcome.status == S_OK, static_cast<bool>(tree));
+    return outcome;
+}
+
+ComPtr<ITree> StrictTest::Tree(const std::u16string& path,
+                               const std::optional<std::u16string>& revision) const
+{
+    ComPtr<ITree> tree;
+    EXPECT_THAT(OpenTree(path, tree, revision), Succeeded());
+    return tree;
+}
+
+Outcome StrictTest::TreeFailure(const std::u16string& path,
+                                const std::optional<std::u16string>& revision) const
+{
+    ComPtr<ITree> tree;
+    return OpenTree(path, tree, revision);
+}
+
+std::vector<TreeEntry> ListOf(const ComPtr<ITree>& tree, const std::u16string& name, bool recursive)
+{
+    TreeSink sink;
+    EXPECT_THAT(OutcomeOf([&] {
+                    return tree->List(Ole(name), recursive ? VARIANT_TRUE : VARIANT_FALSE, &sink);
+                }),
+                Succeeded());
+    EXPECT_GE(sink.questions, 1);
+    EXPECT_EQ(sink.references, 0U);
+    return sink.entries;
+}
+
+TreeEntry FindIn(const ComPtr<ITree>& tree, const std::u16string& name)
+{
+    TreeSink sink;
+    EXPECT_THAT(OutcomeOf([&] { return tree->Find(Ole(name), &sink); }), Succeeded())
+        << testing::PrintToString(name);
+    EXPECT_EQ(sink.entries.size(), 1U);
+    return sink.entries.empty() ? TreeEntry() : sink.entries[0];
+}
+
+std::string ContentOf(const ComPtr<ITree>& tree, const std::u16string& name)
+{
+    ComPtr<IFileStream> stream;
+    EXPECT_THAT(OutcomeOf([&] { return tree->Open(Ole(name), nullptr, stream.Out()); }),
+                Succeeded())
+        << testing::PrintToString(name);
+    return stream ? ReadAll(stream) : "failed";
+}
+
+std::u16string IdOf(const ComPtr<ITree>& tree)
+{
+    Bstr id;
+    EXPECT_EQ(tree->GetRevisionId(id.Out()), S_OK);
+    return std::u16string(id.View());
+}
+
+std::uint64_t TimeOf(const ComPtr<ITree>& tree)
+{
+    std::uint64_t time = 0;
+    EXPECT_EQ(tree->GetRevisionTime(&time), S_OK);
+    return time;
+}
+
+Outcome FindFailure(const ComPtr<ITree>& tree, const std::u16string& name)
+{
+    TreeSink sink;
+    Outcome outcome = OutcomeOf([&] { return tree->Find(Ole(name), &sink); });
+    EXPECT_THAT(sink.entries, testing::IsEmpty());
+    return outcome;
+}
+
+Outcome ListFailure(const ComPtr<ITree>& tree, const std::u16string& name, bool recursive)
+{
+    TreeSink sink;
+    Outcome outcome = OutcomeOf(
+        [&] { return tree->List(Ole(name), recursive ? VARIANT_TRUE : VARIANT_FALSE, &sink); });
+    EXPECT_THAT(sink.entries, testing::IsEmpty());
+    return outcome;
+}
+
+Outcome OpenFailure(const ComPtr<ITree>& tree, const std::u16string& name)
+{
+    ComPtr<IFileStream> stream;
+    Outcome outcome = OutcomeOf([&] { return tree->Open(Ole(name), nullptr, stream.Out()); });
+    EXPECT_FALSE(stream);
+    return outcome;
+}
+
+} // namespace tarnwell::test

@@ -1,0 +1,111 @@
+// What the suites of histories and trees have in common.
+#pragma once
+
+#include "backends/suites/backendtest.h"
+#include "support/historysink.h"
+#include "support/treesink.h"
+
+#include <map>
+#include <optional>
+
+namespace tarnwell::test
+{
+
+// Data that all the tests of one row share and none changes. Its revisions, the first one first:
+//
+// many files ("binary", "empty", "large", "sub/inner.txt", "sub/deep/bottom.txt", "same.txt", which
+// holds what "sub/inner.txt" does, and one for each of the names, holding its own name);
+// "a beginning" puts "text.txt", "first";
+// "made" puts "old.txt", "renamed" makes it "sub/new name.txt", "lengthened" puts that;
+// "made first" puts "again.txt", "removed" removes it, "made again" puts it;
+// "made to go" puts "gone.txt", "gone" removes it;
+// where there are such, the link "link" to "text.txt" and the program "program";
+// "an end" puts "text.txt", "content".
+struct StrictSample
+{
+    std::unique_ptr<BackendData> data;
+    std::u16string firstId;                   // of "a beginning"
+    std::u16string beforeGoneId;              // of "made to go"
+    std::u16string lastId;                    // of "an end"
+    std::vector<std::u16string> namesOfFirst; // other ones
+    // By names, at both ends.
+    std::map<std::u16string, std::string> firstFiles;
+    std::map<std::u16string, std::string> lastFiles;
+};
+
+// Made at the first call for a row, and kept until the process ends.
+const StrictSample& StrictSampleOf(const Backend& backend);
+
+extern const std::string wholeDescription; // of "a beginning"
+
+std::vector<std::u16string> DescriptionsOf(const std::vector<HistoryEntry>& entries);
+std::vector<std::u16string> NamesOf(const std::vector<TreeEntry>& entries);
+
+class StrictTest : public BackendTest
+{
+protected:
+    StrictTest();
+
+    // With a revision, all of the path is a path.
+    Outcome Read(const std::u16string& path, HistorySink& sink, HistoryOptions options = Wanted(),
+                 const std::optional<std::u16string>& revision = {}) const;
+    std::vector<HistoryEntry> History(const std::u16string& path, HistoryOptions options = Wanted(),
+                                      const std::optional<std::u16string>& revision = {}) const;
+    // That takes nothing.
+    Outcome HistoryFailure(const std::u16string& path,
+                           const std::optional<std::u16string>& revision = {},
+                           HistoryOptions options = Wanted()) const;
+
+    Outcome OpenTree(const std::u16string& path, ComPtr<ITree>& tree,
+                     const std::optional<std::u16string>& revision = {},
+                     ICopyProgress* progress = nullptr) const;
+    ComPtr<ITree> Tree(const std::u16string& path,
+                       const std::optional<std::u16string>& revision = {}) const;
+    Outcome TreeFailure(const std::u16string& path,
+                        const std::optional<std::u16string>& revision = {}) const;
+
+    // Of the row's strict sample, where the row answers.
+    const StrictSample& Strictly() const
+    {
+        return StrictSampleOf(Row());
+    }
+    std::u16string AddressAt(std::u16string_view name, const std::u16string& id) const
+    {
+        return Strictly().data->AddressAt(name, id);
+    }
+    // All of it at its end.
+    ComPtr<ITree> LastTree() const
+    {
+        return Tree(AddressAt(u"", Strictly().lastId));
+    }
+};
+
+// Calls of a tree that must succeed.
+std::vector<TreeEntry> ListOf(const ComPtr<ITree>& tree, const std::u16string& name = {},
+                              bool recursive = false);
+TreeEntry FindIn(const ComPtr<ITree>& tree, const std::u16string& name);
+std::string ContentOf(const ComPtr<ITree>& tree, const std::u16string& name = {});
+std::u16string IdOf(const ComPtr<ITree>& tree);
+std::uint64_t TimeOf(const ComPtr<ITree>& tree);
+// Calls that must fail, and give nothing to their sinks.
+Outcome FindFailure(const ComPtr<ITree>& tree, const std::u16string& name);
+Outcome ListFailure(const ComPtr<ITree>& tree, const std::u16string& name, bool recursive = false);
+Outcome OpenFailure(const ComPtr<ITree>& tree, const std::u16string& name);
+
+// Failed with this status, and a text that begins so.
+MATCHER_P2(FailedSaying, status, beginning, "")
+{
+    return arg.status == status && arg.error &&
+           WithLineFeeds(arg.error->text).starts_with(std::u16string_view(beginning));
+}
+
+inline bool TellsHistories(const Backend& backend)
+{
+    return backend.strict.histories;
+}
+inline bool ShowsTrees(const Backend& backend)
+{
+    return backend.strict.trees;
+}
+
+} // namespace tarnwell::test
