@@ -117,6 +117,8 @@ enum HistoryStatus : HRESULT
     HistoryBadAnswer = static_cast<HRESULT>(0x80040208),
     /// A file where a folder is needed, or the other way round.
     HistoryWrongKind = static_cast<HRESULT>(0x80040209),
+    /// The server can't be reached, or doesn't answer.
+    HistoryServerSilent = static_cast<HRESULT>(0x8004020A),
 };
 
 /// What an item of a tree is: the `kind` of `TreeItem`.

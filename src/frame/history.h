@@ -39,6 +39,47 @@ struct HistoryQuestion
     }
 };
 
+// The page of a history, for what the client doesn't leave out itself.
+class HistoryPage
+{
+public:
+    // Bounds of 0 are none.
+    struct Bounds
+    {
+        std::uint32_t skip = 0;
+        std::uint32_t count = 0;
+        std::uint64_t since = 0;
+        std::uint64_t until = 0;
+    };
+    explicit HistoryPage(const Bounds& bounds)
+        : skip_(bounds.skip), left_(bounds.count == 0 ? UINT32_MAX : bounds.count),
+          since_(bounds.since), until_(bounds.until == 0 ? UINT64_MAX : bounds.until)
+    {
+    }
+
+    // Whether the next revision, recorded at `time`, is on the page.
+    bool Admits(std::uint64_t time)
+    {
+        if (time < since_ || time > until_)
+            return false;
+        if (skip_ == 0)
+            return true;
+        --skip_;
+        return false;
+    }
+    // One was given: whether there may be another.
+    bool CountDown()
+    {
+        return left_ == UINT32_MAX || --left_ > 0;
+    }
+
+private:
+    std::uint32_t skip_;
+    std::uint32_t left_;
+    std::uint64_t since_;
+    std::uint64_t until_;
+};
+
 // Hands records over to the host.
 class HistoryTaker
 {

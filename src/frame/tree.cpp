@@ -6,6 +6,26 @@
 namespace tarnwell
 {
 
+namespace
+{
+
+// Throws message 114 if it can't be made.
+ComPtr<ITree> MakeTree(std::unique_ptr<TreeReader> reader, const GUID& classId,
+                       const char16_t* source)
+{
+    ComPtr<ComObject<TreeObject>> tree;
+    const HRESULT status = MakeObject<TreeObject>(tree);
+    if (FAILED(status))
+    {
+        throw ComException(status, FormatMessageWithStatus(MessageId::SupportObjectFailed, status),
+                           At(source));
+    }
+    tree->Fill(std::move(reader), classId, source);
+    return ComPtr<ITree>::Adopt(tree.Detach());
+}
+
+} // namespace
+
 void TreeObject::Fill(std::unique_ptr<TreeReader> reader, const GUID& classId,
                       const char16_t* source)
 {
@@ -75,18 +95,20 @@ HRESULT TreeObject::Give(ITreeSink* sink, const TreeRecord& record) const
     return sink->Take(&item);
 }
 
-ComPtr<ITree> MakeTree(std::unique_ptr<TreeReader> reader, const GUID& classId,
-                       const char16_t* source)
+HRESULT OpenTreeForHost(const Reporter& reporter, const char16_t* source, const OLECHAR* path,
+                        const OLECHAR* revision, ICopyProgress* progress, ITree** tree,
+                        const TreeOpener& open)
 {
-    ComPtr<ComObject<TreeObject>> tree;
-    const HRESULT status = MakeObject<TreeObject>(tree);
-    if (FAILED(status))
-    {
-        throw ComException(status, FormatMessageWithStatus(MessageId::SupportObjectFailed, status),
-                           At(source));
-    }
-    tree->Fill(std::move(reader), classId, source);
-    return ComPtr<ITree>::Adopt(tree.Detach());
+    return AtBoundary(reporter, NullPointer::Published, tree, [&] {
+        std::optional<std::u16string> wanted;
+        if (revision != nullptr)
+            wanted = FromHost(revision);
+        const auto held = ComPtr<ICopyProgress>::Share(progress);
+        Patience patience(progress, source);
+        auto reader = open(FromHost(path), wanted, patience);
+        *tree = MakeTree(std::move(reader), reporter.classId, source).Detach();
+        return S_OK;
+    });
 }
 
 } // namespace tarnwell

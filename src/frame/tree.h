@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace tarnwell
@@ -76,8 +77,14 @@ private:
     const char16_t* source_ = nullptr;
 };
 
-// A new tree over `reader`. Throws message 114 if it can't be made.
-ComPtr<ITree> MakeTree(std::unique_ptr<TreeReader> reader, const GUID& classId,
-                       const char16_t* source);
+// Opens what `path` was in `revision`, or in that which the path tells. Throws when it fails.
+using TreeOpener = std::function<std::unique_ptr<TreeReader>(
+    const std::u16string& path, const std::optional<std::u16string>& revision, Patience& patience)>;
+
+// A call of IFileSystemTrees::OpenTree: what is given to it, and `open`. `reporter` names a class
+// identifier that stays; `source` names the file system in failures.
+HRESULT OpenTreeForHost(const Reporter& reporter, const char16_t* source, const OLECHAR* path,
+                        const OLECHAR* revision, ICopyProgress* progress, ITree** tree,
+                        const TreeOpener& open);
 
 } // namespace tarnwell

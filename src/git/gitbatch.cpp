@@ -76,7 +76,7 @@ GitObject GitBatch::Content(const std::string& name, ContentTaker& taker, Patien
                 left -= block.size();
             }
             if (!ReadLine(patience).empty())
-                ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, address_);
+                ThrowStrictFailure(strictGit.source, badAnswer, item_.address);
         },
         patience);
     return found;
@@ -95,9 +95,9 @@ void GitBatch::Ask(const std::function<void()>& question, Patience& patience)
     {
         std::unique_ptr<RunningClient> kept = std::move(client_);
         const bool isNew = !kept;
-        client_ =
-            isNew ? std::make_unique<RunningClient>(strictGit, StrictGitCall(place_, batchCommand))
-                  : std::move(kept);
+        client_ = isNew ? std::make_unique<RunningClient>(strictGit,
+                                                          StrictGitCall(item_.place, batchCommand))
+                        : std::move(kept);
         if (isNew)
         {
             bytes_.clear();
@@ -121,8 +121,8 @@ void GitBatch::Ask(const std::function<void()>& question, Patience& patience)
         const std::unique_ptr<RunningClient> gone = std::move(client_);
         if (tries == 1)
         {
-            ThrowIfGitFailed(gone->Finish(patience), address_, {});
-            ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, address_);
+            ThrowIfGitFailed(gone->Finish(patience), item_);
+            ThrowStrictFailure(strictGit.source, badAnswer, item_.address);
         }
     }
 }
@@ -160,7 +160,7 @@ GitObject GitBatch::ReadFacts(Patience& patience)
         return {std::string(facts->id), std::string(facts->type), facts->size};
     if (line.ends_with(" missing") || line.ends_with(" ambiguous"))
         return {};
-    ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, address_);
+    ThrowStrictFailure(strictGit.source, badAnswer, item_.address);
 }
 
 } // namespace tarnwell

@@ -3,6 +3,8 @@
 
 #include "git/gitstrict.h"
 #include "git/gittreeparser.h"
+#include "runner/contentfile.h"
+#include "runner/runningclient.h"
 
 #include <functional>
 #include <memory>
@@ -20,27 +22,11 @@ struct GitObject
     std::uint64_t size = 0;
 };
 
-// Takes a content's bytes as they come. It is called again from the beginning, after `Restart`, if
-// the client has died in between.
-class ContentTaker
-{
-public:
-    virtual void Restart() = 0;
-    virtual void Take(std::string_view bytes) = 0;
-
-protected:
-    ~ContentTaker() = default;
-};
-
 class GitBatch
 {
 public:
-    // `address` is for texts. The client is started by the first question, and again by the next
-    // one where one broke off.
-    GitBatch(GitPlace place, std::u16string address)
-        : place_(std::move(place)), address_(std::move(address))
-    {
-    }
+    // The client is started by the first question, and again by the next one where one broke off.
+    explicit GitBatch(const PlacedItem& item) : item_(item) {}
 
     // Names of objects hold no line feed.
     std::vector<GitObject> Facts(const std::vector<std::string>& names, Patience& patience);
@@ -60,8 +46,7 @@ private:
     std::string ReadLine(Patience& patience);
     GitObject ReadFacts(Patience& patience);
 
-    const GitPlace place_;
-    const std::u16string address_;
+    const PlacedItem item_;
     std::unique_ptr<RunningClient> client_;
     // What the client has printed and nobody has read yet.
     std::string bytes_;

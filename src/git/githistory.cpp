@@ -3,12 +3,12 @@
 #include "frame/exception.h"
 #include "frame/messages.h"
 #include "frame/text.h"
+#include "frame/unixtime.h"
 #include "git/githistoryparser.h"
-#include "git/gititem.h"
 #include "git/gitstrict.h"
 #include "git/gituri.h"
-#include "platform/wide.h"
 #include "runner/commandline.h"
+#include "runner/runningclient.h"
 
 #include <tarnwell/text.h>
 
@@ -37,49 +37,30 @@ std::uint32_t In31Bits(std::uint32_t number)
     return std::min(number, std::uint32_t{INT32_MAX});
 }
 
-bool Follows(const GitPlace& place, const HistoryOptions& options)
+bool Follows(const Place& place, const HistoryOptions& options)
 {
     return (options.flags & HistoryFollow) != 0 && !place.path.empty();
 }
 
-// Leaves out what the client can't when it follows names: there it counts commits that don't
-// concern the item.
-class Selection
+// What the client can't leave out when it follows names: there it counts commits that don't concern
+// the item.
+HistoryPage PageOf(const HistoryOptions& options, bool follows)
 {
-public:
-    Selection(const HistoryOptions& options, bool isSelected)
-        : skip_(isSelected ? options.skip : 0),
-          left_(options.count == 0 ? UINT32_MAX : options.count),
-          until_(isSelected && options.until != 0 ? options.until : UINT64_MAX)
+    HistoryPage::Bounds bounds{.count = options.count};
+    if (follows)
     {
+        bounds.skip = options.skip;
+        bounds.until = options.until;
     }
-
-    bool Admits(const GitCommit& commit)
-    {
-        if (commit.commitTime > until_)
-            return false;
-        if (skip_ == 0)
-            return true;
-        --skip_;
-        return false;
-    }
-    // One was given: whether there may be another.
-    bool CountDown()
-    {
-        return left_ == UINT32_MAX || --left_ > 0;
-    }
-
-private:
-    std::uint32_t skip_;
-    std::uint32_t left_;
-    std::uint64_t until_;
-};
+    return HistoryPage(bounds);
+}
 
 class GitHistory
 {
 public:
     GitHistory(const HistoryQuestion& question, HistoryTaker& taker)
-        : question_(question), taker_(taker), item_(GitItemOf(question.path, question.revision))
+        : question_(question), taker_(taker),
+          item_(PlacedItemOf(gitPlacing, question.path, question.revision))
     {
     }
 
@@ -91,14 +72,13 @@ public:
             return;
         const bool hasAny = ReadCommits(question_.options);
         if (!hasAny && !hasCopy && !EverWas())
-            ThrowHistoryFailure(HistoryNoPath, MessageId::HistoryPathNotFound, item_.address);
+            ThrowStrictFailure(strictGit.source, noPath, item_.address);
     }
 
 private:
     bool IsOnDisk() const
     {
-        const std::u16string path = PathInPlace(item_.place, item_.place.path);
-        return GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES;
+        return KindOf(PathInPlace(item_.place, item_.place.path)) != KindOnDisk::Missing;
     }
 
     HistoryRecord WorkingCopy() const
@@ -113,9 +93,9 @@ private:
     HistoryRecord RecordOf(const GitCommit& commit) const
     {
         HistoryRecord record;
-        record.id = GitText(commit.id);
-        record.author = GitText(commit.author);
-        record.description = GitText(commit.description);
+        record.id = StrictText(strictGit, commit.id);
+        record.author = StrictText(strictGit, commit.author);
+        record.description = StrictText(strictGit, commit.description);
         record.path = DecodeName(commit.path);
         record.address = std::u16string(gitAddresses.scheme) + u"://" +
                          PathInPlace(item_.place, record.path) + u"#" + record.id;
@@ -137,7 +117,7 @@ private:
     {
         const bool follows = Follows(item_.place, options);
         GitHistoryParser parser(follows, EncodeName(item_.place.path).value_or(""));
-        Selection selection(options, follows);
+        HistoryPage page = PageOf(options, follows);
         const auto client = Start(options);
         Patience& patience = taker_.HostsPatience();
         bool hasAny = false;
@@ -151,14 +131,14 @@ private:
                 hasAny = true;
                 // Giving them may take long, too.
                 patience.Ask();
-                if (selection.Admits(*commit) &&
-                    !(taker_.Take(RecordOf(*commit)) && selection.CountDown()))
+                if (page.Admits(commit->commitTime) &&
+                    !(taker_.Take(RecordOf(*commit)) && page.CountDown()))
                     return true;
             }
         }
-        ThrowIfGitFailed(client->Finish(patience), item_.address, item_.RevisionText());
+        ThrowIfGitFailed(client->Finish(patience), item_);
         if (!parser.IsComplete())
-            ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, item_.address);
+            ThrowStrictFailure(strictGit.source, badAnswer, item_.address);
         return hasAny;
     }
 
@@ -179,12 +159,12 @@ private:
 
     const HistoryQuestion& question_;
     HistoryTaker& taker_;
-    const GitItem item_;
+    const PlacedItem item_;
 };
 
 } // namespace
 
-std::u16string GitHistoryArguments(const GitPlace& place, const std::u16string& revision,
+std::u16string GitHistoryArguments(const Place& place, const std::u16string& revision,
                                    const HistoryOptions& options)
 {
     std::u16string arguments(logCommand);

@@ -10,7 +10,7 @@ namespace tarnwell
 {
 
 // The client's command. What it is to leave out by itself is in it; the rest is left out here.
-std::u16string GitHistoryArguments(const GitPlace& place, const std::u16string& revision,
+std::u16string GitHistoryArguments(const Place& place, const std::u16string& revision,
                                    const HistoryOptions& options);
 
 void ReadGitHistory(const HistoryQuestion& question, HistoryTaker& taker);

@@ -1,8 +1,8 @@
 #include "git/githistoryparser.h"
 
-#include <algorithm>
+#include "frame/unixtime.h"
+
 #include <array>
-#include <charconv>
 #include <utility>
 
 namespace tarnwell
@@ -10,9 +10,6 @@ namespace tarnwell
 
 namespace
 {
-
-constexpr std::int64_t startOfUnixTime = 11644473600; // in seconds
-constexpr std::int64_t ticksOfSecond = 10'000'000;
 
 bool IsObjectName(std::string_view text)
 {
@@ -36,7 +33,7 @@ std::string_view WithoutLastFeeds(std::string_view text)
 class GitHistoryParser::Reading
 {
 public:
-    Reading(std::string_view bytes, std::size_t position) : bytes_(bytes), position_(position) {}
+    explicit Reading(std::string_view bytes) : bytes_(bytes) {}
 
     std::size_t Position() const
     {
@@ -67,26 +64,15 @@ public:
 
 private:
     std::string_view bytes_;
-    std::size_t position_;
+    std::size_t position_ = 0;
 };
-
-void GitHistoryParser::Feed(std::string_view bytes)
-{
-    // What was read goes once it is more than what wasn't, so that nothing is moved often.
-    if (position_ > bytes_.size() / 2)
-    {
-        bytes_.erase(0, position_);
-        position_ = 0;
-    }
-    bytes_ += bytes;
-}
 
 std::optional<GitCommit> GitHistoryParser::Next()
 {
-    Reading reading(bytes_, position_);
+    Reading reading(feed_.Rest());
     std::optional<GitCommit> commit = ReadCommit(reading);
     if (commit)
-        position_ = reading.Position();
+        feed_.Drop(reading.Position());
     return commit;
 }
 
@@ -143,22 +129,6 @@ bool GitHistoryParser::ReadNames(Reading& reading, GitCommit& commit)
     }
     commit.path = std::exchange(path_, std::move(before));
     return true;
-}
-
-std::uint64_t FileTimeOfSeconds(std::string_view text)
-{
-    std::int64_t seconds = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-    constexpr std::int64_t last = INT64_MAX / ticksOfSecond - startOfUnixTime;
-    if (error != std::errc() || end != text.data() + text.size() || seconds < -startOfUnixTime ||
-        seconds > last)
-        return 0;
-    return static_cast<std::uint64_t>((seconds + startOfUnixTime) * ticksOfSecond);
-}
-
-std::int64_t SecondsOf(std::uint64_t fileTime)
-{
-    return static_cast<std::int64_t>(fileTime / ticksOfSecond) - startOfUnixTime;
 }
 
 } // namespace tarnwell

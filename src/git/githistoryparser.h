@@ -2,6 +2,8 @@
 // Starts nothing, and takes any bytes.
 #pragma once
 
+#include "runner/feed.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -32,7 +34,10 @@ public:
     {
     }
 
-    void Feed(std::string_view bytes);
+    void Feed(std::string_view bytes)
+    {
+        feed_.Add(bytes);
+    }
     // Nothing more comes.
     void End()
     {
@@ -45,7 +50,7 @@ public:
     // At the end, when there is no next one: whether all that came was read.
     bool IsComplete() const
     {
-        return position_ == bytes_.size();
+        return feed_.IsEmpty();
     }
 
 private:
@@ -57,15 +62,8 @@ private:
 
     const bool hasNames_;
     std::string path_; // the item's name in the commit that comes next
-    std::string bytes_;
-    std::size_t position_ = 0; // of the next commit
+    tarnwell::Feed feed_;
     bool hasEnded_ = false;
 };
-
-// The FILETIME of so many seconds of Unix time; 0 for what is no number, and for times that there
-// is none for.
-std::uint64_t FileTimeOfSeconds(std::string_view text);
-// The whole seconds of Unix time of a FILETIME, which may be negative.
-std::int64_t SecondsOf(std::uint64_t fileTime);
 
 } // namespace tarnwell

@@ -47,16 +47,8 @@ HRESULT GITFileSystemObject::ReadHistory(const OLECHAR* path, const OLECHAR* rev
 HRESULT GITFileSystemObject::OpenTree(const OLECHAR* path, const OLECHAR* revision,
                                       ICopyProgress* progress, ITree** tree)
 {
-    return AtBoundary({ClassId(), IID_IFileSystemTrees}, NullPointer::Published, tree, [&] {
-        std::optional<std::u16string> wanted;
-        if (revision != nullptr)
-            wanted = FromHost(revision);
-        const auto held = ComPtr<ICopyProgress>::Share(progress);
-        Patience patience(progress, gitAddresses.source);
-        auto reader = OpenGitTree(GitItemOf(FromHost(path), wanted), patience);
-        *tree = MakeTree(std::move(reader), ClassId(), gitAddresses.source).Detach();
-        return S_OK;
-    });
+    return OpenTreeForHost({ClassId(), IID_IFileSystemTrees}, gitAddresses.source, path, revision,
+                           progress, tree, OpenGitTree);
 }
 
 } // namespace tarnwell

@@ -1,15 +1,9 @@
 #include "git/gitstrict.h"
 
-#include "frame/exception.h"
-#include "frame/messages.h"
 #include "frame/paths.h"
-#include "frame/text.h"
-#include "frame/trim.h"
 #include "git/gituri.h"
 #include "platform/clients.h"
 #include "runner/commandline.h"
-
-#include <algorithm>
 
 namespace tarnwell
 {
@@ -31,48 +25,24 @@ constexpr std::u16string_view strictSettings =
     u"-c core.useReplaceRefs=false -c diff.renames=true -c diff.renameLimit=1000 "
     u"-c log.follow=false -c log.mailmap=false -c log.showRoot=true -c log.showSignature=false ";
 
-struct Phrase
-{
-    std::u16string_view text;
-    GitFailure failure;
+constexpr StrictPhrase phrases[] = {
+    {u"fatal: not a git repository", u"", noRepository},
+    {u"fatal: detected dubious ownership", u"", noRight},
+    {u"fatal: unsafe repository", u"", noRight},
+    {u"fatal: transport '", u"", incomplete},
+    {u"fatal: could not fetch ", u"", incomplete},
+    {u"fatal: bad revision ", u"", noRevision},
+    {u"fatal: ambiguous argument ", u"", noRevision},
+    {u"fatal: bad config ", u"", badSettings},
+    {u"error: bad config ", u"", badSettings},
+    {u"fatal: bad numeric config ", u"", badSettings},
+    {u"fatal: bad boolean config ", u"", badSettings},
+    {u"fatal: unable to parse ", u"", badSettings},
+    {u"fatal: unknown value for config ", u"", badSettings},
+    {u"fatal: unknown repository extension", u"", badSettings},
+    {u"fatal: Expected git repo version", u"", badSettings},
+    {u"", u": Permission denied", noRight},
 };
-
-// How a line of the client's words begins, or ends: names of others' stand in between.
-constexpr GitFailure noRepository{HistoryNoRepository, MessageId::RepositoryNotFound};
-constexpr GitFailure noRight{E_ACCESSDENIED, MessageId::RepositoryAccessDenied};
-constexpr GitFailure noRevision{HistoryNoRevision, MessageId::RevisionNotFound};
-constexpr GitFailure incomplete{HistoryIncomplete, MessageId::RepositoryIncomplete};
-constexpr GitFailure badSettings{HistoryBadSettings, MessageId::RepositorySettingsInvalid};
-constexpr GitFailure otherFailure{HistoryClientFailed, MessageId::ClientFailed};
-
-constexpr Phrase beginnings[] = {
-    {u"fatal: not a git repository", noRepository},
-    {u"fatal: detected dubious ownership", noRight},
-    {u"fatal: unsafe repository", noRight},
-    {u"fatal: transport '", incomplete},
-    {u"fatal: could not fetch ", incomplete},
-    {u"fatal: bad revision ", noRevision},
-    {u"fatal: ambiguous argument ", noRevision},
-    {u"fatal: bad config ", badSettings},
-    {u"error: bad config ", badSettings},
-    {u"fatal: bad numeric config ", badSettings},
-    {u"fatal: bad boolean config ", badSettings},
-    {u"fatal: unable to parse ", badSettings},
-    {u"fatal: unknown value for config ", badSettings},
-    {u"fatal: unknown repository extension", badSettings},
-    {u"fatal: Expected git repo version", badSettings},
-};
-constexpr std::u16string_view deniedEnding = u": Permission denied";
-
-const GitFailure* FailureOfLine(std::u16string_view line)
-{
-    const auto found =
-        std::find_if(std::begin(beginnings), std::end(beginnings),
-                     [&](const Phrase& phrase) { return line.starts_with(phrase.text); });
-    if (found != std::end(beginnings))
-        return &found->failure;
-    return line.ends_with(deniedEnding) ? &noRight : nullptr;
-}
 
 } // namespace
 
@@ -87,7 +57,7 @@ const ClientRow strictGit{
     .variables = strictVariables,
 };
 
-ClientCall StrictGitCall(const GitPlace& place, std::u16string_view arguments)
+ClientCall StrictGitCall(const Place& place, std::u16string_view arguments)
 {
     ClientCall call;
     call.program = clientNames.git;
@@ -104,50 +74,18 @@ std::u16string CommitArgument(const std::u16string& revision)
     if (revision.empty())
         return u"HEAD^{commit}";
     if (revision.find(u"..") != std::u16string::npos || revision.starts_with(u'^'))
-        ThrowHistoryFailure(HistoryNoRevision, MessageId::RevisionNotFound, revision);
+        ThrowStrictFailure(strictGit.source, noRevision, revision);
     return revision + u"^{commit}";
 }
 
-GitFailure GitFailureOf(std::u16string_view words)
+StrictFailure GitFailureOf(std::u16string_view words)
 {
-    while (!words.empty())
-    {
-        const std::u16string_view line = words.substr(0, words.find(u'\n'));
-        words.remove_prefix(std::min(words.size(), line.size() + 1));
-        if (const GitFailure* const failure = FailureOfLine(Trimmed(line)))
-            return *failure;
-    }
-    return otherFailure;
+    return StrictFailureOf(words, phrases);
 }
 
-std::u16string GitText(std::string_view bytes)
+void ThrowIfGitFailed(const ClientOutcome& outcome, const PlacedItem& item)
 {
-    std::u16string text = Decode(bytes, Decoding::Utf8);
-    if (text.empty() && !bytes.empty())
-        ThrowClientFailure(strictGit, strictGit.communication, GetLastError());
-    return text;
-}
-
-void ThrowIfGitFailed(const ClientOutcome& outcome, const std::u16string& address,
-                      const std::u16string& revision)
-{
-    if (outcome.exitCode == 0)
-        return;
-    const GitFailure failure = GitFailureOf(outcome.errors);
-    const bool isRevision = failure.status == HistoryNoRevision;
-    throw ComException(
-        failure.status,
-        FormatMessageById(failure.message,
-                          {isRevision ? revision : address, std::u16string(Trimmed(outcome.errors)),
-                           Decimal(static_cast<std::uint32_t>(outcome.exitCode))}),
-        At(strictGit.source));
-}
-
-void ThrowHistoryFailure(HistoryStatus status, MessageId message, const std::u16string& insert,
-                         const std::u16string& words)
-{
-    throw ComException(status, std::u16string(Trimmed(FormatMessageById(message, {insert, words}))),
-                       At(strictGit.source));
+    ThrowIfStrictFailed(strictGit, outcome, phrases, {item.address, GitRevisionText(item)});
 }
 
 } // namespace tarnwell

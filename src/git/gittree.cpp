@@ -1,13 +1,8 @@
 #include "git/gittree.h"
 
-#include "frame/exception.h"
-#include "frame/messages.h"
 #include "git/gitbatch.h"
-#include "git/gituri.h"
 #include "platform/wide.h"
 #include "runner/commandline.h"
-#include "runner/outputfile.h"
-#include "runner/readstream.h"
 
 #include <tarnwell/text.h>
 
@@ -44,50 +39,17 @@ TreeRecord RecordOfEntry(const GitEntry& entry, const std::u16string& folder)
 {
     TreeRecord record;
     record.name = folder.empty() ? DecodeName(entry.name) : folder + u"/" + DecodeName(entry.name);
-    record.contentId = GitText(entry.id);
+    record.contentId = StrictText(strictGit, entry.id);
     record.kind = KindOfMode(entry.mode);
     record.isExecutable = record.kind == TreeFile && (entry.mode & gitExecuteBits) != 0;
     record.size = HasContent(entry.mode) ? entry.size : 0;
     return record;
 }
 
-// A file that the content goes to.
-class FileTaker final : public ContentTaker
-{
-public:
-    explicit FileTaker(const std::u16string& address)
-        : file_(MakeOutputFile(address, gitAddresses.source))
-    {
-    }
-
-    void Restart() override
-    {
-        if (!Rewind(*file_) || !SetEndOfFile(file_->Get()))
-            ThrowClientFailure(strictGit, strictGit.communication, GetLastError());
-    }
-    void Take(std::string_view bytes) override
-    {
-        DWORD written = 0;
-        if (!WriteFile(file_->Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
-                       nullptr) ||
-            written != bytes.size())
-            ThrowClientFailure(strictGit, strictGit.communication, GetLastError());
-    }
-    std::shared_ptr<OsHandle> FromItsStart()
-    {
-        if (!Rewind(*file_))
-            ThrowClientFailure(strictGit, strictGit.communication, GetLastError());
-        return std::move(file_);
-    }
-
-private:
-    std::shared_ptr<OsHandle> file_;
-};
-
 class GitTree final : public TreeReader
 {
 public:
-    explicit GitTree(GitItem item) : item_(std::move(item)), batch_(item_.place, item_.address) {}
+    explicit GitTree(PlacedItem item) : item_(std::move(item)), batch_(item_) {}
 
     void Start(Patience& patience)
     {
@@ -101,7 +63,7 @@ public:
         const auto facts = ReadGitCommit(object);
         if (commit.type != "commit" || !facts)
             ThrowBadAnswer();
-        revisionId_ = GitText(commit.id);
+        revisionId_ = StrictText(strictGit, commit.id);
         time_ = facts->time;
         top_ = FindBelow({gitFolderMode, {}, facts->tree, 0}, item_.place.path, patience);
     }
@@ -130,7 +92,7 @@ public:
     {
         const GitEntry folder = FindBelow(top_, name, patience);
         if (folder.mode != gitFolderMode)
-            ThrowWrongKind(MessageId::TreeItemNotFolder, name);
+            ThrowWrongKind(noFolder, name);
         recursive ? ListAll(folder, name, take, patience)
                   : ListChildren(folder, name, take, patience);
     }
@@ -139,14 +101,14 @@ public:
     {
         const GitEntry entry = FindBelow(top_, name, patience);
         if (!HasContent(entry.mode))
-            ThrowWrongKind(MessageId::TreeItemNotFile, name);
-        FileTaker taker(item_.address);
-        const GitObject content = batch_.Content(entry.id, taker, patience);
+            ThrowWrongKind(noFile, name);
+        ContentFile file(strictGit, item_.address);
+        const GitObject content = batch_.Content(entry.id, file, patience);
         if (content.type.empty())
             ThrowIncomplete();
         if (content.type != "blob")
             ThrowBadAnswer();
-        return MakeReadStream(taker.FromItsStart(), gitAddresses.source);
+        return file.Stream();
     }
 
 private:
@@ -228,9 +190,9 @@ private:
                  Patience& patience)
     {
         patience.Ask();
-        RunningClient client(
-            strictGit,
-            StrictGitCall(item_.place, u"ls-tree -r -t -l -z --full-tree " + GitText(folder.id)));
+        RunningClient client(strictGit,
+                             StrictGitCall(item_.place, u"ls-tree -r -t -l -z --full-tree " +
+                                                            StrictText(strictGit, folder.id)));
         GitListingParser parser;
         for (std::string bytes = client.Read(patience); !bytes.empty();
              bytes = client.Read(patience))
@@ -243,33 +205,33 @@ private:
                     return;
             }
         }
-        ThrowIfGitFailed(client.Finish(patience), item_.address, item_.RevisionText());
+        ThrowIfGitFailed(client.Finish(patience), item_);
         if (!parser.IsComplete())
             ThrowBadAnswer();
     }
 
     [[noreturn]] void ThrowNoRevision() const
     {
-        ThrowHistoryFailure(HistoryNoRevision, MessageId::RevisionNotFound, item_.RevisionText());
+        ThrowStrictFailure(strictGit.source, noRevision, GitRevisionText(item_));
     }
     [[noreturn]] void ThrowNoPath(const std::u16string& name) const
     {
-        ThrowHistoryFailure(HistoryNoPath, MessageId::TreePathNotFound, name, item_.RevisionText());
+        ThrowStrictFailure(strictGit.source, noTreePath, name, GitRevisionText(item_));
     }
-    [[noreturn]] void ThrowWrongKind(MessageId message, const std::u16string& name) const
+    [[noreturn]] void ThrowWrongKind(const StrictFailure& failure, const std::u16string& name) const
     {
-        ThrowHistoryFailure(HistoryWrongKind, message, name.empty() ? item_.address : name);
+        ThrowStrictFailure(strictGit.source, failure, name.empty() ? item_.address : name);
     }
     [[noreturn]] void ThrowIncomplete() const
     {
-        ThrowHistoryFailure(HistoryIncomplete, MessageId::RepositoryIncomplete, item_.address);
+        ThrowStrictFailure(strictGit.source, incomplete, item_.address);
     }
     [[noreturn]] void ThrowBadAnswer() const
     {
-        ThrowHistoryFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, item_.address);
+        ThrowStrictFailure(strictGit.source, badAnswer, item_.address);
     }
 
-    const GitItem item_;
+    const PlacedItem item_;
     GitBatch batch_;
     GitEntry top_;
     std::u16string revisionId_;
@@ -280,9 +242,11 @@ private:
 
 } // namespace
 
-std::unique_ptr<TreeReader> OpenGitTree(GitItem item, Patience& patience)
+std::unique_ptr<TreeReader> OpenGitTree(const std::u16string& path,
+                                        const std::optional<std::u16string>& revision,
+                                        Patience& patience)
 {
-    auto tree = std::make_unique<GitTree>(std::move(item));
+    auto tree = std::make_unique<GitTree>(PlacedItemOf(gitPlacing, path, revision));
     tree->Start(patience);
     return tree;
 }

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "frame/tree.h"
-#include "git/gititem.h"
+#include "git/gitplace.h"
 
 namespace tarnwell
 {
 
-std::unique_ptr<TreeReader> OpenGitTree(GitItem item, Patience& patience);
+std::unique_ptr<TreeReader> OpenGitTree(const std::u16string& path,
+                                        const std::optional<std::u16string>& revision,
+                                        Patience& patience);
 
 } // namespace tarnwell

@@ -1,6 +1,6 @@
 #include "git/gittreeparser.h"
 
-#include "git/githistoryparser.h"
+#include "frame/unixtime.h"
 
 #include <algorithm>
 #include <charconv>
@@ -132,24 +132,13 @@ std::optional<GitCommitFacts> ReadGitCommit(std::string_view object)
     return facts;
 }
 
-void GitListingParser::Feed(std::string_view bytes)
-{
-    // What was read goes once it is more than what wasn't, so that nothing is moved often.
-    if (position_ > bytes_.size() / 2)
-    {
-        bytes_.erase(0, position_);
-        position_ = 0;
-    }
-    bytes_ += bytes;
-}
-
 std::optional<GitEntry> GitListingParser::Next()
 {
-    std::string_view rest = std::string_view(bytes_).substr(position_);
+    std::string_view rest = feed_.Rest();
     const auto text = TakeTo(rest, '\0');
     std::optional<GitEntry> entry = text ? ReadListed(*text) : std::nullopt;
     if (entry)
-        position_ += text->size() + 1;
+        feed_.Drop(text->size() + 1);
     return entry;
 }
 

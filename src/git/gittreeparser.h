@@ -1,6 +1,8 @@
 // Reading what the Git client prints of objects and trees. Starts nothing, and takes any bytes.
 #pragma once
 
+#include "runner/feed.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -52,18 +54,20 @@ std::optional<GitCommitFacts> ReadGitCommit(std::string_view object);
 class GitListingParser
 {
 public:
-    void Feed(std::string_view bytes);
+    void Feed(std::string_view bytes)
+    {
+        feed_.Add(bytes);
+    }
     // The next entry, if it has come as a whole and is one.
     std::optional<GitEntry> Next();
     // When there is no next one: whether all that came was read.
     bool IsComplete() const
     {
-        return position_ == bytes_.size();
+        return feed_.IsEmpty();
     }
 
 private:
-    std::string bytes_;
-    std::size_t position_ = 0; // of the next entry
+    tarnwell::Feed feed_;
 };
 
 // Whether this can be the name of an item: not empty, no "." or "..", no "/" and no NUL.

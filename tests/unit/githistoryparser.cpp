@@ -1,6 +1,7 @@
 // What Git prints of a history, in any pieces.
 #include "git/githistoryparser.h"
 
+#include "frame/unixtime.h"
 #include "git/githistory.h"
 #include "git/gitstrict.h"
 
@@ -133,7 +134,7 @@ TEST(GitStrict, FailuresAreKnownByTheBeginningsOfLines)
 
 TEST(GitStrict, PathsAndRevisionsAreOneArgumentEach)
 {
-    const GitPlace place{u"/r", u"a\" --all *"};
+    const Place place{u"/r", u"a\" --all *"};
     const std::u16string arguments = GitHistoryArguments(place, u"v\"1", HistoryOptions{});
     EXPECT_TRUE(arguments.ends_with(u"--end-of-options \"v\\\"1^{commit}\" -- \"a\\\" --all *\""));
 }

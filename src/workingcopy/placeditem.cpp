@@ -1,0 +1,81 @@
+#include "workingcopy/placeditem.h"
+
+#include "frame/paths.h"
+#include "platform/wide.h"
+#include "runner/strictclient.h"
+
+namespace tarnwell
+{
+
+namespace
+{
+
+// Whether `path` begins where the file systems do.
+bool IsWholePath(const std::u16string& path)
+{
+    const bool hasDrive =
+        platformPathRules.drives && path.size() > 2 && path[1] == u':' && IsSeparator(path[2]);
+    return hasDrive || (!path.empty() && IsSeparator(path[0]));
+}
+
+std::optional<Place> FindPlace(const std::u16string& path, const Placing& placing)
+{
+    if (!IsWholePath(path))
+        return std::nullopt;
+    Place place{path, {}};
+    while (!placing.isRepository(place.folder))
+    {
+        const std::u16string name(LeafNameOf(place.folder));
+        std::u16string parent(ParentFolderOf(place.folder));
+        if (name == u".." || parent == place.folder || parent.empty())
+            return std::nullopt;
+        if (!name.empty() && name != u".")
+            place.path.insert(0, place.path.empty() ? name : name + u"/");
+        place.folder = std::move(parent);
+    }
+    return place;
+}
+
+} // namespace
+
+KindOnDisk KindOf(const std::u16string& path)
+{
+    const DWORD attributes = GetFileAttributesW(Wide(path));
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return KindOnDisk::Missing;
+    return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? KindOnDisk::Folder : KindOnDisk::File;
+}
+
+std::u16string PathInPlace(const Place& place, const std::u16string& name)
+{
+    std::u16string path = place.folder;
+    if (!name.empty())
+    {
+        AppendSeparator(path);
+        path += name;
+    }
+    return path;
+}
+
+PlacedItem PlacedItemOf(const Placing& placing, const std::u16string& given,
+                        const std::optional<std::u16string>& wanted)
+{
+    std::u16string path = given;
+    std::u16string revision = wanted.value_or(u"");
+    if (!IsWholePath(path))
+    {
+        path = placing.makeUri(path)->GetPath();
+        const auto marked = workingCopyMarker.RevisionOf(path);
+        if (!wanted && marked)
+        {
+            revision = *marked;
+            path = workingCopyMarker.Strip(path);
+        }
+    }
+    std::optional<Place> place = FindPlace(path, placing);
+    if (!place)
+        ThrowStrictFailure(placing.addresses.source, noRepository, given);
+    return {std::move(*place), std::move(revision), given};
+}
+
+} // namespace tarnwell
