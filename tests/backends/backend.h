@@ -46,6 +46,8 @@ public:
     virtual bool Has(std::u16string_view name) const;
     virtual bool HasFolder(std::u16string_view name) const;
     virtual std::string Held(std::u16string_view name) const;
+    // How revisions name the author; empty if that is what the row says.
+    virtual std::u16string Author() const;
     // What the host answers when it is asked for credentials.
     virtual CredentialsAnswer Credentials() const;
 

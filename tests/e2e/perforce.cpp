@@ -1,7 +1,10 @@
-// How the host program shows a Perforce depot, which the stand-in for the client has.
+// How the host program shows a Perforce depot: that of the stand-in for the client, or one on a
+// real server (./test perforce-live).
 #include "e2e/hostrun.h"
 #include "e2e/json.h"
 #include "support/perforcedepot.h"
+
+#include <tarnwell/text.h>
 
 #include <gmock/gmock.h>
 
@@ -19,15 +22,11 @@ using testing::StartsWith;
 class PerforceAddresses : public testing::Test
 {
 protected:
-    PerforceAddresses()
-    {
-        depot.Submit("dir/a.txt", "one", "the first");
-        depot.Submit("dir/a.txt", "two!", "the second");
-        depot.Submit("dir/sub/b c.txt", "b");
-    }
-
-    PerforceDepot depot;
-    const std::u16string dir = u"p4:////depot/base/dir";
+    const std::unique_ptr<PerforceServer> server = PerforceServer::Make();
+    const std::string first = std::to_string(server->Submit("dir/a.txt", "one", "the first"));
+    const std::string second = std::to_string(server->Submit("dir/a.txt", "two!", "the second"));
+    const std::string third = std::to_string(server->Submit("dir/sub/b c.txt", "b"));
+    const std::u16string dir = server->Address("dir");
     const std::u16string file = dir + u"/a.txt";
 };
 
@@ -38,15 +37,14 @@ TEST_F(PerforceAddresses, AreListed)
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(
         LinesOf(run.output),
-        ElementsAre(
-            testing::AllOf(StartsWith("--r-         4 B  2024-03-05"), EndsWith("  a.txt#2")),
-            testing::AllOf(StartsWith("d---           -  1970-01-01"), EndsWith("  sub"))));
+        ElementsAre(testing::AllOf(StartsWith("--r-         4 B  20"), EndsWith("  a.txt#2")),
+                    testing::AllOf(StartsWith("d---           -  1970-01-01"), EndsWith("  sub"))));
     const auto items = JsonLinesOf(RunHost({u"--json", u"ls", dir}).output);
     ASSERT_EQ(items.size(), 2U);
-    EXPECT_EQ(items[0].Text("path"), "p4:////depot/base/dir/a.txt#2");
+    EXPECT_EQ(items[0].Text("path"), Utf8(file + u"#2"));
     EXPECT_EQ(items[0].Text("comparable_name"), "a.txt");
-    EXPECT_EQ(items[0].Text("comparable_url"), "p4:////depot/base/dir/a.txt");
-    EXPECT_EQ(items[1].Text("path"), "p4:////depot/base/dir/sub");
+    EXPECT_EQ(items[0].Text("comparable_url"), Utf8(file));
+    EXPECT_EQ(items[1].Text("path"), Utf8(dir + u"/sub"));
 }
 
 TEST_F(PerforceAddresses, AreShown)
@@ -61,14 +59,15 @@ TEST_F(PerforceAddresses, AreShown)
     EXPECT_EQ(folder.Raw("folder"), "true");
     const HostRun missing = RunHost({u"stat", dir + u"/none"});
     EXPECT_EQ(missing.exitCode, 1);
-    EXPECT_THAT(missing.errors, StartsWith("Couldn't find the URI \"p4:////depot/base/dir/none\""));
+    EXPECT_THAT(missing.errors,
+                StartsWith("Couldn't find the URI \"" + Utf8(dir + u"/none") + "\""));
 }
 
 TEST_F(PerforceAddresses, AreRead)
 {
     EXPECT_EQ(RunHost({u"cat", file}).output, "two!");
     EXPECT_EQ(RunHost({u"cat", file + u"#1"}).output, "one");
-    EXPECT_EQ(RunHost({u"cat", dir + u"/sub/b c.txt@3"}).output, "b");
+    EXPECT_EQ(RunHost({u"cat", dir + u"/sub/b c.txt@" + DecodeName(third)}).output, "b");
     const HostRun missing = RunHost({u"cat", dir + u"/none"});
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.output, "");
@@ -79,16 +78,17 @@ TEST_F(PerforceAddresses, AreRead)
 
 TEST_F(PerforceAddresses, HaveALog)
 {
-    const std::string local = Utf8(depot.Sync("dir/a.txt").u16string());
+    const std::string local = Utf8(server->Sync("dir/a.txt").u16string());
     const HostRun run = RunHost({u"log", file});
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(run.exitCode, 0);
+    const std::string author = "  " + server->Author();
     EXPECT_THAT(LinesOf(run.output),
                 ElementsAre("Working Copy  -  ", "    " + local,
-                            testing::AllOf(StartsWith("2  2024-03-05"), EndsWith("  ann@ws")),
-                            "    2: the second", "    p4:////depot/base/dir/a.txt#2",
-                            testing::AllOf(StartsWith("1  2024-03-05"), EndsWith("  ann@ws")),
-                            "    1: the first", "    p4:////depot/base/dir/a.txt#1"));
+                            testing::AllOf(StartsWith("2  20"), EndsWith(author)),
+                            "    " + second + ": the second", "    " + Utf8(file) + "#2",
+                            testing::AllOf(StartsWith("1  20"), EndsWith(author)),
+                            "    " + first + ": the first", "    " + Utf8(file) + "#1"));
     EXPECT_THAT(RunHost({u"log", dir + u"/none"}).output, "No revisions.\n");
 }
 
@@ -98,7 +98,7 @@ TEST_F(PerforceAddresses, AreCompared)
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_EQ(run.output, "a.txt#1: different, 3 and 4 bytes, first difference at offset 0\n");
     // Pinned files pair with others by their names.
-    const HostRun folders = RunHost({u"compare", dir + u"@1", dir});
+    const HostRun folders = RunHost({u"compare", dir + u"@" + DecodeName(first), dir});
     EXPECT_EQ(folders.exitCode, 3);
     EXPECT_THAT(LinesOf(folders.output),
                 ElementsAre("a.txt: different, 3 and 4 bytes, first difference at offset 0",
@@ -106,24 +106,10 @@ TEST_F(PerforceAddresses, AreCompared)
     EXPECT_EQ(RunHost({u"compare", dir, dir}).exitCode, 0);
 }
 
-TEST_F(PerforceAddresses, TakeTheCredentialsOfTheCommandLine)
-{
-    depot.Tell("port\tserver:1666");
-    depot.Tell("user\tann\tsecret");
-    EXPECT_EQ(RunHost({u"--user", u"ann", u"--password", u"secret", u"--server", u"server:1666",
-                       u"cat", file})
-                  .output,
-              "two!");
-    const HostRun refused = RunHost(
-        {u"--user", u"ann", u"--password", u"wrong", u"--server", u"server:1666", u"cat", file});
-    EXPECT_EQ(refused.exitCode, 1);
-    EXPECT_THAT(refused.errors, HasSubstr("Perforce password (P4PASSWD) invalid or unset."));
-}
-
 // One that a server lists and no address can hold.
 TEST_F(PerforceAddresses, ANameThatIsNoneLosesNoOther)
 {
-    depot.Submit("dir/a\rb", "x");
+    server->Submit("dir/a\rb", "x");
     for (const bool json : {false, true})
     {
         std::vector<std::u16string> arguments = {u"ls", dir};
@@ -139,6 +125,25 @@ TEST_F(PerforceAddresses, ANameThatIsNoneLosesNoOther)
     EXPECT_THAT(LinesOf(compared.output),
                 ElementsAre("?: failed", "?: failed", "3 equal, 2 failed"));
     EXPECT_THAT(compared.errors, HasSubstr("Invalid Perforce URI"));
+}
+
+TEST(PerforceCredentials, AreThoseOfTheCommandLine)
+{
+    if (PerforceServer::IsReal())
+        GTEST_SKIP() << "only the stand-in has users that it is told of";
+    PerforceDepot depot;
+    depot.Submit("a.txt", "two!");
+    const std::u16string file = depot.Address("a.txt");
+    depot.Tell("port\tserver:1666");
+    depot.Tell("user\tann\tsecret");
+    EXPECT_EQ(RunHost({u"--user", u"ann", u"--password", u"secret", u"--server", u"server:1666",
+                       u"cat", file})
+                  .output,
+              "two!");
+    const HostRun refused = RunHost(
+        {u"--user", u"ann", u"--password", u"wrong", u"--server", u"server:1666", u"cat", file});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.errors, HasSubstr("Perforce password (P4PASSWD) invalid or unset."));
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // What holds for any Perforce server: of the stand-in for the client, and of a real one where there
 // is one (./test perforce-live).
 #include "module/perforcetest.h"
-#include "support/perforceserver.h"
 
 #include <tarnwell/text.h>
 
@@ -19,7 +18,7 @@ std::u16string Digits(int number)
     return Widened(std::to_string(number));
 }
 
-class Perforce : public PerforceTest
+class Perforce : public PerforceServerTest
 {
 protected:
     std::vector<std::u16string> Names(const std::u16string& address) const
@@ -35,8 +34,6 @@ protected:
         File(address).As<IFileSystemItemComparableUrl>()->GetComparableUrl(url.Out());
         return std::u16string(url.View());
     }
-
-    const std::unique_ptr<PerforceServer> server_ = PerforceServer::Make();
 };
 
 TEST_F(Perforce, AListingHasFilesAndThenFoldersWithAllFacts)
@@ -80,6 +77,19 @@ TEST_F(Perforce, SlashesAtTheEndAndMissingOnesAtTheStartDoNotMatter)
     EXPECT_EQ(List(shorter).at(0).path, dir + u"/a.txt#1");
     EXPECT_EQ(Content(shorter + u"/a.txt"), "hello");
     EXPECT_EQ(FactsOf(Folder(dir + u"/a.txt/")).attributes, 16U) << "an empty name is a root";
+}
+
+TEST_F(Perforce, AFolderComesBeforeAFileOfItsName)
+{
+    server_->Submit("both", "file");
+    server_->Submit("both/x", "below");
+    const std::u16string both = server_->Address("both");
+    EXPECT_EQ(FactsOf(Folder(both)).attributes, folderAttribute);
+    EXPECT_EQ(FileFacts(both).attributes, folderAttribute) << "whatever it is made as";
+    const auto items = List(server_->Address());
+    ASSERT_THAT(items, SizeIs(2));
+    EXPECT_EQ(items[0].path, both + u"#1");
+    EXPECT_EQ(items[1].path, both);
 }
 
 TEST_F(Perforce, AFoldersChangeIsHandedToFoldersAndNotToFiles)

@@ -12,6 +12,8 @@ using testing::SizeIs;
 
 class PerforceFailures : public PerforceClientTest
 {
+protected:
+    PerforceFailures() : PerforceClientTest("only the stand-in fails as it is told to") {}
 };
 
 TEST_F(PerforceFailures, RefusedCredentialsAreTheHostsToForget)
@@ -102,27 +104,6 @@ TEST_F(PerforceFailures, ASilentFailureIsNone)
         return File(address_).As<IFileSystemItem>()->GetAttributes(&a);
     });
     EXPECT_EQ(outcome.status, Win32Status(2));
-}
-
-TEST_F(PerforceFailures, AnUnknownWorkspaceHidesTheHistory)
-{
-    Fail("have", "workspace");
-    EXPECT_THAT(Revisions(address_), IsEmpty());
-    EXPECT_FALSE(HasRevisions(address_));
-}
-
-TEST_F(PerforceFailures, WithoutOneTheHostIsNotAskedAndTheFailureSaysSo)
-{
-    const TempFolder empty;
-    const EnvironmentValue path("PATH", empty.Path().string().c_str());
-    for (const Outcome& outcome : {FailedOpen(address_), FailedList(folder_)})
-        EXPECT_THAT(outcome,
-                    Failed(Win32Status(2),
-                           u"Can't find the Perforce command line utility (p4.exe). Please check "
-                           u"that the Perforce client is correctly installed."));
-    EXPECT_THAT(Revisions(address_), IsEmpty());
-    EXPECT_FALSE(HasRevisions(address_));
-    EXPECT_THAT(host_->Calls(), IsEmpty());
 }
 
 // A history hides its failure, but not from the host's memory.

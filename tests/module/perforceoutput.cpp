@@ -13,20 +13,9 @@ using testing::SizeIs;
 
 class PerforceOutput : public PerforceClientTest
 {
+protected:
+    PerforceOutput() : PerforceClientTest("only the stand-in prints what it is told to") {}
 };
-
-TEST_F(PerforceOutput, AFolderComesBeforeAFileOfItsName)
-{
-    depot_.Submit("both", "file");
-    depot_.Submit("both/x", "below");
-    EXPECT_EQ(FactsOf(Folder(folder_ + u"/both")).attributes, folderAttribute);
-    EXPECT_EQ(FileFacts(folder_ + u"/both").attributes, folderAttribute)
-        << "whatever it is made as";
-    const auto items = List(folder_);
-    ASSERT_THAT(items, SizeIs(3));
-    EXPECT_EQ(items[1].path, folder_ + u"/both#1");
-    EXPECT_EQ(items[2].path, folder_ + u"/both");
-}
 
 TEST_F(PerforceOutput, WhatRealServersPrintLosesNoItem)
 {

@@ -3,9 +3,6 @@
 
 #include <tarnwell/text.h>
 
-#include <atomic>
-#include <thread>
-
 namespace tarnwell::test
 {
 namespace
@@ -17,6 +14,8 @@ using testing::SizeIs;
 
 class PerforceRuns : public PerforceClientTest
 {
+protected:
+    PerforceRuns() : PerforceClientTest("only the stand-in tells how it was called") {}
 };
 
 TEST_F(PerforceRuns, AFolderAndAnItemCostTwoRunsEach)
@@ -32,30 +31,6 @@ TEST_F(PerforceRuns, AFolderAndAnItemCostTwoRunsEach)
                 ElementsAre("fstat|-s|-l|//depot/base/a.txt#1", "dirs|//depot/base/a.txt#1"));
     List(u"p4://");
     EXPECT_THAT(depot_.TakeRuns(), ElementsAre("fstat|-s|-l|//*", "dirs|//*"));
-}
-
-TEST_F(PerforceRuns, ListedItemsNeedNoRun)
-{
-    ComPtr<IFolderContents> contents;
-    ASSERT_EQ(Folder(folder_)->GetContents(contents.Out()), S_OK);
-    depot_.TakeRuns();
-    for (const auto& item : ItemsOf(contents))
-        FactsOf(item);
-    EXPECT_THAT(depot_.TakeRuns(), IsEmpty());
-}
-
-TEST_F(PerforceRuns, ARootNeedsNoRun)
-{
-    Fail("*", "refused");
-    for (const std::u16string& root : {std::u16string(u"p4://"), folder_ + u"/", folder_ + u"///",
-                                       std::u16string(u"p4://u@server/")})
-    {
-        const Facts facts = FactsOf(Folder(root));
-        EXPECT_EQ(facts.attributes, folderAttribute);
-        EXPECT_EQ(facts.name, u"");
-        EXPECT_GT(facts.time, 133000000000000000U);
-    }
-    EXPECT_THAT(depot_.Runs(), IsEmpty());
 }
 
 TEST_F(PerforceRuns, AHistoryCostsTwoRuns)
@@ -79,32 +54,11 @@ TEST_F(PerforceRuns, ContentGoesIntoATemporaryFile)
     EXPECT_EQ(target.find(EncodeName(temporary_.Text()).value()), 0U);
 }
 
-TEST_F(PerforceRuns, StreamsOutliveTheirItemAndLeaveNoFile)
-{
-    ComPtr<IFileStream> stream;
-    EXPECT_THAT(Open(address_, stream), Succeeded());
-    ComPtr<IFileStream> other;
-    EXPECT_THAT(Open(address_, other), Succeeded());
-    EXPECT_EQ(ReadAll(stream), "one");
-    EXPECT_EQ(ReadAll(stream), "") << "read to its end";
-    EXPECT_EQ(ReadAll(other), "one");
-    EXPECT_EQ(stream->Close(), S_OK);
-    char byte = 0;
-    EXPECT_EQ(stream.As<::ISequentialStream>()->Read(&byte, 1, nullptr), Win32Status(6));
-}
-
 TEST_F(PerforceRuns, WithoutAStreamToFillTheContentIsFetchedForNothing)
 {
     EXPECT_EQ(File(address_)->Open(readAccess, openExisting, nullptr), S_OK);
     EXPECT_THAT(depot_.TakeRuns(), SizeIs(1));
     EXPECT_EQ(File(folder_ + u"/none")->Open(readAccess, openExisting, nullptr), Win32Status(2));
-}
-
-TEST_F(PerforceRuns, AnotherWayToOpenIsRefusedBeforeAnyRun)
-{
-    ComPtr<IFileStream> stream;
-    EXPECT_EQ(File(address_)->Open(readAccess, createAlways, stream.Out()), E_INVALIDARG);
-    EXPECT_THAT(depot_.Runs(), IsEmpty());
 }
 
 TEST_F(PerforceRuns, AreGivenTheCredentialsOfTheAddress)
@@ -170,23 +124,6 @@ TEST_F(PerforceRuns, AValueIsOneArgumentWhateverIsInIt)
         EXPECT_THAT(depot_.TakeRuns(), ElementsAre(options + "fstat|-s|-l|" + spec + "/*",
                                                    options + "dirs|" + spec + "/*"));
     }
-}
-
-TEST_F(PerforceRuns, RunSideBySide)
-{
-    constexpr int threadCount = 4;
-    std::vector<std::thread> threads;
-    std::atomic<int> right{0};
-    for (int i = 0; i < threadCount; ++i)
-    {
-        threads.emplace_back([&] {
-            for (int round = 0; round < 5; ++round)
-                right += List(folder_).size() == 1 && Content(address_) == "one" ? 1 : 0;
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(right, threadCount * 5);
 }
 
 // Only a listing, an item and a history leave slashes at the end out.

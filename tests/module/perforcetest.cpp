@@ -6,7 +6,7 @@ namespace tarnwell::test
 {
 
 // Credentials are declined, so that the client goes by its own settings.
-PerforceTest::PerforceTest() : SystemTest(CLSID_P4FileSystem, {})
+PerforceTest::PerforceTest(std::string whyNot) : SystemTest(CLSID_P4FileSystem, std::move(whyNot))
 {
     host_->credentials.status = E_FAIL;
 }
@@ -16,7 +16,8 @@ PerforceTest::~PerforceTest()
     EXPECT_TRUE(std::filesystem::is_empty(temporary_.Path())) << "a temporary file is left";
 }
 
-PerforceClientTest::PerforceClientTest()
+PerforceClientTest::PerforceClientTest(const char* why)
+    : PerforceTest(PerforceServer::IsReal() ? why : "")
 {
     depot_.Submit("a.txt", "one");
 }

@@ -11,7 +11,7 @@ namespace tarnwell::test
 class PerforceTest : public SystemTest
 {
 protected:
-    PerforceTest();
+    explicit PerforceTest(std::string whyNot = {});
     ~PerforceTest() override;
 
     // Where the module has its temporary files. Nothing may be left in it.
@@ -21,11 +21,19 @@ private:
     const EnvironmentValue variable_{temporaryFolderVariable, temporary_.Path().string().c_str()};
 };
 
+// The same with a place on a server: the stand-in's, or that of a real one where there is one.
+class PerforceServerTest : public PerforceTest
+{
+protected:
+    const std::unique_ptr<PerforceServer> server_ = PerforceServer::Make();
+};
+
 // The same with a depot of the stand-in for the client, which has one file.
 class PerforceClientTest : public PerforceTest
 {
 protected:
-    PerforceClientTest();
+    // `why` no real client serves.
+    explicit PerforceClientTest(const char* why);
 
     // Makes the command ("*": all) fail in one of the stand-in's ways.
     void Fail(const std::string& command, const std::string& way);

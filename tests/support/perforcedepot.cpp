@@ -43,6 +43,11 @@ std::string PerforceDepot::Author() const
     return author;
 }
 
+std::string PerforceDepot::Port() const
+{
+    return "server:1666";
+}
+
 int PerforceDepot::Submit(const std::string& path, std::string_view bytes,
                           const std::string& description)
 {
@@ -62,6 +67,11 @@ std::filesystem::path PerforceDepot::Sync(const std::string& path)
     general_ += "root\t" + EncodeName(folder_ / u"ws").value() + "\n";
     Write();
     return std::filesystem::path(folder_ / u"ws").string() + file.path.substr(1);
+}
+
+void PerforceDepot::LoseWorkspace()
+{
+    Tell("fail\thave\tworkspace");
 }
 
 void PerforceDepot::Tell(const std::string& line)

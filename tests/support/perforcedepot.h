@@ -20,11 +20,13 @@ public:
 
     std::string Base() const override;
     std::string Author() const override;
+    std::string Port() const override;
     using PerforceServer::Submit;
     int Submit(const std::string& path, std::string_view bytes,
                const std::string& description) override;
     int Remove(const std::string& path) override;
     std::filesystem::path Sync(const std::string& path) override;
+    void LoseWorkspace() override;
 
     // A line of the depot's description (support/perforce/depot.h): the last file's, where it is
     // about a file.

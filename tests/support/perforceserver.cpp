@@ -11,9 +11,16 @@ namespace tarnwell::test
 
 std::unique_ptr<PerforceServer> PerforceServer::Make()
 {
-    if (EnvironmentValue::Of("TARNWELL_PERFORCE_LIVE"))
+    if (IsReal())
         return std::make_unique<RealPerforce>();
-    return std::make_unique<PerforceDepot>();
+    auto depot = std::make_unique<PerforceDepot>();
+    depot->Tell("port\t" + depot->Port());
+    return depot;
+}
+
+bool PerforceServer::IsReal()
+{
+    return EnvironmentValue::Of("TARNWELL_PERFORCE_LIVE").has_value();
 }
 
 std::u16string PerforceServer::Address(const std::string& path) const

@@ -16,6 +16,7 @@ public:
     // The stand-in; a real client with a server (TARNWELL_PERFORCE_LIVE) where the tests are told
     // so.
     static std::unique_ptr<PerforceServer> Make();
+    static bool IsReal();
 
     PerforceServer() = default;
     PerforceServer(const PerforceServer&) = delete;
@@ -26,6 +27,8 @@ public:
     virtual std::string Base() const = 0;
     // USER@WORKSPACE of what is submitted.
     virtual std::string Author() const = 0;
+    // The server as "-p" has it. It is at no other.
+    virtual std::string Port() const = 0;
     // Each is one change, and gives its number. Paths are relative to the base, with the characters
     // of revisions encoded as the client does it.
     virtual int Submit(const std::string& path, std::string_view bytes,
@@ -37,6 +40,8 @@ public:
     virtual int Remove(const std::string& path) = 0;
     // Brings the file into the workspace; where it lies.
     virtual std::filesystem::path Sync(const std::string& path) = 0;
+    // From now on the client has a workspace that the server doesn't know.
+    virtual void LoseWorkspace() = 0;
 
     // As the module takes it, without an authority: the base, or something in it.
     std::u16string Address(const std::string& path = {}) const;

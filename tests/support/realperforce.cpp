@@ -28,13 +28,23 @@ int ChangeIn(const std::string& output)
     return std::stoi(output.substr(number));
 }
 
+// Behind "NAME: " in what "p4 info" tells.
+std::string Told(const std::string& info, const std::string& name)
+{
+    const std::size_t start = info.find(name + ": ");
+    if (start == std::string::npos)
+        throw std::runtime_error("\"p4 info\" tells no " + name + ": " + info);
+    const std::size_t value = start + name.size() + 2;
+    return info.substr(value, info.find_first_of("\r\n", value) - value);
+}
+
 } // namespace
 
 RealPerforce::RealPerforce()
-    : name_("tarnwell-" + root_.Path().filename().string()), workspace_("P4CLIENT", name_.c_str())
+    : name_(root_.Path().filename().string()), workspace_("P4CLIENT", name_.c_str())
 {
-    P4({"client", "-i"}, "Client: " + name_ + "\nRoot: " + root_.Path().string() + "\nView:\n\t" +
-                             Base() + "/... //" + name_ + "/...\n");
+    P4({"client", "-i"}, "Client: " + name_ + "\nRoot: " + root_.Path().string() + "\nView:\n\t\"" +
+                             Base() + "/...\" \"//" + name_ + "/...\"\n");
 }
 
 RealPerforce::~RealPerforce()
@@ -49,36 +59,66 @@ std::string RealPerforce::Base() const
 
 std::string RealPerforce::Author() const
 {
-    const std::string info = P4({"-F", "%userName%", "info"});
-    return info.substr(0, info.find_first_of("\r\n")) + "@" + name_;
+    return Told(P4({"info"}), "User name") + "@" + name_;
+}
+
+std::string RealPerforce::Port() const
+{
+    return EnvironmentValue::Of("P4PORT").value();
 }
 
 int RealPerforce::Submit(const std::string& path, std::string_view bytes,
                          const std::string& description)
 {
-    const std::string depotFile = Base() + "/" + path;
+    const Revisions& file = files_[path];
     const std::filesystem::path local = Local(path);
-    const bool isNew = !std::filesystem::exists(local);
-    if (!isNew)
-        P4({"edit", depotFile});
+    if (file.last != 0)
+    {
+        Leave(path, file.last);
+        P4({"edit", Base() + "/" + path});
+    }
     std::filesystem::create_directories(local.parent_path());
     WriteBytes(local.u16string(), bytes);
     // "-f" takes the characters of revisions as they are, from a local name.
-    if (isNew)
+    if (file.last == 0)
         P4({"add", "-f", "-t", "binary", local.string()});
-    return ChangeIn(P4({"submit", "-d", description, depotFile}));
+    return Finish(path, description);
 }
 
 int RealPerforce::Remove(const std::string& path)
 {
+    Leave(path, files_.at(path).last);
     P4({"delete", Base() + "/" + path});
-    return ChangeIn(P4({"submit", "-d", "removed", Base() + "/" + path}));
+    return Finish(path, "removed");
 }
 
 std::filesystem::path RealPerforce::Sync(const std::string& path)
 {
-    P4({"sync", Base() + "/" + path});
+    Revisions& file = files_.at(path);
+    file.had = file.last;
+    Leave(path, file.had);
     return Local(path);
+}
+
+void RealPerforce::LoseWorkspace()
+{
+    workspace_.Set((name_ + "-unknown").c_str());
+}
+
+// What was submitted is not in the workspace because of that.
+int RealPerforce::Finish(const std::string& path, const std::string& description)
+{
+    const int change = ChangeIn(P4({"submit", "-d", description, Base() + "/" + path}));
+    Revisions& file = files_[path];
+    ++file.last;
+    Leave(path, file.had);
+    return change;
+}
+
+// Leaves this revision of the file in the workspace.
+void RealPerforce::Leave(const std::string& path, int revision)
+{
+    P4({"sync", Base() + "/" + path + "#" + std::to_string(revision)});
 }
 
 std::string RealPerforce::P4(const std::vector<std::string>& arguments,

@@ -38,6 +38,11 @@ std::string BackendData::Held(std::u16string_view name) const
     return ReadBytes(OnDisk(name).u16string());
 }
 
+std::u16string BackendData::Author() const
+{
+    return {};
+}
+
 CredentialsAnswer BackendData::Credentials() const
 {
     return {E_FAIL, std::nullopt, std::nullopt, std::nullopt};

@@ -1,5 +1,5 @@
 #include "backends/backend.h"
-#include "support/perforcedepot.h"
+#include "support/perforceserver.h"
 
 #include <tarnwell/classes.h>
 #include <tarnwell/text.h>
@@ -20,33 +20,32 @@ std::string InDepot(std::u16string_view name)
 class PerforceData final : public BackendData
 {
 public:
-    PerforceData()
-    {
-        depot_.Tell("port\tserver:1666");
-    }
-
     std::u16string Address(std::u16string_view name, const std::u16string& revision) const override
     {
-        const std::u16string path = depot_.Address(InDepot(name));
+        const std::u16string path = server_->Address(InDepot(name));
         return revision.empty() ? path : path + u"#" + revision;
     }
     std::u16string Put(std::u16string_view name, std::string_view bytes,
                        const std::string& description) override
     {
-        depot_.Submit(InDepot(name), bytes, description);
-        onDisk_[std::u16string(name)] = depot_.Sync(InDepot(name));
+        server_->Submit(InDepot(name), bytes, description);
+        onDisk_[std::u16string(name)] = server_->Sync(InDepot(name));
         return DecodeName(std::to_string(++revisions_[std::u16string(name)]));
     }
     // One is there as soon as a file is in it.
     void MakeFolder(std::u16string_view) override {}
-    // Where the workspace has it, if it were there.
+    // Where the workspace has it; the stand-in only tells where it would be.
     std::filesystem::path OnDisk(std::u16string_view name) const override
     {
         return onDisk_.at(std::u16string(name));
     }
+    std::u16string Author() const override
+    {
+        return DecodeName(server_->Author());
+    }
 
 private:
-    PerforceDepot depot_;
+    const std::unique_ptr<PerforceServer> server_ = PerforceServer::Make();
     std::map<std::u16string, int> revisions_;
     std::map<std::u16string, std::filesystem::path> onDisk_;
 };
@@ -69,7 +68,6 @@ const Backend perforceBackend{
     .changesInDescriptions = true,
     .revisionsInNames = true,
     .workingCopy = WorkingCopy::Id,
-    .author = u"ann@ws",
     .strict = {.whyNot = "histories are only told as ever"},
     .openIntoNothing = OpenIntoNothing::Succeeds,
     .source = u"p4objects",

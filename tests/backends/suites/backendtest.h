@@ -51,6 +51,12 @@ protected:
     {
         return sample_ != nullptr;
     }
+    // As revisions of this data name it.
+    std::u16string AuthorOf(const BackendData& data) const
+    {
+        const std::u16string author = data.Author();
+        return author.empty() ? std::u16string(row_.author) : author;
+    }
     // Of the sample; its second revision where there is history.
     std::u16string Address(std::u16string_view name, const std::u16string& revision = {}) const
     {

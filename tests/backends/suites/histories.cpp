@@ -30,7 +30,7 @@ TEST_P(Histories, TellEachChangeNewestFirst)
     EXPECT_THAT(DescriptionsOf(entries), ElementsAre(u"an end", DecodeName(wholeDescription)));
     for (const HistoryEntry& entry : entries)
     {
-        EXPECT_EQ(entry.author, Row().author);
+        EXPECT_EQ(entry.author, AuthorOf(*Strictly().data));
         EXPECT_EQ(entry.path, Strictly().data->NameInHistory(u"text.txt"));
         EXPECT_GT(entry.time, 133000000000000000U);
         EXPECT_GT(entry.modified, 133000000000000000U);

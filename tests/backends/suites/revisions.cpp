@@ -43,7 +43,7 @@ TEST_P(RevisionLists, TellEachChangeNewestFirst)
     EXPECT_EQ(Described(list[1]), u"a beginning");
     for (const Revision& revision : list)
     {
-        EXPECT_EQ(revision.author, Row().author);
+        EXPECT_EQ(revision.author, AuthorOf(*TheSample().data));
         EXPECT_EQ(revision.uri, Address(u"text.txt", revision.id));
         EXPECT_GT(revision.time, 133000000000000000U);
         EXPECT_GT(revision.modified, 133000000000000000U);

@@ -1,6 +1,5 @@
 // Perforce on Linux: names as bytes, and clients that do what no ordinary one does.
 #include "module/perforcetest.h"
-#include "support/perforcedepot.h"
 #include "support/posix/standinclient.h"
 
 namespace tarnwell::test
@@ -10,17 +9,15 @@ namespace
 
 using testing::SizeIs;
 
-class PerforceNames : public PerforceTest
+class PerforceNames : public PerforceServerTest
 {
-protected:
-    PerforceDepot depot_;
 };
 
 TEST_F(PerforceNames, OfBytesAreListedAndOpened)
 {
     for (const std::string name : {"\xC3\xA4.txt", "\xE6\x97\xA5.txt", "\xF0\x9F\x98\x80.txt"})
-        depot_.Submit(name, name);
-    const auto items = List(u"p4:////depot/base");
+        server_->Submit(name, name);
+    const auto items = List(server_->Address());
     ASSERT_THAT(items, SizeIs(3));
     EXPECT_EQ(items[0].name, u"\u00c3\u00a4.txt#1") << "a character for each byte";
     for (const Facts& facts : items)
@@ -37,8 +34,8 @@ TEST_F(PerforceNames, ThatAreTypedAreOpened)
          {std::pair{"\xC3\xA4.txt", u"\u00e4.txt"}, std::pair{"\xE6\x97\xA5.txt", u"\u65e5.txt"},
           std::pair{"\xF0\x9F\x98\x80", u"\U0001F600"}})
     {
-        depot_.Submit(name, name);
-        const std::u16string address = u"p4:////depot/base/" + std::u16string(typed);
+        server_->Submit(name, name);
+        const std::u16string address = server_->Address() + u"/" + std::u16string(typed);
         EXPECT_EQ(Content(address), name);
         const auto list = Revisions(address);
         ASSERT_THAT(list, SizeIs(1));
@@ -48,19 +45,29 @@ TEST_F(PerforceNames, ThatAreTypedAreOpened)
 
 TEST_F(PerforceNames, ThatAreListedStandBesideTypedOnes)
 {
-    depot_.Submit("\xC3\xB6/\xE6\x97\xA5.txt", "x");
-    const auto folders = List(u"p4:////depot/base");
+    server_->Submit("\xC3\xB6/\xE6\x97\xA5.txt", "x");
+    const auto folders = List(server_->Address());
     ASSERT_THAT(folders, SizeIs(1));
     EXPECT_EQ(Content(folders[0].path + u"/\u65e5.txt"), "x");
-    const auto labelled = List(u"p4:////depot/base@\u00e4");
+}
+
+class PerforceBytes : public PerforceClientTest
+{
+protected:
+    PerforceBytes() : PerforceClientTest("only the stand-in prints what it is told to") {}
+};
+
+TEST_F(PerforceBytes, OfALabelReachTheClient)
+{
+    List(folder_ + u"@\u00e4");
     EXPECT_EQ(depot_.Runs().back(), "dirs|//depot/base/*@\xC3\xA4");
 }
 
 // Lines end in a line feed alone here, and a carriage return in front of one is none of a name's.
-TEST_F(PerforceNames, OfLinesWithBothEndsAreTheSame)
+TEST_F(PerforceBytes, OfBothLineEndsAreTheSame)
 {
     depot_.PrintBytes("fstat", "... depotFile //a\r\n\r\n... depotFile //b\n\n... depotFile //c\n");
-    const auto items = List(u"p4:////depot/base");
+    const auto items = List(folder_);
     ASSERT_THAT(items, SizeIs(3));
     EXPECT_EQ(items[0].path, u"p4:////a#0");
     EXPECT_EQ(items[2].path, u"p4:////c#0");

@@ -11,6 +11,8 @@ using testing::SizeIs;
 
 class PerforceOnWindows : public PerforceClientTest
 {
+protected:
+    PerforceOnWindows() : PerforceClientTest("only the stand-in tells how it was called") {}
 };
 
 TEST_F(PerforceOnWindows, TheCommandLineIsWordForWord)

@@ -1,10 +1,13 @@
 #include "support/perforce/commands.h"
 
+#include "support/perforce/changing.h"
 #include "support/perforce/depot.h"
 #include "support/perforce/failures.h"
 #include "support/perforce/options.h"
+#include "support/perforce/workspace.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <fstream>
 #include <iostream>
@@ -111,7 +114,7 @@ int Print(const Depot& depot, const Call& call)
     const Revision& revision = *found[0].second;
     if (revision.IsDeleted())
         return 0;
-    const fs::path target = fs::path(std::u8string(call.target.begin(), call.target.end()));
+    const fs::path target = PathOf(call.values.at("-o"));
     std::ifstream content(revision.content, std::ios::binary);
     std::ofstream copy(target, std::ios::binary);
     copy << std::string(std::istreambuf_iterator<char>(content), {});
@@ -150,8 +153,21 @@ int FileLog(const Depot& depot, const Call& call)
     return found.empty() ? ComplainOfNone(depot, call) : 0;
 }
 
+int HaveInWorkspace(const Depot& depot, const Call& call)
+{
+    const Workspace workspace = LoadWorkspace(depot.folder, call.workspace);
+    const std::string path = ParseSpec(call.spec).path;
+    const auto had = workspace.have.find(path);
+    if (had == workspace.have.end())
+        return Complain(call.spec, "file(s) not on client");
+    std::cout << path << "#" << had->second << " - " << LocalPath(workspace, path).string() << "\n";
+    return 0;
+}
+
 int Have(const Depot& depot, const Call& call)
 {
+    if (depot.isServer)
+        return HaveInWorkspace(depot, call);
     const Found found = Find(depot, ParseSpec(call.spec));
     if (found.empty() || found[0].first->have == 0)
         return Complain(call.spec, "file(s) not on client");
@@ -165,15 +181,41 @@ struct CommandRow
 {
     const char* name;
     int (*run)(const Depot& depot, const Call& call);
+    bool isServers = false;
 };
 
 constexpr CommandRow commands[] = {
-    {"fstat", Fstat}, {"dirs", Dirs}, {"print", Print}, {"filelog", FileLog}, {"have", Have},
+    {"fstat", Fstat},
+    {"dirs", Dirs},
+    {"print", Print},
+    {"filelog", FileLog},
+    {"have", Have},
+    {"info", ShowInfo, true},
+    {"client", ChangeWorkspace, true},
+    {"sync", Sync, true},
+    {"add", Add, true},
+    {"edit", Edit, true},
+    {"delete", Delete, true},
+    {"submit", Submit, true},
 };
+
+// What the options don't tell.
+void TakeSettings(Call& call)
+{
+    for (const auto& [setting, name] :
+         {std::pair{&call.port, "P4PORT"}, std::pair{&call.user, "P4USER"},
+          std::pair{&call.password, "P4PASSWD"}, std::pair{&call.workspace, "P4CLIENT"}})
+    {
+        const char* const value = std::getenv(name);
+        if (setting->empty() && value != nullptr)
+            *setting = value;
+    }
+}
 
 void CheckConnection(const Depot& depot, const Call& call)
 {
-    if (!call.port.empty() && !depot.port.empty() && call.port != depot.port)
+    const bool isAnywhere = call.port.empty() && !depot.isServer;
+    if (!isAnywhere && !depot.port.empty() && call.port != depot.port)
         Fail(WayNamed("refused"));
     if (depot.users.empty())
         return;
@@ -216,14 +258,16 @@ int Work(const Depot& depot, const Call& call)
     }
     for (const CommandRow& row : commands)
     {
-        if (call.command == row.name)
+        if (call.command == row.name && (depot.isServer || !row.isServers))
             return row.run(depot, call);
     }
-    return 1;
+    throw Failure("Unknown command.  Try 'p4 help' for info.\n", 1);
 }
 
-int Obey(const Depot& depot, const Call& call)
+int Obey(const Depot& depot, Call call)
 {
+    if (depot.isServer)
+        TakeSettings(call);
     CheckConnection(depot, call);
     const Way* const way = WayOf(depot, call.command);
     if (way != nullptr && !way->worksFirst)

@@ -1,5 +1,6 @@
 #include "support/perforce/depot.h"
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -43,6 +44,18 @@ Revision RevisionOf(const std::filesystem::path& folder, const std::vector<std::
     return revision;
 }
 
+// Makes the file the last of the list, to which all lines are added.
+void BeginFile(Depot& depot, const std::string& path)
+{
+    const auto known = std::find_if(depot.files.begin(), depot.files.end(), [&](const File& file) {
+        return depot.isServer && file.path == path;
+    });
+    if (known == depot.files.end())
+        depot.files.emplace_back().path = path;
+    else
+        std::rotate(known, known + 1, depot.files.end());
+}
+
 void AddLine(Depot& depot, const std::string& line)
 {
     const std::vector<std::string> words = WordsOf(line);
@@ -51,10 +64,12 @@ void AddLine(Depot& depot, const std::string& line)
         depot.port = words.at(1);
     else if (kind == "user")
         depot.users[words.at(1)] = words.at(2);
+    else if (kind == "server")
+        depot.isServer = true;
     else if (kind == "root")
         depot.root = RestOf(line);
     else if (kind == "file")
-        depot.files.emplace_back().path = RestOf(line);
+        BeginFile(depot, RestOf(line));
     else if (kind == "tag")
         depot.files.back().tags.push_back(RestOf(line));
     else if (kind == "have")
@@ -86,6 +101,8 @@ Depot LoadDepot(const std::filesystem::path& folder)
         throw std::runtime_error("there is no depot's description");
     for (std::string line; std::getline(lines, line);)
         AddLine(depot, line);
+    if (depot.isServer)
+        std::ranges::sort(depot.files, {}, &File::path);
     return depot;
 }
 

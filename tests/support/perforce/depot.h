@@ -3,8 +3,12 @@
 //
 //   port SERVER             -p must be this, where it is given
 //   user NAME PASSWORD      -u and -P must be those of a user, if there are any
+//   server                  as a server and its user's client: what isn't told by options is told
+//   by
+//                           P4PORT, P4USER, P4PASSWD and P4CLIENT, and files can be put in
 //   root FOLDER             of the workspace; a file is in it from its "have" on
-//   file PATH               what follows is about this file, the oldest revision first
+//   file PATH               what follows is about this file, the oldest revision first; a server
+//                           has them in order, and may have more than one such line for one
 //   tag TEXT                a further line of its record, behind "... "
 //   have NUMBER
 //   rev NUMBER CHANGE ACTION SECONDS AUTHOR TYPE CONTENT    CONTENT is a file beside this one
@@ -53,6 +57,7 @@ struct Depot
 {
     std::filesystem::path folder;
     std::string port;
+    bool isServer = false;
     std::map<std::string, std::string> users;
     std::string root;
     std::vector<File> files;

@@ -11,13 +11,26 @@ namespace
 struct CommandForm
 {
     const char* name;
-    // "TARGET" stands for the file to write.
+    // One with "=" behind it wants a value.
     std::vector<std::string> options;
+    bool takesPath = true;
 };
 
 const CommandForm forms[] = {
-    {"fstat", {"-s", "-l"}},   {"dirs", {}}, {"print", {"-o", "TARGET", "-q"}},
-    {"filelog", {"-l", "-t"}}, {"have", {}},
+    {"fstat", {"-s", "-l"}},
+    {"dirs", {}},
+    {"print", {"-o=", "-q"}},
+    {"filelog", {"-l", "-t"}},
+    {"have", {}},
+    // Of those who put files into a depot.
+    {"info", {}, false},
+    {"client", {"-i"}, false},
+    {"client", {"-d="}, false},
+    {"sync", {}},
+    {"add", {"-f", "-t="}},
+    {"edit", {}},
+    {"delete", {}},
+    {"submit", {"-d="}},
 };
 
 [[noreturn]] void Refuse(const std::string& why)
@@ -32,10 +45,14 @@ public:
 
     bool TakeIf(const std::string& wanted)
     {
-        const bool isIt = next_ != end_ && *next_ == wanted;
+        const bool isIt = IsNext(wanted);
         if (isIt)
             ++next_;
         return isIt;
+    }
+    bool IsNext(const std::string& wanted) const
+    {
+        return next_ != end_ && *next_ == wanted;
     }
     std::string Take(const std::string& what)
     {
@@ -54,14 +71,35 @@ private:
     std::vector<std::string>::const_iterator end_;
 };
 
-const CommandForm& FormOf(const std::string& command)
+std::string NameOf(const std::string& option)
 {
+    return option.substr(0, option.find('='));
+}
+
+// Of several, the one whose first option is there.
+const CommandForm& FormOf(const std::string& command, const Arguments& arguments)
+{
+    const CommandForm* last = nullptr;
     for (const CommandForm& form : forms)
     {
-        if (command == form.name)
+        if (command != form.name)
+            continue;
+        last = &form;
+        if (form.options.empty() || arguments.IsNext(NameOf(form.options[0])))
             return form;
     }
-    throw Failure("Unknown command.  Try 'p4 help' for info.\n", 1);
+    if (last == nullptr)
+        throw Failure("Unknown command.  Try 'p4 help' for info.\n", 1);
+    return *last;
+}
+
+void TakeOption(Arguments& arguments, const std::string& option, Call& call)
+{
+    const std::string name = NameOf(option);
+    if (!arguments.TakeIf(name))
+        Refuse(call.command + " without " + name);
+    if (name != option)
+        call.values[name] = arguments.Take("value of " + name);
 }
 
 } // namespace
@@ -79,14 +117,11 @@ Call ParseCall(const std::vector<std::string>& list)
     if (arguments.TakeIf("-p"))
         call.port = arguments.Take("port");
     call.command = arguments.Take("command");
-    for (const std::string& option : FormOf(call.command).options)
-    {
-        if (option == "TARGET")
-            call.target = arguments.Take("file to write");
-        else if (!arguments.TakeIf(option))
-            Refuse(call.command + " without " + option);
-    }
-    call.spec = arguments.Take("path");
+    const CommandForm& form = FormOf(call.command, arguments);
+    for (const std::string& option : form.options)
+        TakeOption(arguments, option, call);
+    if (form.takesPath)
+        call.spec = arguments.Take("path");
     arguments.ExpectEnd();
     return call;
 }

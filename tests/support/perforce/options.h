@@ -1,6 +1,7 @@
 // The stand-in's command line, taken as strictly as the module has to write it.
 #pragma once
 
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -21,9 +22,11 @@ struct Call
     std::string user; // empty: not given
     std::string password;
     std::string port;
+    std::string workspace;
     std::string command;
-    std::string target; // the file that "print" writes
-    std::string spec;
+    // What stands behind those of its options that want something, by the option.
+    std::map<std::string, std::string> values;
+    std::string spec; // empty where the command takes none
 };
 
 // Options in another order, others, and missing ones are a Failure.
