@@ -100,6 +100,16 @@ TEST_F(PerforceCalls, StreamsOutliveTheirItemAndLeaveNoFile)
     EXPECT_EQ(stream.As<::ISequentialStream>()->Read(&byte, 1, nullptr), Win32Status(6));
 }
 
+TEST_F(PerforceCalls, WithoutAPlaceForItNoContentIsFetched)
+{
+    const TempFolder folder;
+    const EnvironmentValue missing(temporaryFolderVariable,
+                                   EncodeName(folder / u"missing").value().c_str());
+    EXPECT_THAT(FailedOpen(address_),
+                FailedSomehow(u"Failed to create a temporary file for \"" + address_ + u"\"."));
+    EXPECT_THAT(List(folder_), SizeIs(1)) << "which needs none";
+}
+
 TEST_F(PerforceCalls, RunSideBySide)
 {
     constexpr int threadCount = 4;

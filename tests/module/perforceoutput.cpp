@@ -118,6 +118,34 @@ TEST_F(PerforceOutput, NamesThatCannotBeAddressesLoseOnlyThemselves)
     EXPECT_EQ(contents->GetItem(1, item.Out()), S_OK);
 }
 
+TEST_F(PerforceOutput, NamesAreACharacterForEachByte)
+{
+    depot_.Print("fstat", "... depotFile //depot/\xC3\xA4\xFF\n... headRev 1\n\n");
+    depot_.Print("dirs", "//depot/\xE6\x97\xA5\n");
+    const auto items = List(folder_);
+    ASSERT_THAT(items, SizeIs(2));
+    EXPECT_EQ(items[0].path, u"p4:////depot/\u00c3\u00a4\u00ff#1");
+    EXPECT_EQ(items[1].path, u"p4:////depot/\u00e6\u0097\u00a5");
+}
+
+TEST_F(PerforceOutput, OfSeveralAnswersTheFirstCounts)
+{
+    depot_.Print("fstat", "... depotFile //depot/base/a.txt\n... fileSize 1\n\n"
+                          "... depotFile //depot/base/b.txt\n... fileSize 2\n\n");
+    EXPECT_EQ(FileFacts(address_).size, 1U);
+}
+
+TEST_F(PerforceOutput, NumbersHave32Bits)
+{
+    depot_.Print("fstat", "... depotFile //depot/a\n... headRev 99999999999\n"
+                          "... fileSize 2147483648\n... headTime 99999999999\n\n");
+    const auto items = List(folder_);
+    ASSERT_THAT(items, SizeIs(1));
+    EXPECT_EQ(items[0].path, u"p4:////depot/a#2147483647");
+    EXPECT_EQ(items[0].size, 2147483647U);
+    EXPECT_EQ(items[0].time, 116444736000000000U + 2147483647U * std::uint64_t{10000000});
+}
+
 TEST_F(PerforceOutput, ThePathOfAWorkingCopyIsACharacterForEachByte)
 {
     depot_.Print("have", "//depot/base/a.txt#1 - /ws/\xC3\xA4 - #b/a.txt\n");

@@ -26,6 +26,10 @@ TEST_F(PerforceRuns, AFolderAndAnItemCostTwoRunsEach)
     List(folder_ + u"@12");
     EXPECT_THAT(depot_.TakeRuns(),
                 ElementsAre("fstat|-s|-l|//depot/base/*@12", "dirs|//depot/base/*@12"));
+    List(folder_ + u"//@12");
+    EXPECT_THAT(depot_.TakeRuns(),
+                ElementsAre("fstat|-s|-l|//depot/base//*@12", "dirs|//depot/base//*@12"))
+        << "only slashes at the very end are left out";
     FileFacts(address_ + u"#1");
     EXPECT_THAT(depot_.TakeRuns(),
                 ElementsAre("fstat|-s|-l|//depot/base/a.txt#1", "dirs|//depot/base/a.txt#1"));
@@ -38,6 +42,10 @@ TEST_F(PerforceRuns, AHistoryCostsTwoRuns)
     Revisions(address_ + u"#1");
     EXPECT_THAT(depot_.TakeRuns(),
                 ElementsAre("filelog|-l|-t|//depot/base/a.txt", "have|//depot/base/a.txt"));
+    Revisions(address_ + u"@12#3");
+    EXPECT_THAT(depot_.TakeRuns(),
+                ElementsAre("filelog|-l|-t|//depot/base/a.txt@12", "have|//depot/base/a.txt"))
+        << "the last mark begins the revision";
     Revisions(u"p4://depot/base/a.txt//");
     EXPECT_THAT(depot_.TakeRuns(),
                 ElementsAre("filelog|-l|-t|//depot/base/a.txt", "have|//depot/base/a.txt"));
@@ -124,6 +132,19 @@ TEST_F(PerforceRuns, AValueIsOneArgumentWhateverIsInIt)
         EXPECT_THAT(depot_.TakeRuns(), ElementsAre(options + "fstat|-s|-l|" + spec + "/*",
                                                    options + "dirs|" + spec + "/*"));
     }
+}
+
+// Where the client hasn't encoded it.
+TEST_F(PerforceRuns, AMarkInANameBeginsARevision)
+{
+    Fail("*", "silent");
+    Revisions(folder_ + u"/b#c.txt");
+    EXPECT_EQ(depot_.TakeRuns().at(0), "filelog|-l|-t|//depot/base/b");
+    List(folder_ + u"/b@c");
+    EXPECT_THAT(depot_.TakeRuns(),
+                ElementsAre("fstat|-s|-l|//depot/base/b/*@c", "dirs|//depot/base/b/*@c"));
+    Content(folder_ + u"/b#c.txt");
+    EXPECT_TRUE(depot_.TakeRuns().at(0).ends_with("|-q|//depot/base/b#c.txt"));
 }
 
 // Only a listing, an item and a history leave slashes at the end out.

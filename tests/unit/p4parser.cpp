@@ -297,6 +297,23 @@ TEST_P(P4Parser, HundredsOfThousandsOfLinesLoseNothing)
     EXPECT_EQ(records[count - 1].description, u"50000: text");
 }
 
+// 64 KB that begin as a revision does, and never come to its end.
+TEST_P(P4Parser, ALineThatNearlyFitsLosesNothing)
+{
+    std::string hostile;
+    while (hostile.size() < 65536)
+        hostile += "... #1 change 1 a on 1/1/1 1:1:1 b";
+    const std::string revision = "... #2 change 3 edit on 2009/06/01 12:00:00 by a@b (text)\n";
+    const auto records =
+        Revisions("//d/a\n" + hostile + "\n" + revision + "\n\tx\n" + hostile + "\n" + revision);
+    ASSERT_THAT(records, SizeIs(2));
+    EXPECT_EQ(records[0].description, u"3: x");
+    EXPECT_EQ(records[1].description, u"3");
+    EXPECT_EQ(Parsed(std::string(65536, '#') + "1 -\n//a#1 - /a\n", ReadHave), u"");
+    EXPECT_THAT(Files("... depotFile //a\n... " + std::string(65536, 'x') + "\n... headRev 2\n"),
+                ElementsAre(File(u"//a", 0, 0, 2)));
+}
+
 // Where lines end in two characters, one alone is the end.
 TEST(P4ParserOnWindows, ABareLineFeedStopsTheReaders)
 {
