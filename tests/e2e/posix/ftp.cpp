@@ -136,8 +136,15 @@ TEST_P(FtpCommandLine, ComparesWithTheDiskAndWithItself)
 TEST_P(FtpCommandLine, NamesOfAllKindsAreExact)
 {
     // As many as a command line may spoil; the module's tests have the others.
-    const std::vector<std::u16string> names{u" a b",   u"-l",          u"#x?",   u"50%41*",
-                                            u"a\"b'c", u"back\\slash", u"\u65e5"};
+    const std::vector<std::u16string> names{u" a b",
+                                            u"-l",
+                                            u"#x?",
+                                            u"50%41*",
+                                            u"a\"b'c",
+                                            u"back\\slash",
+                                            u"\u65e5",
+                                            DecodeName("\xE4"),
+                                            DecodeName("y\xFF\xFF")};
     Printed({u"mkdir", Address(u"d")});
     for (const std::u16string& name : names)
     {

@@ -83,7 +83,8 @@ TEST_P(FtpServers, NamesOfAllKindsAreExact)
         u"a b",    u" lead", u"trail ",        u"a*b", u"-l",    u"#x",          u"50%41",
         u"a;b",    u"a\"b",  u"a'b",           u"[x]", u"what?", u"back\\slash", u"\u00e4",
         u"\u65e5", u".dot",  u"\U0001F600.txt"};
-    names.push_back(DecodeName("latin\xE4"));
+    for (const char* const other : {"latin\xE4", "\xFF", "\xFF\xFF", "y\xFF\xFBy", "\x80"})
+        names.push_back(DecodeName(other));
     EXPECT_THAT(Create(u"d"), Succeeded());
     for (const std::u16string& name : names)
         EXPECT_THAT(Put(u"d/" + name, *EncodeName(name)), Succeeded());

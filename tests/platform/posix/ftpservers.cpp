@@ -172,17 +172,6 @@ TEST_P(FtpServers, NamesGoThereAndBack)
     }
 }
 
-// Some servers take it for the beginning of a command to a terminal, and would store, or delete,
-// another file.
-TEST_P(FtpServers, TheByteThatServersDisagreeOnIsRefused)
-{
-    EXPECT_EQ(client.Write(u"ab", "1"), 0U);
-    EXPECT_FALSE(FtpDeleteFileW(client.Get(), Wide(u"a\xDCFF"
-                                                   u"b")));
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
-    EXPECT_EQ(Stored("ab"), "1");
-}
-
 TEST_P(FtpServers, TimesAndSizesAreThoseOfTheFiles)
 {
     EXPECT_EQ(client.Write(u"old", "1"), 0U);

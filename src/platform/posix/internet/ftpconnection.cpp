@@ -11,6 +11,8 @@ namespace tarnwell::posix
 namespace
 {
 
+constexpr char terminalByte = '\xFF';
+
 // A refusal of the command leaves the connection as it is.
 std::string Refusable(const std::string& command)
 {
@@ -31,10 +33,17 @@ std::string AsFile(const std::string& path)
     return AsWritten(path.empty() || path.ends_with('/') ? path + "." : path);
 }
 
-bool IsPrintable(std::string_view text)
+// Whether these bytes are one name for every server.
+bool IsPlain(std::string_view text)
 {
-    return std::none_of(text.begin(), text.end(),
-                        [](char unit) { return static_cast<unsigned char>(unit) < 0x20; });
+    return std::none_of(text.begin(), text.end(), [](char unit) {
+        return static_cast<unsigned char>(unit) < 0x20 || unit == terminalByte;
+    });
+}
+
+bool IsOfUnknownCommand(int code)
+{
+    return code >= 500 && code <= 504;
 }
 
 // By the clock on the wall.
@@ -51,7 +60,7 @@ DWORD FtpConnection::LogIn()
     const char* folder = nullptr;
     curl_easy_getinfo(easy_.get(), CURLINFO_FTP_ENTRY_PATH, &folder);
     // Any other name may mean another folder once the connection is in another.
-    const bool isKnown = folder != nullptr && folder[0] == '/' && IsPrintable(folder);
+    const bool isKnown = folder != nullptr && folder[0] == '/' && IsPlain(folder);
     entryFolder_ = isKnown ? folder : "";
     return code;
 }
@@ -77,9 +86,11 @@ DWORD FtpConnection::ReturnToEntry(const std::string& path)
     return code;
 }
 
-DWORD FtpConnection::Command(const char* word, const std::string& path)
+DWORD FtpConnection::Command(const char* word, std::string path)
 {
-    DWORD code = ReturnToEntry(path);
+    DWORD code = Spell(path);
+    if (code == 0)
+        code = ReturnToEntry(path);
     if (code == 0)
         code = Run({.commands = {Refusable(word + (" " + AsWritten(path)))}});
     if (code != 0)
@@ -87,11 +98,56 @@ DWORD FtpConnection::Command(const char* word, const std::string& path)
     return Reply().IsRefusal() ? ERROR_INTERNET_EXTENDED_ERROR : 0;
 }
 
+// ---- Names with the byte that begins commands to a terminal ----
+
+DWORD FtpConnection::Spell(std::string& path)
+{
+    if (path.find(terminalByte) == std::string::npos)
+        return 0;
+    const DWORD code = terminalByte_ ? 0 : AskForSpelling();
+    if (code != 0 || *terminalByte_ == TerminalByte::Plain)
+        return code;
+    for (std::size_t at = 0; (at = path.find(terminalByte, at)) != std::string::npos; at += 2)
+        path.insert(at, 1, terminalByte);
+    return 0;
+}
+
+// Before a name that could be read as another one is sent. Whoever obeys a terminal finds the
+// command behind an interruption, which clients send ahead of others as well, and not behind the
+// same with the byte doubled. To all others both are commands that nobody knows.
+DWORD FtpConnection::AskForSpelling()
+{
+    bool obeys = false;
+    bool obeysDoubled = false;
+    DWORD code = Try("\xFF\xF4\xFF\xF2NOOP", obeys);
+    if (code == 0 && obeys)
+        code = Try("\xFF\xFF\xF4NOOP", obeysDoubled);
+    if (code != 0)
+        return code;
+    // Such a one reads no spelling rightly.
+    if (obeysDoubled)
+        return ERROR_INVALID_PARAMETER;
+    terminalByte_ = obeys ? TerminalByte::Doubled : TerminalByte::Plain;
+    return 0;
+}
+
+// Any answer but that it is done, or that there is no such command, tells nothing.
+DWORD FtpConnection::Try(const std::string& command, bool& isKnown)
+{
+    const DWORD code = Run({.commands = {Refusable(command)}});
+    if (code != 0)
+        return code;
+    isKnown = !Reply().IsRefusal();
+    return isKnown || IsOfUnknownCommand(Reply().code) ? 0 : ERROR_INTERNET_EXTENDED_ERROR;
+}
+
 // ---- Listings ----
 
-DWORD FtpConnection::ChangeFolder(const std::string& folder)
+DWORD FtpConnection::ChangeFolder(std::string folder)
 {
-    DWORD code = ReturnToEntry(folder);
+    DWORD code = Spell(folder);
+    if (code == 0)
+        code = ReturnToEntry(folder);
     if (code != 0 || folder.empty())
         return code;
     isAtEntry_ = false;
@@ -137,8 +193,8 @@ DWORD FtpConnection::ListHere(std::vector<ListedEntry>& entries)
         const DWORD code = Fetch(ListingForm::Facts, "MLSD", entries);
         if (!WasRefusedBeforeData())
             return code;
-        // From 500 to 504 it is the command that is unknown, and not this folder that is refused.
-        knowsFacts_ = Reply().code / 10 != 50 || Reply().code > 504;
+        // And not this folder that is refused.
+        knowsFacts_ = !IsOfUnknownCommand(Reply().code);
     }
     // An argument may be taken for a name, of which there is nothing to be listed.
     const DWORD code = Fetch(ListingForm::Lines, "LIST -a", entries);
@@ -162,9 +218,11 @@ DWORD FtpConnection::Fetch(ListingForm form, const char* command, std::vector<Li
 
 // ---- Transfers ----
 
-DWORD FtpConnection::BeginTransfer(Transfer transfer, const std::string& path)
+DWORD FtpConnection::BeginTransfer(Transfer transfer, std::string path)
 {
-    DWORD code = ReturnToEntry(path);
+    DWORD code = Spell(path);
+    if (code == 0)
+        code = ReturnToEntry(path);
     if (code != 0)
         return code;
     Start({.transfer = transfer, .path = AsFile(path)});

@@ -14,6 +14,7 @@
 #include <curl/curl.h>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 
 namespace tarnwell::posix
@@ -43,7 +44,7 @@ public:
 
     DWORD LogIn();
     // A command with one path, such as "MKD".
-    DWORD Command(const char* word, const std::string& path);
+    DWORD Command(const char* word, std::string path);
     // Changes to the folder first; `isMissing` says that already this was refused.
     DWORD List(const std::string& folder, std::vector<ListedEntry>& entries, bool& isMissing);
 
@@ -74,6 +75,14 @@ private:
         Listing,
         Download,
         Upload,
+    };
+    // How servers read the byte that begins commands to a terminal.
+    enum class TerminalByte
+    {
+        // As any other.
+        Plain,
+        // A name has it twice for each one.
+        Doubled,
     };
     struct EasyDeleter
     {
@@ -132,11 +141,15 @@ private:
 
     // To where `path` begins, if that isn't where the connection is.
     DWORD ReturnToEntry(const std::string& path);
-    DWORD ChangeFolder(const std::string& folder);
+    // The same name, in the bytes that this server takes for it.
+    DWORD Spell(std::string& path);
+    DWORD AskForSpelling();
+    DWORD Try(const std::string& command, bool& isKnown);
+    DWORD ChangeFolder(std::string folder);
     DWORD ListHere(std::vector<ListedEntry>& entries);
     DWORD Fetch(ListingForm form, const char* command, std::vector<ListedEntry>& entries);
     bool WasRefusedBeforeData() const;
-    DWORD BeginTransfer(Transfer transfer, const std::string& path);
+    DWORD BeginTransfer(Transfer transfer, std::string path);
 
     // Of data that libcurl takes or gives at once, in bytes.
     static constexpr long pieceSize = 262144;
@@ -151,6 +164,8 @@ private:
     std::string entryFolder_;
     bool isAtEntry_ = true;
     bool knowsFacts_ = true;
+    // Of the byte FF in a name; nothing before one has been asked for.
+    std::optional<TerminalByte> terminalByte_;
     // The operation in hand, or the last one, has opened a connection for commands.
     bool hasConnected_ = false;
     // A listing's was made anew in the middle, so that the folder is another.

@@ -72,15 +72,13 @@ std::shared_ptr<FtpConnection> IdleConnection(HINTERNET handle)
 
 // ---- Text ----
 
-// Refused before anything is sent: what a line can't hold, as its end would begin another command,
-// and the byte that some servers take for the beginning of a command to a terminal, and others not.
+// Refused before anything is sent: what a line can't hold, as its end would begin another command.
 bool IsSendable(char unit)
 {
     const auto byte = static_cast<unsigned char>(unit);
     constexpr unsigned char firstPlain = 0x20;
     constexpr unsigned char deletion = 0x7F;
-    constexpr unsigned char terminalCommand = 0xFF;
-    return byte >= firstPlain && byte != deletion && byte != terminalCommand;
+    return byte >= firstPlain && byte != deletion;
 }
 
 std::string Bytes(LPCWSTR text)
@@ -94,6 +92,14 @@ std::string PathBytes(LPCWSTR path)
 {
     std::string bytes = Bytes(path);
     Check(!bytes.empty(), ERROR_INVALID_PARAMETER);
+    return bytes;
+}
+
+// Of a user or a password. Nobody can be asked how the server reads the byte FF before they are in.
+std::string LogonBytes(LPCWSTR text)
+{
+    std::string bytes = Bytes(text);
+    Check(bytes.find('\xFF') == std::string::npos, ERROR_INVALID_PARAMETER);
     return bytes;
 }
 
@@ -112,8 +118,8 @@ FtpServerAddress AddressOf(const InternetRoot& root, std::string host, INTERNET_
                            LPCWSTR user, LPCWSTR password, bool isPassive)
 {
     FtpServerAddress address{.host = std::move(host), .port = port == 0 ? 21U : port};
-    address.user = Bytes(user);
-    address.password = Bytes(password);
+    address.user = LogonBytes(user);
+    address.password = LogonBytes(password);
     address.isPassive = isPassive;
     if (!IsBypassed(address.host, root.bypass))
         address.proxy = ProxyForFtp(root.proxy);
