@@ -4,6 +4,7 @@
 #include "frame/filetimes.h"
 #include "frame/messages.h"
 #include "frame/text.h"
+#include "ftp/ftpline.h"
 #include "ftp/ftpreply.h"
 #include "ftp/ftptree.h"
 #include "platform/wide.h"
@@ -52,19 +53,28 @@ std::u16string UriFact(const Uri& uri)
     return u"uri: \"" + uri.GetText() + u"\"";
 }
 
+[[noreturn]] void ThrowNotListed(const Uri& folder, const std::u16string& pattern,
+                                 const std::u16string& reason)
+{
+    ThrowNotFound(folder.GetPath(), {UriFact(folder), u"searchPattern: " + pattern, reason});
+}
+
+std::u16string ErrorFact(DWORD error)
+{
+    return u"GetLastError(): " + Decimal(error);
+}
+
 // The session stays, since what isn't there is an ordinary answer; but its connection goes if
 // it may be a dead one.
-[[noreturn]] void ThrowNotListed(FTPSession& session, const Uri& folder,
-                                 const std::u16string& pattern, DWORD error)
+[[noreturn]] void ThrowFailedListing(FTPSession& session, const Uri& folder,
+                                     const std::u16string& pattern, DWORD error)
 {
     const std::u16string reply = ReadLastResponse();
     const bool wasRefused = error == ERROR_INTERNET_EXTENDED_ERROR;
     const bool answered = wasRefused || error == ERROR_FILE_NOT_FOUND;
     if (!answered || reply.starts_with(u"421"))
         session.ResetHandles();
-    ThrowNotFound(folder.GetPath(),
-                  {UriFact(folder), u"searchPattern: " + pattern,
-                   wasRefused ? u"ExtendedError: " + reply : u"GetLastError(): " + Decimal(error)});
+    ThrowNotListed(folder, pattern, wasRefused ? u"ExtendedError: " + reply : ErrorFact(error));
 }
 
 // A search for what isn't there may fail as one in an empty folder does.
@@ -103,6 +113,8 @@ FSItems FtpList(FTPSession& session, const HostUIUser& host, const Uri& folder)
     if (!parts.path.ends_with(u'/'))
         parts.path += u'/';
     const std::u16string pattern = parts.path + u"*";
+    if (!FitsInLine(pattern))
+        ThrowNotListed(folder, pattern, ErrorFact(ERROR_INVALID_PARAMETER));
     const HINTERNET connection = session.Connection(host);
     WIN32_FIND_DATAW record{};
     const InternetHandle find(
@@ -112,7 +124,7 @@ FSItems FtpList(FTPSession& session, const HostUIUser& host, const Uri& folder)
         const DWORD error = GetLastError();
         if (error == ERROR_NO_MORE_FILES)
             return {};
-        ThrowNotListed(session, folder, pattern, error);
+        ThrowFailedListing(session, folder, pattern, error);
     }
     const std::u16string base = folder.Compose(parts)->GetText();
     FSItems items;
@@ -146,6 +158,7 @@ std::shared_ptr<FSItem> FtpFind(FTPSession& session, const HostUIUser& host, con
 void FtpCreateFolder(FTPSession& session, const HostUIUser& host, const Uri& uri, bool recursive)
 {
     const std::u16string path = uri.GetPath();
+    RequireLine(path, recursive ? MessageId::AttributesFailed : MessageId::FolderCreationFailed);
     const HINTERNET connection = session.Connection(host);
     if (!recursive)
     {
@@ -165,10 +178,11 @@ void FtpCreateFolder(FTPSession& session, const HostUIUser& host, const Uri& uri
 
 void FtpDeleteItem(FTPSession& session, const HostUIUser& host, const Uri& uri, bool recursive)
 {
+    const std::u16string path = uri.GetPath();
+    RequireLine(path, MessageId::DeleteFailed);
     const std::shared_ptr<FSItem> item = FtpFind(session, host, uri);
     if (item->isDirectory && recursive)
         return FtpDeleteTree(session, host, uri);
-    const std::u16string path = uri.GetPath();
     const HINTERNET connection = session.Connection(host);
     if (item->isDirectory ? !FtpRemoveDirectoryW(connection, Wide(path))
                           : !FtpDeleteFileW(connection, Wide(path)))

@@ -1,23 +1,16 @@
 #include "ftp/ftpconnection.h"
 
 #include "addressed/uri.h"
+#include "ftp/ftpline.h"
 #include "ftp/ftpreply.h"
 #include "ftp/ftpsettings.h"
 #include "platform/wide.h"
-
-#include <algorithm>
 
 namespace tarnwell
 {
 
 namespace
 {
-
-bool HasControls(std::u16string_view text)
-{
-    return std::any_of(text.begin(), text.end(),
-                       [](char16_t unit) { return unit < u' ' || unit == 0x7F; });
-}
 
 const WCHAR* WideOrNull(const std::u16string& text)
 {
@@ -41,8 +34,7 @@ InternetHandle OpenInternetHandle()
 
 InternetHandle ConnectInternetHandle(const InternetHandle& root, const FtpLogon& logon)
 {
-    // Each is a part of one line to the server, and must not begin another.
-    if (HasControls(logon.host) || HasControls(logon.user) || HasControls(logon.password))
+    if (!FitsInLine(logon.host) || !FitsInLine(logon.user) || !FitsInLine(logon.password))
         ThrowInternetError(ERROR_INVALID_PARAMETER, MessageId::ConnectFailed);
     const DWORD flags = ReadUseActive() ? 0 : INTERNET_FLAG_PASSIVE;
     const INTERNET_PORT port = logon.port < noPort ? logon.port : INTERNET_PORT{21};

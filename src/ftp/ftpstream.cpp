@@ -3,6 +3,7 @@
 #include "addressed/interfaceimpl.h"
 #include "frame/boundary.h"
 #include "frame/filetimes.h"
+#include "ftp/ftpline.h"
 #include "ftp/ftppool.h"
 #include "ftp/ftpreply.h"
 #include "platform/wide.h"
@@ -83,6 +84,7 @@ ComPtr<IFileStream> FtpOpenStream(std::unique_ptr<FTPSession> session, const Hos
                                   const Uri& uri, std::uint32_t access)
 {
     const std::u16string path = uri.GetPath();
+    RequireLine(path, MessageId::OpenFailed);
     const HINTERNET connection = session->Connection(host);
     InternetHandle file(FtpOpenFileW(connection, Wide(path), access,
                                      FTP_TRANSFER_TYPE_BINARY | INTERNET_FLAG_RELOAD, 0));

@@ -2,6 +2,7 @@
 
 #include "frame/messages.h"
 #include "ftp/ftpcommands.h"
+#include "ftp/ftpline.h"
 #include "ftp/ftpreply.h"
 #include "ftp/ftpuri.h"
 #include "platform/ftplinks.h"
@@ -31,6 +32,7 @@ public:
         {
             const FTPUri uri(waiting_.back().address);
             const std::u16string path = uri.GetPath();
+            RequireLine(path, MessageId::DeleteFailed);
             if (waiting_.back().isEmptied)
             {
                 Check(FtpRemoveDirectoryW(Connection(), Wide(path)), path);
@@ -82,6 +84,7 @@ private:
                 continue;
             }
             const std::u16string file = FTPUri(item->text).GetPath();
+            RequireLine(file, MessageId::DeleteFailed);
             Check(FtpDeleteFileW(Connection(), Wide(file)), file);
         }
         std::reverse(waiting_.begin() + static_cast<std::ptrdiff_t>(first), waiting_.end());

@@ -138,5 +138,30 @@ TEST_F(FtpChanges, AFailedDeletionHasItsMessage)
                                       u"\"ftp://u:p@h:21/d/b\"]"));
 }
 
+// Nothing at all: nobody logs on for them.
+TEST_F(FtpChanges, ControlCharactersAreRefusedUnsent)
+{
+    for (const char16_t* const name : {u"a\tb", u"\u0001", u"a\u001b[2J", u"\u001f", u"a\u007f"})
+    {
+        const std::u16string path = name + std::u16string(u"/x");
+        const std::u16string address = u"ftp://u:p@h:21/" + path;
+        const std::u16string quoted = u"\"" + path + u"\"";
+        EXPECT_THAT(Creating(address, false),
+                    Threw(0x80070057, u"Failed to create a folder at " + quoted + u"."));
+        EXPECT_THAT(Creating(address, true), testing::Optional(testing::Field(
+                                                 &FtpFailure::code, std::uint32_t{0x80070057})));
+        for (const bool recursive : {false, true})
+            EXPECT_THAT(Deleting(address, recursive),
+                        Threw(0x80070057, u"Can't delete the file or folder " + quoted + u"."));
+        EXPECT_THAT(Listing(address),
+                    Threw(notFoundStatus, u"Couldn't find the URI " + quoted + u".\n[uri: \"" +
+                                              address + u"\"\nsearchPattern: " + path +
+                                              u"/*\nGetLastError(): 87]"));
+        EXPECT_THAT(Finding(address),
+                    testing::Optional(testing::Field(&FtpFailure::code, notFoundStatus)));
+    }
+    EXPECT_THAT(internet.Calls(), testing::IsEmpty());
+}
+
 } // namespace
 } // namespace tarnwell::test

@@ -174,6 +174,16 @@ TEST_F(FtpStream, AFileThatCannotBeOpenedDropsTheSession)
     EXPECT_THAT(internet.Open(), IsEmpty());
 }
 
+TEST_F(FtpStream, APathWithControlCharactersIsRefusedUnsent)
+{
+    for (const DWORD access : {GENERIC_READ, GENERIC_WRITE})
+    {
+        EXPECT_THAT(FailureOf([&] { Open(access, u"a\u000bb"); }),
+                    Threw(0x80070057, u"Failed to open \"a\u000bb\" for reading or writing."));
+    }
+    EXPECT_THAT(internet.Calls(), IsEmpty());
+}
+
 TEST_F(FtpStream, SaysWhichInterfacesLeaveTexts)
 {
     const auto support = Open().As<::ISupportErrorInfo>();

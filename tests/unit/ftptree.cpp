@@ -37,6 +37,19 @@ TEST_F(FtpTree, AFolderThatCannotBeListedEndsIt)
     EXPECT_THAT(internet.Calls(u"remove"), IsEmpty());
 }
 
+// What was in front of it in the listing is gone by then.
+TEST_F(FtpTree, ANameWithAControlCharacterEndsItUnsent)
+{
+    internet.folders[u"d/t/s1/deep"] = {{u"a\u0007b"}};
+    EXPECT_THAT(Deleting(u"ftp://u:p@h:21/d/t", true),
+                Threw(0x80070057, u"Can't delete the file or folder \"d/t/s1/deep/a\u0007b\"."));
+    EXPECT_EQ(internet.Calls().back(), u"find d/t/s1/deep/*");
+    internet.folders[u"d/t/s1/deep"] = {{u"a\u0007b", folderBit}};
+    EXPECT_THAT(Deleting(u"ftp://u:p@h:21/d/t", true),
+                Threw(0x80070057, u"Can't delete the file or folder \"d/t/s1/deep/a\u0007b\"."));
+    EXPECT_EQ(internet.Calls().back(), u"find d/t/s1/deep/*");
+}
+
 // Folders in folders in folders: what waits is bounded.
 TEST_F(FtpTree, AServerWithoutABottomIsLeft)
 {
