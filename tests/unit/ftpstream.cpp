@@ -176,7 +176,7 @@ TEST_F(FtpStream, AFileThatCannotBeOpenedDropsTheSession)
 
 TEST_F(FtpStream, APathWithControlCharactersIsRefusedUnsent)
 {
-    for (const DWORD access : {GENERIC_READ, GENERIC_WRITE})
+    for (const DWORD access : {DWORD{GENERIC_READ}, DWORD{GENERIC_WRITE}})
     {
         EXPECT_THAT(FailureOf([&] { Open(access, u"a\u000bb"); }),
                     Threw(0x80070057, u"Failed to open \"a\u000bb\" for reading or writing."));
