@@ -17,10 +17,13 @@
 #include <tarnwell/client/answers.hpp>
 #include <tarnwell/client/failure.hpp>
 #include <tarnwell/client/filesystem.hpp>
+#include <tarnwell/client/history.hpp>
 #include <tarnwell/client/items.hpp>
 #include <tarnwell/client/library.hpp>
 #include <tarnwell/client/list.hpp>
 #include <tarnwell/client/revisions.hpp>
+#include <tarnwell/client/sinks.hpp>
 #include <tarnwell/client/streams.hpp>
 #include <tarnwell/client/text.hpp>
+#include <tarnwell/client/trees.hpp>
 #include <tarnwell/tarnwell.h>

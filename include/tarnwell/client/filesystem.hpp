@@ -4,12 +4,16 @@
 
 #include <tarnwell/classes.h>
 #include <tarnwell/client/answers.hpp>
+#include <tarnwell/client/history.hpp>
 #include <tarnwell/client/items.hpp>
 #include <tarnwell/client/library.hpp>
 #include <tarnwell/client/revisions.hpp>
+#include <tarnwell/client/trees.hpp>
 #include <tarnwell/filesystem.h>
 
 #include <algorithm>
+#include <optional>
+#include <vector>
 
 namespace tarnwell::client
 {
@@ -110,6 +114,58 @@ public:
         return detail::NumberOf<VARIANT_BOOL>([&](VARIANT_BOOL* has) {
                    return revisions->HasRevisions(address.Get(), 0, has);
                }) != VARIANT_FALSE;
+    }
+
+    /// Whether `ReadHistory` and `History` can be asked; else there is `Revisions`.
+    bool HasHistory() const
+    {
+        return static_cast<bool>(fileSystem_.As<IFileSystemHistory>());
+    }
+
+    /// Gives the revisions of an item to `take`, the latest first, each as soon as it is there.
+    /// `progress` is asked at least ten times a second whether to go on; if it says no, or a
+    /// failure comes, Failure is thrown (with E_ABORT, or a `HistoryStatus`), and what was taken is
+    /// a part of an answer that there is none of.
+    void ReadHistory(const Text& address, const HistoryQuery& query, const TakeRevision& take,
+                     const Progress& progress = nullptr) const
+    {
+        const auto history = detail::Need<IFileSystemHistory>(fileSystem_);
+        detail::ReadHistory(*history.Get(), address, query, take, progress);
+    }
+
+    /// The same, when all are there: `for (const HistoryEntry& entry : files.History("git:a.c"))`.
+    std::vector<HistoryEntry> History(const Text& address, const HistoryQuery& query = {},
+                                      const Progress& progress = nullptr) const
+    {
+        std::vector<HistoryEntry> all;
+        const auto take = [&](const HistoryEntry& entry) {
+            all.push_back(entry);
+            return true;
+        };
+        ReadHistory(address, query, take, progress);
+        return all;
+    }
+
+    /// Whether `OpenTree` can be asked.
+    bool HasTrees() const
+    {
+        return static_cast<bool>(fileSystem_.As<IFileSystemTrees>());
+    }
+
+    /// What an item was in a revision: `files.OpenTree("git:src#v1.0").List()`. With a `revision`
+    /// all of the address is a path.
+    Tree OpenTree(const Text& address, const std::optional<Text>& revision = std::nullopt,
+                  const Progress& progress = nullptr) const
+    {
+        const auto trees = detail::Need<IFileSystemTrees>(fileSystem_);
+        const auto asked =
+            ComPtr<detail::ProgressObject>::Adopt(new detail::ProgressObject(progress));
+        ComPtr<ITree> tree;
+        Check([&] {
+            return trees->OpenTree(address.Get(), revision ? revision->Get() : nullptr, asked.Get(),
+                                   tree.Out());
+        });
+        return Tree(tree);
     }
 
     /// The interface behind it.
