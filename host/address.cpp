@@ -13,12 +13,12 @@ namespace
 {
 
 const FileSystemKind kinds[] = {
-    {u"local", u"Win32FileSystem", CLSID_Win32FileSystem, true, false},
-    {u"p4", u"P4FileSystem", CLSID_P4FileSystem, true, true},
-    {u"svn", u"SVNFileSystem", CLSID_SVNFileSystem, true, true},
-    {u"ftp", u"FTPFileSystem", CLSID_FTPFileSystem, true, false},
-    {u"hg", u"HGFileSystem", CLSID_HGFileSystem, false, false},
-    {u"git", u"GITFileSystem", CLSID_GITFileSystem, false, false},
+    {u"local", u"Win32FileSystem", CLSID_Win32FileSystem, true, false, u"", false},
+    {u"p4", u"P4FileSystem", CLSID_P4FileSystem, true, true, u"@#", false},
+    {u"svn", u"SVNFileSystem", CLSID_SVNFileSystem, true, true, u"@", false},
+    {u"ftp", u"FTPFileSystem", CLSID_FTPFileSystem, true, false, u"", false},
+    {u"hg", u"HGFileSystem", CLSID_HGFileSystem, false, false, u"#", true},
+    {u"git", u"GITFileSystem", CLSID_GITFileSystem, false, false, u"#", true},
 };
 const FileSystemKind& local = kinds[0];
 const FileSystemKind& perforce = kinds[1];
@@ -113,6 +113,24 @@ std::vector<std::u16string_view> AddressBeginnings()
     for (const Scheme& scheme : schemes)
         beginnings.push_back(scheme.beginning);
     return beginnings;
+}
+
+// Of working copies the last marker begins the revision wherever it stands; else it must stand in
+// the last name.
+AddressParts PartsOf(const Address& address)
+{
+    const std::u16string& text = address.text;
+    const std::size_t marker = text.find_last_of(address.kind->markers);
+    const std::size_t slash = text.rfind(u'/');
+    const bool isRevision =
+        marker != std::u16string::npos &&
+        (!address.kind->hasFolders ||
+         (marker > slash && text.find(u"://") != slash - 2 && slash != std::u16string::npos));
+    AddressParts parts{text.substr(0, isRevision ? marker : text.size()),
+                       isRevision ? text.substr(marker) : std::u16string()};
+    while (parts.path.size() > 1 && parts.path.back() == u'/')
+        parts.path.pop_back();
+    return parts;
 }
 
 Address ParseAddress(const std::u16string& text)

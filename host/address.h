@@ -22,6 +22,10 @@ struct FileSystemKind
     // Whether what is read of a file can be longer or shorter than its listed size, as keywords in
     // it are filled in and line ends made the platform's.
     bool translatesContent;
+    // What a revision stands behind in an address; empty if there are none.
+    std::u16string_view markers;
+    // Whether equal ids of contents mean equal contents, also in two repositories.
+    bool idsTellContents;
 };
 
 // All six, the local one first.
@@ -35,6 +39,17 @@ struct Address
     const FileSystemKind* kind;
     std::u16string text;
 };
+
+// An address in two parts.
+struct AddressParts
+{
+    // Without a slash at its end.
+    std::u16string path;
+    // With its marker; may be empty.
+    std::u16string revision;
+};
+
+AddressParts PartsOf(const Address& address);
 
 // The scheme chooses the file system, in any case of letters: whether that is right is the module's
 // to say. What has none of the known schemes is a local path, but for some schemes of other

@@ -1,6 +1,7 @@
 #include "arguments.h"
 
 #include "options.h"
+#include "times.h"
 
 #include <algorithm>
 
@@ -27,8 +28,18 @@ public:
             Take(arguments_[next_++]);
         if (line_.language && *line_.language != u"en" && *line_.language != u"ja")
             Wrong({Word::WrongLanguage, {}});
-        if (line_.count && !IsNumber(*line_.count))
-            Wrong({Word::WrongCount, {*line_.count}});
+        for (const auto& [name, value] :
+             {std::pair(u"-n", &line_.count), std::pair(u"--skip", &line_.skip)})
+        {
+            if (*value && !IsNumber(**value))
+                Wrong({Word::WrongCount, {name, **value}});
+        }
+        for (const auto& [name, value] :
+             {std::pair(u"--since", &line_.since), std::pair(u"--until", &line_.until)})
+        {
+            if (*value && !ParseTime(**value, DayPart::Begin))
+                Wrong({Word::WrongTime, {name, **value}});
+        }
         return line_;
     }
 

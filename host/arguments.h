@@ -29,12 +29,19 @@ struct CommandLine
     bool yes = false;
     bool parents = false;
     bool recursive = false;
+    bool prescribed = false;
+    bool follow = false;
+    bool workingCopy = false;
     bool help = false;
     bool version = false;
     bool man = false;
     bool completion = false;
     // A number in digits; it may be larger than any type.
     std::optional<std::u16string> count;
+    std::optional<std::u16string> skip;
+    // Times that the program can read.
+    std::optional<std::u16string> since;
+    std::optional<std::u16string> until;
     // Names that a comparison of folders leaves out; none given: those that version control keeps.
     std::optional<std::vector<std::u16string>> exclude;
 

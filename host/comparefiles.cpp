@@ -1,23 +1,24 @@
 #include "comparison.h"
 
-#include "content.h"
-
 #include <algorithm>
 
 namespace tarnwell::host
 {
 
-Finding CompareFiles(const ComPtr<IFile>& left, const ComPtr<IFile>& right)
+namespace
 {
-    Reader leftReader(left);
-    Reader rightReader(right);
+
+template <class F> Finding CompareContents(F&& open, const Side& leftSide, const Side& rightSide)
+{
+    Reader left = open(leftSide);
+    Reader right = open(rightSide);
     std::uint64_t leftSize = 0;
     std::uint64_t rightSize = 0;
     std::optional<std::uint64_t> firstDifference;
     for (;;)
     {
-        const std::span<const char> a = leftReader.Next();
-        const std::span<const char> b = rightReader.Next();
+        const std::span<const char> a = left.Next();
+        const std::span<const char> b = right.Next();
         if (a.empty() && b.empty())
             break;
         const auto apart = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
@@ -28,6 +29,65 @@ Finding CompareFiles(const ComPtr<IFile>& left, const ComPtr<IFile>& right)
     }
     const Verdict verdict = firstDifference ? Verdict::Different : Verdict::Equal;
     return {{}, verdict, leftSize, rightSize, firstDifference, {}};
+}
+
+// A link is one in the other side, too, but for trees on systems without links: there its path
+// stands in a file.
+bool LinkDiffers(const Side& left, const Side& right)
+{
+    if (!left.IsInTree() && !right.IsInTree())
+        return false;
+    const bool mayStandInFile = left.IsLink()
+                                    ? left.IsInTree() && !right.IsInTree() && right.IsFile()
+                                    : right.IsInTree() && !left.IsInTree() && left.IsFile();
+    return left.IsLink() != right.IsLink() && !mayStandInFile;
+}
+
+// Where one side knows no more than the path.
+bool ComparesPaths(const Side& left, const Side& right)
+{
+    return left.IsInTree() != right.IsInTree() && left.IsLink() && right.IsLink();
+}
+
+bool IsSameContent(const Side& left, const Side& right)
+{
+    const std::u16string id = left.ContentId();
+    return !id.empty() && id == right.ContentId();
+}
+
+Finding Judged(Verdict verdict, const Side& left, const Side& right)
+{
+    return {{}, verdict, left.Size(), right.Size(), {}, {}};
+}
+
+Finding CompareRepositories(const Side& left, const Side& right)
+{
+    if (left.IsFile() || right.IsFile())
+        return Judged(Verdict::KindDiffers, left, right);
+    // The folder that another repository is checked out into tells no revision.
+    const bool isKnown = left.IsRepository() && right.IsRepository();
+    return Judged(!isKnown || IsSameContent(left, right) ? Verdict::Equal : Verdict::Different,
+                  left, right);
+}
+
+} // namespace
+
+Finding CompareItems(const Side& left, const Side& right, bool trustsSizes)
+{
+    if (left.IsRepository() || right.IsRepository())
+        return CompareRepositories(left, right);
+    if (ComparesPaths(left, right))
+        return CompareContents([](const Side& side) { return side.OpenPath(); }, left, right);
+    if (left.IsFile() != right.IsFile())
+        return Judged(Verdict::KindDiffers, left, right);
+    if (LinkDiffers(left, right))
+        return Judged(Verdict::LinkDiffers, left, right);
+    if (!left.IsFile() || IsSameContent(left, right))
+        return Judged(Verdict::Equal, left, right);
+    // Unequal sizes say enough: no need to read.
+    if (trustsSizes && left.Size() != right.Size())
+        return Judged(Verdict::Different, left, right);
+    return CompareContents([](const Side& side) { return side.Open(); }, left, right);
 }
 
 } // namespace tarnwell::host

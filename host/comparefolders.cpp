@@ -1,9 +1,5 @@
 #include "comparison.h"
 
-#include "items.h"
-
-#include <tarnwell/constants.h>
-
 #include <algorithm>
 
 namespace tarnwell::host
@@ -15,57 +11,49 @@ namespace
 struct Entry
 {
     std::u16string name;
-    ComPtr<IFile> file;
-    ComPtr<IFolder> folder;
-    bool isLink;
+    std::unique_ptr<Side> side;
 };
 
-std::u16string PairingName(const ComPtr<IFileSystemItem>& item)
-{
-    if (const auto comparable = item.As<IFileSystemItemComparableUrl>())
-        return TextFrom(comparable.Get(), &IFileSystemItemComparableUrl::GetComparableName);
-    return TextFrom(item.Get(), &IFileSystemItem::GetName);
-}
-
-bool IsLink(const ComPtr<IFileSystemItem>& item)
-{
-    std::uint32_t attributes = 0;
-    Call([&] { return item->GetAttributes(&attributes); });
-    return (attributes & AttributeLink) != 0;
-}
-
 // `fail` is called for what is no item.
-std::vector<Entry> EntriesOf(const ComPtr<IFolder>& folder,
-                             const std::vector<std::u16string>& excluded,
-                             const std::function<void(const Failure&)>& fail)
+std::vector<Entry> EntriesOf(const Side& folder, const std::vector<std::u16string>& excluded,
+                             const Side::Fail& fail)
 {
     std::vector<Entry> entries;
-    const auto add = [&](const ComPtr<IFileSystemItem>& item) {
-        std::u16string name = PairingName(item);
+    const auto add = [&](std::unique_ptr<Side>& side) {
+        std::u16string name = side->PairingName();
         if (std::find(excluded.begin(), excluded.end(), name) == excluded.end())
-            entries.push_back(
-                {std::move(name), item.As<IFile>(), item.As<IFolder>(), IsLink(item)});
+            entries.push_back({std::move(name), std::move(side)});
     };
-    ForEachItem(folder, add, fail);
+    for (std::unique_ptr<Side>& side : folder.Inside(fail))
+    {
+        try
+        {
+            add(side);
+        }
+        catch (const Failure& failure)
+        {
+            fail(failure);
+        }
+    }
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry& left, const Entry& right) { return left.name < right.name; });
     return entries;
 }
 
-std::optional<std::uint64_t> KnownSize(const Entry& entry)
+// A link to a folder above would never end.
+bool IsEntered(const Side& side)
 {
-    if (!entry.file)
-        return std::nullopt;
-    return SizeOf(entry.file);
+    return side.IsFolder() && !side.IsLink();
 }
 
 class FolderComparison
 {
 public:
-    FolderComparison(const FolderRules& rules, const Tell& tell) : rules_(rules), tell_(tell) {}
+    FolderComparison(const FolderRules& rules, const TellFinding& tell) : rules_(rules), tell_(tell)
+    {
+    }
 
-    void Compare(const std::u16string& prefix, const ComPtr<IFolder>& left,
-                 const ComPtr<IFolder>& right)
+    void Compare(const std::u16string& prefix, const Side& left, const Side& right)
     {
         const auto fail = [&](const Failure& failure) {
             tell_({prefix + u"?", Verdict::Failed, {}, {}, {}, failure});
@@ -89,7 +77,7 @@ private:
     void TellSingle(const std::u16string& prefix, const Entry& entry, Verdict verdict)
     {
         Finding finding{prefix + entry.name, verdict, {}, {}, {}, {}};
-        (verdict == Verdict::OnlyLeft ? finding.leftSize : finding.rightSize) = KnownSize(entry);
+        (verdict == Verdict::OnlyLeft ? finding.leftSize : finding.rightSize) = entry.side->Size();
         tell_(finding);
     }
 
@@ -98,41 +86,29 @@ private:
         const std::u16string name = prefix + left.name;
         try
         {
-            Finding finding = FindingOf(left, right);
+            Finding finding = CompareItems(*left.side, *right.side, rules_.trustsSizes);
             finding.name = name;
             tell_(finding);
-            // A link to a folder above would never end.
-            if (left.folder && right.folder && !left.isLink && !right.isLink)
-                Compare(name + u"/", left.folder, right.folder);
+            if (IsEntered(*left.side) && IsEntered(*right.side))
+                Compare(name + u"/", *left.side, *right.side);
         }
         catch (const Failure& failure)
         {
+            // The user's wish ends all of it.
+            if (failure.status == E_ABORT)
+                throw;
             tell_({name, Verdict::Failed, {}, {}, {}, failure});
         }
     }
 
-    Finding FindingOf(const Entry& left, const Entry& right) const
-    {
-        const auto leftSize = KnownSize(left);
-        const auto rightSize = KnownSize(right);
-        if (!left.file != !right.file)
-            return {{}, Verdict::KindDiffers, leftSize, rightSize, {}, {}};
-        if (!left.file)
-            return {{}, Verdict::Equal, {}, {}, {}, {}};
-        // Unequal sizes say enough: no need to read.
-        if (rules_.trustsSizes && leftSize != rightSize)
-            return {{}, Verdict::Different, leftSize, rightSize, {}, {}};
-        return CompareFiles(left.file, right.file);
-    }
-
     const FolderRules& rules_;
-    const Tell& tell_;
+    const TellFinding& tell_;
 };
 
 } // namespace
 
-void CompareFolders(const ComPtr<IFolder>& left, const ComPtr<IFolder>& right,
-                    const FolderRules& rules, const Tell& tell)
+void CompareFolders(const Side& left, const Side& right, const FolderRules& rules,
+                    const TellFinding& tell)
 {
     FolderComparison(rules, tell).Compare({}, left, right);
 }

@@ -1,9 +1,7 @@
 // What differs between two files, or between two folders.
 #pragma once
 
-#include "errors.h"
-
-#include <tarnwell/items.h>
+#include "side.h"
 
 #include <functional>
 #include <optional>
@@ -19,6 +17,8 @@ enum class Verdict
     Different,
     // One is a file, the other a folder.
     KindDiffers,
+    // One is a link.
+    LinkDiffers,
     OnlyLeft,
     OnlyRight,
     // The two could not be compared.
@@ -38,7 +38,7 @@ struct Finding
     std::optional<Failure> failure;
 };
 
-using Tell = std::function<void(const Finding&)>;
+using TellFinding = std::function<void(const Finding&)>;
 
 struct FolderRules
 {
@@ -48,14 +48,15 @@ struct FolderRules
     bool trustsSizes;
 };
 
-// Reads both files to their ends. Throws Failure.
-Finding CompareFiles(const ComPtr<IFile>& left, const ComPtr<IFile>& right);
+// Reads both files to their ends, unless ids, or sizes where these are trusted, say enough. What is
+// in two folders isn't looked at. Throws Failure.
+Finding CompareItems(const Side& left, const Side& right, bool trustsSizes);
 
 // Pairs by name, without the part of it that tells a revision, and goes into folders that both
 // sides have; a folder that is a link isn't entered. Findings come in the order of names, one
 // for each pair and each name without a partner. What fails below the two folders is a finding,
 // named "?" where it has no name; a failure to read these themselves is thrown.
-void CompareFolders(const ComPtr<IFolder>& left, const ComPtr<IFolder>& right,
-                    const FolderRules& rules, const Tell& tell);
+void CompareFolders(const Side& left, const Side& right, const FolderRules& rules,
+                    const TellFinding& tell);
 
 } // namespace tarnwell::host

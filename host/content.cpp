@@ -4,6 +4,8 @@
 
 #include <tarnwell/constants.h>
 
+#include <utility>
+
 namespace tarnwell::host
 {
 
@@ -22,14 +24,19 @@ ComPtr<IFileStream> OpenStream(const ComPtr<IFile>& file, std::uint32_t access,
 
 } // namespace
 
-Reader::Reader(const ComPtr<IFile>& file)
-    : stream_(Need<ISequentialStream>(OpenStream(file, AccessRead, OpenExisting))),
-      block_(blockSize)
+Reader::Reader(const ComPtr<IFile>& file) : Reader(OpenStream(file, AccessRead, OpenExisting)) {}
+
+Reader::Reader(const ComPtr<IFileStream>& stream)
+    : stream_(Need<ISequentialStream>(stream)), block_(blockSize)
 {
 }
 
+Reader::Reader(std::string_view bytes) : block_(bytes.begin(), bytes.end()), left_(block_.size()) {}
+
 std::span<const char> Reader::Next()
 {
+    if (!stream_)
+        return {block_.data(), std::exchange(left_, 0)};
     std::size_t filled = 0;
     while (filled < block_.size())
     {

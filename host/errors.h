@@ -31,6 +31,19 @@ template <class F> void Call(F&& call)
         throw TakeFailure(status);
 }
 
+// Runs what fails as the client's functions do, and throws Failure instead.
+template <class F> auto Told(F&& body) -> decltype(body())
+{
+    try
+    {
+        return body();
+    }
+    catch (const client::Failure& failure)
+    {
+        throw FailureOf(failure);
+    }
+}
+
 // On standard error: the text and, below it, the status; or both as one JSON object.
 void PrintFailure(const Failure& failure, bool json);
 

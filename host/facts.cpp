@@ -23,6 +23,29 @@ std::uint32_t AttributesOf(const ComPtr<IFileSystemItem>& item)
     return attributes;
 }
 
+const char16_t* NameOf(TreeItemKind kind)
+{
+    switch (kind)
+    {
+    case TreeFolder:
+        return u"folder";
+    case TreeLink:
+        return u"link";
+    case TreeRepository:
+        return u"repository";
+    default:
+        return u"file";
+    }
+}
+
+void AddRecorded(JsonObject& object, const RecordedFacts& recorded)
+{
+    object.Text(u"kind", NameOf(recorded.kind))
+        .Boolean(u"executable", recorded.executable)
+        .Text(u"content_id", recorded.contentId)
+        .Text(u"revision", recorded.revision);
+}
+
 } // namespace
 
 ItemFacts FactsOf(const ComPtr<IFileSystemItem>& item)
@@ -65,6 +88,8 @@ JsonObject ToJson(const ItemFacts& facts)
     writer.Number(u"filetime", facts.modified);
     writer.Text(u"comparable_name", facts.comparableName);
     writer.Text(u"comparable_url", facts.comparableUrl);
+    if (facts.recorded)
+        AddRecorded(writer.object, *facts.recorded);
     return writer.Finish();
 }
 

@@ -4,9 +4,11 @@
 #include "errors.h"
 #include "json.h"
 
+#include <tarnwell/constants.h>
 #include <tarnwell/items.h>
 
 #include <optional>
+#include <utility>
 
 namespace tarnwell::host
 {
@@ -20,6 +22,12 @@ template <class T> struct Fact
     bool isNotOffered = false;
 };
 
+// A value that there is for certain.
+template <class T> Fact<T> Known(T value)
+{
+    return {std::move(value), {}, false};
+}
+
 // The outcome of `read`, with a failure caught.
 template <class F> auto FactOf(F&& read) -> Fact<decltype(read())>
 {
@@ -32,6 +40,15 @@ template <class F> auto FactOf(F&& read) -> Fact<decltype(read())>
         return {std::nullopt, failure.message, failure.status == E_NOTIMPL};
     }
 }
+
+// What only an item of a revision has.
+struct RecordedFacts
+{
+    TreeItemKind kind;
+    bool executable;
+    std::u16string contentId;
+    std::u16string revision;
+};
 
 struct ItemFacts
 {
@@ -47,6 +64,7 @@ struct ItemFacts
     // Local items have none of these two.
     Fact<std::u16string> comparableName;
     Fact<std::u16string> comparableUrl;
+    std::optional<RecordedFacts> recorded;
 };
 
 ItemFacts FactsOf(const ComPtr<IFileSystemItem>& item);

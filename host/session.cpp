@@ -15,14 +15,7 @@ Place Open(const Session& session, const Address& address)
 
 ComPtr<IFileSystem> MakeFileSystem(const Session& session, const FileSystemKind& kind)
 {
-    try
-    {
-        return session.module.Create(kind.clsid, session.hostObject.Get()).Get();
-    }
-    catch (const client::Failure& failure)
-    {
-        throw FailureOf(failure);
-    }
+    return Told([&] { return session.module.Create(kind.clsid, session.hostObject.Get()).Get(); });
 }
 
 Place Open(const Session& session, const std::u16string& address)

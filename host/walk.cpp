@@ -26,13 +26,6 @@ struct Waiting
     std::size_t depth;
 };
 
-bool IsWanted(const Walk& walk, const std::u16string& name)
-{
-    return walk.patterns.empty() ||
-           std::any_of(walk.patterns.begin(), walk.patterns.end(),
-                       [&](const std::u16string& pattern) { return MatchesName(pattern, name); });
-}
-
 // Gives the folders to go on with, in order.
 std::vector<Waiting> VisitFolder(const Waiting& present, const Walk& walk)
 {
@@ -42,7 +35,7 @@ std::vector<Waiting> VisitFolder(const Waiting& present, const Walk& walk)
     for (Listed& item : SortedItems(present.folder, walk.fail))
     {
         const std::u16string name = item.facts.name.value.value_or(u"?");
-        if (IsWanted(walk, name))
+        if (IsWanted(walk.patterns, name))
             walk.visit(item.facts, present.prefix + name);
         if (walk.recursive && item.folder && !IsLink(item.facts))
             inside.push_back(
@@ -65,6 +58,13 @@ std::vector<Listed> SortedItems(const ComPtr<IFolder>& folder,
         return left.facts.name.value < right.facts.name.value;
     });
     return all;
+}
+
+bool IsWanted(std::span<const std::u16string> patterns, const std::u16string& name)
+{
+    return patterns.empty() ||
+           std::any_of(patterns.begin(), patterns.end(),
+                       [&](const std::u16string& pattern) { return MatchesName(pattern, name); });
 }
 
 bool IsLink(const ItemFacts& facts)

@@ -23,6 +23,9 @@ std::vector<Listed> SortedItems(const ComPtr<IFolder>& folder,
 
 bool IsLink(const ItemFacts& facts);
 
+// Whether the name matches one of the patterns, or there are none.
+bool IsWanted(std::span<const std::u16string> patterns, const std::u16string& name);
+
 struct Walk
 {
     bool recursive;

@@ -22,6 +22,7 @@ const VerdictName verdictNames[] = {
     {Verdict::Equal, Word::Equal, u"equal"},
     {Verdict::Different, Word::Different, u"different"},
     {Verdict::KindDiffers, Word::KindDiffers, u"kind_differs"},
+    {Verdict::LinkDiffers, Word::LinkDiffers, u"link_differs"},
     {Verdict::OnlyLeft, Word::OnlyLeft, u"only_left"},
     {Verdict::OnlyRight, Word::OnlyRight, u"only_right"},
     {Verdict::Failed, Word::Failed, u"failed"},
@@ -114,14 +115,11 @@ private:
     std::uint64_t counts_[std::size(verdictNames)] = {};
 };
 
-Finding CompareItems(const ComPtr<IFileSystemItem>& left, const ComPtr<IFileSystemItem>& right)
+std::unique_ptr<Side> SideAt(const Session& session, const Place& place)
 {
-    const ComPtr<IFile> leftFile = left.As<IFile>();
-    const ComPtr<IFile> rightFile = right.As<IFile>();
-    Finding finding = leftFile && rightFile ? CompareFiles(leftFile, rightFile)
-                                            : Finding{{}, Verdict::KindDiffers, {}, {}, {}, {}};
-    finding.name = TextFrom(left.Get(), &IFileSystemItem::GetName);
-    return finding;
+    if (std::optional<RevisionTree> tree = OpenTree(session, place))
+        return MakeSide(*std::move(tree), place.address.kind->idsTellContents);
+    return MakeSide(FindItem(place));
 }
 
 // What version control keeps beside the files that are its users'.
@@ -142,20 +140,22 @@ int Compare(const Session& session)
 {
     const Place leftPlace = Open(session, session.line.operands[0]);
     const Place rightPlace = Open(session, session.line.operands[1]);
-    const auto left = FindItem(leftPlace);
-    const auto right = FindItem(rightPlace);
-    const ComPtr<IFolder> leftFolder = left.As<IFolder>();
-    const ComPtr<IFolder> rightFolder = right.As<IFolder>();
+    const std::unique_ptr<Side> left = SideAt(session, leftPlace);
+    const std::unique_ptr<Side> right = SideAt(session, rightPlace);
+    const FolderRules rules = RulesOf(session.line, leftPlace, rightPlace);
     Report report(session.line.json);
-    if (leftFolder && rightFolder)
+    if (left->IsFolder() && right->IsFolder())
     {
-        CompareFolders(leftFolder, rightFolder, RulesOf(session.line, leftPlace, rightPlace),
+        CompareFolders(*left, *right, rules,
                        [&](const Finding& finding) { report.Add(finding, false); });
         report.PrintSummary();
     }
     else
     {
-        report.Add(CompareItems(left, right), true);
+        // Two files that were named are read also where their sizes tell them apart.
+        Finding finding = CompareItems(*left, *right, false);
+        finding.name = left->Name();
+        report.Add(finding, true);
     }
     return report.ExitCode();
 }

@@ -12,13 +12,22 @@ namespace tarnwell::host
 namespace
 {
 
-// Folder, link, read-only, hidden.
+char16_t FirstLetter(const ItemFacts& facts)
+{
+    if (facts.recorded && facts.recorded->kind == TreeRepository)
+        return u'm';
+    return facts.folder ? u'd' : u'-';
+}
+
+// Folder or repository, link, read-only, hidden or a program.
 std::u16string Letters(const ItemFacts& facts)
 {
     const std::uint32_t attributes = facts.attributes.value.value_or(0);
-    std::u16string letters = facts.folder ? u"d" : u"-";
+    std::u16string letters(1, FirstLetter(facts));
     letters += IsLink(facts) ? u'l' : u'-';
     letters += (attributes & AttributeReadOnly) != 0 ? u'r' : u'-';
+    if (facts.recorded && facts.recorded->executable)
+        return letters + u'x';
     letters += (attributes & AttributeHidden) != 0 ? u'h' : u'-';
     return letters;
 }

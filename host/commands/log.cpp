@@ -1,11 +1,9 @@
-#include "columns.h"
 #include "commands.h"
-#include "facts.h"
+#include "history.h"
 #include "items.h"
 #include "output.h"
-#include "readable.h"
+#include "revisionlines.h"
 #include "system.h"
-#include "text16.h"
 
 #include <algorithm>
 
@@ -14,16 +12,6 @@ namespace tarnwell::host
 
 namespace
 {
-
-struct RevisionFacts
-{
-    Fact<std::u16string> id;
-    Fact<std::u16string> description;
-    Fact<std::u16string> author;
-    Fact<std::uint64_t> modified;
-    Fact<std::uint64_t> recorded;
-    Fact<std::u16string> uri;
-};
 
 RevisionFacts FactsOf(const ComPtr<IRevision>& revision)
 {
@@ -37,52 +25,13 @@ RevisionFacts FactsOf(const ComPtr<IRevision>& revision)
             return value;
         });
     };
-    return {text(&IRevision::GetRevisionId),   text(&IRevision::GetDescription),
-            text(&IRevision::GetAuthor),       time(&IRevision::GetModifiedTime),
-            time(&IRevision::GetRevisionTime), text(&IRevision::GetUri)};
-}
-
-std::u16string Json(const RevisionFacts& facts)
-{
-    FactWriter writer;
-    writer.Text(u"id", facts.id);
-    writer.Text(u"description", facts.description);
-    writer.Text(u"author", facts.author);
-    writer.Time(u"modified", facts.modified);
-    writer.Number(u"modified_filetime", facts.modified);
-    writer.Time(u"revision", facts.recorded);
-    writer.Number(u"revision_filetime", facts.recorded);
-    writer.Text(u"uri", facts.uri);
-    return writer.Finish().Line();
-}
-
-// Texts of revisions may be one long line.
-std::u16string Fitted(const std::u16string& line)
-{
-    const std::size_t width = OutputWidth();
-    return width == 0 ? line : Wrapped(line, width, 4);
-}
-
-std::u16string Indented(std::u16string_view text)
-{
-    std::u16string result;
-    while (!text.empty())
-    {
-        const std::size_t end = text.find(u'\n');
-        result += u"    " + Fitted(Shown(text.substr(0, end))) + u"\n";
-        text.remove_prefix(end == std::u16string_view::npos ? text.size() : end + 1);
-    }
-    return result;
-}
-
-std::u16string Readable(const RevisionFacts& facts)
-{
-    const auto text = [](const Fact<std::u16string>& fact) {
-        return fact.value.value_or(Say(Word::Unknown, {fact.error}));
-    };
-    const std::uint64_t time = facts.recorded.value.value_or(0);
-    return Shown(text(facts.id)) + u"  " + ReadableTime(time) + u"  " + Shown(text(facts.author)) +
-           u"\n" + Indented(text(facts.description)) + u"    " + Shown(text(facts.uri)) + u"\n";
+    return {text(&IRevision::GetRevisionId),
+            text(&IRevision::GetDescription),
+            text(&IRevision::GetAuthor),
+            time(&IRevision::GetModifiedTime),
+            time(&IRevision::GetRevisionTime),
+            text(&IRevision::GetUri),
+            {}};
 }
 
 // Earlier versions of local files are found by their drive, so a relative path gets the present
@@ -112,11 +61,20 @@ std::uint32_t Wanted(const CommandLine& line)
     return static_cast<std::uint32_t>(wanted);
 }
 
-} // namespace
-
-int Log(const Session& session)
+// What only histories in full know.
+void RefuseOtherOptions(const CommandLine& line)
 {
-    const ComPtr<IRevisions> revisions = RevisionsOf(WholePlace(session));
+    for (const std::u16string_view name : line.own)
+    {
+        if (name != u"-n")
+            throw Failure{E_NOTIMPL, Say(Word::NotOfferedWith, {name})};
+    }
+}
+
+int PrintPrescribed(const Session& session, const Place& place)
+{
+    RefuseOtherOptions(session.line);
+    const ComPtr<IRevisions> revisions = RevisionsOf(place);
     std::uint32_t count = 0;
     Call([&] { return revisions->GetCount(&count); });
     if (count == 0 && !session.line.json)
@@ -125,10 +83,18 @@ int Log(const Session& session)
     {
         ComPtr<IRevision> revision;
         Call([&] { return revisions->GetItem(static_cast<std::int32_t>(i), revision.Out()); });
-        const RevisionFacts facts = FactsOf(revision);
-        Print(session.line.json ? Json(facts) : Readable(facts));
+        PrintRevision(FactsOf(revision), session.line.json);
     }
     return exitDone;
+}
+
+} // namespace
+
+int Log(const Session& session)
+{
+    const Place place = WholePlace(session);
+    return HasHistory(session, place) ? PrintHistory(session, place)
+                                      : PrintPrescribed(session, place);
 }
 
 } // namespace tarnwell::host

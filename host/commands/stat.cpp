@@ -5,6 +5,7 @@
 #include "output.h"
 #include "readable.h"
 #include "text16.h"
+#include "tree.h"
 
 namespace tarnwell::host
 {
@@ -45,6 +46,23 @@ private:
     std::u16string notOffered_;
 };
 
+Word KindOf(const ItemFacts& facts)
+{
+    if (!facts.recorded)
+        return facts.folder ? Word::Folder : Word::File;
+    switch (facts.recorded->kind)
+    {
+    case TreeFolder:
+        return Word::Folder;
+    case TreeLink:
+        return Word::Link;
+    case TreeRepository:
+        return Word::OtherRepository;
+    default:
+        return facts.recorded->executable ? Word::Program : Word::File;
+    }
+}
+
 std::u16string Readable(const ItemFacts& facts)
 {
     const auto text = [](const std::u16string& value) {
@@ -54,24 +72,29 @@ std::u16string Readable(const ItemFacts& facts)
         return bytes < 1024 ? ReadableSize(bytes)
                             : ReadableSize(bytes) + u" (" + Decimal(bytes) + u" B)";
     };
-    return Table()
-        .Add(Word::FactName, facts.name, text)
+    Table table;
+    table.Add(Word::FactName, facts.name, text)
         .Add(Word::FactPath, facts.path, text)
         .Add(Word::FactParent, facts.parent, text)
-        .Add(Word::FactKind, Say(facts.folder ? Word::Folder : Word::File))
+        .Add(Word::FactKind, Say(KindOf(facts)))
         .Add(Word::FactAttributes, facts.attributes, Hex)
         .Add(Word::FactSize, facts.size, size)
         .Add(Word::FactModified, facts.modified, ReadableTime)
         .Add(Word::FactComparableName, facts.comparableName, text)
-        .Add(Word::FactComparableUrl, facts.comparableUrl, text)
-        .Text();
+        .Add(Word::FactComparableUrl, facts.comparableUrl, text);
+    if (facts.recorded)
+        table.Add(Word::FactRevision, Shown(facts.recorded->revision))
+            .Add(Word::FactContentId, Shown(facts.recorded->contentId));
+    return table.Text();
 }
 
 } // namespace
 
 int Stat(const Session& session)
 {
-    const ItemFacts facts = FactsOf(FindItem(Open(session, session.line.operands[0])));
+    const Place place = Open(session, session.line.operands[0]);
+    const std::optional<RevisionTree> tree = OpenTree(session, place);
+    const ItemFacts facts = tree ? tree->FactsOf(tree->Find()) : FactsOf(FindItem(place));
     Print(session.line.json ? ToJson(facts).Line() : Readable(facts));
     return exitDone;
 }

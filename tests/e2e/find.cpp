@@ -95,12 +95,12 @@ TEST_F(Find, OfAFileOrNothingFails)
     }
 }
 
-// Their file systems know no folders.
+// By the prescribed calls their file systems know no folders.
 TEST_F(Find, OfAWorkingCopysAddressFails)
 {
     for (const char16_t* address : {u"git:a", u"hg:a"})
     {
-        const HostRun run = RunHost({u"find", address});
+        const HostRun run = RunPrescribed({u"find", address});
         EXPECT_EQ(run.exitCode, 1);
         EXPECT_THAT(run.errors, HasSubstr("\n0x8"));
     }

@@ -1,4 +1,4 @@
-// How the host program takes and shows addresses of Git files.
+// How the host program takes and shows addresses of Git files, by the prescribed calls.
 #include "e2e/hostrun.h"
 #include "e2e/json.h"
 #include "support/clients.h"
@@ -32,7 +32,7 @@ protected:
 TEST_F(GitAddresses, LogIsReadable)
 {
     const std::string hash = repository.Commit(u"a.txt", "1", "the first");
-    const HostRun run = RunHost({u"log", Address(u"a.txt")});
+    const HostRun run = RunPrescribed({u"log", Address(u"a.txt")});
     EXPECT_THAT(LinesOf(run.output),
                 ElementsAre("  -  ", "    Working Copy", "    " + Utf8(repository / u"a.txt"),
                             testing::AllOf(StartsWith(hash + "  20"), EndsWith("  Ann")),
@@ -45,7 +45,8 @@ TEST_F(GitAddresses, LogIsCutWhereAskedFor)
     for (const char* content : {"1", "2", "3"})
         repository.Commit(u"a.txt", content, content);
     const auto linesOf = [&](const std::u16string& count) {
-        return JsonLinesOf(RunHost({u"--json", u"log", u"-n", count, Address(u"a.txt")}).output);
+        return JsonLinesOf(
+            RunPrescribed({u"--json", u"log", u"-n", count, Address(u"a.txt")}).output);
     };
     const auto two = linesOf(u"2");
     ASSERT_EQ(two.size(), 2U);
@@ -59,22 +60,22 @@ TEST_F(GitAddresses, AddressesMayBeRelative)
     const std::string hash = repository.Commit(u"sub/a.txt", "old", "first");
     repository.Commit(u"sub/a.txt", "new", "second");
     const std::filesystem::path sub = repository.Folder().Path() / "sub";
-    EXPECT_EQ(RunHost({.arguments = {u"cat", u"git:a.txt"}, .folder = sub}).output, "new");
+    EXPECT_EQ(RunPrescribed({.arguments = {u"cat", u"git:a.txt"}, .folder = sub}).output, "new");
     const std::u16string revision(hash.begin(), hash.end());
     for (const std::u16string& address :
          {u"git:a.txt#" + revision, u"git://a.txt#" + revision, u"git:../sub/a.txt#" + revision})
-        EXPECT_EQ(RunHost({.arguments = {u"cat", address}, .folder = sub}).output, "old");
+        EXPECT_EQ(RunPrescribed({.arguments = {u"cat", address}, .folder = sub}).output, "old");
 }
 
 TEST_F(GitAddresses, RevisionsAreCompared)
 {
     const std::string old = repository.Commit(u"a.txt", "same start", "first");
     repository.Commit(u"a.txt", "same stop!", "second");
-    const HostRun run = RunHost({u"compare", Address(u"a.txt", old), Address(u"a.txt")});
+    const HostRun run = RunPrescribed({u"compare", Address(u"a.txt", old), Address(u"a.txt")});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_EQ(run.output,
               "a.txt#" + old + ": different, 10 and 10 bytes, first difference at offset 7\n");
-    EXPECT_EQ(RunHost({u"compare", Address(u"a.txt"), repository / u"a.txt"}).exitCode, 0);
+    EXPECT_EQ(RunPrescribed({u"compare", Address(u"a.txt"), repository / u"a.txt"}).exitCode, 0);
 }
 
 } // namespace

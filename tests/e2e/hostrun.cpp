@@ -20,6 +20,17 @@ HostRun RunHost(const std::vector<std::u16string>& arguments)
     return RunHost(HostCall{arguments, {}, {}, {}});
 }
 
+HostRun RunPrescribed(HostCall call)
+{
+    call.arguments.insert(call.arguments.begin(), u"--prescribed");
+    return RunHost(call);
+}
+
+HostRun RunPrescribed(const std::vector<std::u16string>& arguments)
+{
+    return RunPrescribed(HostCall{arguments, {}, {}, {}});
+}
+
 std::filesystem::path HostProgram()
 {
     return ThisProgram().parent_path() / ProgramName("tarnwell-host");

@@ -18,6 +18,10 @@ using HostRun = ProcessRun;
 HostRun RunHost(const HostCall& call);
 HostRun RunHost(const std::vector<std::u16string>& arguments);
 
+// The same with the prescribed calls, which hosts of the first version know.
+HostRun RunPrescribed(HostCall call);
+HostRun RunPrescribed(const std::vector<std::u16string>& arguments);
+
 // The host program, beside this test program.
 std::filesystem::path HostProgram();
 // The module beside it.

@@ -1,4 +1,4 @@
-// log of local files.
+// log of local files, by the prescribed calls.
 #include "e2e/hostrun.h"
 #include "support/tempfolder.h"
 
@@ -18,7 +18,7 @@ TEST(Log, OfAFileWithoutEarlierVersionsSaysSo)
     WriteBytes(folder / u"a.txt", "x");
     for (const std::u16string& path : {folder / u"a.txt", std::u16string(u"a.txt")})
     {
-        const HostRun run = RunHost(HostCall{{u"log", path}, {}, {}, folder.Path()});
+        const HostRun run = RunPrescribed(HostCall{{u"log", path}, {}, {}, folder.Path()});
         EXPECT_EQ(run.exitCode, 0);
         EXPECT_EQ(run.output, "No revisions.\n");
         EXPECT_THAT(run.errors, IsEmpty());
@@ -29,7 +29,7 @@ TEST(Log, ForProgramsNoRevisionIsNoLine)
 {
     const TempFolder folder;
     WriteBytes(folder / u"a.txt", "x");
-    const HostRun run = RunHost({u"--json", u"log", folder / u"a.txt"});
+    const HostRun run = RunPrescribed({u"--json", u"log", folder / u"a.txt"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.output + run.errors, IsEmpty());
 }

@@ -1,5 +1,5 @@
 // How the host program shows a Perforce depot: that of the stand-in for the client, or one on a
-// real server (./test perforce-live).
+// real server (./test perforce-live), by the prescribed calls.
 #include "e2e/hostrun.h"
 #include "e2e/json.h"
 #include "support/perforcedepot.h"
@@ -32,14 +32,14 @@ protected:
 
 TEST_F(PerforceAddresses, AreListed)
 {
-    const HostRun run = RunHost({u"ls", dir});
+    const HostRun run = RunPrescribed({u"ls", dir});
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(
         LinesOf(run.output),
         ElementsAre(testing::AllOf(StartsWith("--r-         4 B  20"), EndsWith("  a.txt#2")),
                     testing::AllOf(StartsWith("d---           -  1970-01-01"), EndsWith("  sub"))));
-    const auto items = JsonLinesOf(RunHost({u"--json", u"ls", dir}).output);
+    const auto items = JsonLinesOf(RunPrescribed({u"--json", u"ls", dir}).output);
     ASSERT_EQ(items.size(), 2U);
     EXPECT_EQ(items[0].Text("path"), Utf8(file + u"#2"));
     EXPECT_EQ(items[0].Text("comparable_name"), "a.txt");
@@ -49,15 +49,16 @@ TEST_F(PerforceAddresses, AreListed)
 
 TEST_F(PerforceAddresses, AreShown)
 {
-    const HostRun run = RunHost({u"--json", u"stat", file + u"#1"});
+    const HostRun run = RunPrescribed({u"--json", u"stat", file + u"#1"});
     EXPECT_EQ(run.exitCode, 0);
     const JsonLine facts = JsonLine(LinesOf(run.output).at(0));
     EXPECT_EQ(facts.Text("name"), "a.txt#1");
     EXPECT_EQ(facts.Raw("size"), "3");
     EXPECT_EQ(facts.Raw("folder"), "false");
-    const JsonLine folder = JsonLine(LinesOf(RunHost({u"--json", u"stat", dir}).output).at(0));
+    const JsonLine folder =
+        JsonLine(LinesOf(RunPrescribed({u"--json", u"stat", dir}).output).at(0));
     EXPECT_EQ(folder.Raw("folder"), "true");
-    const HostRun missing = RunHost({u"stat", dir + u"/none"});
+    const HostRun missing = RunPrescribed({u"stat", dir + u"/none"});
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_THAT(missing.errors,
                 StartsWith("Couldn't find the URI \"" + Utf8(dir + u"/none") + "\""));
@@ -65,21 +66,21 @@ TEST_F(PerforceAddresses, AreShown)
 
 TEST_F(PerforceAddresses, AreRead)
 {
-    EXPECT_EQ(RunHost({u"cat", file}).output, "two!");
-    EXPECT_EQ(RunHost({u"cat", file + u"#1"}).output, "one");
-    EXPECT_EQ(RunHost({u"cat", dir + u"/sub/b c.txt@" + DecodeName(third)}).output, "b");
-    const HostRun missing = RunHost({u"cat", dir + u"/none"});
+    EXPECT_EQ(RunPrescribed({u"cat", file}).output, "two!");
+    EXPECT_EQ(RunPrescribed({u"cat", file + u"#1"}).output, "one");
+    EXPECT_EQ(RunPrescribed({u"cat", dir + u"/sub/b c.txt@" + DecodeName(third)}).output, "b");
+    const HostRun missing = RunPrescribed({u"cat", dir + u"/none"});
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.output, "");
     EXPECT_THAT(missing.errors, StartsWith("Couldn't find the URI"));
-    const HostRun beyond = RunHost({u"cat", dir + u"/a.txt#7"});
+    const HostRun beyond = RunPrescribed({u"cat", dir + u"/a.txt#7"});
     EXPECT_EQ(beyond.exitCode, 1);
 }
 
 TEST_F(PerforceAddresses, HaveALog)
 {
     const std::string local = Utf8(server->Sync("dir/a.txt").u16string());
-    const HostRun run = RunHost({u"log", file});
+    const HostRun run = RunPrescribed({u"log", file});
     EXPECT_EQ(run.errors, "");
     EXPECT_EQ(run.exitCode, 0);
     const std::string author = "  " + server->Author();
@@ -89,21 +90,21 @@ TEST_F(PerforceAddresses, HaveALog)
                             "    " + second + ": the second", "    " + Utf8(file) + "#2",
                             testing::AllOf(StartsWith("1  20"), EndsWith(author)),
                             "    " + first + ": the first", "    " + Utf8(file) + "#1"));
-    EXPECT_THAT(RunHost({u"log", dir + u"/none"}).output, "No revisions.\n");
+    EXPECT_THAT(RunPrescribed({u"log", dir + u"/none"}).output, "No revisions.\n");
 }
 
 TEST_F(PerforceAddresses, AreCompared)
 {
-    const HostRun run = RunHost({u"compare", file + u"#1", file});
+    const HostRun run = RunPrescribed({u"compare", file + u"#1", file});
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_EQ(run.output, "a.txt#1: different, 3 and 4 bytes, first difference at offset 0\n");
     // Pinned files pair with others by their names.
-    const HostRun folders = RunHost({u"compare", dir + u"@" + DecodeName(first), dir});
+    const HostRun folders = RunPrescribed({u"compare", dir + u"@" + DecodeName(first), dir});
     EXPECT_EQ(folders.exitCode, 3);
     EXPECT_THAT(LinesOf(folders.output),
                 ElementsAre("a.txt: different, 3 and 4 bytes, first difference at offset 0",
                             "sub: only right", "0 equal, 1 different, 1 only right"));
-    EXPECT_EQ(RunHost({u"compare", dir, dir}).exitCode, 0);
+    EXPECT_EQ(RunPrescribed({u"compare", dir, dir}).exitCode, 0);
 }
 
 // One that a server lists and no address can hold.
@@ -115,12 +116,12 @@ TEST_F(PerforceAddresses, ANameThatIsNoneLosesNoOther)
         std::vector<std::u16string> arguments = {u"ls", dir};
         if (json)
             arguments.insert(arguments.begin(), u"--json");
-        const HostRun run = RunHost(arguments);
+        const HostRun run = RunPrescribed(arguments);
         EXPECT_EQ(run.exitCode, 1);
         EXPECT_EQ(LinesOf(run.output).size(), 2U) << run.output;
         EXPECT_THAT(run.errors, HasSubstr("Invalid Perforce URI"));
     }
-    const HostRun compared = RunHost({u"compare", dir, dir});
+    const HostRun compared = RunPrescribed({u"compare", dir, dir});
     EXPECT_EQ(compared.exitCode, 1);
     EXPECT_THAT(LinesOf(compared.output),
                 ElementsAre("?: failed", "?: failed", "3 equal, 2 failed"));
@@ -136,11 +137,11 @@ TEST(PerforceCredentials, AreThoseOfTheCommandLine)
     const std::u16string file = depot.Address("a.txt");
     depot.Tell("port\tserver:1666");
     depot.Tell("user\tann\tsecret");
-    EXPECT_EQ(RunHost({u"--user", u"ann", u"--password", u"secret", u"--server", u"server:1666",
-                       u"cat", file})
+    EXPECT_EQ(RunPrescribed({u"--user", u"ann", u"--password", u"secret", u"--server",
+                             u"server:1666", u"cat", file})
                   .output,
               "two!");
-    const HostRun refused = RunHost(
+    const HostRun refused = RunPrescribed(
         {u"--user", u"ann", u"--password", u"wrong", u"--server", u"server:1666", u"cat", file});
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_THAT(refused.errors, HasSubstr("Perforce password (P4PASSWD) invalid or unset."));

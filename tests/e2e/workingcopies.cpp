@@ -1,4 +1,4 @@
-// The host program on files of Git and Mercurial repositories.
+// The host program on files of Git and Mercurial repositories, by the prescribed calls.
 #include "e2e/hostrun.h"
 #include "e2e/json.h"
 #include "support/clients.h"
@@ -86,7 +86,7 @@ protected:
     HostRun Run(const std::vector<std::u16string>& arguments,
                 const std::vector<std::pair<std::string, std::string>>& environment = {}) const
     {
-        return RunHost({arguments, {}, environment, {}});
+        return RunPrescribed({arguments, {}, environment, {}});
     }
 
     std::u16string Address(const std::u16string& revision = {}) const

@@ -89,6 +89,40 @@ TEST(Address, RevisionStaysBehindTheLastSign)
               u"git://" + AbsolutePath(u"a") + u"#origin/../x");
 }
 
+struct Parted
+{
+    const char16_t* address;
+    const char16_t* path;
+    const char16_t* revision;
+};
+
+TEST(Address, HasTwoParts)
+{
+    const Parted rows[] = {
+        {u"svn://host/r/a.c@7", u"svn://host/r/a.c", u"@7"},
+        {u"svn://host/r/a.c", u"svn://host/r/a.c", u""},
+        {u"svn://host/r@2/a.c", u"svn://host/r@2/a.c", u""},
+        {u"svn://host/r/a@b@7", u"svn://host/r/a@b", u"@7"},
+        {u"svn://ann@host", u"svn://ann@host", u""},
+        {u"svn://host/r/", u"svn://host/r", u""},
+        {u"svn+ssh://ann@host/r", u"svn+ssh://ann@host/r", u""},
+        {u"p4:////depot/a.c#2", u"p4:////depot/a.c", u"#2"},
+        {u"p4:////depot/dir@label", u"p4:////depot/dir", u"@label"},
+        {u"ftp://host/a@b#c", u"ftp://host/a@b#c", u""},
+        {u"a@b#c", u"a@b#c", u""},
+    };
+    for (const Parted& row : rows)
+    {
+        const AddressParts parts = PartsOf(ParseAddress(row.address));
+        EXPECT_EQ(parts.path, row.path);
+        EXPECT_EQ(parts.revision, row.revision);
+    }
+    // A branch's name may look like a path.
+    const AddressParts parts = PartsOf(ParseAddress(u"git:a#b#origin/main"));
+    EXPECT_EQ(parts.path, u"git://" + AbsolutePath(u"a#b"));
+    EXPECT_EQ(parts.revision, u"#origin/main");
+}
+
 } // namespace
 
 } // namespace tarnwell::host

@@ -37,7 +37,7 @@ protected:
                             {"HGPLAIN", ""},
                             {"HGENCODING", "latin1"},
                             {"LANGUAGE", "ja"}};
-        return LinesOf(RunHost(call).output);
+        return LinesOf(RunPrescribed(call).output);
     }
 
     const TempFolder programs_;
@@ -61,10 +61,10 @@ TEST_F(MercurialSettings, AnAliasOfTheUsersDoesNotCount)
     const TempFolder settings;
     repository.Commit(u"a.txt", "1", "first");
     WriteBytes(settings / u"hgrc", "[alias]\nlog = log --limit 0\n");
-    const HostRun run = RunHost({{u"--json", u"log", u"hg:" + (repository / u"a.txt")},
-                                 {},
-                                 {{"HGRCPATH", Utf8(settings / u"hgrc")}},
-                                 {}});
+    const HostRun run = RunPrescribed({{u"--json", u"log", u"hg:" + (repository / u"a.txt")},
+                                       {},
+                                       {{"HGRCPATH", Utf8(settings / u"hgrc")}},
+                                       {}});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(JsonLinesOf(run.output).size(), 2U);
 }

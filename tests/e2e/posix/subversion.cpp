@@ -1,4 +1,4 @@
-// The host program on Subversion repositories.
+// The host program on Subversion repositories, by the prescribed calls.
 #include "e2e/hostrun.h"
 #include "e2e/json.h"
 #include "support/posix/svnserve.h"
@@ -40,7 +40,7 @@ protected:
     HostRun Run(const std::vector<std::u16string>& arguments, Environment environment = {}) const
     {
         environment.emplace_back("HOME", home_.Path().string());
-        return RunHost({arguments, {}, std::move(environment), {}});
+        return RunPrescribed({arguments, {}, std::move(environment), {}});
     }
 
     const TempFolder home_;

@@ -126,10 +126,12 @@ TEST(Terminal, ControlCharactersNeverReachIt)
         return std::string();
     };
     for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"cat", "hg:/r/\x1b[2J"},
-          {"--json", "cat", "hg:/r/\x1b[2J"},
-          {"stat", "hg:/r/a\x1b[2J\xc2\x9b"},
-          {"--json", "stat", "hg:/r/a\x1b[2J\xc2\x9b"},
+         {std::vector<std::string>{"--prescribed", "cat", "hg:/r/\x1b[2J"},
+          {"--prescribed", "--json", "cat", "hg:/r/\x1b[2J"},
+          {"--prescribed", "stat", "hg:/r/a\x1b[2J\xc2\x9b"},
+          {"--prescribed", "--json", "stat", "hg:/r/a\x1b[2J\xc2\x9b"},
+          {"cat", "git:/r/\x1b[2J"},
+          {"log", "git:/r/a\x1b[2J\xc2\x9b"},
           {"\x1b[2J"},
           {"--\x1b[2J"},
           {"ls", "/nowhere/\x1b[2J"},
@@ -143,7 +145,7 @@ TEST(Terminal, ControlCharactersNeverReachIt)
         EXPECT_EQ(run.shown.find("\xc2\x9b"), std::string::npos) << run.shown;
         EXPECT_THAT(run.shown, HasSubstr("[2J"));
     }
-    EXPECT_THAT(RunOnTerminal({"cat", "hg:/r/a"}, silent).shown,
+    EXPECT_THAT(RunOnTerminal({"--prescribed", "cat", "hg:/r/a"}, silent).shown,
                 HasSubstr("\r\nclient?[2J?words ["));
     EXPECT_THAT(RunOnTerminal({"ls", named.Path().string()}, silent).shown,
                 EndsWith("a?b?[2J?\r\n"))

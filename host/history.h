@@ -1,0 +1,15 @@
+// Histories in full, where the file system tells them.
+#pragma once
+
+#include "session.h"
+
+namespace tarnwell::host
+{
+
+// Whether there are such of the place, and the user wants them.
+bool HasHistory(const Session& session, const Place& place);
+
+// Prints the revisions, each as soon as it is found; the exit code. Throws Failure.
+int PrintHistory(const Session& session, const Place& place);
+
+} // namespace tarnwell::host

@@ -1,0 +1,44 @@
+#include "e2e/pastsystems.h"
+
+#include "support/repository.h"
+
+#include <tarnwell/text.h>
+
+namespace tarnwell::test
+{
+
+namespace
+{
+
+constexpr const char* secondMessage = "second\n\nwith more";
+
+Past MakeGit()
+{
+    const auto made = std::make_shared<Repository>();
+    std::filesystem::create_directories(std::filesystem::path(*made / u"dir") / "sub");
+    WriteBytes(Joined(*made / u"dir", u"b c.txt"), "b");
+    WriteBytes(Joined(Joined(*made / u"dir", u"sub"), u"deep.txt"), "deep");
+    const std::string first = made->Commit(u"dir/a.txt", "old", "first");
+    WriteBytes(Joined(*made / u"dir", u"more.txt"), "more");
+    const std::string second = made->Commit(u"dir/a.txt", "new text", secondMessage);
+    made->Git("tag v1.0 " + first);
+    const auto nowhere = std::make_shared<TempFolder>();
+    return {u"git:" + (*made / u"dir"),
+            u"#v1.0",
+            u"#" + DecodeName(second),
+            second,
+            *made / u"dir",
+            u"git:" + nowhere->Text(),
+            std::make_shared<
+                std::pair<std::shared_ptr<const Repository>, std::shared_ptr<const TempFolder>>>(
+                made, nowhere)};
+}
+
+} // namespace
+
+std::vector<PastSystem> PastSystems()
+{
+    return {{"Git", MakeGit, u"#no-such-tag"}};
+}
+
+} // namespace tarnwell::test
