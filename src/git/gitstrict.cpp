@@ -11,19 +11,31 @@ namespace tarnwell
 namespace
 {
 
-// Names are names, objects are the ones that were committed, and nothing is fetched: of the ways to
-// a server only one that doesn't exist is allowed. The client's words are read, in English.
+// Names are names, objects are the ones that were committed, the working tree is where the client
+// runs, and nothing is fetched: of the ways to a server only one that doesn't exist is allowed. The
+// client's words are read, in English.
 constexpr const char16_t* strictVariables[] = {
-    u"GIT_LITERAL_PATHSPECS=1", u"GIT_NO_REPLACE_OBJECTS=1", u"GIT_GRAFT_FILE=/dev/null",
-    u"GIT_NO_LAZY_FETCH=1",     u"GIT_ALLOW_PROTOCOL=none",  u"GIT_TERMINAL_PROMPT=0",
-    u"GIT_OPTIONAL_LOCKS=0",    u"LC_ALL=C.UTF-8",           u"LANGUAGE=en",
+    u"GIT_LITERAL_PATHSPECS=1",
+    u"GIT_NO_REPLACE_OBJECTS=1",
+    u"GIT_GRAFT_FILE=/dev/null",
+    u"GIT_NO_LAZY_FETCH=1",
+    u"GIT_ALLOW_PROTOCOL=none",
+    u"GIT_TERMINAL_PROMPT=0",
+    u"GIT_OPTIONAL_LOCKS=0",
+    u"GIT_ATTR_NOSYSTEM=1",
+    u"GIT_WORK_TREE=.",
+    u"LC_ALL=C.UTF-8",
+    u"LANGUAGE=en",
 };
 
-// Settings that would change what is printed, or run a program.
+// Settings that would change what is printed, run a program, or keep a repository from being read
+// that was named by its path.
 constexpr std::u16string_view strictSettings =
-    u"--no-pager -c color.ui=false -c core.fsmonitor=false -c core.hooksPath=/dev/null "
-    u"-c core.useReplaceRefs=false -c diff.renames=true -c diff.renameLimit=1000 "
-    u"-c log.follow=false -c log.mailmap=false -c log.showRoot=true -c log.showSignature=false ";
+    u"--no-pager -c color.ui=false -c core.attributesFile=/dev/null -c core.fsmonitor=false "
+    u"-c core.hooksPath=/dev/null -c core.useReplaceRefs=false -c diff.orderFile=/dev/null "
+    u"-c diff.renames=true -c diff.renameLimit=1000 -c format.pretty=medium -c log.follow=false "
+    u"-c log.mailmap=false -c log.showRoot=true -c log.showSignature=false "
+    u"-c safe.bareRepository=all ";
 
 constexpr StrictPhrase phrases[] = {
     {u"fatal: not a git repository", u"", noRepository},
@@ -31,6 +43,8 @@ constexpr StrictPhrase phrases[] = {
     {u"fatal: unsafe repository", u"", noRight},
     {u"fatal: transport '", u"", incomplete},
     {u"fatal: could not fetch ", u"", incomplete},
+    {u"error: Could not read ", u"", incomplete},
+    {u"fatal: unable to read tree ", u"", incomplete},
     {u"fatal: bad revision ", u"", noRevision},
     {u"fatal: ambiguous argument ", u"", noRevision},
     {u"fatal: bad config ", u"", badSettings},

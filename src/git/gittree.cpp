@@ -201,6 +201,8 @@ private:
             while (const std::optional<GitEntry> entry = parser.Next())
             {
                 patience.Ask();
+                if (entry->isMissing)
+                    ThrowIncomplete();
                 if (!take(RecordOfEntry(*entry, name)))
                     return;
             }

@@ -73,11 +73,12 @@ std::optional<GitEntry> ReadListed(std::string_view text)
         return std::nullopt;
     size->remove_prefix(std::min(size->size(), size->find_first_not_of(' ')));
     const auto modeNumber = NumberIn<std::uint32_t>(*mode, 8);
-    const auto sizeNumber =
-        *size == "-" ? std::optional<std::uint64_t>(0) : NumberIn<std::uint64_t>(*size, 10);
+    const bool isMissing = *size == "BAD";
+    const auto sizeNumber = *size == "-" || isMissing ? std::optional<std::uint64_t>(0)
+                                                      : NumberIn<std::uint64_t>(*size, 10);
     if (!modeNumber || !sizeNumber)
         return std::nullopt;
-    return GitEntry{*modeNumber, std::string(text), std::string(*id), *sizeNumber};
+    return GitEntry{*modeNumber, std::string(text), std::string(*id), *sizeNumber, isMissing};
 }
 
 } // namespace

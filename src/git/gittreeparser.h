@@ -35,6 +35,7 @@ struct GitEntry
     std::string name; // with "/" in between, in a listing
     std::string id;
     std::uint64_t size = 0; // 0 where it isn't told
+    bool isMissing = false; // the repository doesn't hold it
 };
 
 // The entries of a tree's object, whose ids are of so many bytes. Nothing if it isn't one, or has a
@@ -50,7 +51,7 @@ struct GitCommitFacts
 std::optional<GitCommitFacts> ReadGitCommit(std::string_view object);
 
 // A listing, in any pieces: "MODE TYPE ID SIZE<tab>NAME" with blanks around the size, which is "-"
-// where there is none, and a NUL behind each.
+// where there is none and "BAD" where the content is missing, and a NUL behind each.
 class GitListingParser
 {
 public:

@@ -17,28 +17,6 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST_F(GitHistories, FollowAFileThroughItsNames)
-{
-    repository.Commit(u"old name.txt", "some bytes of a file\n", "made");
-    repository.Commit(u"other.txt", "1", "of another");
-    repository.Run({"mv", "old name.txt", "n\xC3\xA9w.txt"});
-    const std::string renamed = repository.Git("rev-parse HEAD");
-    repository.Git("commit -q -m renamed");
-    repository.Commit(u"n\u00e9w.txt", "some bytes of a file\nand more\n", "changed");
-    const std::u16string address = Address(u"n\u00e9w.txt");
-    EXPECT_THAT(Descriptions(address), ElementsAre(u"changed", u"renamed"));
-    const auto entries = History(address, Wanted(HistoryFollow));
-    ASSERT_EQ(entries.size(), 3U);
-    EXPECT_EQ(entries[0].path, u"n\u00e9w.txt");
-    EXPECT_EQ(entries[1].path, u"n\u00e9w.txt");
-    EXPECT_EQ(entries[2].path, u"old name.txt");
-    EXPECT_EQ(entries[2].description, u"made");
-    EXPECT_EQ(Content(entries[2].address), "some bytes of a file\n");
-    // Skipping over a renaming doesn't lose the names before it.
-    EXPECT_THAT(Descriptions(address, Wanted(HistoryFollow, 2)), ElementsAre(u"made"));
-    EXPECT_THAT(Descriptions(address, Wanted(HistoryFollow, 1, 1)), ElementsAre(u"renamed"));
-}
-
 TEST_F(GitHistories, OfFoldersAndOfAllOfARepository)
 {
     repository.Commit(u"sub/a.txt", "1", "first");
@@ -214,62 +192,7 @@ TEST_F(GitHistories, OfABranchThatIsBrokenFail)
     fs::remove(object);
     HistorySink sink;
     const Outcome outcome = Read(Address(u"a.txt"), sink);
-    EXPECT_EQ(outcome.status, HistoryClientFailed);
-    ASSERT_TRUE(outcome.error);
-    EXPECT_NE(outcome.error->text.find(u"exit code 128"), std::u16string::npos);
-}
-
-// Each of these would change what is told, or run the program.
-TEST_F(GitHistories, NothingIsSetUpForThem)
-{
-    const std::string first = repository.Commit(u"a.txt", "one\ntwo\n", "first");
-    repository.Commit(u"a.txt", "one\n", "second");
-    repository.Git("notes add -m note HEAD");
-    const std::u16string plain = Address(u"a.txt");
-    const auto expected = History(plain, Wanted(HistoryFollow));
-    ASSERT_EQ(expected.size(), 2U);
-
-    const std::string program = "touch was-run; false";
-    WriteBytes(repository / u".git/config", [&] {
-        std::ostringstream text;
-        text << "[core]\n\trepositoryformatversion = 0\n\tfsmonitor = \"" << program
-             << "\"\n\tpager = \"" << program << "\"\n\teditor = \"" << program
-             << "\"\n\tsshCommand = \"" << program << "\"\n\tquotePath = true\n"
-             << "\tabbrev = 4\n\thooksPath = hooks\n\tuseReplaceRefs = true\n"
-             << "[pager]\n\tlog = \"" << program << "\"\n"
-             << "[alias]\n\tlog = \"!" << program << "\"\n"
-             << "[diff]\n\texternal = \"" << program << "\"\n\tnoprefix = true\n"
-             << "\trenames = false\n\trelative = true\n\tignoreSubmodules = all\n"
-             << "\trenameLimit = 1\n\tword-diff = color\n"
-             << "[diff \"mine\"]\n\tcommand = \"" << program << "\"\n\ttextconv = \"" << program
-             << "\"\n"
-             << "[filter \"mine\"]\n\tclean = \"" << program << "\"\n\tsmudge = \"" << program
-             << "\"\n\tprocess = \"" << program << "\"\n"
-             << "[gpg]\n\tprogram = \"" << program << "\"\n"
-             << "[color]\n\tui = always\n\tdiff = always\n"
-             << "[log]\n\tshowSignature = true\n\tmailmap = true\n\tfollow = true\n"
-             << "\tdecorate = full\n\tshowRoot = false\n\tdate = relative\n\tdiffMerges = m\n"
-             << "\tabbrevCommit = true\n"
-             << "[format]\n\tpretty = oneline\n\tnotes = true\n"
-             << "[i18n]\n\tlogOutputEncoding = UTF-16\n\tcommitEncoding = UTF-16\n"
-             << "[submodule]\n\trecurse = true\n"
-             << "[core]\n\tattributesFile = attributes\n";
-        return text.str();
-    }());
-    WriteBytes(repository / u".gitattributes", "* diff=mine filter=mine\n");
-    WriteBytes(repository / u".mailmap", "Somebody Else <else@example.org> <a@example.org>\n");
-    fs::create_directories(fs::path(repository / u"hooks"));
-    for (const char16_t* const hook : {u"hooks/post-index-change", u"hooks/post-checkout"})
-    {
-        WriteBytes(repository / hook, "#!/bin/sh\n" + program + "\n");
-        fs::permissions(fs::path(repository / hook), fs::perms::owner_all);
-    }
-    WriteBytes(repository / u".git/info/grafts",
-               first + "\n" + EncodeName(expected[0].id).value() + "\n");
-    EXPECT_EQ(History(plain, Wanted(HistoryFollow)), expected);
-    EXPECT_EQ(History(plain).size(), 2U);
-    for (const auto& file : fs::recursive_directory_iterator(repository.Folder().Path()))
-        EXPECT_NE(file.path().filename(), "was-run") << file.path();
+    EXPECT_THAT(outcome, FailedSaying(HistoryIncomplete, u"The repository doesn't hold all "));
 }
 
 TEST_F(GitHistories, ReplacedCommitsAreTheOnesThatWereCommitted)

@@ -1,9 +1,9 @@
 // What there was in a revision of a Git repository: items, listings, contents.
 #include "module/gittest.h"
+#include "module/trees.h"
 #include "support/environmentvalue.h"
 #include "support/historysink.h"
 #include "support/process.h"
-#include "support/treesink.h"
 
 #include <tarnwell/text.h>
 
@@ -48,94 +48,7 @@ protected:
         ComPtr<ITree> tree;
         return OpenTree(path, tree).status;
     }
-    static std::vector<TreeEntry> List(const ComPtr<ITree>& tree, const std::u16string& name = {},
-                                       bool recursive = false)
-    {
-        TreeSink sink;
-        EXPECT_THAT(OutcomeOf([&] {
-                        return tree->List(Ole(name), recursive ? VARIANT_TRUE : VARIANT_FALSE,
-                                          &sink);
-                    }),
-                    Succeeded());
-        EXPECT_GE(sink.questions, 1);
-        return sink.entries;
-    }
-    static std::vector<std::u16string> NamesOf(const std::vector<TreeEntry>& entries)
-    {
-        std::vector<std::u16string> names;
-        for (const TreeEntry& entry : entries)
-            names.push_back(entry.name);
-        return names;
-    }
-    static std::string ContentOf(const ComPtr<ITree>& tree, const std::u16string& name = {})
-    {
-        ComPtr<IFileStream> stream;
-        EXPECT_THAT(OutcomeOf([&] { return tree->Open(Ole(name), nullptr, stream.Out()); }),
-                    Succeeded());
-        std::string bytes;
-        char block[4096];
-        ULONG count = 0;
-        while (stream &&
-               stream.As<::ISequentialStream>()->Read(block, sizeof block, &count) == S_OK &&
-               count > 0)
-            bytes.append(block, count);
-        return bytes;
-    }
-    static HRESULT FailureOf(const ComPtr<ITree>& tree, const std::u16string& name)
-    {
-        TreeSink sink;
-        const HRESULT status = tree->Find(Ole(name), &sink);
-        EXPECT_THAT(sink.entries, IsEmpty());
-        return status;
-    }
-    static TreeEntry Find(const ComPtr<ITree>& tree, const std::u16string& name)
-    {
-        TreeSink sink;
-        EXPECT_EQ(tree->Find(Ole(name), &sink), S_OK);
-        EXPECT_EQ(sink.entries.size(), 1U);
-        return sink.entries.empty() ? TreeEntry() : sink.entries[0];
-    }
 };
-
-TEST_F(GitTrees, ShowWhatThereWas)
-{
-    repository.Commit(u"a.txt", "one", "first");
-    repository.Git("tag v1.0");
-    repository.Commit(u"a.txt", "second", "second");
-    repository.Commit(u"sub/deep/b \u00e9.txt", "b", "third");
-    const auto tree = TreeAt();
-    EXPECT_THAT(NamesOf(List(tree)), ElementsAre(u"a.txt", u"sub"));
-    EXPECT_THAT(NamesOf(List(tree, u"sub")), ElementsAre(u"sub/deep"));
-    EXPECT_THAT(NamesOf(List(tree, {}, true)),
-                ElementsAre(u"a.txt", u"sub", u"sub/deep", u"sub/deep/b \u00e9.txt"));
-    EXPECT_THAT(NamesOf(List(tree, u"sub", true)),
-                ElementsAre(u"sub/deep", u"sub/deep/b \u00e9.txt"));
-    EXPECT_EQ(ContentOf(tree, u"a.txt"), "second");
-    EXPECT_EQ(ContentOf(tree, u"sub/deep/b \u00e9.txt"), "b");
-    const auto old = TreeAt("v1.0");
-    EXPECT_THAT(NamesOf(List(old, {}, true)), ElementsAre(u"a.txt"));
-    EXPECT_EQ(ContentOf(old, u"a.txt"), "one");
-    Bstr id;
-    EXPECT_EQ(old->GetRevisionId(id.Out()), S_OK);
-    EXPECT_EQ(id.View(), Widened(repository.Git("rev-parse v1.0")));
-    std::uint64_t time = 0;
-    EXPECT_EQ(old->GetRevisionTime(&time), S_OK);
-    EXPECT_EQ(time, 116444736000000000U +
-                        10'000'000U * std::stoull(repository.Git("log -1 --format=%ct v1.0")));
-}
-
-TEST_F(GitTrees, MayBeginAtAFolderOrAFile)
-{
-    repository.Commit(u"sub/deep/b.txt", "bytes", "first");
-    const auto folder = Tree(Address(u"sub", "HEAD"));
-    EXPECT_THAT(NamesOf(List(folder, {}, true)), ElementsAre(u"deep", u"deep/b.txt"));
-    const auto file = Tree(repository / u"sub/deep/b.txt");
-    EXPECT_EQ(ContentOf(file), "bytes");
-    EXPECT_EQ(Find(file, u"").kind, std::uint32_t{TreeFile});
-    EXPECT_EQ(FailureOf(file, u"x"), HistoryNoPath);
-    TreeSink sink;
-    EXPECT_EQ(file->List(Ole(u""), VARIANT_FALSE, &sink), HistoryWrongKind);
-}
 
 TEST_F(GitTrees, TellFacts)
 {
@@ -154,9 +67,9 @@ TEST_F(GitTrees, TellFacts)
     const auto tree = TreeAt();
     for (const bool recursive : {false, true})
     {
-        for (const TreeEntry& entry : List(tree, {}, recursive))
+        for (const TreeEntry& entry : ListOf(tree, {}, recursive))
         {
-            const TreeEntry found = Find(tree, entry.name);
+            const TreeEntry found = FindIn(tree, entry.name);
             EXPECT_EQ(found.kind, entry.kind);
             EXPECT_EQ(found.flags, entry.flags);
             EXPECT_EQ(found.size, entry.size);
@@ -166,7 +79,7 @@ TEST_F(GitTrees, TellFacts)
     }
     const auto expect = [&](const char16_t* name, TreeItemKind kind, std::uint32_t flags,
                             std::uint64_t size) {
-        const TreeEntry entry = Find(tree, name);
+        const TreeEntry entry = FindIn(tree, name);
         EXPECT_EQ(entry.kind, std::uint32_t{kind});
         EXPECT_EQ(entry.flags, flags);
         EXPECT_EQ(entry.size, size);
@@ -178,10 +91,10 @@ TEST_F(GitTrees, TellFacts)
     expect(u"module", TreeRepository, 0, 0);
     expect(u"sub", TreeFolder, 0, 0);
     expect(u"", TreeFolder, 0, 0);
-    EXPECT_EQ(Find(tree, u"plain").contentId, Widened(blob));
-    EXPECT_EQ(Find(tree, u"module").contentId, Widened(commit));
+    EXPECT_EQ(FindIn(tree, u"plain").contentId, Widened(blob));
+    EXPECT_EQ(FindIn(tree, u"module").contentId, Widened(commit));
     EXPECT_EQ(ContentOf(tree, u"link"), "12345");
-    EXPECT_EQ(FailureOf(tree, u"module/x"), HistoryNoPath);
+    EXPECT_EQ(FindFailure(tree, u"module/x").status, HistoryNoPath);
     ComPtr<IFileStream> stream;
     for (const char16_t* const name : {u"", u"sub", u"module"})
         EXPECT_EQ(tree->Open(Ole(name), nullptr, stream.Out()), HistoryWrongKind);
@@ -212,32 +125,6 @@ TEST_F(GitTrees, ContentsAreByteForByte)
     }
 }
 
-TEST_F(GitTrees, StreamsOutliveThem)
-{
-    repository.Commit(u"a.txt", "content", "first");
-    auto tree = TreeAt();
-    ComPtr<IFileStream> stream;
-    ASSERT_EQ(tree->Open(Ole(u"a.txt"), nullptr, stream.Out()), S_OK);
-    tree.Reset();
-    char block[100];
-    ULONG count = 0;
-    ASSERT_EQ(stream.As<::ISequentialStream>()->Read(block, sizeof block, &count), S_OK);
-    EXPECT_EQ(std::string(block, count), "content");
-}
-
-TEST_F(GitTrees, NamesAreNames)
-{
-    repository.Commit(u"a.txt", "1", "first");
-    const auto tree = TreeAt();
-    for (const char16_t* const name : {u"none", u"a.txt/x", u"A.TXT", u"*", u"../a.txt", u"./a.txt",
-                                       u"/a.txt", u"a.txt\n", u"sub/", u"\xD800"})
-        EXPECT_EQ(FailureOf(tree, name), HistoryNoPath) << testing::PrintToString(name);
-    TreeSink sink;
-    const Outcome outcome = OutcomeOf([&] { return tree->Find(Ole(u"none"), &sink); });
-    ASSERT_TRUE(outcome.error);
-    EXPECT_TRUE(outcome.error->text.starts_with(u"Can't find \"none\" in the revision \"HEAD\"."));
-}
-
 TEST_F(GitTrees, SayWhatIsMissing)
 {
     EXPECT_EQ(StatusAt(Address(u"")), HistoryNoRevision);
@@ -250,51 +137,6 @@ TEST_F(GitTrees, SayWhatIsMissing)
     EXPECT_EQ(StatusAt(u"hg://x"), E_INVALIDARG);
     const EnvironmentValue path("PATH", other.Path().string().c_str());
     EXPECT_EQ(StatusAt(Address(u"a.txt")), HistoryNoClient);
-}
-
-TEST_F(GitTrees, RefuseNull)
-{
-    repository.Commit(u"a.txt", "1", "first");
-    const auto tree = TreeAt();
-    const auto trees = system.As<IFileSystemTrees>();
-    for (const HRESULT status :
-         {tree->GetRevisionId(nullptr), tree->GetRevisionTime(nullptr),
-          tree->Find(Ole(u""), nullptr), tree->List(Ole(u""), VARIANT_TRUE, nullptr),
-          tree->Open(Ole(u""), nullptr, nullptr),
-          trees->OpenTree(Ole(u""), nullptr, nullptr, nullptr)})
-        EXPECT_EQ(status, E_POINTER);
-}
-
-TEST_F(GitTrees, AreCancelledAndGoOn)
-{
-    repository.Commit(u"a.txt", "content", "first");
-    repository.Commit(u"b.txt", "x", "second");
-    const auto tree = TreeAt();
-    TreeSink sink;
-    sink.wantsMore = [] {
-        return false;
-    };
-    EXPECT_EQ(tree->List(Ole(u""), VARIANT_FALSE, &sink), E_ABORT);
-    EXPECT_EQ(tree->List(Ole(u""), VARIANT_TRUE, &sink), E_ABORT);
-    EXPECT_EQ(tree->Find(Ole(u"a.txt"), &sink), E_ABORT);
-    ComPtr<IFileStream> stream;
-    EXPECT_EQ(tree->Open(Ole(u"a.txt"), &sink, stream.Out()), E_ABORT);
-    ComPtr<ITree> none;
-    EXPECT_EQ(OpenTree(Address(u""), none, &sink).status, E_ABORT);
-    EXPECT_THAT(sink.entries, IsEmpty());
-    TreeSink enough;
-    enough.answer = [] {
-        return S_FALSE;
-    };
-    EXPECT_EQ(tree->List(Ole(u""), VARIANT_FALSE, &enough), S_OK);
-    EXPECT_EQ(tree->List(Ole(u""), VARIANT_TRUE, &enough), S_OK);
-    EXPECT_EQ(enough.entries.size(), 2U);
-    TreeSink failing;
-    failing.answer = [] {
-        return tarnwell::test::Status(0x80041234);
-    };
-    EXPECT_EQ(tree->List(Ole(u""), VARIANT_FALSE, &failing), tarnwell::test::Status(0x80041234));
-    EXPECT_EQ(ContentOf(tree, u"a.txt"), "content");
 }
 
 TEST_F(GitTrees, OfLinkedWorkingTreesBareRepositoriesAndLongIds)
@@ -313,7 +155,7 @@ TEST_F(GitTrees, OfLinkedWorkingTreesBareRepositoriesAndLongIds)
     RunClient("git", Words("add -A"), folder.Path());
     RunClient("git", Words("-c user.name=A -c user.email=a@b commit -q -m first"), folder.Path());
     EXPECT_EQ(ContentOf(Tree(folder.Path().u16string()), u"a.txt"), "long");
-    EXPECT_THAT(NamesOf(List(Tree(folder.Path().u16string()), {}, true)), ElementsAre(u"a.txt"));
+    EXPECT_THAT(NamesOf(ListOf(Tree(folder.Path().u16string()), {}, true)), ElementsAre(u"a.txt"));
 }
 
 TEST_F(GitTrees, OfAPartialCloneFetchNothingAndSayWhy)
@@ -325,13 +167,13 @@ TEST_F(GitTrees, OfAPartialCloneFetchNothingAndSayWhy)
     repository.Run({"clone", "-q", "--filter=blob:none", "--bare", "--no-local", ".",
                     EncodeName(clone).value()});
     const auto tree = Tree(clone);
-    EXPECT_THAT(NamesOf(List(tree)), ElementsAre(u"sub"));
+    EXPECT_THAT(NamesOf(ListOf(tree)), ElementsAre(u"sub"));
     ComPtr<IFileStream> stream;
     EXPECT_EQ(tree->Open(Ole(u"sub/a.txt"), nullptr, stream.Out()), HistoryIncomplete);
     TreeSink sink;
     EXPECT_EQ(tree->List(Ole(u"sub"), VARIANT_FALSE, &sink), HistoryIncomplete);
     EXPECT_EQ(tree->List(Ole(u""), VARIANT_TRUE, &sink), HistoryIncomplete);
-    EXPECT_THAT(NamesOf(List(tree)), ElementsAre(u"sub"));
+    EXPECT_THAT(NamesOf(ListOf(tree)), ElementsAre(u"sub"));
 }
 
 // A tree that nobody's client would write can't lead out of a folder.
@@ -382,7 +224,7 @@ TEST_F(GitTrees, AreWhatTheObjectsSay)
         for (std::size_t at = 0; at < listed.size(); at = listed.find('\0', at) + 1)
             expected.push_back(DecodeName(listed.substr(at, listed.find('\0', at) - at)));
         std::vector<std::u16string> found;
-        for (const TreeEntry& entry : List(tree, {}, true))
+        for (const TreeEntry& entry : ListOf(tree, {}, true))
         {
             if (entry.kind == TreeFolder)
                 continue;

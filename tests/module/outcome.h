@@ -63,6 +63,13 @@ MATCHER_P2(Failed, status, message, "")
            arg.error->text.size() > start.size();
 }
 
+// Failed with this status, and a text that begins so.
+MATCHER_P2(FailedSaying, status, beginning, "")
+{
+    return arg.status == status && arg.error &&
+           WithLineFeeds(arg.error->text).starts_with(std::u16string_view(beginning));
+}
+
 // The same, where platforms differ in the status.
 MATCHER_P(FailedSomehow, message, "")
 {

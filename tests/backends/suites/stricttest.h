@@ -2,8 +2,8 @@
 #pragma once
 
 #include "backends/suites/backendtest.h"
+#include "module/trees.h"
 #include "support/historysink.h"
-#include "support/treesink.h"
 
 #include <map>
 #include <optional>
@@ -39,7 +39,6 @@ const StrictSample& StrictSampleOf(const Backend& backend);
 extern const std::string wholeDescription; // of "a beginning"
 
 std::vector<std::u16string> DescriptionsOf(const std::vector<HistoryEntry>& entries);
-std::vector<std::u16string> NamesOf(const std::vector<TreeEntry>& entries);
 
 class StrictTest : public BackendTest
 {
@@ -79,25 +78,6 @@ protected:
         return Tree(AddressAt(u"", Strictly().lastId));
     }
 };
-
-// Calls of a tree that must succeed.
-std::vector<TreeEntry> ListOf(const ComPtr<ITree>& tree, const std::u16string& name = {},
-                              bool recursive = false);
-TreeEntry FindIn(const ComPtr<ITree>& tree, const std::u16string& name);
-std::string ContentOf(const ComPtr<ITree>& tree, const std::u16string& name = {});
-std::u16string IdOf(const ComPtr<ITree>& tree);
-std::uint64_t TimeOf(const ComPtr<ITree>& tree);
-// Calls that must fail, and give nothing to their sinks.
-Outcome FindFailure(const ComPtr<ITree>& tree, const std::u16string& name);
-Outcome ListFailure(const ComPtr<ITree>& tree, const std::u16string& name, bool recursive = false);
-Outcome OpenFailure(const ComPtr<ITree>& tree, const std::u16string& name);
-
-// Failed with this status, and a text that begins so.
-MATCHER_P2(FailedSaying, status, beginning, "")
-{
-    return arg.status == status && arg.error &&
-           WithLineFeeds(arg.error->text).starts_with(std::u16string_view(beginning));
-}
 
 inline bool TellsHistories(const Backend& backend)
 {
