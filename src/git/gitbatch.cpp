@@ -49,7 +49,7 @@ std::vector<GitObject> GitBatch::Facts(const std::vector<std::string>& names, Pa
                 std::string questions;
                 for (std::size_t i = found.size(); i < end; ++i)
                     questions += "info " + names[i] + "\n";
-                client_->Write(questions);
+                Tell(questions);
                 while (found.size() < end)
                     found.push_back(ReadFacts(patience));
             }
@@ -64,7 +64,7 @@ GitObject GitBatch::Content(const std::string& name, ContentTaker& taker, Patien
     Ask(
         [&] {
             taker.Restart();
-            client_->Write("contents " + name + "\n");
+            Tell("contents " + name + "\n");
             found = ReadFacts(patience);
             if (found.type.empty())
                 return;
@@ -125,6 +125,12 @@ void GitBatch::Ask(const std::function<void()>& question, Patience& patience)
             ThrowStrictFailure(strictGit.source, badAnswer, item_.address);
         }
     }
+}
+
+void GitBatch::Tell(const std::string& questions)
+{
+    if (!client_->Write(questions))
+        throw Gone();
 }
 
 std::string_view GitBatch::ReadSome(Patience& patience)

@@ -42,6 +42,7 @@ private:
 
     // Runs `question` with a client, and once more if that dies.
     void Ask(const std::function<void()>& question, Patience& patience);
+    void Tell(const std::string& questions);
     std::string_view ReadSome(Patience& patience);
     std::string ReadLine(Patience& patience);
     GitObject ReadFacts(Patience& patience);

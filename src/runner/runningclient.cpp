@@ -92,16 +92,17 @@ RunningClient::~RunningClient()
     End();
 }
 
-void RunningClient::Write(std::string_view bytes)
+bool RunningClient::Write(std::string_view bytes)
 {
     DWORD written = 0;
     if (WriteFile(input_.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
                   nullptr) &&
         written == bytes.size())
-        return;
+        return true;
     const DWORD error = GetLastError();
     if (error != ERROR_BROKEN_PIPE && error != ERROR_NO_DATA)
         ThrowClientFailure(row_, row_.communication, error);
+    return false;
 }
 
 void RunningClient::CloseInput()

@@ -25,9 +25,9 @@ public:
     // Ends the client if it still runs, with all that it has started.
     ~RunningClient();
 
-    // To its input. Meant for little at a time, as a client that takes nothing holds us up. One
-    // that has ended takes nothing, either; that shows when it is read.
-    void Write(std::string_view bytes);
+    // To its input. Meant for little at a time, as a client that takes nothing holds us up. False if
+    // it has ended: then there is no answer, either.
+    bool Write(std::string_view bytes);
     void CloseInput();
 
     // What it prints, as it comes; empty at the end. Asks `patience` while it waits.

@@ -22,6 +22,12 @@ public:
     // Gets ready, without faults, and gives what is to be run with them. What that holds is let go
     // of when it has run.
     virtual std::function<HRESULT()> Prepare() = 0;
+    // Whether each run has the same calls. What a client prints while it is spoken to comes in more
+    // or fewer blocks.
+    virtual bool HasSteadyCalls() const
+    {
+        return true;
+    }
     // After a run in which nothing failed.
     virtual void ExpectWhole(const Result& result) = 0;
     // After one in which a call of `operation` failed.

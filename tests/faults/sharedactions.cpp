@@ -2,6 +2,7 @@
 
 #include "support/fakeprogress.h"
 #include "support/historysink.h"
+#include "support/treesink.h"
 
 namespace tarnwell::test
 {
@@ -187,6 +188,37 @@ std::function<HRESULT()> PrepareForHistory(const BackendHere& row, Seen& seen)
     };
 }
 
+// All that a tree is asked for, one thing after the other.
+std::function<HRESULT()> PrepareForTree(const BackendHere& row, Seen& seen)
+{
+    return [system = row.system.As<IFileSystemTrees>(), &row, &seen] {
+        ComPtr<ITree> tree;
+        HRESULT status = system->OpenTree(Wide(row.Address(u"")), nullptr, nullptr, tree.Out());
+        EXPECT_EQ(status == S_OK, static_cast<bool>(tree));
+        TreeSink sink;
+        for (const VARIANT_BOOL recursive : {VARIANT_FALSE, VARIANT_TRUE})
+        {
+            if (SUCCEEDED(status))
+                status = tree->List(u"", recursive, &sink);
+        }
+        if (SUCCEEDED(status))
+            status = tree->Find(u"a.txt", &sink);
+        ComPtr<IFileStream> stream;
+        if (SUCCEEDED(status))
+            status = tree->Open(u"a.txt", nullptr, stream.Out());
+        if (FAILED(status))
+            return status;
+        for (const TreeEntry& entry : sink.entries)
+            seen.text += EncodeName(entry.name + u"\n").value_or("?");
+        char block[100];
+        ULONG count = 0;
+        status = stream.As<::ISequentialStream>()->Read(block, sizeof block, &count);
+        seen.failsBare = FAILED(status);
+        seen.text.append(block, SUCCEEDED(status) ? count : 0);
+        return status;
+    };
+}
+
 constexpr bool Always(const Backend&)
 {
     return true;
@@ -198,6 +230,10 @@ constexpr bool WithFolders(const Backend& backend)
 constexpr bool WithHistories(const Backend& backend)
 {
     return backend.strict.histories;
+}
+constexpr bool WithTrees(const Backend& backend)
+{
+    return backend.strict.trees;
 }
 constexpr bool WithHistory(const Backend& backend)
 {
@@ -219,6 +255,7 @@ constexpr SharedAction actions[] = {
     {"Revisions", WithHistory, PrepareForRevisions, true, true},
     {"HasRevisions", WithHistory, PrepareForHasRevisions, true, true},
     {"History", WithHistories, PrepareForHistory},
+    {"Tree", WithTrees, PrepareForTree},
     {"Writing", WithWritingOverConnections, PrepareForWriting},
     {"FolderCreation", WithWritingOverConnections, PrepareForFolderCreation},
     {"TreeDeletion", WithWritingOverConnections, PrepareForTreeDeletion},
