@@ -85,6 +85,17 @@ TEST_F(PerforceFailures, OnlyListingsForgiveMissingFiles)
     EXPECT_THAT(Revisions(address_), IsEmpty());
 }
 
+// The whole phrase, with its "(s)".
+TEST_F(PerforceFailures, OtherMissingFilesAreNotForgiven)
+{
+    const std::u16string words = u"//depot/x: no such file or directory";
+    Fail("fstat", "nofile");
+    ExpectFailed(FailedList(folder_), Win32Status(2), folder_, words);
+    Fail("fstat", "silent");
+    Fail("dirs", "nofile");
+    ExpectFailed(FailedList(folder_), Win32Status(2), folder_, words);
+}
+
 TEST_F(PerforceFailures, WarningsOfASuccessfulRunAreDropped)
 {
     Fail("*", "warning");

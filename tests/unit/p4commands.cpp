@@ -128,6 +128,21 @@ TEST_F(P4Commands, ListedNamesAndTypedOnesStandBesideEachOther)
         EXPECT_EQ(P4PathArgument(path, true), argument);
 }
 
+TEST(P4Items, AFoundOneHasItsWholeAddressWithoutARevision)
+{
+    PerforceDepot depot;
+    depot.Submit("dir/a.txt", "one");
+    depot.Submit("dir/a.txt", "two");
+    const User user;
+    const auto found = [&](const std::u16string& address) {
+        return P4FindItem(user, P4Uri(address))->text;
+    };
+    const std::u16string dir = u"p4://u:p@server:1///depot/base/dir";
+    EXPECT_EQ(found(dir + u"/a.txt#1"), dir + u"/a.txt");
+    EXPECT_EQ(found(dir + u"@1"), dir);
+    EXPECT_EQ(found(u"p4://depot/base/dir//"), u"p4:////depot/base/dir");
+}
+
 // What the client wrote to its error stream, and its exit code, as a failure.
 class P4Failures : public P4Commands
 {

@@ -124,8 +124,12 @@ TEST_P(P4Parser, TheLastRecordNeedsNoLineBehindIt)
 
 TEST_P(P4Parser, AnyOtherLineEndsARecord)
 {
-    EXPECT_THAT(Files("... depotFile //a\nsomething\n... depotFile //b\n...\n... depotFile //c\n"),
-                ElementsAre(File(u"//a", 0, 0, 0), File(u"//b", 0, 0, 0), File(u"//c", 0, 0, 0)));
+    for (const std::string other : {"something", "...", "...depotFile //x", " ... headRev 7", "\r"})
+    {
+        EXPECT_THAT(Files("... depotFile //a\n" + other + "\n... depotFile //b\n"),
+                    ElementsAre(File(u"//a", 0, 0, 0), File(u"//b", 0, 0, 0)))
+            << other;
+    }
 }
 
 TEST_P(P4Parser, RecordsWithNothingBetweenThemAreOne)
@@ -226,9 +230,12 @@ TEST_P(P4Parser, LinesOfADescriptionRunTogether)
 
 TEST_P(P4Parser, TheFirstLineIsTheFileWhateverItSays)
 {
-    EXPECT_EQ(Parsed("anything at all\n", ReadFileLog).depotFile, u"anything at all");
+    const std::string revision = "... #1 change 1 add on 2009/06/01 12:00:00 by a@b (text)\n";
+    const P4FileLog log = Parsed("anything at all\n" + revision, ReadFileLog);
+    EXPECT_EQ(log.depotFile, u"anything at all");
+    EXPECT_THAT(log.records, SizeIs(1));
     EXPECT_EQ(Parsed("", ReadFileLog).depotFile, u"");
-    EXPECT_THAT(Revisions("... #1 change 1 add on 2009/06/01 12:00:00 by a@b (text)\n"), IsEmpty());
+    EXPECT_THAT(Revisions(revision), IsEmpty());
 }
 
 TEST_P(P4Parser, SeveralFilesInOneAnswerAreOneHistory)

@@ -18,6 +18,7 @@ constexpr Way ways[] = {
     {"expired", "Your session has expired, please login again.\n", 1, false},
     {"invalid", "Password invalid.\n", 1, false},
     {"workspace", "Client 'ws' unknown - use 'client' command to create it.\n", 1, false},
+    {"nofile", "//depot/x: no such file or directory\n", 0, false},
     {"nofiles", "//depot/x - no such file(s).\n", 0, false},
     {"nofilesfailed", "//depot/x - no such file(s).\n", 1, false},
     {"nofilesbeside", "//depot/x - no such file(s).\n", 1, true},
