@@ -3,6 +3,9 @@
 
 #include "workingcopy/workingcopyobjects.h"
 
+#include <tarnwell/history.h>
+#include <tarnwell/trees.h>
+
 namespace tarnwell
 {
 
@@ -17,10 +20,21 @@ protected:
     ComPtr<IFileStream> GetContent() override;
 };
 
-class HGFileSystemObject : public WorkingCopyFileSystemObject
+class HGFileSystemObject : public WorkingCopyFileSystemObject,
+                           public IFileSystemHistory,
+                           public IFileSystemTrees
 {
 public:
+    using Interfaces = InterfaceList<IFileSystemRevisions, IFileSystemInit, IFileSystem,
+                                     IFileSystemHistory, IFileSystemTrees, ::ISupportErrorInfo>;
+
     HGFileSystemObject();
+
+    HRESULT STDMETHODCALLTYPE ReadHistory(const OLECHAR* path, const OLECHAR* revision,
+                                          const HistoryOptions* options,
+                                          IHistorySink* sink) override;
+    HRESULT STDMETHODCALLTYPE OpenTree(const OLECHAR* path, const OLECHAR* revision,
+                                       ICopyProgress* progress, ITree** tree) override;
 
 protected:
     ~HGFileSystemObject() = default;

@@ -50,7 +50,12 @@ MercurialRepository::MercurialRepository()
 
 std::string MercurialRepository::Hg(std::string_view words) const
 {
-    return RunClient("hg", Words(words), folder_.Path());
+    return Run(Words(words));
+}
+
+std::string MercurialRepository::Run(const std::vector<std::string>& arguments) const
+{
+    return RunClient("hg", arguments, folder_.Path());
 }
 
 std::string MercurialRepository::Commit(std::u16string_view name, std::string_view bytes,
@@ -64,7 +69,7 @@ std::string MercurialRepository::Commit(std::u16string_view name, std::string_vi
     std::vector<std::string> arguments = {"commit", "-v",       "-A", "-u", "Ann <ann@example.org>",
                                           "-m",     description};
     arguments.insert(arguments.end(), options.begin(), options.end());
-    return NumberIn(RunClient("hg", arguments, folder_.Path()));
+    return NumberIn(Run(arguments));
 }
 
 } // namespace tarnwell::test

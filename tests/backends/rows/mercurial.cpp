@@ -9,6 +9,8 @@ namespace tarnwell::test
 namespace
 {
 
+namespace fs = std::filesystem;
+
 const std::string authorOfMercurial = "J\xC3\xB6rg <j&k>";
 
 class MercurialData final : public WorkingCopyData<MercurialRepository>
@@ -31,7 +33,72 @@ public:
         }
         repository_.Hg("commit -q -A -u Ann -m many");
     }
+
+    std::u16string LatestId() override
+    {
+        return DecodeName(repository_.Hg("log -r tip -T {node}"));
+    }
+    std::vector<std::u16string> OtherNamesOf(const std::u16string& id) override
+    {
+        const std::string node = EncodeName(id).value();
+        repository_.Run({"tag", "--local", "-r", node, "v1.0", "a/tag\xC3\xA9", "p1(tip) or \"x"});
+        repository_.Run({"bookmark", "-r", node, "a bookmark"});
+        const std::string number = repository_.Run({"log", "-r", node, "-T", "{rev}"});
+        return {u"v1.0",       u"a/tag\u00e9",   u"p1(tip) or \"x",
+                u"a bookmark", id.substr(0, 10), DecodeName(number)};
+    }
+    void Remove(std::u16string_view name, const std::string& description) override
+    {
+        fs::remove(OnDisk(name));
+        Record(description);
+    }
+    void Rename(std::u16string_view from, std::u16string_view to,
+                const std::string& description) override
+    {
+        fs::create_directories(OnDisk(to).parent_path());
+        fs::rename(OnDisk(from), OnDisk(to));
+        repository_.Run({"rename", "--after", EncodeName(from).value(), EncodeName(to).value()});
+        Record(description);
+    }
+    void PutLink(std::u16string_view name, std::string_view target) override
+    {
+        PutAs("120000", name, std::string(target) + "\n\\ No newline at end of file");
+    }
+    void PutProgram(std::u16string_view name, std::string_view bytes) override
+    {
+        PutAs("100755", name, bytes.substr(0, bytes.size() - 1));
+    }
+
+private:
+    void Record(const std::string& description) const
+    {
+        repository_.Run({"commit", "-q", "-A", "-u", "Ann", "-m", description});
+    }
+    // A file of one line. Also where the disk has no such files: a patch says what it is.
+    void PutAs(const std::string& mode, std::u16string_view name, std::string_view line) const
+    {
+        const std::string path = EncodeName(name).value();
+        std::string patch = "diff --git a/" + path + " b/" + path + "\nnew file mode " + mode;
+        patch += "\n--- /dev/null\n+++ b/" + path + "\n@@ -0,0 +1,1 @@\n+";
+        patch.append(line).append("\n");
+        WriteBytes(repository_ / u".hg/patch", patch);
+        repository_.Run(
+            {"import", "-q", "--bypass", "-u", "Ann", "-m", "of another kind", ".hg/patch"});
+        repository_.Hg("update -q tip");
+    }
 };
+
+std::u16string WithoutRepository(BackendData& data)
+{
+    fs::rename(data.OnDisk(u".hg"), data.OnDisk(u"hg"));
+    return data.Address(u"text.txt");
+}
+
+std::u16string Requiring(BackendData& data, const char* feature)
+{
+    WriteBytes(data.OnDisk(u".hg/requires").u16string(), std::string(feature) + "\n");
+    return data.Address(u"text.txt");
+}
 
 } // namespace
 
@@ -45,7 +112,39 @@ const Backend mercurialBackend = WorkingCopyRow({
                 {u"git://x", u"Invalid Mercurial URI \"git://x\"."},
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
     .author = u"J\u00f6rg <j&k>",
-    .strict = {.whyNot = "histories are only told as ever"},
+    .strict = {.histories = true,
+               .trees = true,
+               .names = {u"-n", u"--all", u"a[1].txt", u"a1.txt", u"a@b", u"!x", u"$HOME", u"#1#2",
+                         u"tip", u"v1.0", u"path", u"set", u"{node}"},
+               .noRevisions = {u"nosuch",     u"-x",
+                               u"--all",      u"a..b",
+                               u"^main",      u"\n",
+                               u"a b",        u"HEAD --all",
+                               u"all()",      u"tip^",
+                               u"0:tip",      u"tip or 0",
+                               u"null",       u"0000000000000000000000000000000000000000",
+                               u"2147483647", u"ffffffffffffffffffffffffffffffffffffffff",
+                               u"wdir()",     u"\"",
+                               u"x\\",        u"file(\"set:size(0)\")",
+                               u"{node}"},
+               .workingCopies = true,
+               .links = true,
+               .programs = true,
+               .clientStays = true,
+               .failures = {{"no repository", HistoryNoRepository,
+                             u"Can't find a repository that holds ", WithoutRepository},
+                            {"unknown features", HistoryBadSettings, u"The settings of ",
+                             [](BackendData& data) {
+                                 return Requiring(data, "unheard-of");
+                             }},
+                            {"an extension that would run", HistoryBadSettings, u"The settings of ",
+                             [](BackendData& data) {
+                                 return Requiring(data, "largefiles");
+                             }},
+                            {"contents on a server", HistoryIncomplete, u"The repository doesn't ",
+                             [](BackendData& data) {
+                                 return Requiring(data, "lfs");
+                             }}}},
     .source = u"hgobjects",
     .client = "hg",
     .clientMissing = u"Can't find the Mercurial command line utility (hg.exe). Please check that "

@@ -1,0 +1,59 @@
+// One Mercurial client that carries out commands for as long as it is wanted.
+#pragma once
+
+#include "mercurial/hgchannels.h"
+#include "mercurial/hgstrict.h"
+
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnwell
+{
+
+// Takes what a command prints, as it comes. False if no more is wanted.
+using HgOutput = std::function<bool(std::string_view bytes)>;
+
+class HgServer
+{
+public:
+    // The client is started by the first command, and again by the next one where one broke off.
+    explicit HgServer(HgItem item) : item_(std::move(item)) {}
+
+    const HgItem& Item() const
+    {
+        return item_;
+    }
+
+    // Carries out a command, whose arguments hold no NUL. A client that dies is started again,
+    // once, after a call of `restart`; without one that is a failure. Returns how it ended; an exit
+    // code of 0 if no more was wanted, which ends the client.
+    ClientOutcome Run(const std::vector<std::string>& arguments, const HgOutput& output,
+                      const std::function<void()>& restart, Patience& patience);
+
+    // All that a command prints. Throws if it fails.
+    std::string Answer(const std::vector<std::string>& arguments, Patience& patience);
+
+private:
+    // The client has ended.
+    struct Gone
+    {
+    };
+
+    void Start(Patience& patience);
+    void ReadGreeting(Patience& patience);
+    HgPiece ReadPiece(Patience& patience);
+    ClientOutcome RunOnce(const std::vector<std::string>& arguments, const HgOutput& output,
+                          Patience& patience);
+    [[noreturn]] void ThrowBadAnswer() const;
+
+    const HgItem item_;
+    std::unique_ptr<RunningClient> client_;
+    HgChannels channels_;
+    std::string bytes_; // what `channels_` reads
+};
+
+} // namespace tarnwell
