@@ -112,7 +112,7 @@ FileDescriptor OpenToLook(const std::string& path)
     return isSafe ? Reopened(seen, path) : std::move(seen);
 }
 
-FileDescriptor Open(const std::string& path, const Request& request)
+FileDescriptor OpenAsAsked(const std::string& path, const Request& request)
 {
     const bool isPrivate =
         request.Has(FILE_FLAG_DELETE_ON_CLOSE) || request.Has(FILE_ATTRIBUTE_TEMPORARY);
@@ -152,7 +152,7 @@ HANDLE NoFile(DWORD error)
 
 HANDLE OpenAsHandle(const std::string& path, const Request& request)
 {
-    FileDescriptor file = Open(path, request);
+    FileDescriptor file = OpenAsAsked(path, request);
     if (!file)
         return NoFile(LookupError(path, errno));
     struct stat entry;
