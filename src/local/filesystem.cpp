@@ -7,6 +7,8 @@
 #include "frame/text.h"
 #include "local/copy.h"
 #include "local/earlierversions.h"
+#include "local/localhistory.h"
+#include "local/localtree.h"
 #include "local/lookup.h"
 #include "local/shelldelete.h"
 #include "local/tempname.h"
@@ -117,6 +119,20 @@ HRESULT CWin32FileSystemObject::GetRevisions(const OLECHAR* path, std::uint32_t,
     return AtBoundary(revisionsReporter, NullPointer::Published, revisions, [&] {
         return MakeRevisions(ListEarlierVersions(FromHost(path)), CLSID_Win32FileSystem, revisions);
     });
+}
+
+HRESULT CWin32FileSystemObject::ReadHistory(const OLECHAR* path, const OLECHAR* revision,
+                                            const HistoryOptions* options, IHistorySink* sink)
+{
+    return ReadHistoryForHost({CLSID_Win32FileSystem, IID_IFileSystemHistory}, nullptr, path,
+                              revision, options, sink, ReadLocalHistory);
+}
+
+HRESULT CWin32FileSystemObject::OpenTree(const OLECHAR* path, const OLECHAR* revision,
+                                         ICopyProgress* progress, ITree** tree)
+{
+    return OpenTreeForHost({CLSID_Win32FileSystem, IID_IFileSystemTrees}, nullptr, path, revision,
+                           progress, tree, OpenLocalTree);
 }
 
 HRESULT CWin32FileSystemObject::CopyItem(const OLECHAR* source, const OLECHAR* destination,

@@ -6,6 +6,8 @@
 
 #include <tarnwell/classes.h>
 #include <tarnwell/filesystem.h>
+#include <tarnwell/history.h>
+#include <tarnwell/trees.h>
 
 namespace tarnwell
 {
@@ -15,11 +17,15 @@ class CWin32FileSystemObject
       public IFileSystem,
       public IFileSystemCopyEx,
       public IFileSystemRevisions,
-      public ErrorInfoFor<IFileSystem, IFileSystemInit, IFileSystemCopyEx, IFileSystemRevisions>
+      public IFileSystemHistory,
+      public IFileSystemTrees,
+      public ErrorInfoFor<IFileSystem, IFileSystemInit, IFileSystemCopyEx, IFileSystemRevisions,
+                          IFileSystemHistory, IFileSystemTrees>
 {
 public:
-    using Interfaces = InterfaceList<IFileSystemInit, IFileSystem, IFileSystemCopyEx,
-                                     IFileSystemRevisions, ::ISupportErrorInfo>;
+    using Interfaces =
+        InterfaceList<IFileSystemInit, IFileSystem, IFileSystemCopyEx, IFileSystemRevisions,
+                      IFileSystemHistory, IFileSystemTrees, ::ISupportErrorInfo>;
 
     HRESULT STDMETHODCALLTYPE SetHost(::IUnknown* host) override;
 
@@ -44,6 +50,12 @@ public:
                                            VARIANT_BOOL* has) override;
     HRESULT STDMETHODCALLTYPE GetRevisions(const OLECHAR* path, std::uint32_t reserved,
                                            IRevisions** revisions) override;
+
+    HRESULT STDMETHODCALLTYPE ReadHistory(const OLECHAR* path, const OLECHAR* revision,
+                                          const HistoryOptions* options,
+                                          IHistorySink* sink) override;
+    HRESULT STDMETHODCALLTYPE OpenTree(const OLECHAR* path, const OLECHAR* revision,
+                                       ICopyProgress* progress, ITree** tree) override;
 
 protected:
     ~CWin32FileSystemObject() = default;

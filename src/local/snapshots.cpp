@@ -36,18 +36,24 @@ bool Ask(const OsHandle& share, const EventHandle& event, std::span<std::byte> a
     return status == done && outcome.Status == done;
 }
 
-// The names of the snapshots of the volume behind `share`. Empty if the server can't be asked,
-// refuses, or doesn't answer at once.
-std::vector<std::u16string> SnapshotTokens(const std::u16string& share)
+struct Tokens
+{
+    std::vector<std::u16string> names;
+    DWORD error = ERROR_SUCCESS;
+};
+
+// The names of the snapshots of the volume behind `share`. None if the server can't be asked, which
+// is an error, refuses, or doesn't answer at once.
+Tokens SnapshotTokens(const std::u16string& share)
 {
     const EventHandle event(CreateEventW(nullptr, 1, 0, nullptr));
     if (!event)
-        return {};
+        return {{}, GetLastError()};
     const OsHandle folder(CreateFileW(Wide(share), FILE_LIST_DIRECTORY,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                                       FILE_FLAG_BACKUP_SEMANTICS, nullptr));
     if (!folder)
-        return {};
+        return {{}, GetLastError()};
 
     std::array<std::byte, snapshotAnswerStart> start{};
     if (!Ask(folder, event, start))
@@ -58,34 +64,41 @@ std::vector<std::u16string> SnapshotTokens(const std::u16string& share)
     // Cleared, so that nothing but zeros follows a short answer.
     const std::unique_ptr<std::byte[]> bytes(new (std::nothrow) std::byte[size]());
     if (bytes == nullptr)
-        return {};
+        return {{}, ERROR_NOT_ENOUGH_MEMORY};
     const std::span<std::byte> answer(bytes.get(), size);
     if (!Ask(folder, event, answer))
         return {};
-    return ReadSnapshotTokens(answer);
+    return {ReadSnapshotTokens(answer)};
 }
 
 } // namespace
 
 std::vector<SnapshotEntry> ListSnapshots(std::u16string_view path)
 {
+    return ReadSnapshots(path).entries;
+}
+
+SnapshotListing ReadSnapshots(std::u16string_view path)
+{
     const std::optional<DrivePath> item = SplitDrivePath(path);
     if (ntFsControlFile == nullptr || !item)
         return {};
     const std::u16string share = std::u16string(u"\\\\localhost\\") + item->letter + u'$';
 
-    std::vector<SnapshotEntry> entries;
-    for (const std::u16string& token : SnapshotTokens(share))
+    Tokens tokens = SnapshotTokens(share);
+    SnapshotListing listing{{}, tokens.error};
+    for (std::u16string& token : tokens.names)
     {
-        SnapshotEntry& entry = entries.emplace_back();
+        SnapshotEntry& entry = listing.entries.emplace_back();
         entry.path.append(share).append(u"\\").append(token).append(u"\\").append(item->rest);
         entry.time = SnapshotTimeFromToken(token);
+        entry.token = std::move(token);
     }
-    std::stable_sort(entries.begin(), entries.end(),
+    std::stable_sort(listing.entries.begin(), listing.entries.end(),
                      [](const SnapshotEntry& left, const SnapshotEntry& right) {
                          return left.time > right.time;
                      });
-    return entries;
+    return listing;
 }
 
 } // namespace tarnwell

@@ -1,6 +1,8 @@
 #include "perforce/p4objects.h"
 
 #include "perforce/p4commands.h"
+#include "perforce/p4history.h"
+#include "perforce/p4tree.h"
 #include "perforce/p4uri.h"
 
 #include <tarnwell/classes.h>
@@ -58,6 +60,27 @@ ComPtr<IFolder> P4FileSystemObject::CreateFolderObject(const std::u16string& pat
 std::vector<RevisionRecord> P4FileSystemObject::ReadRevisions(const std::u16string& path)
 {
     return P4History(*this, path);
+}
+
+HRESULT P4FileSystemObject::ReadHistory(const OLECHAR* path, const OLECHAR* revision,
+                                        const HistoryOptions* options, IHistorySink* sink)
+{
+    const auto read = [&](const HistoryQuestion& question, HistoryTaker& taker) {
+        ReadP4History(*this, question, taker);
+    };
+    return ReadHistoryForHost({ClassId(), IID_IFileSystemHistory}, p4Source, path, revision,
+                              options, sink, read);
+}
+
+HRESULT P4FileSystemObject::OpenTree(const OLECHAR* path, const OLECHAR* revision,
+                                     ICopyProgress* progress, ITree** tree)
+{
+    const auto open = [&](const std::u16string& address,
+                          const std::optional<std::u16string>& wanted, Patience& patience) {
+        return OpenP4Tree(*this, P4ItemOf(address, wanted), patience);
+    };
+    return OpenTreeForHost({ClassId(), IID_IFileSystemTrees}, p4Source, path, revision, progress,
+                           tree, open);
 }
 
 } // namespace tarnwell

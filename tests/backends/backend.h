@@ -51,6 +51,9 @@ public:
     // What the host answers when it is asked for credentials.
     virtual CredentialsAnswer Credentials() const;
 
+    // Where the latest made hides the others: makes it the one that is seen.
+    virtual void Show() const {}
+
     // The rest is asked where a file system tells histories in full, or shows trees. There a
     // revision has one id for all that it changed.
 

@@ -27,7 +27,9 @@ struct Strict
     // Whether the file system answers to IFileSystemHistory, and to IFileSystemTrees.
     bool histories = false;
     bool trees = false;
-    // Why it doesn't answer to both; empty if it does.
+    // Whether it answers to both, and is tried elsewhere; then both are false here.
+    bool elsewhere = false;
+    // Why it isn't tried here for both; empty if it is.
     const char* whyNot = "";
 
     // Names of files beyond the row's, for these suites only.

@@ -5,6 +5,7 @@
 #include <tarnwell/text.h>
 
 #include <algorithm>
+#include <fstream>
 #include <sstream>
 
 namespace tarnwell::test
@@ -33,6 +34,11 @@ PerforceDepot::PerforceDepot()
     Write();
 }
 
+void PerforceDepot::Show() const
+{
+    depot_.Set(EncodeName(folder_.Text()).value().c_str());
+}
+
 std::string PerforceDepot::Base() const
 {
     return base;
@@ -57,7 +63,31 @@ int PerforceDepot::Submit(const std::string& path, std::string_view bytes,
 
 int PerforceDepot::Remove(const std::string& path)
 {
-    return Change(path, "delete", {}, "removed");
+    return Remove(path, "removed");
+}
+
+int PerforceDepot::Remove(const std::string& path, const std::string& description)
+{
+    return Change(path, "delete", {}, description);
+}
+
+int PerforceDepot::Move(const std::string& from, const std::string& to,
+                        const std::string& description)
+{
+    const File& source = FileAt(base + "/" + from);
+    const std::string bytes = source.bytes;
+    const std::string origin = source.path + "\t" + std::to_string(source.revisions);
+    const int change = Change(from, "move/delete", {}, description);
+    Record(change, to, "move/add", "text", bytes, description);
+    FileAt(base + "/" + to).lines += "from\t" + origin + "\n";
+    Write();
+    return change;
+}
+
+int PerforceDepot::SubmitAs(const std::string& type, const std::string& path,
+                            std::string_view bytes)
+{
+    return Change(path, "add", bytes, "of another kind", type);
 }
 
 std::filesystem::path PerforceDepot::Sync(const std::string& path)
@@ -66,7 +96,13 @@ std::filesystem::path PerforceDepot::Sync(const std::string& path)
     file.lines += "have\t" + std::to_string(file.revisions) + "\n";
     general_ += "root\t" + EncodeName(folder_ / u"ws").value() + "\n";
     Write();
-    return std::filesystem::path(folder_ / u"ws").string() + file.path.substr(1);
+    const std::filesystem::path local =
+        std::filesystem::path(folder_ / u"ws").string() + file.path.substr(1);
+    // Names that the platform doesn't have are only told.
+    std::error_code ignored;
+    std::filesystem::create_directories(local.parent_path(), ignored);
+    std::ofstream(local) << "synced";
+    return local;
 }
 
 void PerforceDepot::LoseWorkspace()
@@ -77,7 +113,8 @@ void PerforceDepot::LoseWorkspace()
 void PerforceDepot::Tell(const std::string& line)
 {
     const std::string kind = line.substr(0, line.find('\t'));
-    const bool isGeneral = kind == "port" || kind == "user" || kind == "root" || kind == "fail";
+    const bool isGeneral =
+        kind == "port" || kind == "user" || kind == "root" || kind == "fail" || kind == "label";
     (isGeneral ? general_ : files_.back().lines) += line + "\n";
     Write();
 }
@@ -143,24 +180,33 @@ PerforceDepot::File& PerforceDepot::FileAt(const std::string& path)
 {
     const auto found = std::find_if(files_.begin(), files_.end(),
                                     [&](const File& file) { return file.path == path; });
-    return found == files_.end() ? files_.emplace_back(File{path, 0, {}}) : *found;
+    return found == files_.end() ? files_.emplace_back(File{path, 0, {}, {}}) : *found;
 }
 
 int PerforceDepot::Change(const std::string& path, const std::string& action,
-                          std::string_view bytes, const std::string& description)
+                          std::string_view bytes, const std::string& description,
+                          const std::string& type)
+{
+    Record(++changes_, path, action, type, bytes, description);
+    return changes_;
+}
+
+void PerforceDepot::Record(int change, const std::string& path, const std::string& action,
+                           const std::string& type, std::string_view bytes,
+                           const std::string& description)
 {
     constexpr int firstTime = 1709633730;
-    const int change = ++changes_;
     const int revision = FileAt(base + "/" + path).revisions + 1;
     AddRevision(base + "/" + path,
                 std::to_string(revision) + "\t" + std::to_string(change) + "\t" + action + "\t" +
-                    std::to_string(firstTime + change) + "\t" + author + "\ttext",
+                    std::to_string(firstTime + change) + "\t" + author + "\t" + type,
                 bytes);
+    File& file = FileAt(base + "/" + path);
+    file.bytes = bytes;
     std::istringstream lines(description);
     for (std::string line; std::getline(lines, line);)
-        FileAt(base + "/" + path).lines += "desc\t" + line + "\n";
+        file.lines += "desc\t" + line + "\n";
     Write();
-    return change;
 }
 
 void PerforceDepot::Write() const

@@ -28,6 +28,20 @@ public:
     std::filesystem::path Sync(const std::string& path) override;
     void LoseWorkspace() override;
 
+    // Makes it the one that the client sees, where there are others.
+    void Show() const;
+
+    // The number of the latest change.
+    int LatestChange() const
+    {
+        return changes_;
+    }
+    // Each is one change.
+    int Remove(const std::string& path, const std::string& description);
+    int Move(const std::string& from, const std::string& to, const std::string& description);
+    // A file of this type.
+    int SubmitAs(const std::string& type, const std::string& path, std::string_view bytes);
+
     // A line of the depot's description (support/perforce/depot.h): the last file's, where it is
     // about a file.
     void Tell(const std::string& line);
@@ -52,12 +66,16 @@ private:
         std::string path;
         int revisions = 0;
         std::string lines;
+        std::string bytes; // of the latest revision
     };
 
     void PrintAs(const std::string& kind, const std::string& command, std::string_view text);
     File& FileAt(const std::string& path);
     int Change(const std::string& path, const std::string& action, std::string_view bytes,
-               const std::string& description);
+               const std::string& description, const std::string& type = "text");
+    // Of a change that is there.
+    void Record(int change, const std::string& path, const std::string& action,
+                const std::string& type, std::string_view bytes, const std::string& description);
     void Write() const;
 
     const TempFolder folder_;

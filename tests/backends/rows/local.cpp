@@ -54,7 +54,8 @@ const Backend localBackend{
     .writes = true,
     // Snapshots are a machine's own and none are made for tests.
     .history = false,
-    .strict = {.whyNot = "its revisions are snapshots, which aren't made for tests"},
+    .strict = {.elsewhere = true,
+               .whyNot = "its revisions are snapshots, which unit/localhistory.cpp has"},
     .openIntoNothing = OpenIntoNothing::FailsWithText,
 };
 

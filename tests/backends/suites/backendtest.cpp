@@ -62,6 +62,7 @@ RowTest::RowTest(const Backend& row)
     if (row.whyNot != nullptr && !row.whyNot().empty())
         return;
     sample_ = &SampleOf(row);
+    sample_->data->Show();
     host_->credentials = sample_->data->Credentials();
 }
 

@@ -101,8 +101,10 @@ std::vector<std::u16string> DescriptionsOf(const std::vector<HistoryEntry>& entr
 
 StrictTest::StrictTest()
 {
-    if (TestsRun())
-        host_->credentials = Strictly().data->Credentials();
+    if (!TestsRun())
+        return;
+    Strictly().data->Show();
+    host_->credentials = Strictly().data->Credentials();
 }
 
 Outcome StrictTest::Read(const std::u16string& path, HistorySink& sink, HistoryOptions options,

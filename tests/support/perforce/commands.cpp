@@ -4,6 +4,7 @@
 #include "support/perforce/depot.h"
 #include "support/perforce/failures.h"
 #include "support/perforce/options.h"
+#include "support/perforce/strict.h"
 #include "support/perforce/workspace.h"
 
 #include <cstdio>
@@ -278,6 +279,8 @@ int Obey(const Depot& depot, Call call)
     return code;
 }
 
+} // namespace
+
 void Record(const std::vector<std::string>& arguments, const fs::path& folder)
 {
     std::string line;
@@ -286,12 +289,12 @@ void Record(const std::vector<std::string>& arguments, const fs::path& folder)
     std::ofstream(folder / "runs", std::ios::binary | std::ios::app) << line + "\n";
 }
 
-} // namespace
-
 int Run(const std::vector<std::string>& arguments, const fs::path& folder)
 {
     try
     {
+        if (IsStrict(arguments))
+            return RunStrict(arguments, folder);
         Record(arguments, folder);
         return Obey(LoadDepot(folder), ParseCall(arguments));
     }

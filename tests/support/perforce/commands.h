@@ -12,6 +12,9 @@ namespace tarnwell::test::perforce
 // file "runs" there. Returns the exit code.
 int Run(const std::vector<std::string>& arguments, const std::filesystem::path& folder);
 
+// Adds a line with the arguments to the file "runs" in the folder.
+void Record(const std::vector<std::string>& arguments, const std::filesystem::path& folder);
+
 // Standard output changes no line ends any more.
 void PrintBytesFromNowOn();
 

@@ -80,6 +80,15 @@ void AddLine(Depot& depot, const std::string& line)
         depot.files.back().revisions.back().description.push_back(RestOf(line));
     else if (kind == "note")
         depot.files.back().revisions.back().notes.push_back(RestOf(line));
+    else if (kind == "from")
+    {
+        depot.files.back().revisions.back().fromFile = words.at(1);
+        depot.files.back().revisions.back().fromRevision = std::stoi(words.at(2));
+    }
+    else if (kind == "labelled")
+        depot.files.back().labelled[words.at(1)] = std::stoi(words.at(2));
+    else if (kind == "label")
+        depot.labels[words.at(1)] = std::stoi(words.at(2));
     else if (kind == "fail")
         depot.failures[words.at(1)] = words.at(2);
     else if (kind == "output")

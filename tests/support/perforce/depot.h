@@ -14,6 +14,9 @@
 //   rev NUMBER CHANGE ACTION SECONDS AUTHOR TYPE CONTENT    CONTENT is a file beside this one
 //   desc TEXT               a line of that revision's description
 //   note TEXT               a line behind the description
+//   from PATH NUMBER        what that revision was moved or branched from
+//   labelled NAME NUMBER    the label has this revision of the file
+//   label NAME CHANGE       the label has what there was at the change
 //   fail COMMAND WAY        what it does instead ("*": every command); see failures.h
 //   output COMMAND FILE     what it prints instead, a file beside this one
 //   bytes COMMAND FILE      the same, with the line ends as they are in the file
@@ -38,6 +41,8 @@ struct Revision
     std::filesystem::path content;
     std::vector<std::string> description;
     std::vector<std::string> notes;
+    std::string fromFile;
+    int fromRevision = 0;
 
     bool IsDeleted() const
     {
@@ -51,6 +56,7 @@ struct File
     std::vector<std::string> tags;
     int have = 0;
     std::vector<Revision> revisions;
+    std::map<std::string, int> labelled; // by label
 };
 
 struct Depot
@@ -60,6 +66,7 @@ struct Depot
     bool isServer = false;
     std::map<std::string, std::string> users;
     std::string root;
+    std::map<std::string, int> labels;
     std::vector<File> files;
     std::map<std::string, std::string> failures; // by command
     std::map<std::string, std::filesystem::path> outputs;
