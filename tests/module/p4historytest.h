@@ -13,6 +13,12 @@ namespace tarnwell::test
 class P4Histories : public PerforceClientTest
 {
 protected:
+    P4Histories()
+        : PerforceClientTest(
+              "only the stand-in tells how it was called, and fails as it is told to")
+    {
+    }
+
     Outcome Read(const std::u16string& path, HistorySink& sink, HistoryOptions options = Wanted(),
                  const char16_t* revision = nullptr) const
     {
