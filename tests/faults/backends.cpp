@@ -23,7 +23,7 @@ Operations HiddenIn(const Backend& backend, std::string_view action)
                    : Operations{"FindClose"};
     }
     if (action == "History" || action == "Tree")
-        return {"CloseHandle", "EndClientGroup"};
+        return {"CloseHandle", "EndClientGroup", "FindClient"};
     // Without settings there are the usual ones, an unknown time is old, and a listing is read
     // whole before its first entry comes.
     if (HoldsConnections(backend))

@@ -4,8 +4,10 @@
 #include "faults/failinturn.h"
 
 #include "local/filesystem.h"
+#include "support/historysink.h"
 #include "support/snapshotserver.h"
 #include "support/snapshotshare.h"
+#include "support/treesink.h"
 
 #include "support/fakeprogress.h"
 #include "support/posix/trash.h"
@@ -287,6 +289,46 @@ Action ListOfRevisions()
             }()};
 }
 
+// In full, so that nothing is hidden but what tells when the snapshot was taken.
+Action HistoryOfSnapshots()
+{
+    return {"HistoryOfSnapshots",
+            [](const Local& local) {
+                return [histories = local.system.As<IFileSystemHistory>(),
+                        volume = std::make_shared<Volume>()] {
+                    HistorySink sink;
+                    const HRESULT status =
+                        histories->ReadHistory(u"C:\\a.txt", nullptr, nullptr, &sink);
+                    EXPECT_EQ(sink.entries.size(), status == S_OK ? 1U : 0U);
+                    return status;
+                };
+            },
+            {"CloseHandle", "SystemTimeToFileTime"}};
+}
+
+Action TreeOfASnapshot()
+{
+    return {"TreeOfASnapshot",
+            [](const Local& local) {
+                const auto volume = std::make_shared<Volume>();
+                volume->share.Put(u"@GMT-2024.05.01-10.30.00\\tree/sub/b.txt", "b");
+                return [trees = local.system.As<IFileSystemTrees>(), volume] {
+                    ComPtr<ITree> tree;
+                    HRESULT status = trees->OpenTree(u"C:\\tree", nullptr, nullptr, tree.Out());
+                    TreeSink sink;
+                    if (SUCCEEDED(status))
+                        status = tree->List(nullptr, VARIANT_TRUE, &sink);
+                    ComPtr<IFileStream> stream;
+                    if (SUCCEEDED(status))
+                        status = tree->Open(u"sub/b.txt", nullptr, stream.Out());
+                    EXPECT_EQ(status == S_OK, static_cast<bool>(stream));
+                    EXPECT_TRUE(status != S_OK || sink.entries.size() == 2);
+                    return status;
+                };
+            },
+            {"CloseHandle", "FindClose", "SystemTimeToFileTime"}};
+}
+
 class EveryLocalCall : public testing::TestWithParam<Action>, protected FailingAction
 {
 protected:
@@ -341,7 +383,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(LookupOfFolder(), LookupOfMissing(), ArchiveReading(), Seeking(), Writing(),
                     DeletionOfFile(), DeletionByShell(), FolderCreation(), FolderPathCreation(),
                     AttributeChange(), TimeChange(), Copying(), TempFileCreation(),
-                    DeletionOfList(), QuestionForRevisions(), ListOfRevisions()),
+                    DeletionOfList(), QuestionForRevisions(), ListOfRevisions(),
+                    HistoryOfSnapshots(), TreeOfASnapshot()),
     [](const testing::TestParamInfo<Action>& info) { return std::string(info.param.name); });
 
 } // namespace

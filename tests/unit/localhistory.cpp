@@ -241,8 +241,7 @@ TEST_F(LocalHistories, SayWhyThereIsNone)
 
 TEST_F(LocalHistories, AVolumeThatIsntSharedHasNoSnapshots)
 {
-    share.Remove(u"");
-    ExpectBothFail(u"C:\\a", HistoryNoRepository, u"There are no snapshots that hold ");
+    ExpectBothFail(u"Q:\\a", HistoryNoRepository, u"There are no snapshots that hold ");
 }
 
 // What the server calls a snapshot is one part of a path.

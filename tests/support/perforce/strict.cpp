@@ -31,7 +31,7 @@ constexpr int isEmpty = 0x11; // the client's class of "nothing found"
 
 void Print(const std::string& bytes)
 {
-    std::cout << bytes << std::flush;
+    std::cout << bytes;
 }
 
 void Warn(const std::string& words)
@@ -340,6 +340,7 @@ int Work(const Depot& depot, const StrictCall& call)
 // Long enough for every test, and not for ever if one fails.
 void Hang()
 {
+    std::cout.flush();
     std::this_thread::sleep_for(std::chrono::seconds(120));
 }
 
