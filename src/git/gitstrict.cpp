@@ -17,7 +17,7 @@ namespace
 constexpr const char16_t* strictVariables[] = {
     u"GIT_LITERAL_PATHSPECS=1",
     u"GIT_NO_REPLACE_OBJECTS=1",
-    u"GIT_GRAFT_FILE=/dev/null",
+    u"GIT_GRAFT_FILE=/dev/null/none",
     u"GIT_NO_LAZY_FETCH=1",
     u"GIT_ALLOW_PROTOCOL=none",
     u"GIT_TERMINAL_PROMPT=0",

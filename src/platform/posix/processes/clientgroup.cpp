@@ -1,7 +1,7 @@
-// Groups of processes. The first one in a group is a guard: it waits for the end of a pipe of which
-// only this process holds the other end, so that it knows when this process has ended, however it
-// did, and then ends the group. A guard that nobody has taken leave of also keeps the group's
-// number from going to another.
+// Groups of processes. Beside its first process each has a guard, which waits for the end of a pipe
+// of which only this process holds the other end, so that it knows when this process has ended,
+// however it did, and then ends the group. A guard that nobody has taken leave of also keeps the
+// group's number from going to another.
 #include "platform/clientgroup.h"
 
 #include "platform/posix/errors/errnotable.h"
@@ -32,40 +32,32 @@ public:
         End();
     }
 
-    // 0 or an errno.
-    int Start()
+    // As CreateProcessW. The first process is the group's first, too: the guard is started while
+    // that already works.
+    BOOL StartProcess(StartRequest request, PROCESS_INFORMATION* information)
     {
-        int ends[2];
-        if (pipe2(ends, O_CLOEXEC) != 0)
-            return errno;
-        const FileDescriptor read(ends[0]);
-        life_ = FileDescriptor(ends[1]);
-        const FileDescriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
-        if (!nothing)
-            return errno;
-        SpawnSetup setup({read.Get(), nothing.Get(), nothing.Get()});
-        setup.LeadGroup();
-        std::vector<std::string> arguments{"/bin/sh", "-c", "read -r word; kill -s KILL 0"};
-        // Without variables, of which some mean something to shells.
-        char* const environment[] = {nullptr};
-        pid_t id = -1;
-        const int number = setup.Spawn(&id, arguments, environment);
+        if (hasEnded_)
+            return Fail(ERROR_INVALID_HANDLE);
+        const bool isFirst = id_ == 0;
+        request.group = isFirst ? StartRequest::ownGroup : id_;
+        if (!posix::StartProcess(request, information))
+            return 0;
+        if (!isFirst)
+            return 1;
+        id_ = static_cast<pid_t>(information->dwProcessId);
+        const int number = TryStartGuard();
         if (number == 0)
-        {
-            guard_.Started(id);
-            id_ = id;
-        }
-        return number;
-    }
-
-    // 0 once it has been ended.
-    pid_t Id() const
-    {
-        return id_;
+            return 1;
+        End();
+        WaitForSingleObject(information->hProcess, INFINITE);
+        CloseHandle(information->hThread);
+        CloseHandle(information->hProcess);
+        return Fail(ErrorFromErrno(number));
     }
 
     void End()
     {
+        hasEnded_ = true;
         if (id_ == 0)
             return;
         kill(-id_, SIGKILL);
@@ -79,16 +71,50 @@ public:
     }
 
 private:
+    // 0 or an errno.
+    int TryStartGuard()
+    {
+        try
+        {
+            return StartGuard();
+        }
+        catch (const std::bad_alloc&)
+        {
+            return ENOMEM;
+        }
+    }
+
+    int StartGuard()
+    {
+        int ends[2];
+        if (pipe2(ends, O_CLOEXEC) != 0)
+            return errno;
+        const FileDescriptor read(ends[0]);
+        life_ = FileDescriptor(ends[1]);
+        const FileDescriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
+        if (!nothing)
+            return errno;
+        SpawnSetup setup({read.Get(), nothing.Get(), nothing.Get()});
+        setup.JoinGroup(id_);
+        std::vector<std::string> arguments{"/bin/sh", "-c", "read -r word; kill -s KILL 0"};
+        // Without variables, of which some mean something to shells.
+        char* const environment[] = {nullptr};
+        pid_t id = -1;
+        const int number = setup.Spawn(&id, arguments, environment);
+        if (number == 0)
+            guard_.Started(id);
+        // A host that takes no notice of its children's ends: all of the group has ended.
+        const bool isGone = number == EPERM || number == ESRCH;
+        if (isGone)
+            id_ = 0;
+        return isGone ? 0 : number;
+    }
+
     FileDescriptor life_;
     ChildProcess guard_;
-    pid_t id_ = 0;
+    pid_t id_ = 0; // the first process's; 0 if none was started, and once it has been ended
+    bool hasEnded_ = false;
 };
-
-HANDLE NoGroup(DWORD error)
-{
-    Fail(error);
-    return INVALID_HANDLE_VALUE;
-}
 
 } // namespace
 } // namespace tarnwell::posix
@@ -99,16 +125,13 @@ extern "C" HANDLE CreateClientGroup()
 {
     try
     {
-        auto group = std::make_unique<ClientGroup>();
-        const int number = group->Start();
-        if (number != 0)
-            return NoGroup(ErrorFromErrno(number));
-        HandleObject* const handle = group.release();
+        HandleObject* const handle = std::make_unique<ClientGroup>().release();
         return handle;
     }
     catch (const std::bad_alloc&)
     {
-        return NoGroup(ERROR_NOT_ENOUGH_MEMORY);
+        Fail(ERROR_NOT_ENOUGH_MEMORY);
+        return INVALID_HANDLE_VALUE;
     }
 }
 
@@ -116,11 +139,10 @@ extern "C" BOOL StartInGroup(HANDLE group, LPWSTR commandLine, LPVOID environmen
                              STARTUPINFOW* startup, PROCESS_INFORMATION* information)
 {
     auto* const handle = dynamic_cast<ClientGroup*>(ObjectOf(group));
-    if (handle == nullptr || handle->Id() == 0)
+    if (handle == nullptr)
         return Fail(ERROR_INVALID_HANDLE);
-    return StartProcess(
-        {commandLine, static_cast<LPCWSTR>(environment), folder, startup, handle->Id()},
-        information);
+    return handle->StartProcess({commandLine, static_cast<LPCWSTR>(environment), folder, startup},
+                                information);
 }
 
 extern "C" BOOL EndClientGroup(HANDLE group)

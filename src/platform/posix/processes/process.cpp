@@ -89,7 +89,9 @@ FileDescriptor OpenFolder(LPCWSTR path)
 BOOL Start(const StartRequest& request, ChildProcess& child)
 {
     SpawnSetup setup(StandardOf(*request.startup));
-    if (request.group != 0)
+    if (request.group == StartRequest::ownGroup)
+        setup.LeadGroup();
+    else if (request.group != 0)
         setup.JoinGroup(request.group);
     if (request.folder != nullptr)
     {

@@ -14,7 +14,8 @@ struct StartRequest
     LPCWSTR environment; // null: the host's
     LPCWSTR folder;      // null: the host's
     const STARTUPINFOW* startup;
-    pid_t group = 0; // to be a member of; 0: the host's own
+    static constexpr pid_t ownGroup = -1;
+    pid_t group = 0; // to be a member of; 0: the host's
 };
 
 // As CreateProcessW, which checks what may be asked.
