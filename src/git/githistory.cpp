@@ -123,7 +123,7 @@ private:
         bool hasAny = false;
         for (bool isMore = true; isMore;)
         {
-            const std::string bytes = client->Read(patience);
+            const std::string bytes = client->ReadMuch(patience);
             isMore = !bytes.empty();
             isMore ? parser.Feed(bytes) : parser.End();
             while (const std::optional<GitCommit> commit = parser.Next())

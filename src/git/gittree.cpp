@@ -194,8 +194,8 @@ private:
                              StrictGitCall(item_.place, u"ls-tree -r -t -l -z --full-tree " +
                                                             StrictText(strictGit, folder.id)));
         GitListingParser parser;
-        for (std::string bytes = client.Read(patience); !bytes.empty();
-             bytes = client.Read(patience))
+        for (std::string bytes = client.ReadMuch(patience); !bytes.empty();
+             bytes = client.ReadMuch(patience))
         {
             parser.Feed(bytes);
             while (const std::optional<GitEntry> entry = parser.Next())

@@ -1,5 +1,6 @@
 #include "runner/bytequeue.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tarnwell
@@ -12,7 +13,8 @@ bool ByteQueue::Push(std::string_view bytes)
     if (isStopped_)
         return false;
     bytes_ += bytes;
-    changed_.notify_all();
+    if (bytes_.size() >= wanted_)
+        changed_.notify_all();
     return true;
 }
 
@@ -23,12 +25,18 @@ void ByteQueue::End()
     changed_.notify_all();
 }
 
-std::optional<std::string> ByteQueue::Take(std::chrono::milliseconds patience)
+std::optional<std::string> ByteQueue::Take(std::chrono::milliseconds patience, std::size_t wanted)
 {
+    constexpr std::chrono::milliseconds moment{1};
     std::unique_lock lock(guard_);
+    wanted_ = 1;
     if (!changed_.wait_for(lock, patience, [&] { return !bytes_.empty() || hasEnded_; }))
         return std::nullopt;
-    changed_.notify_all();
+    wanted_ = std::min(wanted, capacity);
+    changed_.wait_for(lock, moment, [&] { return bytes_.size() >= wanted_ || hasEnded_; });
+    // Who waits for room.
+    if (bytes_.size() >= capacity)
+        changed_.notify_all();
     return std::exchange(bytes_, {});
 }
 

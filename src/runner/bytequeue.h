@@ -19,9 +19,10 @@ public:
     bool Push(std::string_view bytes);
     void End();
 
-    // The other's. All that is there, after waiting so long for the first of it; nothing if the
-    // wait was in vain. Empty at the end.
-    std::optional<std::string> Take(std::chrono::milliseconds patience);
+    // The other's. All that is there, after waiting so long for the first of it, and then a moment
+    // for so much: each wait for a little costs more than reading it. Nothing if the first wait was
+    // in vain. Empty at the end.
+    std::optional<std::string> Take(std::chrono::milliseconds patience, std::size_t wanted = 1);
     // No more is wanted.
     void Stop();
 
@@ -31,6 +32,7 @@ private:
     std::mutex guard_;
     std::condition_variable changed_;
     std::string bytes_;
+    std::size_t wanted_ = 1; // in bytes, for which the other is woken up
     bool hasEnded_ = false;
     bool isStopped_ = false;
 };

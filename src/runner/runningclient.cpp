@@ -44,12 +44,12 @@ OutputReader InTo(ByteQueue& queue, std::uint64_t most, std::atomic<DWORD>& fail
     };
 }
 
-std::string TakenFrom(ByteQueue& queue, Patience& patience)
+std::string TakenFrom(ByteQueue& queue, Patience& patience, std::size_t wanted = 1)
 {
     for (;;)
     {
         patience.Ask();
-        if (std::optional<std::string> bytes = queue.Take(Patience::pause))
+        if (std::optional<std::string> bytes = queue.Take(Patience::pause, wanted))
             return std::move(*bytes);
     }
 }
@@ -113,6 +113,12 @@ void RunningClient::CloseInput()
 std::string RunningClient::Read(Patience& patience)
 {
     return TakenFrom(output_, patience);
+}
+
+std::string RunningClient::ReadMuch(Patience& patience)
+{
+    constexpr std::size_t much = std::size_t{32} * 1024; // bytes
+    return TakenFrom(output_, patience, much);
 }
 
 ClientOutcome RunningClient::Finish(Patience& patience)

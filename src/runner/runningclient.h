@@ -25,13 +25,15 @@ public:
     // Ends the client if it still runs, with all that it has started.
     ~RunningClient();
 
-    // To its input. Meant for little at a time, as a client that takes nothing holds us up. False if
-    // it has ended: then there is no answer, either.
+    // To its input. Meant for little at a time, as a client that takes nothing holds us up. False
+    // if it has ended: then there is no answer, either.
     bool Write(std::string_view bytes);
     void CloseInput();
 
     // What it prints, as it comes; empty at the end. Asks `patience` while it waits.
     std::string Read(Patience& patience);
+    // The same for much of it, which comes in larger pieces, a moment later.
+    std::string ReadMuch(Patience& patience);
 
     // Waits until it has ended by itself, and drops what it still prints. Throws if it crashed. Of
     // a very long error text only the beginning is kept.
