@@ -17,16 +17,16 @@ using testing::ElementsAre;
 const std::string idA(40, 'a');
 const std::string idB(40, 'b');
 
-struct Parsed
+struct ParsedChanges
 {
     std::vector<HgChange> changes;
     bool isComplete;
 };
 
-Parsed ParsedInPieces(const std::string& bytes, std::size_t piece)
+ParsedChanges ChangesInPieces(const std::string& bytes, std::size_t piece)
 {
     HgHistoryParser parser;
-    Parsed parsed{};
+    ParsedChanges parsed{};
     for (std::size_t at = 0; at < bytes.size(); at += piece)
     {
         parser.Feed(std::string_view(bytes).substr(at, piece));
@@ -43,7 +43,7 @@ TEST(HgHistoryParser, ReadsChangesInPiecesOfAnySize)
                               "a.txt\0b/c d\0b/c d\0a.txt\0"s + idB + " -100 0 0 0 0 0\n";
     for (const std::size_t piece : {1U, 2U, 5U, 33U, 1000U})
     {
-        const auto [changes, isComplete] = ParsedInPieces(bytes, piece);
+        const auto [changes, isComplete] = ChangesInPieces(bytes, piece);
         ASSERT_EQ(changes.size(), 2U) << piece;
         EXPECT_TRUE(isComplete);
         EXPECT_EQ(changes[0].id, idA);
@@ -57,7 +57,7 @@ TEST(HgHistoryParser, ReadsChangesInPiecesOfAnySize)
         EXPECT_EQ(changes[1].description, "");
     }
     for (std::size_t size = 1; size < bytes.size(); ++size)
-        EXPECT_EQ(ParsedInPieces(bytes.substr(0, size), 7).isComplete,
+        EXPECT_EQ(ChangesInPieces(bytes.substr(0, size), 7).isComplete,
                   size == bytes.size() - idB.size() - 16)
             << size;
 }
@@ -70,7 +70,7 @@ TEST(HgHistoryParser, StopsAtWhatIsNone)
           idA.substr(1) + " 1 0 0 0 0 0\n", "\n"s, idA + " 1 0 99999999999999999999 0 0 0\n",
           idA + " 1 0 0 18446744073709551615 0 0\nx"})
     {
-        const auto [changes, isComplete] = ParsedInPieces(bad + idA + " 1 0 0 0 0 0\n", 1000);
+        const auto [changes, isComplete] = ChangesInPieces(bad + idA + " 1 0 0 0 0 0\n", 1000);
         EXPECT_TRUE(changes.empty()) << bad;
         EXPECT_FALSE(isComplete) << bad;
     }
