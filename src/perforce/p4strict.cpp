@@ -71,7 +71,7 @@ constexpr Class classes[] = {
     {0x26, serverSilent}, // communication
 };
 
-char16_t LowerAscii(char16_t unit)
+char16_t InLowerCase(char16_t unit)
 {
     return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
 }
@@ -79,7 +79,7 @@ char16_t LowerAscii(char16_t unit)
 // Behind these a client is known to run a program instead of connecting.
 bool RunsAProgram(std::u16string server)
 {
-    std::transform(server.begin(), server.end(), server.begin(), LowerAscii);
+    std::transform(server.begin(), server.end(), server.begin(), InLowerCase);
     const std::u16string_view start = TrimmedLeft(server);
     return start.starts_with(u"rsh:") || start.starts_with(u"jsh:");
 }
