@@ -168,7 +168,7 @@ int tarnwell::bench::Run()
     const std::string history = ground / "history";
     const std::string contents = ground / "contents";
     const std::string tree = ground / "tree";
-    std::puts("Making repositories ...");
+    std::fputs("Making repositories ...\n", stderr);
     MakeHistory(history);
     MakeTree(contents, contentCount, contentSize);
     MakeTree(tree, itemCount, 16);

@@ -50,15 +50,15 @@ int tarnwell::bench::Run()
 {
     const TempFolder ground;
     UseOwnSettings(ground / "home");
-    std::puts("Making repositories, which takes a while ...");
+    std::fputs("Making repositories, which takes a while ...\n", stderr);
     const std::string small = MakeContents(ground / "contents");
     const std::string history = MakeHistory(ground / "history");
     const auto mercurial = MakeFileSystem(tarnwell::CLSID_HGFileSystem);
     const char* const format = "{rev}\n{author}\n{date}\n\t{desc|tabindent}\n!\n";
     return Measure({
-        Reading("Content of 10 KB", 30, 1.05, mercurial, "hg://" + small + "#0", smallSize,
-                Hg({"cat", "-r", "0", small})),
-        ListingRevisions("10,000 revisions", 30, 1.05, mercurial, history, commitCount + 1,
-                         Hg({"log", "--template", format, history})),
+        Reading("Mercurial: content of 10 KB", 30, 1.05, mercurial, "hg://" + small + "#0",
+                smallSize, Hg({"cat", "-r", "0", small})),
+        ListingRevisions("Mercurial: 10,000 revisions", 20, 1.05, mercurial, history,
+                         commitCount + 1, Hg({"log", "--template", format, history})),
     });
 }

@@ -1,18 +1,12 @@
 // The local file system against the system calls beneath it: listing a folder, reading a file,
 // loading the module.
-#include "frame/text.h"
-#include "module/lifecycle.h"
-#include "support/costs.h"
+#include "client/pairs.h"
+#include "client/table.h"
 #include "support/files.h"
 #include "support/folder.h"
 
-#include <tarnwell/pointers.h>
-#include <tarnwell/tarnwell.h>
+#include <tarnwell/classes.h>
 
-#include <benchmark/benchmark.h>
-
-#include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <dirent.h>
 #include <dlfcn.h>
@@ -20,6 +14,7 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -32,50 +27,25 @@ namespace
 using namespace tarnwell;
 using namespace tarnwell::bench;
 
-constexpr int fileCount = 100'000;
+constexpr int listedCount = 100'000;
+constexpr int shownCount = 200'000;
 constexpr std::size_t fileSize = std::size_t{1} << 30;
 
-// What is listed and read.
-class Ground
+std::string MakeMany(const std::string& folder, int count)
 {
-public:
-    Ground()
-    {
-        std::filesystem::create_directory(Many());
-        for (int i = 0; i < fileCount; ++i)
-            std::ofstream(Many() + "/file number " + std::to_string(i) + ".txt") << i;
-        std::ofstream big(Big(), std::ios::binary);
-        const std::vector<char> block(1 << 20, 'x');
-        for (std::size_t written = 0; written < fileSize; written += block.size())
-            big.write(block.data(), static_cast<std::streamsize>(block.size()));
-    }
-    std::string Many() const
-    {
-        return folder_ / "many";
-    }
-    std::string Big() const
-    {
-        return folder_ / "big";
-    }
-
-private:
-    const TempFolder folder_;
-};
-
-const Ground& TheGround()
-{
-    static const Ground ground;
-    return ground;
+    std::filesystem::create_directory(folder);
+    for (int i = 0; i < count; ++i)
+        std::ofstream(folder + "/file number " + std::to_string(i) + ".txt") << i;
+    return folder;
 }
 
-ComPtr<IFileSystem> MakeLocal()
+std::string MakeBig(const std::string& path)
 {
-    ComPtr<::IClassFactory> factory;
-    ComPtr<IFileSystem> system;
-    if (FAILED(DllGetClassObject(CLSID_Win32FileSystem, IID_IClassFactory, factory.OutVoid())) ||
-        FAILED(factory->CreateInstance(nullptr, IID_IFileSystem, system.OutVoid())))
-        std::abort();
-    return system;
+    std::ofstream big(path, std::ios::binary);
+    const std::vector<char> block(1 << 20, 'x');
+    for (std::size_t written = 0; written < fileSize; written += block.size())
+        big.write(block.data(), static_cast<std::streamsize>(block.size()));
+    return path;
 }
 
 std::uint64_t AskFacts(IFileSystemItem* item)
@@ -97,15 +67,14 @@ std::uint64_t AskFacts(IFileSystemItem* item)
     return name.View().size() + time + attributes + low + high;
 }
 
-std::uint64_t ListThroughModule(const std::string& path)
+std::uint64_t ListThroughModule(const ComPtr<IFileSystem>& system, const std::string& path)
 {
-    const auto system = MakeLocal();
     ComPtr<IFolder> folder;
     ComPtr<IFolderContents> contents;
     const std::u16string wide = Widened(path);
     if (FAILED(system->GetFolder(wide.c_str(), VARIANT_TRUE, folder.Out())) ||
         FAILED(folder->GetContents(contents.Out())))
-        std::abort();
+        throw std::runtime_error("the module can't list the folder");
     std::uint32_t count = 0;
     contents->GetCount(&count);
     std::uint64_t sum = 0;
@@ -131,104 +100,103 @@ std::uint64_t ListBare(const std::string& path)
     return sum;
 }
 
-void ListingBare(benchmark::State& state)
+std::uint64_t ReadBare(const std::string& path)
 {
-    const std::string path = TheGround().Many();
-    for (auto _ : state)
-        benchmark::DoNotOptimize(ListBare(path));
+    static std::vector<char> buffer(pieceSize);
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    std::uint64_t total = 0;
+    for (ssize_t count = 1; count > 0; total += static_cast<std::uint64_t>(count))
+        count = read(file, buffer.data(), buffer.size());
+    close(file);
+    return total;
 }
 
-void ListingThroughModule(benchmark::State& state)
+void Require(bool holds, const char* failure)
 {
-    const std::string path = TheGround().Many();
-    for (auto _ : state)
-        benchmark::DoNotOptimize(ListThroughModule(path));
+    if (!holds)
+        throw std::runtime_error(failure);
 }
 
-void ReadingBare(benchmark::State& state)
+// In a child, since a module that is loaded stays loaded. What it took, in seconds.
+double LoadModule()
 {
-    std::vector<char> buffer(pieceSize);
-    const std::string path = TheGround().Big();
-    for (auto _ : state)
+    int ends[2];
+    Require(pipe(ends) == 0, "there is no pipe");
+    const pid_t child = fork();
+    if (child == 0)
     {
-        const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        while (read(file, buffer.data(), buffer.size()) > 0)
-        {
-        }
-        close(file);
+        timespec before;
+        timespec after;
+        clock_gettime(CLOCK_MONOTONIC, &before);
+        void* const module = dlopen(TARNWELL_MODULE, RTLD_NOW | RTLD_LOCAL);
+        const auto get =
+            reinterpret_cast<decltype(&DllGetClassObject)>(dlsym(module, "DllGetClassObject"));
+        ::IClassFactory* factory = nullptr;
+        void* system = nullptr;
+        get(CLSID_Win32FileSystem, IID_IClassFactory, reinterpret_cast<void**>(&factory));
+        factory->CreateInstance(nullptr, IID_IFileSystem, &system);
+        clock_gettime(CLOCK_MONOTONIC, &after);
+        const double seconds = static_cast<double>(after.tv_sec - before.tv_sec) +
+                               static_cast<double>(after.tv_nsec - before.tv_nsec) * 1e-9;
+        _exit(system != nullptr && write(ends[1], &seconds, sizeof(seconds)) > 0 ? 0 : 1);
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * fileSize));
+    double seconds = 0;
+    close(ends[1]);
+    const bool isRead = read(ends[0], &seconds, sizeof(seconds)) == sizeof(seconds);
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    Require(isRead, "the module can't be loaded");
+    return seconds;
 }
 
-void ReadingThroughModule(benchmark::State& state)
+// Before anything else is loaded.
+bool MeasureLoading()
 {
-    const auto system = MakeLocal();
-    const std::u16string path = Widened(TheGround().Big());
-    for (auto _ : state)
-        benchmark::DoNotOptimize(ReadThrough(system.Get(), path));
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * fileSize));
+    constexpr std::size_t rounds = 20;
+    constexpr double limit = 50e-3;
+    std::vector<double> times;
+    for (std::size_t i = 0; i < rounds; ++i)
+        times.push_back(LoadModule());
+    const double time = MedianOf(times);
+    PrintRow({"Loading the module", rounds, InMilliseconds(time), "", "", "", InMilliseconds(limit),
+              time <= limit});
+    return time <= limit;
 }
 
-// In a child each time, since a module that is loaded stays loaded.
-void LoadingModule(benchmark::State& state)
+// Programs that print a long folder with its facts.
+bool MeasureMemory(const std::string& folder)
 {
-    for (auto _ : state)
-    {
-        int ends[2];
-        if (pipe(ends) != 0)
-            std::abort();
-        const pid_t child = fork();
-        if (child == 0)
-        {
-            timespec before;
-            timespec after;
-            clock_gettime(CLOCK_MONOTONIC, &before);
-            void* const module = dlopen(TARNWELL_MODULE, RTLD_NOW | RTLD_LOCAL);
-            const auto get =
-                reinterpret_cast<decltype(&DllGetClassObject)>(dlsym(module, "DllGetClassObject"));
-            ::IClassFactory* factory = nullptr;
-            void* system = nullptr;
-            get(CLSID_Win32FileSystem, IID_IClassFactory, reinterpret_cast<void**>(&factory));
-            factory->CreateInstance(nullptr, IID_IFileSystem, &system);
-            clock_gettime(CLOCK_MONOTONIC, &after);
-            const double seconds = static_cast<double>(after.tv_sec - before.tv_sec) +
-                                   static_cast<double>(after.tv_nsec - before.tv_nsec) * 1e-9;
-            _exit(system != nullptr && write(ends[1], &seconds, sizeof(seconds)) > 0 ? 0 : 1);
-        }
-        double seconds = 0;
-        close(ends[1]);
-        if (read(ends[0], &seconds, sizeof(seconds)) != sizeof(seconds))
-            std::abort();
-        close(ends[0]);
-        waitpid(child, nullptr, 0);
-        state.SetIterationTime(seconds);
-    }
+    return PrintMemory("ls of 200,000 files, memory", PeakOfProgram({TARNWELL_HOST, "ls", folder}),
+                       PeakOfProgram({"ls", "-l", folder}), 2);
 }
-
-void ListingMemory(benchmark::State& state)
-{
-    const std::string path = TheGround().Many();
-    for (auto _ : state)
-    {
-        const double idle = PeakOf([] { MakeLocal(); });
-        const double busy = PeakOf([&] { ListThroughModule(path); });
-        state.counters["bytes_per_entry"] = (busy - idle) / fileCount;
-    }
-}
-
-BENCHMARK(ListingBare)->Unit(benchmark::kMillisecond);
-BENCHMARK(ListingThroughModule)->Unit(benchmark::kMillisecond);
-BENCHMARK(ListingMemory)->Iterations(1)->Unit(benchmark::kMillisecond);
-BENCHMARK(ReadingBare)->Unit(benchmark::kMillisecond);
-BENCHMARK(ReadingThroughModule)->Unit(benchmark::kMillisecond);
-BENCHMARK(LoadingModule)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
-int main(int argc, char** argv)
+int tarnwell::bench::Run()
 {
-    StartModule();
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    const TempFolder ground;
+    bool isWithin = MeasureLoading();
+    {
+        const std::string shown = MakeMany(ground / "shown", shownCount);
+        isWithin &= MeasureMemory(shown);
+        std::filesystem::remove_all(shown);
+    }
+    const auto local = MakeFileSystem(CLSID_Win32FileSystem);
+    const std::string many = MakeMany(ground / "many", listedCount);
+    const std::string big = MakeBig(ground / "big");
+    const int result = Measure({
+        {"100,000 local files with facts", 30, 1.2,
+         [&] { Require(ListThroughModule(local, many) > 0, "the module lists nothing"); },
+         [&] {
+             Require(ListBare(many) > 0, "the system lists nothing");
+         }},
+        {"Content of 1 GiB", 5, 1.1,
+         [&, wide = Widened(big)] {
+             Require(ReadThrough(local.Get(), wide) == fileSize, "the module reads another size");
+         },
+         [&] {
+             Require(ReadBare(big) == fileSize, "the system reads another size");
+         }},
+    });
+    return isWithin ? result : 1;
 }

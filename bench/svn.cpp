@@ -1,10 +1,11 @@
 // Subversion's file system against the client that it runs: content, revisions and listings; and
 // how time and memory grow with what the client prints.
 #include "client/pairs.h"
+#include "client/printer.h"
 #include "client/settings.h"
 #include "client/svnrepository.h"
 #include "client/svnserver.h"
-#include "support/costs.h"
+#include "client/table.h"
 #include "support/files.h"
 #include "support/folder.h"
 
@@ -24,7 +25,7 @@ using namespace tarnwell;
 using namespace tarnwell::bench;
 
 constexpr std::size_t fileSize = 10 * 1024;
-constexpr std::uint32_t revisionCount = 10'000;
+constexpr std::uint32_t revisionCount = 5'000;
 constexpr std::uint32_t fewItems = 10'000;
 constexpr std::uint32_t manyItems = 100'000;
 constexpr std::size_t logSize = 200 * 1000 * 1000;
@@ -134,44 +135,17 @@ std::uint32_t CountRevisions(const ComPtr<IFileSystem>& system)
     return count;
 }
 
-// Ten times as much may take fifteen times as long. Whether it does.
-bool MeasureGrowth(const char* name, const std::function<void()>& few,
-                   const std::function<void()>& many)
-{
-    constexpr int rounds = 5;
-    constexpr double limit = 15;
-    Costs fewCosts;
-    Costs manyCosts;
-    for (int i = 0; i < rounds; ++i)
-    {
-        fewCosts.Add(few);
-        manyCosts.Add(many);
-    }
-    const double fewTime = MedianOf(fewCosts.time);
-    const double manyTime = MedianOf(manyCosts.time);
-    const bool isWithin = manyTime <= limit * fewTime;
-    std::printf("%-34s %9.0f ms to %9.0f ms %7.2f   %.0f: %s\n", name, fewTime * 1e3,
-                manyTime * 1e3, manyTime / fewTime, limit, isWithin ? "within" : "BEYOND");
-    return isWithin;
-}
-
 bool MeasureMemory(const ComPtr<IFileSystem>& system)
 {
-    constexpr double limit = 6;
-    const double idle = PeakOf([] {});
     const double busy = PeakOf([&] { CountRevisions(system); });
-    const double times = (busy - idle) / static_cast<double>(logSize);
-    const bool isWithin = times <= limit;
-    std::printf("%-34s %9.0f MB, %.2f times the log   %.0f: %s\n", "Memory for a log of 200 MB",
-                busy / 1e6, times, limit, isWithin ? "within" : "BEYOND");
-    return isWithin;
+    return PrintMemory("Memory for a Subversion log of 200 MB", busy - PeakOf([] {}), logSize, 4);
 }
 
 // Of output that no real client prints, as making a repository for it would take hours.
 bool MeasureLongOutput(const ComPtr<IFileSystem>& system, const TempFolder& ground)
 {
     const std::string shown = ground / "shown";
-    UseClientThatPrints(shown, ground / "bin");
+    UseClientThatPrints("svn", shown, ground / "bin");
     const auto show = [&](const char* name) {
         unlink(shown.c_str());
         if (symlink((ground / name).c_str(), shown.c_str()) != 0)
@@ -187,14 +161,20 @@ bool MeasureLongOutput(const ComPtr<IFileSystem>& system, const TempFolder& grou
     const std::uint32_t smallCount = WriteLog(ground / "small", logSize / 10);
     const std::uint32_t bigCount = WriteLog(ground / "big", logSize);
     show("big");
-    bool isWithin = MeasureMemory(system);
-    isWithin &= MeasureGrowth(
-        "10,000 and 100,000 items", [&] { ask("few", CountItems, fewItems); },
-        [&] { ask("many", CountItems, manyItems); });
-    isWithin &= MeasureGrowth(
-        "Logs of 20 MB and 200 MB", [&] { ask("small", CountRevisions, smallCount); },
-        [&] { ask("big", CountRevisions, bigCount); });
-    return isWithin;
+    const bool isWithin = MeasureMemory(system);
+    // Ten times as much may take fifteen times as long.
+    const int growth = Measure({
+        {"Subversion: 100,000 items to 10,000", 5, 15, [&] { ask("many", CountItems, manyItems); },
+         [&] {
+             ask("few", CountItems, fewItems);
+         }},
+        {"Subversion: logs of 200 MB to 20 MB", 5, 15,
+         [&] { ask("big", CountRevisions, bigCount); },
+         [&] {
+             ask("small", CountRevisions, smallCount);
+         }},
+    });
+    return isWithin && growth == 0;
 }
 
 } // namespace
@@ -205,7 +185,7 @@ int tarnwell::bench::Run()
     UseOwnSettings(ground / "home");
     setenv("LC_ALL", "C.UTF-8", 1);
     const std::string folder = ground / "r";
-    std::puts("Making a repository ...");
+    std::fputs("Making a repository ...\n", stderr);
     MakeRepository(folder);
     MakeLongFolder(ground / "long");
     const SvnServer server(ground / "");
@@ -214,11 +194,12 @@ int tarnwell::bench::Run()
     const std::string address = "svnfile://" + folder;
     const std::string url = "file://" + folder;
     int result = Measure({
-        Reading("Content of 10 KB", 30, 1.25, svn, address + "/small.bin", fileSize,
+        Reading("Subversion: content of 10 KB", 30, 1.25, svn, address + "/small.bin", fileSize,
                 Client({"cat", url + "/small.bin"})),
-        ListingRevisions("10,000 revisions", 10, 1.25, svn, address + "/log.txt", revisionCount,
-                         Client({"log", "-v", "--xml", url + "/log.txt"})),
-        Listing("10,000 items by svnserve", 10, 1.25, svn, server.Place() + "/long", fewItems),
+        ListingRevisions("Subversion: 5,000 log entries", 20, 1.1, svn, address + "/log.txt",
+                         revisionCount, Client({"log", "-v", "--xml", url + "/log.txt"})),
+        Listing("Subversion: 10,000 items by svnserve", 20, 1.1, svn, server.Place() + "/long",
+                fewItems),
     });
     if (!MeasureLongOutput(svn, ground))
         result = 1;

@@ -1,5 +1,6 @@
 #include "client/pairs.h"
 
+#include "client/table.h"
 #include "support/costs.h"
 #include "support/files.h"
 
@@ -13,8 +14,6 @@ namespace tarnwell::bench
 
 namespace
 {
-
-constexpr double allowance = 3e-3; // seconds, for the start of a process
 
 void Require(bool holds, const char* failure)
 {
@@ -39,14 +38,11 @@ bool Measure(const Pair& pair)
         if (round % 2 == 1)
             module.Add(pair.module);
     }
-    const double moduleTime = MedianOf(module.time);
-    const double bareTime = MedianOf(bare.time);
-    const bool isWithin = moduleTime <= bareTime * pair.factor + allowance;
-    std::printf("%-20s %5d %9.2f ms %9.2f ms %7.3f %7.3f  %.2f + 3 ms: %s\n", pair.name.c_str(),
-                pair.rounds, moduleTime * 1e3, bareTime * 1e3, moduleTime / bareTime,
-                MedianOf(module.processor) / MedianOf(bare.processor), pair.factor,
-                isWithin ? "within" : "BEYOND");
-    std::fflush(stdout);
+    const Spread ratio = RatioOf(module.time, bare.time);
+    const bool isWithin = ratio.middle <= pair.factor;
+    PrintRow({pair.name, module.time.size(), InMilliseconds(MedianOf(module.time)),
+              InMilliseconds(MedianOf(bare.time)), Shown(ratio),
+              Shown(RatioOf(module.processor, bare.processor)), Shown(pair.factor), isWithin});
     return isWithin;
 }
 
@@ -89,9 +85,6 @@ Pair ListingRevisions(std::string name, int rounds, double factor,
 
 int Measure(const std::vector<Pair>& pairs)
 {
-    // The second ratio is of processor time, which says more on a busy machine.
-    std::printf("%-20s %5s %12s %12s %7s %7s  limit\n", "", "pairs", "module", "bare", "ratio",
-                "cpu");
     int result = 0;
     for (const Pair& pair : pairs)
         result |= Measure(pair) ? 0 : 1;

@@ -20,7 +20,7 @@ struct Pair
 {
     std::string name;
     int rounds;
-    double factor; // how many times the bare run's time the module may take, and 3 ms on top
+    double factor; // how many times the bare run's time the module may take
     std::function<void()> module;
     std::function<void()> bare;
 };
@@ -34,8 +34,8 @@ Pair ListingRevisions(std::string name, int rounds, double factor,
                       const ComPtr<IFileSystem>& system, const std::string& address,
                       std::uint32_t count, const BareRun& bare);
 
-// Measures the pairs and prints their medians, each pair's rounds interleaved. 0 if all are within
-// their limits.
+// Measures the pairs and prints a row of the table for each, with their rounds interleaved. 0 if
+// all are within their limits.
 int Measure(const std::vector<Pair>& pairs);
 
 // Defined by each program: makes what is measured, and gives what Measure gives.

@@ -1,9 +1,6 @@
 #include "client/svnrepository.h"
 
 #include <cerrno>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <system_error>
 
 namespace tarnwell::bench
@@ -68,16 +65,6 @@ void SvnImport::Finish::operator()(std::FILE* pipe) const
 {
     if (pclose(pipe) != 0)
         std::fputs("svnadmin load failed\n", stderr);
-}
-
-void UseClientThatPrints(const std::string& output, const std::string& folder)
-{
-    namespace fs = std::filesystem;
-    fs::create_directory(folder);
-    const fs::path script = fs::path(folder) / "svn";
-    std::ofstream(script) << "#!/bin/sh\nexec cat '" << output << "'\n";
-    fs::permissions(script, fs::perms::owner_all);
-    setenv("PATH", (folder + ":" + getenv("PATH")).c_str(), 1);
 }
 
 } // namespace tarnwell::bench

@@ -1,4 +1,4 @@
-// Subversion repositories for measuring, and clients that only print.
+// Subversion repositories for measuring.
 #pragma once
 
 #include <cstdio>
@@ -30,9 +30,5 @@ private:
     std::unique_ptr<std::FILE, Finish> pipe_;
     int revisions_ = 0;
 };
-
-// Puts a client in front of all others on the PATH that prints the file at `output`, whatever it is
-// asked. It stands in `folder`, which is made.
-void UseClientThatPrints(const std::string& output, const std::string& folder);
 
 } // namespace tarnwell::bench

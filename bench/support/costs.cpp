@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <fcntl.h>
+#include <stdexcept>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -44,17 +46,54 @@ double MedianOf(std::vector<double> values)
     return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
 }
 
+Spread SpreadOf(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    const std::size_t quarter = values.size() / 4;
+    return {values[quarter], MedianOf(values), values[values.size() - 1 - quarter]};
+}
+
+Spread RatioOf(const std::vector<double>& ours, const std::vector<double>& theirs)
+{
+    std::vector<double> ratios(ours.size());
+    std::transform(ours.begin(), ours.end(), theirs.begin(), ratios.begin(), std::divides<>());
+    return SpreadOf(std::move(ratios));
+}
+
 double PeakOf(const std::function<void()>& action)
 {
     const pid_t child = fork();
     if (child == 0)
     {
-        action();
-        _exit(0);
+        try
+        {
+            action();
+            _exit(0);
+        }
+        catch (...)
+        {
+            _exit(1);
+        }
     }
     rusage usage{};
-    wait4(child, nullptr, 0, &usage);
+    int status = 0;
+    wait4(child, &status, 0, &usage);
+    if (status != 0)
+        throw std::runtime_error("what was to be measured has failed");
     return static_cast<double>(usage.ru_maxrss) * 1024;
+}
+
+double PeakOfProgram(const std::vector<std::string>& arguments)
+{
+    return PeakOf([&] {
+        std::vector<char*> pointers;
+        for (const std::string& argument : arguments)
+            pointers.push_back(const_cast<char*>(argument.c_str()));
+        pointers.push_back(nullptr);
+        dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
+        execvp(pointers[0], pointers.data());
+        _exit(1);
+    });
 }
 
 } // namespace tarnwell::bench
