@@ -29,6 +29,7 @@ constexpr Question questions[] = {
     {[](const Uri& uri) { uri.GetHostAndPort(); }, 1},
     {[](const Uri& uri) { uri.GetPath(); }, 1},
     {[](const Uri& uri) { uri.GetParts(); }, 1},
+    {[](const Uri& uri) { uri.GetMatchedParts(); }, 1},
     {[](const Uri& uri) { uri.GetGroup(0); }, 1},
     {[](const Uri& uri) { uri.GetGroup(-1); }, 1},
     {[](const Uri& uri) { uri.GetGroup(10000); }, 1},
@@ -60,6 +61,7 @@ void CheckParts(const Uri& uri, const UriParts& parts)
               {uri.GetScheme(), uri.GetUser(), uri.GetPassword(), uri.GetHost(), uri.GetPort(),
                uri.GetPath()},
               "all parts at once are the parts one by one");
+    CheckSame(parts, uri.GetMatchedParts(), "the parts are what the pattern says");
     const std::u16string hostAndPort = uri.GetHostAndPort();
     Expect(hostAndPort.starts_with(parts.host), "the host comes first");
     Expect((hostAndPort == parts.host) == (parts.port == noPort), "a port follows where one is");

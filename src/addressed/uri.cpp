@@ -10,14 +10,17 @@ namespace tarnwell
 namespace
 {
 
-// What no address has in it. A client's command line would end at a terminator, which a server may
-// list in a name; the others are no "." of a pattern.
-constexpr std::u16string_view noneOfAddresses(u"\0\n\r\u2028\u2029", 5);
-
 std::u16string_view GroupAt(const Groups& groups, int index)
 {
     const auto at = static_cast<std::size_t>(index);
     return index < 0 || at >= groups.size() ? std::u16string_view() : groups[at];
+}
+
+UriParts Copied(const UriViews& views)
+{
+    return {
+        std::u16string(views.scheme), std::u16string(views.user), std::u16string(views.password),
+        std::u16string(views.host),   PortOf(views.port),         std::u16string(views.path)};
 }
 
 std::u16string PortSuffix(std::uint16_t port)
@@ -74,29 +77,27 @@ std::optional<std::u16string_view> RevisionMarker::RevisionOf(std::u16string_vie
 
 std::u16string Uri::GetScheme() const
 {
-    return GetGroup(Groupings().scheme);
+    return std::u16string(Views().scheme);
 }
 
 std::u16string Uri::GetUser() const
 {
-    return GetGroup(Groupings().user);
+    return std::u16string(Views().user);
 }
 
 std::u16string Uri::GetPassword() const
 {
-    return GetGroup(Groupings().password);
+    return std::u16string(Views().password);
 }
 
 std::u16string Uri::GetHost() const
 {
-    return GetGroup(Groupings().host);
+    return std::u16string(Views().host);
 }
 
 std::uint16_t Uri::GetPort() const
 {
-    if (Groupings().port == noGroup)
-        return noPort;
-    return PortOf(GetGroup(Groupings().port));
+    return Form().groups.port == noGroup ? noPort : PortOf(Views().port);
 }
 
 std::u16string Uri::GetHostAndPort() const
@@ -107,31 +108,22 @@ std::u16string Uri::GetHostAndPort() const
 
 std::u16string Uri::GetPath() const
 {
-    return GetGroup(Groupings().path);
+    return std::u16string(Views().path);
 }
 
 UriParts Uri::GetParts() const
 {
-    const Groups groups = MatchedGroups();
-    const GroupNumbers& numbers = Groupings();
-    const auto text = [&](int index) {
-        return std::u16string(GroupAt(groups, index));
-    };
-    return {text(numbers.scheme),
-            text(numbers.user),
-            text(numbers.password),
-            text(numbers.host),
-            PortOf(GroupAt(groups, numbers.port)),
-            text(numbers.path)};
+    return Copied(Views());
+}
+
+UriParts Uri::GetMatchedParts() const
+{
+    return Copied(MatchedViews());
 }
 
 bool Uri::HasScheme(std::u16string_view scheme) const
 {
-    const std::u16string_view text = text_;
-    if (text.starts_with(scheme) && text.substr(scheme.size()).starts_with(u"://") &&
-        text.find_first_of(noneOfAddresses) == std::u16string_view::npos)
-        return true;
-    return GetScheme() == scheme;
+    return Views().scheme == scheme;
 }
 
 std::shared_ptr<Uri> Uri::GetParent() const
@@ -184,16 +176,13 @@ std::u16string Uri::GetGroup(int index) const
     return std::u16string(GroupAt(MatchedGroups(), index));
 }
 
-const Pattern& Uri::GetPattern() const
+const AddressForm& Uri::Form() const
 {
-    static const Pattern pattern(u"([^:]+)://((([^:/]*)(:([^/]*))?@)?([^/:]+)(:([0-9]+))?/?)?(.*)");
-    return pattern;
-}
-
-const Uri::GroupNumbers& Uri::Groupings() const
-{
-    static constexpr GroupNumbers numbers{1, 4, 6, 7, 9, 10};
-    return numbers;
+    static const AddressForm form{
+        Pattern(u"([^:]+)://((([^:/]*)(:([^/]*))?@)?([^/:]+)(:([0-9]+))?/?)?(.*)"),
+        {1, 4, 6, 7, 9, 10},
+        UsualParts};
+    return form;
 }
 
 bool Uri::Match(const Pattern& pattern, std::u16string_view text, Groups& groups) const
@@ -204,11 +193,26 @@ bool Uri::Match(const Pattern& pattern, std::u16string_view text, Groups& groups
 Groups Uri::MatchedGroups() const
 {
     Groups groups;
-    if (Match(GetPattern(), text_, groups))
+    if (Match(Form().pattern, text_, groups))
         return groups;
     // The position is a fixed one, by which this failure has always been known.
     throw ComException(E_INVALIDARG, FormatMessageById(MessageId::UriNotParsed, {text_}),
                        {u"uri", 159});
+}
+
+UriViews Uri::Views() const
+{
+    const std::optional<UriViews> usual = Form().usualParts(text_);
+    return usual ? *usual : MatchedViews();
+}
+
+UriViews Uri::MatchedViews() const
+{
+    const Groups groups = MatchedGroups();
+    const AddressForm::GroupNumbers& numbers = Form().groups;
+    return {GroupAt(groups, numbers.scheme),   GroupAt(groups, numbers.user),
+            GroupAt(groups, numbers.password), GroupAt(groups, numbers.host),
+            GroupAt(groups, numbers.port),     GroupAt(groups, numbers.path)};
 }
 
 std::u16string WithoutTrailingSlashes(std::u16string path)

@@ -3,6 +3,8 @@
 #include "frame/exception.h"
 #include "frame/messages.h"
 
+#include <algorithm>
+
 namespace tarnwell
 {
 
@@ -21,6 +23,26 @@ bool HoldsAddress(std::u16string_view text)
             return true;
     }
     return false;
+}
+
+// Of any text that is one line. There is a server only between an "@" and a slash.
+std::optional<UriViews> PartsOf(std::u16string_view text)
+{
+    constexpr std::size_t none = std::u16string_view::npos;
+    std::optional<UriViews> parts = SchemeAndPath(text);
+    if (!parts)
+        return parts;
+    const std::size_t slash = parts->path.find(u'/');
+    const std::size_t at = parts->path.find(u'@');
+    if (slash == none || at == none || at + 1 >= slash)
+        return parts;
+    const std::u16string_view credentials = parts->path.substr(0, at);
+    const std::size_t colon = std::min(credentials.find(u':'), at);
+    parts->user = credentials.substr(0, colon);
+    parts->password = credentials.substr(std::min(colon + 1, at));
+    parts->host = parts->path.substr(at + 1, slash - at - 1);
+    parts->path.remove_prefix(slash + 1);
+    return parts;
 }
 
 } // namespace
@@ -47,16 +69,12 @@ std::shared_ptr<Uri> P4Uri::Clone() const
     return Compose(p4Marker.Strip(GetParts()));
 }
 
-const Pattern& P4Uri::GetPattern() const
+const AddressForm& P4Uri::Form() const
 {
-    static const Pattern pattern(u"([^:]+)://(([^:@/]*)(:([^@/]*))?@([^/]+)/)?(.*)?");
-    return pattern;
-}
-
-const Uri::GroupNumbers& P4Uri::Groupings() const
-{
-    static constexpr GroupNumbers numbers{1, 3, 5, 6, noGroup, 7};
-    return numbers;
+    static const AddressForm form{Pattern(u"([^:]+)://(([^:@/]*)(:([^@/]*))?@([^/]+)/)?(.*)?"),
+                                  {1, 3, 5, 6, noGroup, 7},
+                                  PartsOf};
+    return form;
 }
 
 // The pattern is meant to be searched for, which would let the rest of the text fall silently.

@@ -31,8 +31,7 @@ public:
     std::shared_ptr<Uri> Clone() const override;
 
 protected:
-    const Pattern& GetPattern() const override;
-    const GroupNumbers& Groupings() const override;
+    const AddressForm& Form() const override;
     // A text that only has an address in it fails with message 126.
     bool Match(const Pattern& pattern, std::u16string_view text, Groups& groups) const override;
 

@@ -52,16 +52,11 @@ std::shared_ptr<Uri> WorkingCopyUri::ForComparison() const
     return Uri({}).Compose(workingCopyMarker.Strip(GetParts()));
 }
 
-const Pattern& WorkingCopyUri::GetPattern() const
+const AddressForm& WorkingCopyUri::Form() const
 {
-    static const Pattern pattern(u"([^:]+)://(.*)");
-    return pattern;
-}
-
-const Uri::GroupNumbers& WorkingCopyUri::Groupings() const
-{
-    static constexpr GroupNumbers numbers{1, noGroup, noGroup, noGroup, noGroup, 2};
-    return numbers;
+    static const AddressForm form{
+        Pattern(u"([^:]+)://(.*)"), {1, noGroup, noGroup, noGroup, noGroup, 2}, SchemeAndPath};
+    return form;
 }
 
 } // namespace tarnwell

@@ -43,8 +43,7 @@ protected:
     // Fails with `row.invalid` for another scheme.
     WorkingCopyUri(std::u16string text, const AddressRow& row);
 
-    const Pattern& GetPattern() const final;
-    const GroupNumbers& Groupings() const final;
+    const AddressForm& Form() const final;
 };
 
 template <const AddressRow& row> class WorkingCopyUriOf final : public WorkingCopyUri

@@ -244,7 +244,7 @@ TEST(SvnChildren, AListingOfSomethingElseIsRefused)
     EXPECT_THROW(Children(u"svn://host/r", u"svn://host/a\u2028b"), ComException);
 }
 
-TEST(SvnChildren, CostOneMatchEach)
+TEST(SvnChildren, CostNoMatchOfTheirOwn)
 {
     constexpr std::size_t count = 1000;
     const SVNUri parent(u"svn://host/r@5");
@@ -253,7 +253,7 @@ TEST(SvnChildren, CostOneMatchEach)
         items.push_back(Item(u"svn://host/r/some name.txt", i % 2 == 0, 7));
     const std::uint64_t before = MatchCount();
     CompleteSvnAddresses(parent, items);
-    EXPECT_LE(MatchCount() - before, count + 10);
+    EXPECT_LE(MatchCount() - before, 10U);
 }
 
 } // namespace
