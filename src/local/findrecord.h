@@ -20,6 +20,27 @@ inline std::u16string_view NameOf(const WIN32_FIND_DATAW& record)
     return Units(record.cFileName);
 }
 
+// What items tell of an entry: far less than the platform's record of nearly 600 bytes holds.
+struct ItemRecord
+{
+    std::u16string_view name; // of whoever made this
+    FILETIME written;
+    DWORD attributes;
+    DWORD sizeLow;
+    DWORD sizeHigh;
+};
+
+inline ItemRecord ItemRecordOf(const WIN32_FIND_DATAW& record)
+{
+    return {NameOf(record), record.ftLastWriteTime, record.dwFileAttributes, record.nFileSizeLow,
+            record.nFileSizeHigh};
+}
+
+constexpr bool IsFolder(const ItemRecord& record)
+{
+    return (record.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 // Sets the name, cut to the 259 units that fit with a terminator. A file's name always fits. The
 // name of a data stream with its file's in front can be longer; cut, it opens nothing.
 void SetLongName(WIN32_FIND_DATAW& record, std::u16string_view name);

@@ -2,7 +2,6 @@
 
 #include "frame/boundary.h"
 #include "frame/text.h"
-#include "local/findrecord.h"
 #include "local/makeitem.h"
 
 #include <tarnwell/classes.h>
@@ -44,7 +43,7 @@ HRESULT CWin32FolderContentsObject::GetItem(std::int32_t index, IFileSystemItem*
 
 HRESULT CWin32FolderContentsObject::MakeItem(std::size_t index, IFileSystemItem** item) const
 {
-    const WIN32_FIND_DATAW record = records_.At(index);
+    const ItemRecord record = records_.At(index);
     const auto make = IsFolder(record) ? MakeFolderItem : MakeFileItem;
     const HRESULT status =
         make(path_, record, host_, IID_IFileSystemItem, reinterpret_cast<void**>(item));

@@ -115,13 +115,13 @@ HRESULT OpenItem(const std::u16string& path, bool mustExist, bool wantFolder,
     if (!ReadPathInfo(base, record))
     {
         const HRESULT status = EnsureFailed(StatusFromLastError());
-        return mustExist ? status : make(path, RecordOfMissing(), host, iid, out);
+        return mustExist ? status : make(path, ItemRecordOf(RecordOfMissing()), host, iid, out);
     }
     if (IsFolder(record) != wantFolder)
         return notFound;
     if (!wantFolder && split && !NarrowToStream(base, LeafNameOf(path), mustExist, record))
         return notFound;
-    return make(FolderOfLeaf(path), record, host, iid, out);
+    return make(FolderOfLeaf(path), ItemRecordOf(record), host, iid, out);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "frame/paths.h"
 #include "local/file.h"
-#include "local/findrecord.h"
 #include "local/folder.h"
 
 namespace tarnwell
@@ -25,21 +24,21 @@ void SetPath(LocalFacts& facts, std::u16string_view parentOrPath, std::u16string
     facts.path += name;
 }
 
-LocalFacts FactsOf(std::u16string_view parentOrPath, const WIN32_FIND_DATAW& record,
+LocalFacts FactsOf(std::u16string_view parentOrPath, const ItemRecord& record,
                    const ComPtr<IHostWindow>& host)
 {
     LocalFacts facts;
-    SetPath(facts, parentOrPath, NameOf(record));
-    facts.attributes = record.dwFileAttributes;
-    facts.sizeLow = record.nFileSizeLow;
-    facts.sizeHigh = record.nFileSizeHigh;
-    facts.modifiedTime = TimeOf(record.ftLastWriteTime);
+    SetPath(facts, parentOrPath, record.name);
+    facts.attributes = record.attributes;
+    facts.sizeLow = record.sizeLow;
+    facts.sizeHigh = record.sizeHigh;
+    facts.modifiedTime = TimeOf(record.written);
     facts.host = host;
     return facts;
 }
 
 template <class Item>
-HRESULT MakeItem(std::u16string_view parentOrPath, const WIN32_FIND_DATAW& record,
+HRESULT MakeItem(std::u16string_view parentOrPath, const ItemRecord& record,
                  const ComPtr<IHostWindow>& host, REFIID iid, void** out)
 {
     ComPtr<ComObject<Item>> item;
@@ -52,13 +51,13 @@ HRESULT MakeItem(std::u16string_view parentOrPath, const WIN32_FIND_DATAW& recor
 
 } // namespace
 
-HRESULT MakeFileItem(std::u16string_view parentOrPath, const WIN32_FIND_DATAW& record,
+HRESULT MakeFileItem(std::u16string_view parentOrPath, const ItemRecord& record,
                      const ComPtr<IHostWindow>& host, REFIID iid, void** out)
 {
     return MakeItem<CWin32FileObject>(parentOrPath, record, host, iid, out);
 }
 
-HRESULT MakeFolderItem(std::u16string_view parentOrPath, const WIN32_FIND_DATAW& record,
+HRESULT MakeFolderItem(std::u16string_view parentOrPath, const ItemRecord& record,
                        const ComPtr<IHostWindow>& host, REFIID iid, void** out)
 {
     return MakeItem<CWin32FolderObject>(parentOrPath, record, host, iid, out);

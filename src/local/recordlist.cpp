@@ -1,7 +1,5 @@
 #include "local/recordlist.h"
 
-#include "local/findrecord.h"
-
 namespace tarnwell
 {
 
@@ -14,16 +12,11 @@ void RecordList::Append(const WIN32_FIND_DATAW& record)
     names_ += name;
 }
 
-WIN32_FIND_DATAW RecordList::At(std::size_t index) const
+ItemRecord RecordList::At(std::size_t index) const
 {
     const Entry& entry = entries_[index];
-    WIN32_FIND_DATAW record{};
-    record.dwFileAttributes = entry.attributes;
-    record.ftLastWriteTime = entry.written;
-    record.nFileSizeLow = entry.sizeLow;
-    record.nFileSizeHigh = entry.sizeHigh;
-    SetNames(record, std::u16string_view(names_).substr(entry.name, entry.nameLength));
-    return record;
+    return {std::u16string_view(names_).substr(entry.name, entry.nameLength), entry.written,
+            entry.attributes, entry.sizeLow, entry.sizeHigh};
 }
 
 } // namespace tarnwell

@@ -1,8 +1,7 @@
-// The entries of one folder, kept small: a find record is nearly 600 bytes wide, and most of that
-// is room for the longest name.
+// The entries of one folder, kept small.
 #pragma once
 
-#include "platform/win32.h"
+#include "local/findrecord.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -23,8 +22,8 @@ public:
         return entries_.size();
     }
 
-    // The entry as a find record; what isn't kept is 0.
-    WIN32_FIND_DATAW At(std::size_t index) const;
+    // Valid until the next entry is appended.
+    ItemRecord At(std::size_t index) const;
 
 private:
     struct Entry

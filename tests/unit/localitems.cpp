@@ -28,7 +28,9 @@ WIN32_FIND_DATAW Record(std::u16string_view name, DWORD attributes)
 ComPtr<IFileSystemItem> MakeFile(const WIN32_FIND_DATAW& record)
 {
     ComPtr<IFileSystemItem> item;
-    EXPECT_EQ(MakeFileItem(u"folder", record, {}, IID_IFileSystemItem, item.OutVoid()), S_OK);
+    EXPECT_EQ(
+        MakeFileItem(u"folder", ItemRecordOf(record), {}, IID_IFileSystemItem, item.OutVoid()),
+        S_OK);
     return item;
 }
 
@@ -60,9 +62,11 @@ TEST(LocalItems, AFileWithTheFolderAttributeHasNoSize)
 TEST(LocalItems, AnItemThatRefusesTheInterfaceIsNotMade)
 {
     void* out = nullptr;
-    EXPECT_EQ(MakeFileItem(u"", Record(u"a", 128), {}, IID_IFolder, &out), E_NOINTERFACE);
+    EXPECT_EQ(MakeFileItem(u"", ItemRecordOf(Record(u"a", 128)), {}, IID_IFolder, &out),
+              E_NOINTERFACE);
     EXPECT_EQ(out, nullptr);
-    EXPECT_EQ(MakeFolderItem(u"", Record(u"a", 16), {}, IID_IFile, &out), E_NOINTERFACE);
+    EXPECT_EQ(MakeFolderItem(u"", ItemRecordOf(Record(u"a", 16)), {}, IID_IFile, &out),
+              E_NOINTERFACE);
     EXPECT_EQ(out, nullptr);
 }
 
@@ -100,15 +104,15 @@ TEST(RecordLists, KeepWhatItemsTell)
     records.Append(Record(std::u16string(259, u'x'), 1));
     ASSERT_EQ(records.Size(), 3U);
 
-    const WIN32_FIND_DATAW first = records.At(0);
-    EXPECT_EQ(NameOf(first), u"first");
-    EXPECT_EQ(first.dwFileAttributes, 128U);
-    EXPECT_EQ(first.nFileSizeLow, 7U);
-    EXPECT_EQ(first.nFileSizeHigh, 5U);
-    EXPECT_EQ(TimeOf(first.ftLastWriteTime), 3U);
-    EXPECT_EQ(NameOf(records.At(1)), u"");
-    EXPECT_EQ(records.At(1).dwFileAttributes, 16U);
-    EXPECT_EQ(NameOf(records.At(2)), std::u16string(259, u'x'));
+    const ItemRecord first = records.At(0);
+    EXPECT_EQ(first.name, u"first");
+    EXPECT_EQ(first.attributes, 128U);
+    EXPECT_EQ(first.sizeLow, 7U);
+    EXPECT_EQ(first.sizeHigh, 5U);
+    EXPECT_EQ(TimeOf(first.written), 3U);
+    EXPECT_EQ(records.At(1).name, u"");
+    EXPECT_EQ(records.At(1).attributes, 16U);
+    EXPECT_EQ(records.At(2).name, std::u16string(259, u'x'));
 }
 
 } // namespace

@@ -40,6 +40,12 @@ bool SetName(WIN32_FIND_DATAW& record, std::string_view name)
     const WCHAR* const last = out + MAX_PATH - 1;
     while (!name.empty())
     {
+        // Nearly all of nearly all names.
+        for (; !name.empty() && out<last&& static_cast<signed char>(name[0])> 0;
+             name.remove_prefix(1))
+            *out++ = static_cast<WCHAR>(name[0]);
+        if (name.empty())
+            break;
         const detail::DecodedPoint next = detail::DecodePoint(name);
         const auto lone = static_cast<char32_t>(0xDC00 + static_cast<unsigned char>(name[0]));
         if (!PutUtf16(out, last, next.bytes == 0 ? lone : next.point))
