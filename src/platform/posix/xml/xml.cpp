@@ -1,6 +1,8 @@
 #include "platform/xml.h"
 
 #include "platform/posix/files/filehandle.h"
+#include "platform/posix/xml/plainpath.h"
+#include "platform/posix/xml/usualxml.h"
 #include "platform/posix/xml/wellformed.h"
 #include "platform/status.h"
 #include "platform/wide.h"
@@ -18,11 +20,13 @@ namespace tarnwell
 
 struct XmlPath::Compiled
 {
+    std::optional<posix::PlainPath> plain;
     pugi::xpath_query query;
 };
 
 XmlPath::XmlPath(const char* expression)
-    : compiled_(std::make_unique<Compiled>(Compiled{pugi::xpath_query(expression)}))
+    : compiled_(std::make_unique<Compiled>(
+          Compiled{posix::PlainPath::From(expression), pugi::xpath_query(expression)}))
 {
 }
 
@@ -105,7 +109,7 @@ std::optional<std::string> InUtf8(std::string_view bytes)
 
 bool MakeWellFormed(std::string& bytes)
 {
-    if (IsWellFormed(bytes))
+    if (IsUsualXml(bytes) || IsWellFormed(bytes))
         return true;
     std::optional<std::string> repaired = InUtf8(bytes);
     if (!repaired || !IsWellFormed(*repaired))
@@ -145,7 +149,9 @@ extern "C" HRESULT LoadXml(HANDLE file, XmlNode& document)
 extern "C" HRESULT ReadXmlText(const XmlNode& node, const XmlPath& path, std::u16string& text)
 {
     text.clear();
-    const pugi::xpath_node found = path.Ready().query.evaluate_node(NodeOf(node));
+    const std::optional<PlainPath>& plain = path.Ready().plain;
+    const pugi::xpath_node found =
+        plain ? plain->FirstIn(NodeOf(node)) : path.Ready().query.evaluate_node(NodeOf(node));
     if (found.attribute())
         return FromUtf8(found.attribute().value(), text);
     const pugi::xml_node_type type = found.node().type();

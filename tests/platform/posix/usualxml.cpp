@@ -1,0 +1,192 @@
+// Documents that are taken without the strict parser, and paths that are followed without the
+// library: as those would have it.
+#include "platform/posix/xml/usualxml.h"
+#include "platform/posix/xml/wellformed.h"
+#include "platform/xml.h"
+#include "support/components.h"
+#include "support/opened.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+using namespace std::string_view_literals;
+using posix::IsUsualXml;
+using posix::IsWellFormed;
+
+constexpr std::string_view declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+
+TEST(UsualXml, IsWhatClientsPrint)
+{
+    const std::string start(declaration);
+    EXPECT_TRUE(IsUsualXml(start +
+                           "<lists>\n<list\n   path=\"file:///r\">\n<entry\n   kind='dir'>"
+                           "<name>a &amp; b's \"c\" [1]</name>\n</entry></list></lists>\n"));
+    EXPECT_TRUE(IsUsualXml(start + "<log><msg>\u65e5\u672c\U0001F600]] ></msg><msg/></log>"));
+    EXPECT_TRUE(IsUsualXml("<a/>"));
+}
+
+// Each of these alone makes a document unusual, and most make it none.
+constexpr std::string_view unusual[] = {
+    "",
+    "text",
+    "<a>",
+    "</a>",
+    "<a></b>",
+    "<a/><a/>",
+    "<a/>x",
+    "<a>]]></a>",
+    "<a>&nbsp;</a>",
+    "<a>&</a>",
+    "<a>\x01</a>",
+    "<a>\0</a>"sv,
+    "<a>\xFF</a>",
+    "<a>\xEF\xBF\xBF</a>",
+    "<a>\xED\xA0\x80</a>",
+    "<a b='<'/>",
+    "<a b='1' b='2'/>",
+    "<a b='1'c='2'/>",
+    "<a b=1/>",
+    "<a b/>",
+    "<a xmlns='urn:x'/>",
+    "<p:a/>",
+    "<a p:b='1'/>",
+    "<1a/>",
+    "< a/>",
+    "<a / >",
+    "<!DOCTYPE a><a/>",
+    "<a><!-- --></a>",
+    "<a><![CDATA[x]]></a>",
+    "<a><?b c?></a>",
+};
+
+TEST(UsualXml, IsNothingElse)
+{
+    for (const std::string_view document : unusual)
+        EXPECT_FALSE(IsUsualXml(document)) << testing::PrintToString(document);
+    std::string many = "<a";
+    for (int i = 0; i < 100; ++i)
+        many += " b" + std::to_string(i) + "='1'";
+    EXPECT_FALSE(IsUsualXml(many + "/>"));
+}
+
+constexpr std::string_view pieces[] = {
+    "<a>",
+    "</a>",
+    "<b>",
+    "</b>",
+    "<c/>",
+    "<a x='1'>",
+    "<b x=\"1\" y='2' >",
+    "<c x = '&lt;'/>",
+    "text",
+    " ",
+    "\n",
+    "]",
+    "]]>",
+    ">",
+    "&amp;",
+    "&apos;",
+    "&",
+    "'",
+    "\"",
+    "\xC3\xA4",
+    "\xC3",
+    "\x7F",
+    "\x1F",
+    "</a >",
+    "\xF0\x9F\x98\x80",
+};
+
+std::string RandomDocument(std::mt19937& random)
+{
+    constexpr std::size_t most = 8;
+    std::string document(random() % 2 == 0 ? declaration : "");
+    document += "<r>";
+    for (std::size_t count = random() % most; count > 0; --count)
+        document += pieces[random() % std::size(pieces)];
+    return document + "</r>";
+}
+
+TEST(UsualXml, IsAlwaysWellFormed)
+{
+    constexpr int documents = 50'000;
+    std::mt19937 random; // the same each time
+    int usual = 0;
+    for (int i = 0; i < documents; ++i)
+    {
+        const std::string document = RandomDocument(random);
+        if (!IsUsualXml(document))
+            continue;
+        ++usual;
+        EXPECT_TRUE(IsWellFormed(document)) << testing::PrintToString(document);
+    }
+    EXPECT_GT(usual, documents / 20);
+}
+
+// One byte of a usual document is another.
+TEST(UsualXml, IsWellFormedWhateverOneByteIs)
+{
+    const std::string document =
+        std::string(declaration) + "<a b='1' c=\"2\">x &lt;<d/>]]\xC3\xA4 </a>\n";
+    ASSERT_TRUE(IsUsualXml(document));
+    for (std::size_t at = 0; at < document.size(); ++at)
+    {
+        for (int byte = 0; byte < 256; ++byte)
+        {
+            std::string changed = document;
+            changed[at] = static_cast<char>(byte);
+            EXPECT_TRUE(!IsUsualXml(changed) || IsWellFormed(changed))
+                << testing::PrintToString(changed);
+        }
+    }
+}
+
+struct Question
+{
+    const char* plain;
+    const char* other; // the same, which only the library answers
+};
+
+constexpr Question questions[] = {
+    {"./r/a/text()", "child::r/child::a/child::text()"},
+    {"./r/a/b/text()", "child::r/child::a/child::b/child::text()"},
+    {"./r/a/@x", "child::r/child::a/attribute::x"},
+    {"./r/b/@y", "child::r/child::b/attribute::y"},
+    {"./r/text()", "child::r/child::text()"},
+    {"./r/@x", "child::r/attribute::x"},
+    {"./@x", "attribute::x"},
+};
+
+TEST(PlainPaths, FindWhatTheLibraryFinds)
+{
+    constexpr int documents = 3'000;
+    const Components components;
+    const TempFolder folder;
+    std::mt19937 random; // the same each time
+    int found = 0;
+    for (int i = 0; i < documents; ++i)
+    {
+        XmlNode document;
+        if (LoadXml(OpenedWith(folder, RandomDocument(random)).Get(), document) != S_OK)
+            continue;
+        for (const Question& question : questions)
+        {
+            std::u16string plain;
+            std::u16string other;
+            const HRESULT status = ReadXmlText(document, XmlPath(question.plain), plain);
+            EXPECT_EQ(status, ReadXmlText(document, XmlPath(question.other), other));
+            EXPECT_EQ(plain, other) << question.plain;
+            found += status == S_OK ? 1 : 0;
+        }
+    }
+    EXPECT_GT(found, 100);
+}
+
+} // namespace
+} // namespace tarnwell::test
