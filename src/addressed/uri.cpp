@@ -28,21 +28,6 @@ std::u16string PortSuffix(std::uint16_t port)
     return port < noPort ? u":" + Decimal(port) : std::u16string();
 }
 
-std::u16string ComposedText(const UriParts& parts)
-{
-    std::u16string text = parts.scheme + u"://";
-    if (!parts.user.empty() && !parts.host.empty())
-    {
-        text += parts.user;
-        if (!parts.password.empty())
-            text += u":" + parts.password;
-        text += u"@";
-    }
-    if (!parts.host.empty())
-        text += parts.host + PortSuffix(parts.port) + u"/";
-    return text + parts.path;
-}
-
 } // namespace
 
 std::uint16_t PortOf(std::u16string_view text)
@@ -213,6 +198,21 @@ UriViews Uri::MatchedViews() const
     return {GroupAt(groups, numbers.scheme),   GroupAt(groups, numbers.user),
             GroupAt(groups, numbers.password), GroupAt(groups, numbers.host),
             GroupAt(groups, numbers.port),     GroupAt(groups, numbers.path)};
+}
+
+std::u16string ComposedText(const UriParts& parts)
+{
+    std::u16string text = parts.scheme + u"://";
+    if (!parts.user.empty() && !parts.host.empty())
+    {
+        text += parts.user;
+        if (!parts.password.empty())
+            text += u":" + parts.password;
+        text += u"@";
+    }
+    if (!parts.host.empty())
+        text += parts.host + PortSuffix(parts.port) + u"/";
+    return text + parts.path;
 }
 
 std::u16string WithoutTrailingSlashes(std::u16string path)

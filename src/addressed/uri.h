@@ -150,6 +150,11 @@ template <class Address> std::shared_ptr<Uri> MakeAddress(std::u16string text)
 {
     return std::make_shared<Address>(std::move(text));
 }
+
+// The text of the address that `parts` compose. A user without a host is dropped, and a password
+// without a user.
+std::u16string ComposedText(const UriParts& parts);
+
 std::u16string WithoutTrailingSlashes(std::u16string path);
 
 // Whether `text` is an address and not a local path: a scheme has more than the one letter of a

@@ -186,7 +186,7 @@ void CompleteSvnAddresses(const Uri& parent, const FSItems& items)
     {
         item->text += item->isDirectory ? peg : u"@" + Decimal(item->revision);
         parts.path = SvnPartsOf(item->text).path;
-        item->text = Uri({}).Compose(parts)->GetText();
+        item->text = ComposedText(parts);
     }
 }
 
