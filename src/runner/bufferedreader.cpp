@@ -1,10 +1,9 @@
 #include "runner/bufferedreader.h"
 
 #include "platform/clientgroup.h"
-#include "platform/wide.h"
+#include "runner/longtext.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace tarnwell
 {
@@ -14,33 +13,7 @@ namespace
 
 constexpr std::size_t blockSize = 10240;
 
-std::u16string Widened(std::string_view bytes)
-{
-    std::u16string text(bytes.size(), u'\0');
-    std::transform(bytes.begin(), bytes.end(), text.begin(), [](char byte) {
-        return static_cast<char16_t>(static_cast<unsigned char>(byte));
-    });
-    return text;
-}
-
-std::u16string FromUtf8(std::string_view bytes)
-{
-    // Never more units than bytes.
-    if (bytes.empty() || bytes.size() > std::numeric_limits<int>::max())
-        return {};
-    const int size = static_cast<int>(bytes.size());
-    std::u16string text(bytes.size(), u'\0');
-    const int units = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), size, Wide(text.data()), size);
-    text.resize(static_cast<std::size_t>(units));
-    return text;
-}
-
 } // namespace
-
-std::u16string Decode(std::string_view bytes, Decoding decoding)
-{
-    return decoding == Decoding::Utf8 ? FromUtf8(bytes) : Widened(bytes);
-}
 
 BufferedReader::BufferedReader(HANDLE handle, Decoding decoding, BareLineFeed bareLineFeed)
     : handle_(handle), decoding_(decoding), bareLineFeed_(bareLineFeed), buffer_(blockSize)
@@ -49,37 +22,40 @@ BufferedReader::BufferedReader(HANDLE handle, Decoding decoding, BareLineFeed ba
 
 bool BufferedReader::ReadLine(std::u16string& line)
 {
+    line.clear();
     // Most lines lie in one block and are decoded where they are.
-    std::string carried;
+    LongText carried;
     std::string_view block = Available();
     std::size_t feed = block.find('\n');
     while (feed == std::string_view::npos && !block.empty())
     {
-        carried += block;
+        carried.Append(block);
         Consume(block.size());
         block = Available();
         feed = block.find('\n');
     }
-    std::string_view bytes = block.substr(0, feed);
-    if (!carried.empty())
-        bytes = carried += bytes;
-    line = Decode(bytes, decoding_);
+    const std::string_view bytes = block.substr(0, feed);
+    const bool hasBytes = !bytes.empty() || !carried.IsEmpty();
+    if (carried.IsEmpty())
+        AppendDecoded(line, bytes, decoding_);
+    else
+        line = carried.Append(bytes).TakeDecoded(decoding_);
     Consume(std::min(block.size(), feed + 1));
     if (line.ends_with(u'\r'))
         line.pop_back();
     const bool feedCounts = bareLineFeed_ == BareLineFeed::IsALine && !block.empty();
-    return !bytes.empty() || feedCounts;
+    return hasBytes || feedCounts;
 }
 
 std::u16string BufferedReader::ReadAll()
 {
-    std::string bytes;
+    LongText all;
     for (std::string_view block = Available(); !block.empty(); block = Available())
     {
-        bytes += block;
+        all.Append(block);
         Consume(block.size());
     }
-    return Decode(bytes, decoding_);
+    return all.TakeDecoded(decoding_);
 }
 
 std::string_view BufferedReader::ReadBlock()

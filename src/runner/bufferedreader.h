@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/win32.h"
+#include "runner/decoding.h"
 
 #include <functional>
 #include <string>
@@ -10,16 +11,6 @@
 
 namespace tarnwell
 {
-
-// What the bytes of a client's output mean.
-enum class Decoding
-{
-    Utf8,  // ill-formed input is replaced as the platform does
-    Widen, // each byte is the character of that number
-};
-
-// Empty if there are no bytes, or if the platform can't convert them.
-std::u16string Decode(std::string_view bytes, Decoding decoding);
 
 // How a reader of lines takes a line without any byte. ("\r\n" has a byte, and is always a line.)
 enum class BareLineFeed

@@ -22,28 +22,31 @@ std::optional<std::u16string> ReadDescription(BufferedReader& reader)
     {
         if (line == u"!")
             return description;
-        if (!description.empty())
-            description += u'\n';
-        description += TrimmedLeft(line);
+        line.erase(0, line.size() - TrimmedLeft(line).size());
+        if (description.empty())
+            description = std::move(line);
+        else
+            description.append(1, u'\n').append(line);
     }
     return std::nullopt;
 }
 
-std::optional<RevisionRecord> ReadRecord(BufferedReader& reader, Descriptions descriptions)
+// False for a record that breaks off.
+bool ReadRecord(BufferedReader& reader, Descriptions descriptions, RevisionRecord& record)
 {
-    RevisionRecord record;
     std::u16string time;
     if (!reader.ReadLine(record.id) || !reader.ReadLine(record.author) || !reader.ReadLine(time))
-        return std::nullopt;
+        return false;
     std::optional<std::u16string> description = ReadDescription(reader);
     if (!description)
-        return std::nullopt;
+        return false;
+    // Its beginning is trimmed already.
     if (descriptions == Descriptions::Trimmed)
-        description->assign(Trimmed(*description));
+        description->resize(Trimmed(*description).size());
     record.description = std::move(*description);
     record.modifiedTime = UnixTimeToFileTime(time);
     record.revisionTime = record.modifiedTime;
-    return record;
+    return true;
 }
 
 RevisionRecord WorkingCopyRecord(const std::u16string& path)
@@ -62,14 +65,12 @@ std::vector<RevisionRecord> ReadWorkingCopyLog(std::u16string_view scheme,
 {
     const std::u16string address = std::u16string(scheme) + u"://" + path + u"#";
     BufferedReader reader(file, Decoding::Utf8);
-    std::vector<RevisionRecord> records;
-    while (std::optional<RevisionRecord> record = ReadRecord(reader, descriptions))
-    {
-        if (records.empty())
-            records.push_back(WorkingCopyRecord(path));
-        record->uri = address + record->id;
-        records.push_back(std::move(*record));
-    }
+    std::vector<RevisionRecord> records{WorkingCopyRecord(path)};
+    while (ReadRecord(reader, descriptions, records.emplace_back()))
+        records.back().uri = address + records.back().id;
+    records.pop_back();
+    if (records.size() == 1)
+        records.clear();
     return records;
 }
 

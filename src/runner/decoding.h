@@ -1,0 +1,22 @@
+// Text out of a client's bytes.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tarnwell
+{
+
+// What the bytes of a client's output mean.
+enum class Decoding
+{
+    Utf8,  // ill-formed input is replaced as the platform does
+    Widen, // each byte is the character of that number
+};
+
+// Empty if there are no bytes, or if the platform can't convert them.
+std::u16string Decode(std::string_view bytes, Decoding decoding);
+// The same behind what `text` holds.
+void AppendDecoded(std::u16string& text, std::string_view bytes, Decoding decoding);
+
+} // namespace tarnwell
