@@ -48,13 +48,18 @@ void AddRecorded(JsonObject& object, const RecordedFacts& recorded)
 
 } // namespace
 
+Fact<std::u16string> NameOf(const ComPtr<IFileSystemItem>& item)
+{
+    return FactOf([&] { return TextFrom(item.Get(), &IFileSystemItem::GetName); });
+}
+
 ItemFacts FactsOf(const ComPtr<IFileSystemItem>& item)
 {
     const auto text = [](auto* object, auto method) {
         return FactOf([&] { return TextFrom(object, method); });
     };
     ItemFacts facts;
-    facts.name = text(item.Get(), &IFileSystemItem::GetName);
+    facts.name = NameOf(item);
     facts.path = text(item.Get(), &IFileSystemItem::GetPath);
     facts.parent = text(item.Get(), &IFileSystemItem::GetParentPath);
     facts.attributes = FactOf([&] { return AttributesOf(item); });

@@ -67,6 +67,8 @@ struct ItemFacts
     std::optional<RecordedFacts> recorded;
 };
 
+Fact<std::u16string> NameOf(const ComPtr<IFileSystemItem>& item);
+
 ItemFacts FactsOf(const ComPtr<IFileSystemItem>& item);
 
 JsonObject ToJson(const ItemFacts& facts);

@@ -45,27 +45,46 @@ ComPtr<IFileSystemItem> FindItem(const Place& place)
     }
 }
 
-void ForEachItem(const ComPtr<IFolder>& folder,
-                 const std::function<void(const ComPtr<IFileSystemItem>&)>& use,
-                 const std::function<void(const Failure&)>& fail)
+ComPtr<IFolderContents> ContentsOf(const ComPtr<IFolder>& folder)
 {
     ComPtr<IFolderContents> contents;
     Call([&] { return folder->GetContents(contents.Out()); });
+    return contents;
+}
+
+ComPtr<IFileSystemItem> ItemAt(const ComPtr<IFolderContents>& contents, std::uint32_t index)
+{
+    ComPtr<IFileSystemItem> item;
+    Call([&] { return contents->GetItem(static_cast<std::int32_t>(index), item.Out()); });
+    return item;
+}
+
+void ForEachIndex(const ComPtr<IFolderContents>& contents,
+                  const std::function<void(std::uint32_t index)>& use,
+                  const std::function<void(const Failure&)>& fail)
+{
     std::uint32_t count = 0;
     Call([&] { return contents->GetCount(&count); });
     for (std::uint32_t i = 0; i < count; ++i)
     {
         try
         {
-            ComPtr<IFileSystemItem> item;
-            Call([&] { return contents->GetItem(static_cast<std::int32_t>(i), item.Out()); });
-            use(item);
+            use(i);
         }
         catch (const Failure& failure)
         {
             fail(failure);
         }
     }
+}
+
+void ForEachItem(const ComPtr<IFolder>& folder,
+                 const std::function<void(const ComPtr<IFileSystemItem>&)>& use,
+                 const std::function<void(const Failure&)>& fail)
+{
+    const ComPtr<IFolderContents> contents = ContentsOf(folder);
+    ForEachIndex(
+        contents, [&](std::uint32_t index) { use(ItemAt(contents, index)); }, fail);
 }
 
 bool IsMissing(const Failure& failure)

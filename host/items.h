@@ -17,8 +17,17 @@ ComPtr<IFile> FindFile(const Place& place);
 
 ComPtr<IFolder> FindFolder(const Place& place);
 
-// Calls `use` with each item of a folder, in the file system's order. A server may list a name that
-// makes no item: for that, and where `use` throws Failure, `fail` is called, and the rest goes on.
+ComPtr<IFolderContents> ContentsOf(const ComPtr<IFolder>& folder);
+
+ComPtr<IFileSystemItem> ItemAt(const ComPtr<IFolderContents>& contents, std::uint32_t index);
+
+// Calls `use` with each index, in the file system's order. A server may list a name that makes no
+// item: for that, and wherever else `use` throws Failure, `fail` is called, and the rest goes on.
+void ForEachIndex(const ComPtr<IFolderContents>& contents,
+                  const std::function<void(std::uint32_t index)>& use,
+                  const std::function<void(const Failure&)>& fail);
+
+// The same with the items of a folder.
 void ForEachItem(const ComPtr<IFolder>& folder,
                  const std::function<void(const ComPtr<IFileSystemItem>&)>& use,
                  const std::function<void(const Failure&)>& fail);

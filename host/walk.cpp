@@ -7,6 +7,8 @@
 #include <tarnwell/constants.h>
 
 #include <algorithm>
+#include <tuple>
+#include <vector>
 
 namespace tarnwell::host
 {
@@ -26,39 +28,74 @@ struct Waiting
     std::size_t depth;
 };
 
+// An item of a folder, which is made again when it is visited: all at once would take ten times the
+// memory.
+struct Named
+{
+    std::optional<std::u16string> name; // nothing if the item doesn't tell it
+    std::uint32_t index;
+};
+
+// In the order of their names.
+std::vector<Named> NamesIn(const ComPtr<IFolderContents>& contents, const Walk& walk)
+{
+    std::vector<Named> names;
+    const auto add = [&](std::uint32_t index) {
+        const ComPtr<IFileSystemItem> item = ItemAt(contents, index);
+        names.push_back({NameOf(item).value, index});
+    };
+    ForEachIndex(contents, add, walk.fail);
+    std::sort(names.begin(), names.end(), [](const Named& left, const Named& right) {
+        return std::tie(left.name, left.index) < std::tie(right.name, right.index);
+    });
+    return names;
+}
+
+struct Listed
+{
+    ItemFacts facts;
+    // Null for a file.
+    ComPtr<IFolder> folder;
+};
+
+// Nothing for what is no item any more.
+std::optional<Listed> ListedAt(const ComPtr<IFolderContents>& contents, std::uint32_t index,
+                               const Walk& walk)
+{
+    try
+    {
+        const ComPtr<IFileSystemItem> item = ItemAt(contents, index);
+        return Listed{FactsOf(item), item.As<IFolder>()};
+    }
+    catch (const Failure& failure)
+    {
+        walk.fail(failure);
+        return std::nullopt;
+    }
+}
+
 // Gives the folders to go on with, in order.
 std::vector<Waiting> VisitFolder(const Waiting& present, const Walk& walk)
 {
     if (present.depth > deepest)
         throw Failure{E_FAIL, Say(Word::TooDeep, {present.prefix})};
     std::vector<Waiting> inside;
-    for (Listed& item : SortedItems(present.folder, walk.fail))
+    const ComPtr<IFolderContents> contents = ContentsOf(present.folder);
+    for (const Named& named : NamesIn(contents, walk))
     {
-        const std::u16string name = item.facts.name.value.value_or(u"?");
+        const std::optional<Listed> item = ListedAt(contents, named.index, walk);
+        if (!item)
+            continue;
+        const std::u16string name = named.name.value_or(u"?");
         if (IsWanted(walk.patterns, name))
-            walk.visit(item.facts, present.prefix + name);
-        if (walk.recursive && item.folder && !IsLink(item.facts))
-            inside.push_back(
-                {std::move(item.folder), present.prefix + name + u"/", present.depth + 1});
+            walk.visit(item->facts, present.prefix + name);
+        if (walk.recursive && item->folder && !IsLink(item->facts))
+            inside.push_back({item->folder, present.prefix + name + u"/", present.depth + 1});
     }
     return inside;
 }
 
 } // namespace
-
-std::vector<Listed> SortedItems(const ComPtr<IFolder>& folder,
-                                const std::function<void(const Failure& failure)>& fail)
-{
-    std::vector<Listed> all;
-    const auto add = [&](const ComPtr<IFileSystemItem>& item) {
-        all.push_back({FactsOf(item), item.As<IFolder>()});
-    };
-    ForEachItem(folder, add, fail);
-    std::stable_sort(all.begin(), all.end(), [](const Listed& left, const Listed& right) {
-        return left.facts.name.value < right.facts.name.value;
-    });
-    return all;
-}
 
 bool IsWanted(std::span<const std::u16string> patterns, const std::u16string& name)
 {

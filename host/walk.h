@@ -5,21 +5,9 @@
 
 #include <functional>
 #include <span>
-#include <vector>
 
 namespace tarnwell::host
 {
-
-struct Listed
-{
-    ItemFacts facts;
-    // Null for a file.
-    ComPtr<IFolder> folder;
-};
-
-// What the folder holds, by name. `fail` is called for each name that makes no item.
-std::vector<Listed> SortedItems(const ComPtr<IFolder>& folder,
-                                const std::function<void(const Failure& failure)>& fail);
 
 bool IsLink(const ItemFacts& facts);
 
@@ -40,8 +28,8 @@ struct Walk
 
 // Visits the items of the folder, and then, one folder after the other, what is in its folders.
 // Links are visited but not followed. Throws Failure if the first folder can't be listed. Keeps no
-// more than the folders that wait beside the path to the present one, so that a tree may be of any
-// size.
+// more than the names in the present folder and the folders that wait beside the path to it, so
+// that a tree may be of any size.
 void WalkFolder(const ComPtr<IFolder>& folder, const Walk& walk);
 
 } // namespace tarnwell::host
