@@ -43,7 +43,8 @@ HRESULT CWin32FolderContentsObject::GetItem(std::int32_t index, IFileSystemItem*
 
 HRESULT CWin32FolderContentsObject::MakeItem(std::size_t index, IFileSystemItem** item) const
 {
-    const ItemRecord record = records_.At(index);
+    NameBuffer name;
+    const ItemRecord record = records_.At(index, name);
     const auto make = IsFolder(record) ? MakeFolderItem : MakeFileItem;
     const HRESULT status =
         make(path_, record, host_, IID_IFileSystemItem, reinterpret_cast<void**>(item));

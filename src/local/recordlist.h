@@ -3,14 +3,20 @@
 
 #include "local/findrecord.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <string>
 #include <vector>
 
 namespace tarnwell
 {
 
+// What holds the name of an entry that is looked at.
+using NameBuffer = std::array<char16_t, MAX_PATH>;
+
+// It grows without being copied: fresh memory is what a long listing pays most for.
 class RecordList
 {
 public:
@@ -22,22 +28,26 @@ public:
         return entries_.size();
     }
 
-    // Valid until the next entry is appended.
-    ItemRecord At(std::size_t index) const;
+    // Valid as long as `name` is left alone.
+    ItemRecord At(std::size_t index, NameBuffer& name) const;
 
 private:
     struct Entry
     {
-        std::size_t name; // where its name begins in `names_`
         FILETIME written;
+        std::size_t name; // where its name begins in all blocks
         DWORD attributes;
         DWORD sizeLow;
         DWORD sizeHigh;
-        DWORD nameLength;
+        std::uint16_t nameLength; // in units
+        bool isWide;              // a unit of the name takes two bytes; else one, as ASCII
     };
 
-    std::vector<Entry> entries_;
-    std::u16string names_;
+    // Where the name begins. None is in two blocks.
+    std::size_t AddName(std::u16string_view name, bool isWide);
+
+    std::deque<Entry> entries_;
+    std::vector<std::string> blocks_;
 };
 
 } // namespace tarnwell

@@ -23,24 +23,19 @@ BufferedReader::BufferedReader(HANDLE handle, Decoding decoding, BareLineFeed ba
 bool BufferedReader::ReadLine(std::u16string& line)
 {
     line.clear();
+    const std::string_view block = Available();
+    const std::size_t feed = block.find('\n');
+    const bool hasBytes = feed != 0 && !block.empty();
     // Most lines lie in one block and are decoded where they are.
-    LongText carried;
-    std::string_view block = Available();
-    std::size_t feed = block.find('\n');
-    while (feed == std::string_view::npos && !block.empty())
+    if (feed == std::string_view::npos)
     {
-        carried.Append(block);
-        Consume(block.size());
-        block = Available();
-        feed = block.find('\n');
+        line = ReadLongLine();
     }
-    const std::string_view bytes = block.substr(0, feed);
-    const bool hasBytes = !bytes.empty() || !carried.IsEmpty();
-    if (carried.IsEmpty())
-        AppendDecoded(line, bytes, decoding_);
     else
-        line = carried.Append(bytes).TakeDecoded(decoding_);
-    Consume(std::min(block.size(), feed + 1));
+    {
+        AppendDecoded(line, block.substr(0, feed), decoding_);
+        Consume(feed + 1);
+    }
     if (line.ends_with(u'\r'))
         line.pop_back();
     const bool feedCounts = bareLineFeed_ == BareLineFeed::IsALine && !block.empty();
@@ -79,6 +74,23 @@ void BufferedReader::SkipAll()
 {
     for (std::string_view block = Available(); !block.empty(); block = Available())
         Consume(block.size());
+}
+
+std::u16string BufferedReader::ReadLongLine()
+{
+    LongText text;
+    std::string_view block = Available();
+    std::size_t feed = std::string_view::npos;
+    while (feed == std::string_view::npos && !block.empty())
+    {
+        text.Append(block);
+        Consume(block.size());
+        block = Available();
+        feed = block.find('\n');
+    }
+    text.Append(block.substr(0, feed));
+    Consume(std::min(block.size(), feed + 1));
+    return text.TakeDecoded(decoding_);
 }
 
 std::string_view BufferedReader::Available()

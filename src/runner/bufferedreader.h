@@ -48,6 +48,9 @@ public:
     void SkipAll();
 
 private:
+    // From the bytes at hand, which have no line feed, to the end of the line.
+    std::u16string ReadLongLine();
+
     // The bytes at hand, after a refill if there were none. Empty at the end of the input. An error
     // looks the same, and nothing is read after either.
     std::string_view Available();

@@ -28,6 +28,15 @@ std::size_t FromUtf8(std::string_view bytes, char16_t* units)
         MultiByteToWideChar(CP_UTF8, 0, bytes.data(), size, Wide(units), size));
 }
 
+// The number of units, of which there are never more than bytes.
+std::size_t Convert(std::string_view bytes, char16_t* units, Decoding decoding)
+{
+    if (decoding == Decoding::Utf8)
+        return FromUtf8(bytes, units);
+    Widen(bytes, units);
+    return bytes.size();
+}
+
 } // namespace
 
 std::u16string Decode(std::string_view bytes, Decoding decoding)
@@ -39,13 +48,16 @@ std::u16string Decode(std::string_view bytes, Decoding decoding)
 
 void AppendDecoded(std::u16string& text, std::string_view bytes, Decoding decoding)
 {
+    // Most texts are short: those take no memory but their own, and none is cleared in vain.
+    char16_t few[256];
+    if (bytes.size() <= std::size(few))
+    {
+        text.append(few, Convert(bytes, few, decoding));
+        return;
+    }
     const std::size_t start = text.size();
-    // Never more units than bytes.
     text.resize(start + bytes.size());
-    if (decoding == Decoding::Utf8)
-        text.resize(start + FromUtf8(bytes, text.data() + start));
-    else
-        Widen(bytes, text.data() + start);
+    text.resize(start + Convert(bytes, text.data() + start, decoding));
 }
 
 } // namespace tarnwell

@@ -21,7 +21,9 @@ constexpr std::u16string_view whiteSpace =
 // The digits at the start of `text`.
 std::u16string_view LeadingDigits(std::u16string_view text)
 {
-    return text.substr(0, text.find_first_not_of(digits));
+    const auto* const end = std::find_if(text.begin(), text.end(),
+                                         [](char16_t unit) { return unit < u'0' || unit > u'9'; });
+    return {text.begin(), end};
 }
 
 // Of digits only.

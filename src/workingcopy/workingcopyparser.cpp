@@ -5,45 +5,39 @@
 #include "runner/bufferedreader.h"
 #include "runner/numbers.h"
 
-#include <optional>
-
 namespace tarnwell
 {
 
 namespace
 {
 
-// Nothing if the input ends, or has an empty line, in front of the closing line.
-std::optional<std::u16string> ReadDescription(BufferedReader& reader)
+// False if the input ends, or has an empty line, in front of the closing line.
+bool ReadDescription(BufferedReader& reader, std::u16string& description)
 {
-    std::u16string description;
     std::u16string line;
     while (reader.ReadLine(line))
     {
         if (line == u"!")
-            return description;
+            return true;
         line.erase(0, line.size() - TrimmedLeft(line).size());
         if (description.empty())
             description = std::move(line);
         else
             description.append(1, u'\n').append(line);
     }
-    return std::nullopt;
+    return false;
 }
 
 // False for a record that breaks off.
 bool ReadRecord(BufferedReader& reader, Descriptions descriptions, RevisionRecord& record)
 {
     std::u16string time;
-    if (!reader.ReadLine(record.id) || !reader.ReadLine(record.author) || !reader.ReadLine(time))
-        return false;
-    std::optional<std::u16string> description = ReadDescription(reader);
-    if (!description)
+    if (!reader.ReadLine(record.id) || !reader.ReadLine(record.author) || !reader.ReadLine(time) ||
+        !ReadDescription(reader, record.description))
         return false;
     // Its beginning is trimmed already.
     if (descriptions == Descriptions::Trimmed)
-        description->resize(Trimmed(*description).size());
-    record.description = std::move(*description);
+        record.description.resize(Trimmed(record.description).size());
     record.modifiedTime = UnixTimeToFileTime(time);
     record.revisionTime = record.modifiedTime;
     return true;

@@ -104,15 +104,37 @@ TEST(RecordLists, KeepWhatItemsTell)
     records.Append(Record(std::u16string(259, u'x'), 1));
     ASSERT_EQ(records.Size(), 3U);
 
-    const ItemRecord first = records.At(0);
+    NameBuffer name;
+    const ItemRecord first = records.At(0, name);
     EXPECT_EQ(first.name, u"first");
     EXPECT_EQ(first.attributes, 128U);
     EXPECT_EQ(first.sizeLow, 7U);
     EXPECT_EQ(first.sizeHigh, 5U);
     EXPECT_EQ(TimeOf(first.written), 3U);
-    EXPECT_EQ(records.At(1).name, u"");
-    EXPECT_EQ(records.At(1).attributes, 16U);
-    EXPECT_EQ(records.At(2).name, std::u16string(259, u'x'));
+    EXPECT_EQ(records.At(1, name).name, u"");
+    EXPECT_EQ(records.At(1, name).attributes, 16U);
+    EXPECT_EQ(records.At(2, name).name, std::u16string(259, u'x'));
+}
+
+// More than a block of names holds, of one byte a unit and of two.
+TEST(RecordLists, KeepNamesOfAllKinds)
+{
+    const auto nameOf = [](int i) {
+        std::u16string name(static_cast<std::size_t>(i % 260), i % 3 == 0 ? u'x' : u'\u65e5');
+        if (!name.empty() && i % 5 == 0)
+            name.back() = u'\xDC80';
+        return name;
+    };
+    RecordList records;
+    for (int i = 0; i < 2000; ++i)
+        records.Append(Record(nameOf(i), static_cast<DWORD>(i)));
+    NameBuffer name;
+    for (int i = 0; i < 2000; ++i)
+    {
+        const ItemRecord record = records.At(static_cast<std::size_t>(i), name);
+        EXPECT_EQ(record.name, nameOf(i));
+        EXPECT_EQ(record.attributes, static_cast<DWORD>(i));
+    }
 }
 
 } // namespace

@@ -1,17 +1,11 @@
-#include "platform/posix/errors/errnotable.h"
-#include "platform/posix/errors/lasterror.h"
+#include "platform/win32.h"
 
-using namespace tarnwell::posix;
-
+// Every object of the module has one, so that making it has to be cheap.
 extern "C" BOOL InitializeCriticalSectionEx(CRITICAL_SECTION* section, DWORD, DWORD)
 {
-    pthread_mutexattr_t attributes;
-    if (const int number = pthread_mutexattr_init(&attributes); number != 0)
-        return Fail(ErrorFromErrno(number));
-    pthread_mutexattr_settype(&attributes, PTHREAD_MUTEX_RECURSIVE);
-    const int number = pthread_mutex_init(&section->mutex, &attributes);
-    pthread_mutexattr_destroy(&attributes);
-    return number == 0 ? 1 : Fail(ErrorFromErrno(number));
+    static constexpr pthread_mutex_t recursive = PTHREAD_RECURSIVE_MUTEX_INITIALIZER_NP;
+    section->mutex = recursive;
+    return 1;
 }
 
 extern "C" void EnterCriticalSection(CRITICAL_SECTION* section)

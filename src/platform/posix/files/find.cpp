@@ -11,6 +11,7 @@
 
 #include <tarnwell/text.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -41,9 +42,12 @@ bool SetName(WIN32_FIND_DATAW& record, std::string_view name)
     while (!name.empty())
     {
         // Nearly all of nearly all names.
-        for (; !name.empty() && out<last&& static_cast<signed char>(name[0])> 0;
-             name.remove_prefix(1))
-            *out++ = static_cast<WCHAR>(name[0]);
+        const auto room = static_cast<std::size_t>(last - out);
+        const auto* const ascii =
+            std::find_if(name.begin(), name.begin() + std::min(room, name.size()),
+                         [](char byte) { return (byte & 0x80) != 0; });
+        out = std::copy(name.begin(), ascii, out);
+        name.remove_prefix(static_cast<std::size_t>(ascii - name.begin()));
         if (name.empty())
             break;
         const detail::DecodedPoint next = detail::DecodePoint(name);
