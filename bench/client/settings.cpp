@@ -22,6 +22,12 @@ void UseOwnSettings(const std::string& home)
         unsetenv(name.c_str());
     std::filesystem::create_directory(home);
     setenv("HOME", home.c_str(), 1);
+    // What the module sets for its clients.
+    setenv("LC_ALL", "C.UTF-8", 1);
+    setenv("LANGUAGE", "en", 1);
+    setenv("HGPLAIN", "1", 1);
+    setenv("HGPLAINEXCEPT", "", 1);
+    setenv("HGENCODING", "utf-8", 1);
 }
 
 } // namespace tarnwell::bench
