@@ -55,6 +55,11 @@ Failure FailureOf(const client::Failure& failure)
     return {failure.Status(), plain ? Say(*plain) : FromUtf8(failure.what())};
 }
 
+Failure CopyCancelled()
+{
+    return {E_ABORT, Say(Word::CopyCancelled)};
+}
+
 void PrintFailure(const Failure& failure, bool json)
 {
     const std::u16string status = Hex(static_cast<std::uint32_t>(failure.status));

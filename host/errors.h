@@ -22,6 +22,9 @@ Failure TakeFailure(HRESULT status);
 // The same of a failure that was taken by the client's functions.
 Failure FailureOf(const client::Failure& failure);
 
+// Of a copy that ends at Ctrl-C.
+Failure CopyCancelled();
+
 // Runs one call and throws Failure if its status says so. The error information is cleared first,
 // so that a call that fails without a text doesn't show the text of an earlier one.
 template <class F> void Call(F&& call)

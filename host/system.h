@@ -55,6 +55,9 @@ public:
     static bool Interrupted();
 };
 
+// Ends the program, and runs nothing more of it: other threads may hold what that would wait for.
+[[noreturn]] void EndProgram(int exitCode);
+
 // Whether there is anybody whom a question before a deletion would reach.
 bool SomebodyCanAnswer();
 

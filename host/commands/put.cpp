@@ -1,6 +1,7 @@
 #include "commands.h"
 #include "content.h"
 #include "identity.h"
+#include "impatience.h"
 #include "items.h"
 #include "progressbar.h"
 #include "system.h"
@@ -20,7 +21,17 @@ ComPtr<IFile> NewFile(const Place& place)
     return file;
 }
 
-// What arrives, shown, and the end of it all at Ctrl-C, which leaves what has arrived.
+// The end of it all at Ctrl-C, which leaves what has arrived. It outlives what is written to, whose
+// end may be waited for as well.
+struct Cancellation
+{
+    explicit Cancellation(const Session& session) : impatience(session.line.json) {}
+
+    const InterruptWatch watch;
+    const Impatience impatience;
+};
+
+// What arrives, shown.
 class Arrival
 {
 public:
@@ -29,14 +40,13 @@ public:
     void Write(Writer& writer, std::span<const char> bytes)
     {
         if (InterruptWatch::Interrupted())
-            throw Failure{E_ABORT, Say(Word::CopyCancelled)};
+            throw CopyCancelled();
         writer.Write(bytes);
         bytes_ += bytes.size();
         bar_.Show(bytes_);
     }
 
 private:
-    const InterruptWatch watch_;
     ProgressBar bar_;
     std::uint64_t bytes_ = 0;
 };
@@ -80,6 +90,7 @@ int Put(const Session& session)
     if (source == u"-")
     {
         RefuseSame(IdentityOfInput(), target);
+        const Cancellation cancellation(session);
         Writer writer(NewFile(target));
         WriteInput(writer, {target.address.text, std::nullopt});
         writer.Close();
@@ -90,6 +101,7 @@ int Put(const Session& session)
     const ComPtr<IFile> file = FindFile(local);
     Reader reader(file);
     RefuseSame(IdentityOf(source), target);
+    const Cancellation cancellation(session);
     Writer writer(NewFile(target));
     WriteFrom(reader, writer, {target.address.text, SizeOf(file)});
     writer.Close();

@@ -1,6 +1,8 @@
 #include "system.h"
 
+#include <atomic>
 #include <csignal>
+#include <unistd.h>
 
 namespace tarnwell::host
 {
@@ -8,17 +10,19 @@ namespace tarnwell::host
 namespace
 {
 
-volatile std::sig_atomic_t interrupted = 0;
+// Signals reach any thread.
+std::atomic<bool> interrupted = false;
+static_assert(std::atomic<bool>::is_always_lock_free);
 struct sigaction before;
 
 } // namespace
 
 InterruptWatch::InterruptWatch()
 {
-    interrupted = 0;
+    interrupted = false;
     struct sigaction watch = {};
     watch.sa_handler = [](int) {
-        interrupted = 1;
+        interrupted = true;
     };
     // A second one ends the program, since what is to be cancelled may wait for somebody.
     watch.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
@@ -32,7 +36,12 @@ InterruptWatch::~InterruptWatch()
 
 bool InterruptWatch::Interrupted()
 {
-    return interrupted != 0;
+    return interrupted;
+}
+
+void EndProgram(int exitCode)
+{
+    _exit(exitCode);
 }
 
 } // namespace tarnwell::host

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <atomic>
+#include <cstdlib>
 
 namespace tarnwell::host
 {
@@ -37,6 +38,12 @@ InterruptWatch::~InterruptWatch()
 bool InterruptWatch::Interrupted()
 {
     return interrupted;
+}
+
+void EndProgram(int exitCode)
+{
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(exitCode));
+    std::abort();
 }
 
 } // namespace tarnwell::host
