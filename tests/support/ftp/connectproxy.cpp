@@ -20,6 +20,12 @@ int ConnectProxy::Port() const
     return listener_.Port();
 }
 
+void ConnectProxy::Name(const std::string& host, int port)
+{
+    const std::lock_guard lock(guard_);
+    names_[host] = port;
+}
+
 void ConnectProxy::Refuse()
 {
     const std::lock_guard lock(guard_);
@@ -39,6 +45,16 @@ void ConnectProxy::Serve()
 }
 
 // As in "CONNECT 127.0.0.1:4711 HTTP/1.1".
+int ConnectProxy::PortFor(const std::string& request) const
+{
+    constexpr int usual = 21;
+    const std::size_t begin = request.find(' ') + 1;
+    const std::size_t colon = request.find(':');
+    const int port = std::atoi(request.c_str() + colon + 1);
+    const auto named = names_.find(request.substr(begin, colon - begin));
+    return named != names_.end() && port == usual ? named->second : port;
+}
+
 void ConnectProxy::Tunnel(const Socket& client)
 {
     std::string request;
@@ -52,13 +68,14 @@ void ConnectProxy::Tunnel(const Socket& client)
     }
     const std::string line = request.substr(0, request.find("\r\n"));
     bool refuses = false;
+    int port = 0;
     {
         const std::lock_guard lock(guard_);
         requests_.push_back(line);
         refuses = refuses_;
+        port = PortFor(line);
     }
-    const Socket server =
-        refuses ? Socket() : Socket::Connected(std::atoi(line.c_str() + line.find(':') + 1));
+    const Socket server = refuses ? Socket() : Socket::Connected(port);
     if (!server)
     {
         client.Send("HTTP/1.1 403 Forbidden\r\nContent-Length: 0\r\n\r\n", stop_);

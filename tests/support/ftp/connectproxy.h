@@ -4,6 +4,7 @@
 #include "support/ftp/socket.h"
 
 #include <list>
+#include <map>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -22,6 +23,9 @@ public:
     ~ConnectProxy();
 
     int Port() const;
+    // A name that only the proxy knows: its usual port for commands is this one, its others are as
+    // they are.
+    void Name(const std::string& host, int port);
     // From now on nobody gets a tunnel.
     void Refuse();
     // The first lines of what was asked for, in order.
@@ -30,10 +34,12 @@ public:
 private:
     void Serve();
     void Tunnel(const Socket& client);
+    int PortFor(const std::string& request) const;
     void Carry(const Socket& from, const Socket& to) const;
 
     mutable std::mutex guard_;
     std::vector<std::string> requests_;
+    std::map<std::string, int> names_;
     bool refuses_ = false;
 
     StopFlag stop_ = false;
