@@ -8,7 +8,7 @@ namespace tarnwell::host
 namespace
 {
 
-inline constexpr std::uint64_t unitsPerSecond = 10'000'000;
+inline constexpr std::uint64_t ticksPerSecond = 10'000'000;
 
 struct Date
 {
@@ -37,7 +37,7 @@ Date DateOf(std::uint64_t daysSince1601)
 
 std::u16string DayAndTime(std::uint64_t fileTime, char16_t between)
 {
-    const std::uint64_t seconds = fileTime / unitsPerSecond;
+    const std::uint64_t seconds = fileTime / ticksPerSecond;
     const Date date = DateOf(seconds / 86400);
     return Padded(date.year, 4) + u"-" + Padded(date.month, 2) + u"-" + Padded(date.day, 2) +
            between + Padded(seconds / 3600 % 24, 2) + u":" + Padded(seconds / 60 % 60, 2) + u":" +
@@ -48,7 +48,7 @@ std::u16string DayAndTime(std::uint64_t fileTime, char16_t between)
 
 std::u16string IsoTime(std::uint64_t fileTime)
 {
-    return DayAndTime(fileTime, u'T') + u"." + Padded(fileTime % unitsPerSecond, 7) + u"Z";
+    return DayAndTime(fileTime, u'T') + u"." + Padded(fileTime % ticksPerSecond, 7) + u"Z";
 }
 
 std::u16string ReadableTime(std::uint64_t fileTime)

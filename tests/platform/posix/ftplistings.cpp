@@ -175,6 +175,37 @@ TEST(ListLine, AZoneMakesTheTimeUniversal)
     EXPECT_TRUE(entry->isUtc);
 }
 
+// As the C library's locales abbreviate them.
+TEST(ListLine, MonthsOfManyLanguagesAreKnown)
+{
+    constexpr const char* languages[][12] = {
+        {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"},
+        {"Jan", "Feb", "Mär", "Apr", "Mai", "Jun", "Jul", "Aug", "Sep", "Okt", "Nov", "Dez"},
+        {"janv.", "févr.", "mars", "avril", "mai", "juin", "juil.", "août", "sept.", "oct.", "nov.",
+         "déc."},
+        {"ene", "feb", "mar", "abr", "may", "jun", "jul", "ago", "sep", "oct", "nov", "dic"},
+        {"gen", "feb", "mar", "apr", "mag", "giu", "lug", "ago", "set", "ott", "nov", "dic"},
+        {"jan", "fev", "mar", "abr", "mai", "jun", "jul", "ago", "set", "out", "nov", "dez"},
+        {"jan", "feb", "mrt", "apr", "mei", "jun", "jul", "aug", "sep", "okt", "nov", "dec"},
+        {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "aug", "sep", "okt", "nov", "dec"},
+        {"jan.", "feb.", "mars", "april", "mai", "juni", "juli", "aug.", "sep.", "okt.", "nov.",
+         "des."},
+        {"sty", "lut", "mar", "kwi", "maj", "cze", "lip", "sie", "wrz", "paź", "lis", "gru"},
+        {"led", "úno", "bře", "dub", "kvě", "čen", "čec", "srp", "zář", "říj", "lis", "pro"},
+        {"янв", "фев", "мар", "апр", "мая", "июн", "июл", "авг", "сен", "окт", "ноя", "дек"},
+    };
+    for (const auto& names : languages)
+    {
+        for (int month = 1; month <= 12; ++month)
+        {
+            const std::string name = names[month - 1];
+            const auto entry = ParseListLine("-rw-r--r-- 1 f f 5 " + name + "  2  2020 a", now);
+            ASSERT_TRUE(entry.has_value()) << name;
+            EXPECT_EQ(entry->time, At(2020, month, 2)) << name;
+        }
+    }
+}
+
 class NoListLines : public testing::TestWithParam<std::string>
 {
 };
@@ -204,6 +235,15 @@ INSTANTIATE_TEST_SUITE_P(
         "01-31-20  03:04PM 12x a", "01-31-20  03:04PM 1,23 a", "01-31-20  03:04PM -5 a",
         // Other systems' listings.
         "README.TXT;1  2/4  12-JAN-2020 10:30:00  [FTP,FTP]  (RWED,RWED,RE,)",
+        "CORE.DIR;1          1  8-SEP-1996 16:09 [SYSTEM] (RWE,RWE,RE,RE)",
+        "[ROOT.SUB]A.TXT;1  %RMS-E-PRV, insufficient privilege", "Directory DISK$USER:[FTP]",
+        "Total of 3 files, 10/12 blocks.",
+        "Volume Unit    Referred Ext Used Recfm Lrecl BlkSz Dsorg Dsname",
+        "Migrated                                                MY.OLD.DATA",
+        " Name     VV.MM   Created       Changed      Size  Init   Mod   Id",
+        "MEMBER1   01.02 2020/01/02 2020/01/03 10:30    12    12     0 USER",
+        "QSECOFR                                     *MEM       A.FILE/A.MBR",
+        "QDFTOWN         2048 2020-01-31 15:09:55 *DIR       HOME/",
         "QSYS  77824 02/23/20 15:09:55 *DIR QOPENSYS/",
         "WYOSPT 3420   2020/05/21  1  200  FB      80  8053  PS  MY.DATA"));
 

@@ -35,7 +35,8 @@ constexpr MonthName monthNames[] = {
     {"авг", 8},     {"sept", 9},    {"set", 9},     {"wrz", 9},  {"zář", 9},    {"сен", 9},
     {"okt", 10},    {"ott", 10},    {"out", 10},    {"paź", 10}, {"říj", 10},   {"окт", 10},
     {"lis", 11},    {"ноя", 11},    {"dez", 12},    {"dic", 12}, {"des", 12},   {"déc", 12},
-    {"d\351c", 12}, {"gru", 12},    {"pro", 12},    {"дек", 12},
+    {"d\351c", 12}, {"gru", 12},    {"pro", 12},    {"дек", 12}, {"april", 4},  {"čen", 6},
+    {"čec", 7},
 };
 
 // Behind the number of a month or a day, in the languages that write "1月 12日".
