@@ -48,6 +48,13 @@ bool IsRootPath(std::u16string_view path, const PathRules& rules)
     return IsDriveRoot(path, rules);
 }
 
+bool IsWholePath(std::u16string_view path, const PathRules& rules)
+{
+    const bool hasDrive =
+        rules.drives && path.size() > 2 && path[1] == u':' && IsSeparator(path[2], rules);
+    return hasDrive || (!path.empty() && IsSeparator(path[0], rules));
+}
+
 void AppendSeparator(std::u16string& path, const PathRules& rules)
 {
     if (path.empty() || IsSeparator(path.back(), rules))

@@ -20,6 +20,9 @@ std::size_t FindLeafOffset(std::u16string_view path, const PathRules& rules = pl
 // Whether `path` is the root of a file system, separator included, with nothing behind.
 bool IsRootPath(std::u16string_view path, const PathRules& rules = platformPathRules);
 
+// Whether `path` begins where the file systems do.
+bool IsWholePath(std::u16string_view path, const PathRules& rules = platformPathRules);
+
 // Makes `path` ready for a name to be put behind it.
 void AppendSeparator(std::u16string& path, const PathRules& rules = platformPathRules);
 

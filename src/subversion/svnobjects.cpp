@@ -1,6 +1,8 @@
 #include "subversion/svnobjects.h"
 
 #include "subversion/svncommands.h"
+#include "subversion/svnhistory.h"
+#include "subversion/svntree.h"
 #include "subversion/svnuri.h"
 
 #include <tarnwell/classes.h>
@@ -60,6 +62,27 @@ ComPtr<IFolder> SVNFileSystemObject::CreateFolderObject(const std::u16string& pa
 std::vector<RevisionRecord> SVNFileSystemObject::ReadRevisions(const std::u16string& path)
 {
     return SvnLog(*this, path);
+}
+
+HRESULT SVNFileSystemObject::ReadHistory(const OLECHAR* path, const OLECHAR* revision,
+                                         const HistoryOptions* options, IHistorySink* sink)
+{
+    const auto read = [this](const HistoryQuestion& question, HistoryTaker& taker) {
+        ReadSvnHistory(*this, question, taker);
+    };
+    return ReadHistoryForHost({ClassId(), IID_IFileSystemHistory}, svnSource, path, revision,
+                              options, sink, read);
+}
+
+HRESULT SVNFileSystemObject::OpenTree(const OLECHAR* path, const OLECHAR* revision,
+                                      ICopyProgress* progress, ITree** tree)
+{
+    const auto open = [this](const std::u16string& asked,
+                             const std::optional<std::u16string>& wanted, Patience& patience) {
+        return OpenSvnTree(*this, asked, wanted, patience);
+    };
+    return OpenTreeForHost({ClassId(), IID_IFileSystemTrees}, svnSource, path, revision, progress,
+                           tree, open);
 }
 
 } // namespace tarnwell

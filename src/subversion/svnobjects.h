@@ -6,6 +6,9 @@
 #include "addressed/foldercontentsobject.h"
 #include "addressed/folderobject.h"
 
+#include <tarnwell/history.h>
+#include <tarnwell/trees.h>
+
 namespace tarnwell
 {
 
@@ -42,10 +45,21 @@ protected:
     ~SVNFolderContentsObject() = default;
 };
 
-class SVNFileSystemObject : public RevisionsFileSystemObject
+class SVNFileSystemObject : public RevisionsFileSystemObject,
+                            public IFileSystemHistory,
+                            public IFileSystemTrees
 {
 public:
+    using Interfaces = InterfaceList<IFileSystemRevisions, IFileSystemInit, IFileSystem,
+                                     IFileSystemHistory, IFileSystemTrees, ::ISupportErrorInfo>;
+
     SVNFileSystemObject();
+
+    HRESULT STDMETHODCALLTYPE ReadHistory(const OLECHAR* path, const OLECHAR* revision,
+                                          const HistoryOptions* options,
+                                          IHistorySink* sink) override;
+    HRESULT STDMETHODCALLTYPE OpenTree(const OLECHAR* path, const OLECHAR* revision,
+                                       ICopyProgress* progress, ITree** tree) override;
 
 protected:
     ~SVNFileSystemObject() = default;

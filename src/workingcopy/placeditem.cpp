@@ -10,14 +10,6 @@ namespace tarnwell
 namespace
 {
 
-// Whether `path` begins where the file systems do.
-bool IsWholePath(const std::u16string& path)
-{
-    const bool hasDrive =
-        platformPathRules.drives && path.size() > 2 && path[1] == u':' && IsSeparator(path[2]);
-    return hasDrive || (!path.empty() && IsSeparator(path[0]));
-}
-
 std::optional<Place> FindPlace(const std::u16string& path, const Placing& placing)
 {
     if (!IsWholePath(path))

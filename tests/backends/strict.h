@@ -39,6 +39,8 @@ struct Strict
                                                     u"^main",  u"\n", u"a b",   u"HEAD --all"};
     // Whether a file's history goes on before a deletion, which is one of its revisions.
     bool beyondDeletions = true;
+    // Whether `IFileSystem::GetFile` opens a file by a name that it had before.
+    bool oldNamesOpen = true;
     // Whether there is a present state on the disk (HistoryWorkingCopy).
     bool workingCopies = false;
     // Whether revisions hold links, and whether they tell that a file is a program.

@@ -27,6 +27,12 @@ std::u16string Below(std::u16string address, std::u16string_view path)
     return address;
 }
 
+// The program has no end of its options.
+std::string Named(const std::string& name)
+{
+    return name.starts_with('-') ? "./" + name : name;
+}
+
 } // namespace
 
 SvnRepository::SvnRepository()
@@ -59,7 +65,7 @@ int SvnRepository::Commit(const std::string& name, std::string_view bytes,
                           const std::string& message, const std::string& author) const
 {
     WriteBytes(folder_ / u"content", bytes);
-    return Change({"put", (folder_.Path() / "content").string(), name}, author, message);
+    return Change({"put", (folder_.Path() / "content").string(), Named(name)}, author, message);
 }
 
 int SvnRepository::MakeFolder(const std::string& name) const
@@ -67,9 +73,33 @@ int SvnRepository::MakeFolder(const std::string& name) const
     return Change({"mkdir", name}, "Ann", "folder");
 }
 
-int SvnRepository::Remove(const std::string& name) const
+int SvnRepository::Remove(const std::string& name, const std::string& message) const
 {
-    return Change({"rm", name}, "Ann", "removed");
+    return Change({"rm", name}, "Ann", message);
+}
+
+int SvnRepository::Rename(const std::string& from, const std::string& to,
+                          const std::string& message) const
+{
+    return Change({"mv", from, to}, "Ann", message);
+}
+
+int SvnRepository::CommitMarked(const std::string& name, std::string_view bytes,
+                                const std::string& property) const
+{
+    WriteBytes(folder_ / u"content", bytes);
+    return Change(
+        {"put", (folder_.Path() / "content").string(), name, "propset", property, "*", name});
+}
+
+int SvnRepository::Latest() const
+{
+    return std::stoi(Svn({"info", "--show-item", "revision", Url()}));
+}
+
+void SvnRepository::CheckOut(const std::filesystem::path& folder) const
+{
+    Svn({"checkout", "-q", Url(), folder.string()});
 }
 
 std::string SvnRepository::Svn(const std::vector<std::string>& arguments) const

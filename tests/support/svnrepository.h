@@ -28,10 +28,20 @@ public:
     int Commit(const std::string& name, std::string_view bytes, const std::string& message = "m",
                const std::string& author = "Ann") const;
     int MakeFolder(const std::string& name) const;
-    int Remove(const std::string& name) const;
+    int Remove(const std::string& name, const std::string& message = "removed") const;
+    int Rename(const std::string& from, const std::string& to, const std::string& message) const;
+    // What "svnmucc" is to do, in one commit.
+    int Change(const std::vector<std::string>& action, const std::string& author = "Ann",
+               const std::string& message = "m") const;
+    // With a property, whose value doesn't matter.
+    int CommitMarked(const std::string& name, std::string_view bytes,
+                     const std::string& property) const;
+    int Latest() const;
 
     // Runs "svn" in a UTF-8 locale; what it prints, without the line feed at its end.
     std::string Svn(const std::vector<std::string>& arguments) const;
+    // Puts a working copy of all of it, as it is now, into a folder.
+    void CheckOut(const std::filesystem::path& folder) const;
     // Takes the author off a revision.
     void ForgetAuthor(int revision) const;
     // Writes a file of the repository's configuration.
@@ -39,8 +49,6 @@ public:
 
 private:
     std::string Run(const std::string& program, const std::vector<std::string>& arguments) const;
-    int Change(const std::vector<std::string>& action, const std::string& author,
-               const std::string& message) const;
 
     TempFolder folder_;
 };

@@ -10,6 +10,8 @@ namespace tarnwell::test
 namespace
 {
 
+namespace fs = std::filesystem;
+
 std::u16string RevisionName(int number)
 {
     return DecodeName(std::to_string(number));
@@ -40,10 +42,62 @@ public:
     {
         repository_.MakeFolder(InRepository(name));
     }
+    // In the repository's own folder.
+    fs::path OnDisk(std::u16string_view name) const override
+    {
+        return repository_.Path() / name;
+    }
+
+    std::u16string LatestId() override
+    {
+        return RevisionName(repository_.Latest());
+    }
+    std::vector<std::u16string> OtherNamesOf(const std::u16string& id) override
+    {
+        const std::string date = repository_.Svn(
+            {"propget", "--revprop", "svn:date", "-r", EncodeName(id).value(), repository_.Url()});
+        return {u"r" + id, u"{" + DecodeName(date) + u"}"};
+    }
+    void Remove(std::u16string_view name, const std::string& description) override
+    {
+        repository_.Remove(InRepository(name), description);
+    }
+    void Rename(std::u16string_view from, std::u16string_view to,
+                const std::string& description) override
+    {
+        repository_.Rename(InRepository(from), InRepository(to), description);
+    }
+    void PutLink(std::u16string_view name, std::string_view target) override
+    {
+        repository_.CommitMarked(InRepository(name), "link " + std::string(target), "svn:special");
+    }
+    void PutProgram(std::u16string_view name, std::string_view bytes) override
+    {
+        repository_.CommitMarked(InRepository(name), bytes, "svn:executable");
+    }
 
 private:
     const SvnRepository repository_;
 };
+
+std::u16string WithoutRepository(BackendData& data)
+{
+    fs::remove(data.OnDisk(u"format"));
+    return data.Address(u"text.txt");
+}
+
+std::u16string WithAnUnknownFormat(BackendData& data)
+{
+    const fs::path format = data.OnDisk(u"format");
+    fs::permissions(format, fs::perms::owner_all);
+    WriteBytes(format.u16string(), "99\n");
+    return data.Address(u"text.txt");
+}
+
+std::u16string WithLaterRevision(BackendData& data)
+{
+    return data.Address(u"text.txt", u"99");
+}
 
 } // namespace
 
@@ -58,7 +112,23 @@ const Backend subversionBackend{
                 {u"SVN://host/r", u"Invalid Subversion URI \"SVN://host/r\". [svnobjects@"},
                 {u"no address", u"Can't parse the URI \"no address\". [uri@"}},
     .author = u"J\u00f6rg <j&k>",
-    .strict = {.whyNot = "histories are only told as ever"},
+    .strict = {.histories = true,
+               .trees = true,
+               .names = {u"a@b", u"@", u"-n", u"--all", u"a[1].txt", u"*.txt", u"HEAD", u"100%zz"},
+               .noRevisions = {u"nosuch", u"-x", u"--all", u"a..b", u"^main", u"\n", u"a b",
+                               u"HEAD --all", u"99999", u"999999999999999", u"1:2", u"{x}",
+                               u"{2024-01-01}:HEAD", u"BASE", u"PREV", u"-1", u"HEAD@1"},
+               .beyondDeletions = false,
+               .oldNamesOpen = false,
+               .links = true,
+               .programs = true,
+               .contentIds = false,
+               .failures = {{"no repository", HistoryNoRepository,
+                             u"Can't find a repository that holds ", WithoutRepository},
+                            {"an unknown format", HistoryBadSettings, u"The settings of ",
+                             WithAnUnknownFormat},
+                            {"a later revision", HistoryNoRevision,
+                             u"Can't find the revision \"99\".", WithLaterRevision}}},
     .openIntoNothing = OpenIntoNothing::Succeeds,
     .source = u"svnobjects",
     .client = "svn",

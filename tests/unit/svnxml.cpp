@@ -1,0 +1,130 @@
+// The XML that the Subversion client prints, in any pieces.
+#include "subversion/svnxml.h"
+
+#include <gmock/gmock.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+using testing::IsEmpty;
+
+const std::string prologue = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+
+struct Read
+{
+    std::vector<SvnElement> elements;
+    bool isComplete = false;
+};
+
+Read ReadInPieces(const std::string& bytes, std::size_t piece)
+{
+    SvnXmlReader reader("entry");
+    Read read;
+    for (std::size_t at = 0; at < bytes.size(); at += piece)
+    {
+        reader.Feed(std::string_view(bytes).substr(at, piece));
+        while (std::optional<SvnElement> element = reader.Next())
+            read.elements.push_back(std::move(*element));
+    }
+    read.isComplete = reader.IsComplete();
+    return read;
+}
+
+Read ReadWhole(const std::string& bytes)
+{
+    return ReadInPieces(bytes, bytes.size());
+}
+
+TEST(SvnXml, IsReadTheSameInPiecesOfAnySize)
+{
+    const std::string bytes =
+        prologue + "<lists>\n<list\n   path=\"a&amp;b > c\">\n<entry\n   kind=\"file\" x='\"'>\r\n"
+                   "<name>&lt;&#xE4;&#26085;&apos;&quot;</name>\r<size/>\n</entry>\n"
+                   "<entry>two</entry></list>\n</lists>\n";
+    for (std::size_t piece = 1; piece <= bytes.size(); ++piece)
+    {
+        const Read read = ReadInPieces(bytes, piece);
+        EXPECT_TRUE(read.isComplete);
+        ASSERT_EQ(read.elements.size(), 2U);
+        const SvnElement& first = read.elements[0];
+        ASSERT_NE(first.Attribute("kind"), nullptr);
+        EXPECT_EQ(*first.Attribute("kind"), "file");
+        EXPECT_EQ(*first.Attribute("x"), "\"");
+        EXPECT_EQ(first.Attribute("y"), nullptr);
+        EXPECT_EQ(first.text, "\n\n\n");
+        ASSERT_EQ(first.children.size(), 2U);
+        EXPECT_EQ(*first.ChildText("name"), "<\xC3\xA4\xE6\x97\xA5'\"");
+        EXPECT_EQ(*first.ChildText("size"), "");
+        EXPECT_EQ(first.Child("date"), nullptr);
+        EXPECT_EQ(read.elements[1].text, "two");
+    }
+}
+
+TEST(SvnXml, IsThereAsSoonAsItsEndIs)
+{
+    SvnXmlReader reader("entry");
+    reader.Feed(prologue + "<list><entry>a</entry");
+    EXPECT_FALSE(reader.Next());
+    reader.Feed(">");
+    EXPECT_TRUE(reader.Next());
+    EXPECT_FALSE(reader.IsComplete());
+    reader.Feed("<entry>b");
+    EXPECT_FALSE(reader.Next());
+}
+
+TEST(SvnXml, WhatIsNoneIsNotComplete)
+{
+    for (const char* const bytes : {"",
+                                    "<a>",
+                                    "<a></b>",
+                                    "</a>",
+                                    "<a",
+                                    "text",
+                                    "<a/>text",
+                                    "<a/><b/>",
+                                    "<a><!-- c --></a>",
+                                    "<!DOCTYPE a><a/>",
+                                    "<a><![CDATA[x]]></a>",
+                                    "<a>&x;</a>",
+                                    "<a>&#0;</a>",
+                                    "<a>&#xD800;</a>",
+                                    "<a>&lt</a>",
+                                    "<a>]]></a>",
+                                    "<a x=1/>",
+                                    "<a x/>",
+                                    "<a x=\"<\"/>",
+                                    "<a x=\"1\"x=\"2\"/>",
+                                    "<a x=\"1\" x=\"2\"/>",
+                                    "<a x=\"1\"y=\"2\"/>",
+                                    "<1/>",
+                                    "< a/>",
+                                    "<a/ >",
+                                    "<a><?pi?></a>"})
+        EXPECT_FALSE(ReadWhole(prologue + bytes).isComplete) << bytes;
+    EXPECT_TRUE(ReadWhole(prologue + "<a/>").isComplete);
+    EXPECT_FALSE(ReadWhole("<a/>").isComplete);
+    EXPECT_FALSE(ReadWhole("<?xml version=\"1.0\" encoding=\"UTF-16\"?><a/>").isComplete);
+    EXPECT_FALSE(ReadWhole("<?xml version=\"1.0\"?><a/>").isComplete);
+}
+
+TEST(SvnXml, NothingIsReadBehindWhatIsNone)
+{
+    const Read read = ReadWhole(prologue + "<a><entry/><b></c><entry/></a>");
+    EXPECT_EQ(read.elements.size(), 1U);
+    EXPECT_FALSE(read.isComplete);
+}
+
+TEST(SvnXml, HasAnEnd)
+{
+    std::string deep = prologue;
+    for (int i = 0; i < 100000; ++i)
+        deep += "<entry>";
+    const Read read = ReadWhole(deep);
+    EXPECT_THAT(read.elements, IsEmpty());
+    EXPECT_FALSE(read.isComplete);
+}
+
+} // namespace
+} // namespace tarnwell::test
