@@ -86,14 +86,15 @@ std::span<const StrictPhrase> PhrasesFor(std::u16string_view words)
 }
 
 // Those of E_ACCESSDENIED that are about who one is, and not about what that one may do.
-constexpr std::u16string_view refusals[] = {
+constexpr std::u16string_view unknownOnes[] = {
     u"svn: E170001: Can't get ", u"svn: E170001: Authentication error", u"svn: E215004: "};
 
-bool SpeaksOfRefusal(std::u16string_view words)
+bool SpeaksOfWhoOneIs(std::u16string_view words)
 {
-    return std::any_of(std::begin(refusals), std::end(refusals), [&](std::u16string_view phrase) {
-        return words.find(phrase) != std::u16string_view::npos;
-    });
+    return std::any_of(std::begin(unknownOnes), std::end(unknownOnes),
+                       [&](std::u16string_view phrase) {
+                           return words.find(phrase) != std::u16string_view::npos;
+                       });
 }
 
 bool IsDate(std::u16string_view text)
@@ -164,7 +165,7 @@ std::unique_ptr<RunningClient> SvnLogin::Start(std::u16string_view command) cons
 
 void SvnLogin::Check(const ClientOutcome& outcome, const StrictSubject& subject) const
 {
-    if (outcome.exitCode != 0 && SpeaksOfRefusal(outcome.errors))
+    if (outcome.exitCode != 0 && SpeaksOfWhoOneIs(outcome.errors))
         ReportCredentialsRefused(u"Subversion: " + std::u16string(Trimmed(outcome.errors)));
     ThrowIfStrictFailed(strictSvn, outcome, PhrasesFor(outcome.errors), subject);
 }

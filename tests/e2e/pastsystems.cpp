@@ -1,6 +1,7 @@
 #include "e2e/pastsystems.h"
 
 #include "support/repository.h"
+#include "support/svnrepository.h"
 
 #include <tarnwell/text.h>
 
@@ -34,11 +35,28 @@ Past MakeGit()
                 made, nowhere)};
 }
 
+Past MakeSubversion()
+{
+    const auto made = std::make_shared<SvnRepository>();
+    for (const char* const folder : {"dir", "dir/sub"})
+        made->MakeFolder(folder);
+    made->Commit("dir/b c.txt", "b");
+    made->Commit("dir/sub/deep.txt", "deep");
+    const int first = made->Commit("dir/a.txt", "old", "first");
+    made->Commit("dir/more.txt", "more");
+    const int second = made->Commit("dir/a.txt", "new text", secondMessage);
+    const auto name = [](int revision) {
+        return u"@" + DecodeName(std::to_string(revision));
+    };
+    return {made->Address(u"dir"),        name(first), name(second), std::to_string(second), {},
+            u"svnfile:///nowhere/at/all", made};
+}
+
 } // namespace
 
 std::vector<PastSystem> PastSystems()
 {
-    return {{"Git", MakeGit, u"#no-such-tag"}};
+    return {{"Git", MakeGit, u"#no-such-tag"}, {"Subversion", MakeSubversion, u"@99"}};
 }
 
 } // namespace tarnwell::test

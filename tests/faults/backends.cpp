@@ -22,8 +22,9 @@ Operations HiddenIn(const Backend& backend, std::string_view action)
                    ? Operations{"CreateFileW", "SetFilePointer", "GetFileTime", "CloseHandle"}
                    : Operations{"FindClose"};
     }
+    // A time that the platform can't convert is unknown.
     if (action == "History" || action == "Tree")
-        return {"CloseHandle", "EndClientGroup", "FindClient"};
+        return {"CloseHandle", "EndClientGroup", "FindClient", "SystemTimeToFileTime"};
     // Without settings there are the usual ones, an unknown time is old, and a listing is read
     // whole before its first entry comes.
     if (HoldsConnections(backend))

@@ -10,7 +10,7 @@ use File::Temp;
 use IO::Select;
 use POSIX ();
 
-my %clients = map { $_ => 1 } qw(git hg svn svnadmin svnmucc);
+my %clients = map { $_ => 1 } qw(git hg svn svnadmin svnlook svnmucc);
 my $block_size = 65536;
 
 sub receive_bytes {

@@ -97,6 +97,14 @@ int SvnRepository::Latest() const
     return std::stoi(Svn({"info", "--show-item", "revision", Url()}));
 }
 
+std::string SvnRepository::Look(std::vector<std::string> arguments, const std::string& path) const
+{
+    arguments.push_back(Path().string());
+    if (!path.empty())
+        arguments.push_back(path);
+    return Run("svnlook", arguments);
+}
+
 void SvnRepository::CheckOut(const std::filesystem::path& folder) const
 {
     Svn({"checkout", "-q", Url(), folder.string()});

@@ -40,6 +40,8 @@ public:
 
     // Runs "svn" in a UTF-8 locale; what it prints, without the line feed at its end.
     std::string Svn(const std::vector<std::string>& arguments) const;
+    // What "svnlook" prints: its command and options, and a path behind the repository.
+    std::string Look(std::vector<std::string> arguments, const std::string& path = {}) const;
     // Puts a working copy of all of it, as it is now, into a folder.
     void CheckOut(const std::filesystem::path& folder) const;
     // Takes the author off a revision.
