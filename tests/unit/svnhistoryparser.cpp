@@ -14,16 +14,16 @@ namespace
 
 using testing::IsEmpty;
 
-struct Parsed
+struct SvnParsed
 {
     std::vector<SvnRevision> revisions;
     bool isComplete = false;
 };
 
-Parsed ParsedInPieces(std::string_view bytes, std::size_t piece)
+SvnParsed SvnParsedInPieces(std::string_view bytes, std::size_t piece)
 {
     SvnHistoryParser parser;
-    Parsed parsed;
+    SvnParsed parsed;
     for (std::size_t at = 0; at < bytes.size(); at += piece)
     {
         parser.Feed(bytes.substr(at, piece));
@@ -34,14 +34,14 @@ Parsed ParsedInPieces(std::string_view bytes, std::size_t piece)
     return parsed;
 }
 
-Parsed ParsedEntries(const std::string& entries)
+SvnParsed SvnParsedEntries(const std::string& entries)
 {
     const std::string bytes =
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?><log>" + entries + "</log>";
-    return ParsedInPieces(bytes, bytes.size());
+    return SvnParsedInPieces(bytes, bytes.size());
 }
 
-SvnRevision WithChanges(std::vector<SvnChange> changes)
+SvnRevision SvnWithChanges(std::vector<SvnChange> changes)
 {
     SvnRevision revision;
     revision.number = "5";
@@ -53,7 +53,7 @@ TEST(SvnHistoryParser, ReadsWhatTheClientPrints)
 {
     for (const std::size_t piece : {std::size_t{1}, std::size_t{13}, logOutput.size()})
     {
-        const Parsed parsed = ParsedInPieces(logOutput, piece);
+        const SvnParsed parsed = SvnParsedInPieces(logOutput, piece);
         ASSERT_EQ(parsed.revisions.size(), 3U);
         EXPECT_TRUE(parsed.isComplete);
         EXPECT_EQ(parsed.revisions[0].number, "4");
@@ -70,7 +70,7 @@ TEST(SvnHistoryParser, ReadsWhatTheClientPrints)
 
 TEST(SvnHistoryParser, WhatMayNotBeSeenIsEmpty)
 {
-    const Parsed parsed = ParsedEntries("<logentry revision=\"7\"></logentry>");
+    const SvnParsed parsed = SvnParsedEntries("<logentry revision=\"7\"></logentry>");
     ASSERT_EQ(parsed.revisions.size(), 1U);
     EXPECT_TRUE(parsed.isComplete);
     EXPECT_EQ(parsed.revisions[0].author + parsed.revisions[0].description, "");
@@ -85,7 +85,8 @@ TEST(SvnHistoryParser, WhatIsNoRevisionIsNotRead)
           "<logentry revision=\"1\"><paths><path>/trunk</path></paths></logentry>",
           "<logentry revision=\"1234567890123456789\"/>"})
     {
-        const Parsed parsed = ParsedEntries(entry + std::string("<logentry revision=\"1\"/>"));
+        const SvnParsed parsed =
+            SvnParsedEntries(entry + std::string("<logentry revision=\"1\"/>"));
         EXPECT_THAT(parsed.revisions, IsEmpty()) << entry;
         EXPECT_FALSE(parsed.isComplete) << entry;
     }
@@ -93,22 +94,23 @@ TEST(SvnHistoryParser, WhatIsNoRevisionIsNotRead)
 
 TEST(SvnHistoryParser, AnItemComesFromWhereTheNearestCopyDoes)
 {
-    const SvnRevision copied = WithChanges({{'A', "/b", "/trunk"},
-                                            {'R', "/b/sub/a.txt", "/old/x.txt"},
-                                            {'A', "/b/sub/new.txt", ""},
-                                            {'M', "/b/c.txt", ""}});
+    const SvnRevision copied = SvnWithChanges({{'A', "/b", "/trunk"},
+                                               {'R', "/b/sub/a.txt", "/old/x.txt"},
+                                               {'A', "/b/sub/new.txt", ""},
+                                               {'M', "/b/c.txt", ""}});
     EXPECT_EQ(SvnPathBefore(copied, "/b"), "/trunk");
     EXPECT_EQ(SvnPathBefore(copied, "/b/c.txt"), "/trunk/c.txt");
     EXPECT_EQ(SvnPathBefore(copied, "/b/sub/a.txt"), "/old/x.txt");
     EXPECT_EQ(SvnPathBefore(copied, "/b/sub/new.txt"), "/b/sub/new.txt");
     EXPECT_EQ(SvnPathBefore(copied, "/bb/c.txt"), "/bb/c.txt");
     EXPECT_EQ(SvnPathBefore(copied, "/"), "/");
-    EXPECT_EQ(SvnPathBefore(WithChanges({{'A', "/b", "/"}}), "/b/c"), "/c");
+    EXPECT_EQ(SvnPathBefore(SvnWithChanges({{'A', "/b", "/"}}), "/b/c"), "/c");
 }
 
 TEST(SvnHistoryParser, AnItemIsRemovedWithItsFolder)
 {
-    const SvnRevision removed = WithChanges({{'D', "/a/b", ""}, {'R', "/r", ""}, {'M', "/m", ""}});
+    const SvnRevision removed =
+        SvnWithChanges({{'D', "/a/b", ""}, {'R', "/r", ""}, {'M', "/m", ""}});
     EXPECT_TRUE(RemovesPath(removed, "/a/b"));
     EXPECT_TRUE(RemovesPath(removed, "/a/b/c"));
     EXPECT_TRUE(RemovesPath(removed, "/r/x"));
@@ -152,7 +154,7 @@ TEST(SvnStrict, HistoriesAreAskedForNoMoreThanIsNeeded)
     EXPECT_EQ(SvnHistoryArguments(options), u"log --xml -v ");
 }
 
-struct Words
+struct SvnWords
 {
     const char16_t* words;
     HRESULT status;
@@ -161,39 +163,42 @@ struct Words
 // As the client prints them.
 TEST(SvnStrict, FailuresAreKnownByTheirNumbers)
 {
-    for (const Words& row : {
-             Words{u"svn: E170013: Unable to connect to a repository at URL 'svn://127.0.0.1:1/r'\n"
-                   u"svn: E000111: Can't connect to host '127.0.0.1': Connection refused\n",
-                   HistoryServerSilent},
-             Words{u"svn: E170013: Unable to connect to a repository at URL 'svn://h.invalid/r'\n"
-                   u"svn: E670003: Unknown hostname 'h.invalid'\n",
-                   HistoryServerSilent},
-             Words{u"svn: E170013: Unable to connect to a repository at URL 'svn://h/r'\n"
-                   u"svn: E730061: Can't connect to host 'h': No connection could be made\n",
-                   HistoryServerSilent},
-             Words{u"svn: E175012: Connection timed out\n", HistoryServerSilent},
-             Words{u"svn: E170013: Unable to connect to a repository at URL 'file:///x'\n"
-                   u"svn: E180001: Unable to open repository 'file:///x'\n",
-                   HistoryNoRepository},
-             Words{u"svn: E155007: '/tmp/x' is not a working copy\n", HistoryNoRepository},
-             Words{u"svn: E160006: No such revision 99\n", HistoryNoRevision},
-             Words{u"svn: E160013: File not found: revision 3, path '/none'\n", HistoryNoPath},
-             Words{u"svn: warning: W170000: URL 'file:///r/none' non-existent in revision 4\n\n"
-                   u"svn: E200009: Could not display info for all targets because some targets "
-                   u"don't exist\n",
-                   HistoryNoPath},
-             Words{u"svn: warning: W195007: URL 'file:///r/trunk' refers to a directory\n",
-                   HistoryWrongKind},
-             Words{u"svn: E170013: Unable to connect to a repository at URL 'svn://h/r'\n"
-                   u"svn: E170001: Authentication error from server: Password incorrect\n",
-                   E_ACCESSDENIED},
-             Words{u"svn: E170001: Authorization failed\n", E_ACCESSDENIED},
-             Words{u"svn: E175013: Access to '/forbidden' forbidden\n", E_ACCESSDENIED},
-             Words{u"svn: E200002: Error while parsing config file: /home/a/.subversion/config:\n"
-                   u"svn: E200002: line 1: Section header must end with ']'\n",
-                   HistoryBadSettings},
-             Words{u"svn: E200014: Checksum mismatch\n", HistoryClientFailed},
-             Words{u"", HistoryClientFailed},
+    for (const SvnWords& row : {
+             SvnWords{
+                 u"svn: E170013: Unable to connect to a repository at URL 'svn://127.0.0.1:1/r'\n"
+                 u"svn: E000111: Can't connect to host '127.0.0.1': Connection refused\n",
+                 HistoryServerSilent},
+             SvnWords{
+                 u"svn: E170013: Unable to connect to a repository at URL 'svn://h.invalid/r'\n"
+                 u"svn: E670003: Unknown hostname 'h.invalid'\n",
+                 HistoryServerSilent},
+             SvnWords{u"svn: E170013: Unable to connect to a repository at URL 'svn://h/r'\n"
+                      u"svn: E730061: Can't connect to host 'h': No connection could be made\n",
+                      HistoryServerSilent},
+             SvnWords{u"svn: E175012: Connection timed out\n", HistoryServerSilent},
+             SvnWords{u"svn: E170013: Unable to connect to a repository at URL 'file:///x'\n"
+                      u"svn: E180001: Unable to open repository 'file:///x'\n",
+                      HistoryNoRepository},
+             SvnWords{u"svn: E155007: '/tmp/x' is not a working copy\n", HistoryNoRepository},
+             SvnWords{u"svn: E160006: No such revision 99\n", HistoryNoRevision},
+             SvnWords{u"svn: E160013: File not found: revision 3, path '/none'\n", HistoryNoPath},
+             SvnWords{u"svn: warning: W170000: URL 'file:///r/none' non-existent in revision 4\n\n"
+                      u"svn: E200009: Could not display info for all targets because some targets "
+                      u"don't exist\n",
+                      HistoryNoPath},
+             SvnWords{u"svn: warning: W195007: URL 'file:///r/trunk' refers to a directory\n",
+                      HistoryWrongKind},
+             SvnWords{u"svn: E170013: Unable to connect to a repository at URL 'svn://h/r'\n"
+                      u"svn: E170001: Authentication error from server: Password incorrect\n",
+                      E_ACCESSDENIED},
+             SvnWords{u"svn: E170001: Authorization failed\n", E_ACCESSDENIED},
+             SvnWords{u"svn: E175013: Access to '/forbidden' forbidden\n", E_ACCESSDENIED},
+             SvnWords{
+                 u"svn: E200002: Error while parsing config file: /home/a/.subversion/config:\n"
+                 u"svn: E200002: line 1: Section header must end with ']'\n",
+                 HistoryBadSettings},
+             SvnWords{u"svn: E200014: Checksum mismatch\n", HistoryClientFailed},
+             SvnWords{u"", HistoryClientFailed},
          })
         EXPECT_EQ(SvnFailureOf(row.words).status, row.status)
             << testing::PrintToString(std::u16string(row.words));

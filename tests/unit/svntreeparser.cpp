@@ -10,7 +10,7 @@ namespace tarnwell::test
 namespace
 {
 
-std::vector<SvnElement> ElementsIn(std::string_view bytes, std::string_view name)
+std::vector<SvnElement> SvnElementsIn(std::string_view bytes, std::string_view name)
 {
     SvnXmlReader reader(name);
     reader.Feed(bytes);
@@ -21,17 +21,17 @@ std::vector<SvnElement> ElementsIn(std::string_view bytes, std::string_view name
     return found;
 }
 
-SvnElement ElementIn(const std::string& element, std::string_view name)
+SvnElement SvnElementIn(const std::string& element, std::string_view name)
 {
     const auto found =
-        ElementsIn("<?xml version=\"1.0\" encoding=\"UTF-8\"?><a>" + element + "</a>", name);
+        SvnElementsIn("<?xml version=\"1.0\" encoding=\"UTF-8\"?><a>" + element + "</a>", name);
     EXPECT_EQ(found.size(), 1U);
     return found.at(0);
 }
 
 TEST(SvnTreeParser, ReadsFacts)
 {
-    const auto facts = ReadSvnInfo(ElementsIn(infoOutput, "entry").at(0));
+    const auto facts = ReadSvnInfo(SvnElementsIn(infoOutput, "entry").at(0));
     ASSERT_TRUE(facts);
     EXPECT_EQ(facts->url, "file:///r/trunk/zero");
     EXPECT_EQ(facts->root, "file:///r");
@@ -47,9 +47,10 @@ TEST(SvnTreeParser, ReadsPathsDecoded)
 {
     const std::string rest = "<repository><root>file:///r</root></repository></entry>";
     const auto read = [&](const std::string& path) {
-        return ReadSvnInfo(ElementIn("<entry kind=\"dir\" revision=\"x\"><url>file:///r/" + path +
-                                         "</url><relative-url>^/" + path + "</relative-url>" + rest,
-                                     "entry"));
+        return ReadSvnInfo(SvnElementIn("<entry kind=\"dir\" revision=\"x\"><url>file:///r/" +
+                                            path + "</url><relative-url>^/" + path +
+                                            "</relative-url>" + rest,
+                                        "entry"));
     };
     const auto facts = read("a%20b/%C3%A4%25");
     ASSERT_TRUE(facts);
@@ -64,7 +65,7 @@ TEST(SvnTreeParser, ReadsPathsDecoded)
 
 TEST(SvnTreeParser, ReadsListings)
 {
-    const auto entries = ElementsIn(listOutput, "entry");
+    const auto entries = SvnElementsIn(listOutput, "entry");
     ASSERT_EQ(entries.size(), 4U);
     const auto first = ReadSvnEntry(entries[0]);
     ASSERT_TRUE(first);
@@ -78,29 +79,29 @@ TEST(SvnTreeParser, ReadsListings)
 TEST(SvnTreeParser, NamesThatAreNoneAreNotRead)
 {
     for (const char* const name : {"", ".", "..", "../x", "a/../b", "/a", "a/", "a//b"})
-        EXPECT_FALSE(ReadSvnEntry(ElementIn("<entry kind=\"file\"><name>" + std::string(name) +
-                                                "</name><size>1</size></entry>",
-                                            "entry")))
+        EXPECT_FALSE(ReadSvnEntry(SvnElementIn("<entry kind=\"file\"><name>" + std::string(name) +
+                                                   "</name><size>1</size></entry>",
+                                               "entry")))
             << name;
     for (const char* const entry :
          {"<entry kind=\"file\"><name>a</name></entry>", "<entry><name>a</name></entry>",
           "<entry kind=\"file\"><name>a</name><size>x</size></entry>",
           "<entry kind=\"file\"><size>1</size></entry>"})
-        EXPECT_FALSE(ReadSvnEntry(ElementIn(entry, "entry"))) << entry;
+        EXPECT_FALSE(ReadSvnEntry(SvnElementIn(entry, "entry"))) << entry;
 }
 
 TEST(SvnTreeParser, ReadsMarks)
 {
-    const auto marks =
-        ReadSvnMarks(ElementIn("<target path=\"file:///r/a%20b\"><property name=\"svn:eol-style\"/>"
-                               "<property name=\"svn:executable\"/></target>",
-                               "target"));
+    const auto marks = ReadSvnMarks(
+        SvnElementIn("<target path=\"file:///r/a%20b\"><property name=\"svn:eol-style\"/>"
+                     "<property name=\"svn:executable\"/></target>",
+                     "target"));
     ASSERT_TRUE(marks);
     EXPECT_EQ(marks->url, "file:///r/a%20b");
     EXPECT_TRUE(marks->isExecutable);
     EXPECT_FALSE(marks->isSpecial);
-    EXPECT_FALSE(ReadSvnMarks(ElementIn("<target/>", "target")));
-    EXPECT_FALSE(ReadSvnMarks(ElementIn("<target path=\"x\"><property/></target>", "target")));
+    EXPECT_FALSE(ReadSvnMarks(SvnElementIn("<target/>", "target")));
+    EXPECT_FALSE(ReadSvnMarks(SvnElementIn("<target path=\"x\"><property/></target>", "target")));
 }
 
 TEST(SvnTreeParser, AddressesAreEncodedAndDecoded)

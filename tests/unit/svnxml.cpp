@@ -10,18 +10,18 @@ namespace
 
 using testing::IsEmpty;
 
-const std::string prologue = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+const std::string svnPrologue = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
-struct Read
+struct SvnRead
 {
     std::vector<SvnElement> elements;
     bool isComplete = false;
 };
 
-Read ReadInPieces(const std::string& bytes, std::size_t piece)
+SvnRead SvnReadInPieces(const std::string& bytes, std::size_t piece)
 {
     SvnXmlReader reader("entry");
-    Read read;
+    SvnRead read;
     for (std::size_t at = 0; at < bytes.size(); at += piece)
     {
         reader.Feed(std::string_view(bytes).substr(at, piece));
@@ -32,20 +32,21 @@ Read ReadInPieces(const std::string& bytes, std::size_t piece)
     return read;
 }
 
-Read ReadWhole(const std::string& bytes)
+SvnRead SvnReadWhole(const std::string& bytes)
 {
-    return ReadInPieces(bytes, bytes.size());
+    return SvnReadInPieces(bytes, bytes.size());
 }
 
 TEST(SvnXml, IsReadTheSameInPiecesOfAnySize)
 {
     const std::string bytes =
-        prologue + "<lists>\n<list\n   path=\"a&amp;b > c\">\n<entry\n   kind=\"file\" x='\"'>\r\n"
-                   "<name>&lt;&#xE4;&#26085;&apos;&quot;</name>\r<size/>\n</entry>\n"
-                   "<entry>two</entry></list>\n</lists>\n";
+        svnPrologue +
+        "<lists>\n<list\n   path=\"a&amp;b > c\">\n<entry\n   kind=\"file\" x='\"'>\r\n"
+        "<name>&lt;&#xE4;&#26085;&apos;&quot;</name>\r<size/>\n</entry>\n"
+        "<entry>two</entry></list>\n</lists>\n";
     for (std::size_t piece = 1; piece <= bytes.size(); ++piece)
     {
-        const Read read = ReadInPieces(bytes, piece);
+        const SvnRead read = SvnReadInPieces(bytes, piece);
         EXPECT_TRUE(read.isComplete);
         ASSERT_EQ(read.elements.size(), 2U);
         const SvnElement& first = read.elements[0];
@@ -65,7 +66,7 @@ TEST(SvnXml, IsReadTheSameInPiecesOfAnySize)
 TEST(SvnXml, IsThereAsSoonAsItsEndIs)
 {
     SvnXmlReader reader("entry");
-    reader.Feed(prologue + "<list><entry>a</entry");
+    reader.Feed(svnPrologue + "<list><entry>a</entry");
     EXPECT_FALSE(reader.Next());
     reader.Feed(">");
     EXPECT_TRUE(reader.Next());
@@ -102,26 +103,26 @@ TEST(SvnXml, WhatIsNoneIsNotComplete)
                                     "< a/>",
                                     "<a/ >",
                                     "<a><?pi?></a>"})
-        EXPECT_FALSE(ReadWhole(prologue + bytes).isComplete) << bytes;
-    EXPECT_TRUE(ReadWhole(prologue + "<a/>").isComplete);
-    EXPECT_FALSE(ReadWhole("<a/>").isComplete);
-    EXPECT_FALSE(ReadWhole("<?xml version=\"1.0\" encoding=\"UTF-16\"?><a/>").isComplete);
-    EXPECT_FALSE(ReadWhole("<?xml version=\"1.0\"?><a/>").isComplete);
+        EXPECT_FALSE(SvnReadWhole(svnPrologue + bytes).isComplete) << bytes;
+    EXPECT_TRUE(SvnReadWhole(svnPrologue + "<a/>").isComplete);
+    EXPECT_FALSE(SvnReadWhole("<a/>").isComplete);
+    EXPECT_FALSE(SvnReadWhole("<?xml version=\"1.0\" encoding=\"UTF-16\"?><a/>").isComplete);
+    EXPECT_FALSE(SvnReadWhole("<?xml version=\"1.0\"?><a/>").isComplete);
 }
 
 TEST(SvnXml, NothingIsReadBehindWhatIsNone)
 {
-    const Read read = ReadWhole(prologue + "<a><entry/><b></c><entry/></a>");
+    const SvnRead read = SvnReadWhole(svnPrologue + "<a><entry/><b></c><entry/></a>");
     EXPECT_EQ(read.elements.size(), 1U);
     EXPECT_FALSE(read.isComplete);
 }
 
 TEST(SvnXml, HasAnEnd)
 {
-    std::string deep = prologue;
+    std::string deep = svnPrologue;
     for (int i = 0; i < 100000; ++i)
         deep += "<entry>";
-    const Read read = ReadWhole(deep);
+    const SvnRead read = SvnReadWhole(deep);
     EXPECT_THAT(read.elements, IsEmpty());
     EXPECT_FALSE(read.isComplete);
 }
