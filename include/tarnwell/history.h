@@ -6,7 +6,7 @@
 /// settings that can't be read each have a status of their own (`HistoryStatus` in constants.h) and
 /// a text. What the user or the repository has set up changes nothing, and runs no program.
 ///
-/// The file system of Git answers. Those that don't are asked for `IFileSystemRevisions`.
+/// docs/history-and-trees.md says which file systems answer. Others have `IFileSystemRevisions`.
 #pragma once
 
 #include <tarnwell/constants.h>

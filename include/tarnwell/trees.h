@@ -1,13 +1,13 @@
 /// @file
 /// Trees: what a folder, or a file, was in one revision, with all that is below it.
 ///
-/// A tree is held by the host. For as long as it is, one client process waits for its questions, so
-/// that many small ones cost little; it ends with the tree's last reference. A client that dies in
-/// between is started again, once a question. Nothing is written to the disk but contents, which go
-/// to files without a name or that go with their streams.
+/// A tree is held by the host. Where the system's client can stay, one process waits for its
+/// questions, so that many small ones cost little, and ends with the tree's last reference; one that
+/// dies in between is started again, once a question. Nothing is written to the disk but contents,
+/// which go to files without a name or that go with their streams.
 ///
 /// The rules of history.h hold here, too: every failure is one, with its `HistoryStatus` and a
-/// text, and no setting changes anything. The file system of Git answers.
+/// text, and no setting changes anything. docs/history-and-trees.md says which file systems answer.
 #pragma once
 
 #include <tarnwell/constants.h>
@@ -22,8 +22,8 @@ struct TreeItem
 {
     /// From the top of the tree on, with "/" in between; empty for the top.
     const OLECHAR* name;
-    /// The system's own name for the content, equal for equal contents; for a repository inside the
-    /// revision of it.
+    /// The system's own name for the content: equal names are equal contents; empty where it has
+    /// none. For a repository inside the revision of it.
     const OLECHAR* contentId;
     /// One of `TreeItemKind`.
     std::uint32_t kind;
