@@ -2,9 +2,9 @@
 /// Trees: what a folder, or a file, was in one revision, with all that is below it.
 ///
 /// A tree is held by the host. Where the system's client can stay, one process waits for its
-/// questions, so that many small ones cost little, and ends with the tree's last reference; one that
-/// dies in between is started again, once a question. Nothing is written to the disk but contents,
-/// which go to files without a name or that go with their streams.
+/// questions, so that many small ones cost little, and ends with the tree's last reference. One
+/// that dies in between is started again, once a question. Nothing is written to the disk but
+/// contents, which go to files without a name or that go with their streams.
 ///
 /// The rules of history.h hold here, too: every failure is one, with its `HistoryStatus` and a
 /// text, and no setting changes anything. docs/history-and-trees.md says which file systems answer.
