@@ -59,7 +59,7 @@ std::string DescriptionOf(const Revision& revision)
     return text;
 }
 
-const File* FileAt(const Depot& depot, const std::string& path)
+const File* KnownFileAt(const Depot& depot, const std::string& path)
 {
     const auto found = std::find_if(depot.files.begin(), depot.files.end(),
                                     [&](const File& file) { return file.path == path; });
@@ -93,7 +93,7 @@ void PrintFileLog(const File& file, std::vector<const Revision*> revisions, int 
 int FileLog(const Depot& depot, const StrictCall& call)
 {
     const Spec spec = ParseSpec(call.spec);
-    const File* file = FileAt(depot, spec.path);
+    const File* file = KnownFileAt(depot, spec.path);
     if (file == nullptr || file->revisions.empty())
     {
         Warn(call.spec + " - no such file(s).");
@@ -111,7 +111,7 @@ int FileLog(const Depot& depot, const StrictCall& call)
         PrintFileLog(*file, revisions, call.most);
         const Revision& first = *revisions.front();
         const bool isListed = first.action == "move/add" || call.Has("-i");
-        file = first.number == 1 && isListed ? FileAt(depot, first.fromFile) : nullptr;
+        file = first.number == 1 && isListed ? KnownFileAt(depot, first.fromFile) : nullptr;
         if (file != nullptr)
             revisions = RevisionsUpTo(depot, *file, "#" + std::to_string(first.fromRevision));
     }
@@ -234,7 +234,7 @@ int Dirs(const Depot& depot, const StrictCall& call)
 int PrintContent(const Depot& depot, const StrictCall& call)
 {
     const Spec spec = ParseSpec(call.spec);
-    const File* const file = FileAt(depot, spec.path);
+    const File* const file = KnownFileAt(depot, spec.path);
     const Revision* const revision =
         file == nullptr ? nullptr : RevisionOf(depot, *file, spec.revision);
     if (revision == nullptr || revision->IsDeleted())
@@ -261,15 +261,15 @@ int PrintContent(const Depot& depot, const StrictCall& call)
     return 0;
 }
 
-struct CommandRow
+struct StrictCommand
 {
     const char* name;
     int (*run)(const Depot& depot, const StrictCall& call);
 };
 
-constexpr CommandRow commands[] = {{"filelog", FileLog}, {"changes", Changes},
-                                   {"where", Where},     {"fstat", Fstat},
-                                   {"dirs", Dirs},       {"print", PrintContent}};
+constexpr StrictCommand strictCommands[] = {{"filelog", FileLog}, {"changes", Changes},
+                                            {"where", Where},     {"fstat", Fstat},
+                                            {"dirs", Dirs},       {"print", PrintContent}};
 
 // What the server says of a way to fail is a record; the client itself uses its error stream.
 struct Told
@@ -311,7 +311,7 @@ void CheckLogin(const Depot& depot, const StrictCall& call)
         FailStrictly("password");
 }
 
-std::string WayOf(const Depot& depot, const std::string& command)
+std::string StrictWayOf(const Depot& depot, const std::string& command)
 {
     for (const std::string& name : {command, std::string("*")})
     {
@@ -329,7 +329,7 @@ int Work(const Depot& depot, const StrictCall& call)
         Print(std::string(std::istreambuf_iterator<char>(recorded), {}));
         return 0;
     }
-    for (const CommandRow& row : commands)
+    for (const StrictCommand& row : strictCommands)
     {
         if (call.command == row.name)
             return row.run(depot, call);
@@ -347,7 +347,7 @@ void Hang()
 int Obey(const Depot& depot, const StrictCall& call)
 {
     CheckLogin(depot, call);
-    const std::string way = WayOf(depot, call.command);
+    const std::string way = StrictWayOf(depot, call.command);
     if (way == "hang")
         Hang();
     const bool isHalf = way == "hangbehind";

@@ -12,12 +12,12 @@ namespace
 {
 
 // What a command may have behind it; a number follows "-m", and one certain word "-s" and "-T".
-const std::map<std::string, std::set<std::string>> forms = {
+const std::map<std::string, std::set<std::string>> strictForms = {
     {"filelog", {"-i", "-l", "-m"}}, {"changes", {"-s", "-l", "-m"}}, {"where", {}},
     {"print", {"-q", "-k"}},         {"fstat", {"-Ol", "-T"}},        {"dirs", {}},
 };
 
-[[noreturn]] void Refuse(const std::string& why)
+[[noreturn]] void RefuseStrictly(const std::string& why)
 {
     throw Failure("Usage: " + why + ".\n", 1);
 }
@@ -38,7 +38,7 @@ void CheckVariables()
     for (const auto& [name, value] : wanted)
     {
         if (Variable(name) != value)
-            Refuse(std::string(name) + " is \"" + Variable(name) + "\"");
+            RefuseStrictly(std::string(name) + " is \"" + Variable(name) + "\"");
     }
 }
 
@@ -54,7 +54,7 @@ public:
     std::string Take()
     {
         if (IsAtEnd())
-            Refuse("something is missing");
+            RefuseStrictly("something is missing");
         return all_[next_++];
     }
     bool TakeIf(const std::string& word)
@@ -66,7 +66,7 @@ public:
     void Expect(const std::string& word)
     {
         if (!TakeIf(word))
-            Refuse("no " + word);
+            RefuseStrictly("no " + word);
     }
 
 private:
@@ -90,14 +90,14 @@ StrictCall ParseStrictCall(const std::vector<std::string>& arguments, const std:
     words.Expect("-x");
     words.Expect("-");
     call.command = words.Take();
-    const auto form = forms.find(call.command);
-    if (form == forms.end())
-        Refuse("no command " + call.command);
+    const auto form = strictForms.find(call.command);
+    if (form == strictForms.end())
+        RefuseStrictly("no command " + call.command);
     while (!words.IsAtEnd())
     {
         const std::string option = words.Take();
         if (form->second.find(option) == form->second.end() || !call.options.insert(option).second)
-            Refuse(call.command + " " + option);
+            RefuseStrictly(call.command + " " + option);
         if (option == "-m")
             call.most = std::stoi(words.Take());
         if (option == "-s")
