@@ -1,8 +1,8 @@
 // Any bytes as the records that the Perforce client prints, whole and in pieces, and what histories
 // and trees make of them. The first byte says in what pieces.
 #include "perforce/p4historyparser.h"
-#include "perforce/p4item.h"
 #include "perforce/p4marshal.h"
+#include "perforce/p4names.h"
 #include "perforce/p4treeparser.h"
 #include "support/target.h"
 

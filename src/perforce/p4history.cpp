@@ -3,6 +3,7 @@
 #include "frame/messages.h"
 #include "frame/text.h"
 #include "perforce/p4historyparser.h"
+#include "perforce/p4names.h"
 #include "perforce/p4strict.h"
 #include "platform/wide.h"
 

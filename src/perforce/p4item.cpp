@@ -2,62 +2,19 @@
 
 #include "frame/text.h"
 #include "perforce/p4commands.h"
+#include "perforce/p4names.h"
 #include "perforce/p4strict.h"
 #include "perforce/p4uri.h"
 
 #include <tarnwell/text.h>
 
 #include <algorithm>
-#include <array>
 
 namespace tarnwell
 {
 
 namespace
 {
-
-struct Encoding
-{
-    char byte;
-    std::string_view text;
-};
-// The characters that mean something in the client's paths.
-constexpr std::array<Encoding, 4> encodings{
-    {{'@', "%40"}, {'#', "%23"}, {'*', "%2A"}, {'%', "%25"}}};
-
-const Encoding* EncodingAt(std::string_view text)
-{
-    const auto isHere = [&](const Encoding& encoding) {
-        const std::string_view here = text.substr(0, encoding.text.size());
-        return here == encoding.text || (encoding.byte == '*' && here == "%2a");
-    };
-    const auto* const found = std::find_if(encodings.begin(), encodings.end(), isHere);
-    return found == encodings.end() ? nullptr : found;
-}
-
-const Encoding* EncodingOf(char byte)
-{
-    const auto* const found =
-        std::find_if(encodings.begin(), encodings.end(),
-                     [&](const Encoding& encoding) { return encoding.byte == byte; });
-    return found == encodings.end() ? nullptr : found;
-}
-
-// What is encoded stays so.
-std::string Literal(std::string_view path)
-{
-    std::string literal;
-    for (std::size_t at = 0; at < path.size(); ++at)
-    {
-        const Encoding* const encoding = EncodingOf(path[at]);
-        const bool isEncoded = EncodingAt(path.substr(at)) != nullptr;
-        if (encoding == nullptr || isEncoded)
-            literal += path[at];
-        else
-            literal += encoding->text;
-    }
-    return literal;
-}
 
 bool IsDigits(std::u16string_view text)
 {
@@ -123,7 +80,7 @@ P4Item P4ItemOf(const std::u16string& address, const std::optional<std::u16strin
     const std::optional<std::string> bytes = EncodeName(P4PathArgument(whole, true));
     if (!bytes || !IsP4Path(*bytes))
         ThrowP4Failure(noPath, address);
-    item.path = Literal(*bytes);
+    item.path = P4Literal(*bytes);
     return item;
 }
 
@@ -155,47 +112,6 @@ bool IsP4Moment(std::string_view revision)
     const bool isNumber = digits == name.size();
     const bool isDay = digits > 0 && !isNumber && name[digits] == '/';
     return revision[0] == '@' && (isNumber || isDay);
-}
-
-bool IsP4Path(std::string_view path)
-{
-    constexpr std::string_view ends("\0\r\n", 3);
-    if (path.find_first_of(ends) != std::string_view::npos ||
-        path.find("...") != std::string_view::npos)
-        return false;
-    std::string_view rest = path.substr(2);
-    while (!rest.empty())
-    {
-        const std::string_view part = rest.substr(0, rest.find('/'));
-        if (part.empty() || part == "." || part == "..")
-            return false;
-        rest.remove_prefix(std::min(rest.size(), part.size() + 1));
-    }
-    return true;
-}
-
-std::string P4Encoded(std::string_view path)
-{
-    std::string encoded;
-    for (const char byte : path)
-    {
-        const Encoding* const encoding = EncodingOf(byte);
-        encoding == nullptr ? encoded += byte : encoded += encoding->text;
-    }
-    return encoded;
-}
-
-std::string P4Decoded(std::string_view path)
-{
-    std::string decoded;
-    for (std::size_t at = 0; at < path.size(); ++at)
-    {
-        const Encoding* const encoding = EncodingAt(path.substr(at));
-        decoded += encoding == nullptr ? path[at] : encoding->byte;
-        if (encoding != nullptr)
-            at += encoding->text.size() - 1;
-    }
-    return decoded;
 }
 
 } // namespace tarnwell

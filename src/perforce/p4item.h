@@ -40,13 +40,4 @@ std::optional<std::string> P4RevisionOf(std::u16string_view text);
 // label, a workspace, the files of one change) are sets of revisions.
 bool IsP4Moment(std::string_view revision);
 
-// Whether `path` can be an item's, as the client takes it. It has no line end and no terminator in
-// it, since it is a line to the client, and no part that is empty, that leads elsewhere or that
-// would find more than one item.
-bool IsP4Path(std::string_view path);
-
-// A name's bytes as the client takes them, and the other way round. `path` may have slashes in it.
-std::string P4Encoded(std::string_view path);
-std::string P4Decoded(std::string_view path);
-
 } // namespace tarnwell

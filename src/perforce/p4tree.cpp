@@ -2,6 +2,7 @@
 
 #include "frame/unixtime.h"
 #include "perforce/p4historyparser.h"
+#include "perforce/p4names.h"
 #include "perforce/p4strict.h"
 #include "perforce/p4treeparser.h"
 #include "runner/contentfile.h"

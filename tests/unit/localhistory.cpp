@@ -23,13 +23,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
-const std::u16string first = u"@GMT-2024.05.01-10.30.00";
-const std::u16string second = u"@GMT-2024.05.02-10.30.00";
-const std::u16string third = u"@GMT-2024.05.03-10.30.00";
-constexpr std::uint64_t day = 864'000'000'000;
-constexpr std::uint64_t firstTime = 133590330000000000;
-constexpr std::uint64_t writeTime = firstTime - day;
-
 class LocalHistories : public testing::Test
 {
 protected:
@@ -157,6 +150,13 @@ protected:
                                           {u"tree/z.txt", "z"}})
             Put(second, name, bytes);
     }
+
+    const std::u16string first = u"@GMT-2024.05.01-10.30.00";
+    const std::u16string second = u"@GMT-2024.05.02-10.30.00";
+    const std::u16string third = u"@GMT-2024.05.03-10.30.00";
+    static constexpr std::uint64_t day = 864'000'000'000; // in FILETIME units
+    static constexpr std::uint64_t firstTime = 133590330000000000;
+    static constexpr std::uint64_t writeTime = firstTime - day;
 
     SnapshotShare share;
     SnapshotServer server;

@@ -2,6 +2,7 @@
 #include "perforce/p4marshal.h"
 
 #include "perforce/p4historyparser.h"
+#include "perforce/p4names.h"
 #include "perforce/p4strict.h"
 #include "perforce/p4treeparser.h"
 
@@ -15,29 +16,29 @@ namespace
 using namespace std::literals;
 using testing::ElementsAre;
 
-std::string Sized(const std::string& text)
+std::string MarshalledText(const std::string& text)
 {
     return "s"s + static_cast<char>(text.size()) + "\0\0\0"s + text;
 }
 
-std::string Dictionary(const std::vector<std::pair<std::string, std::string>>& pairs)
+std::string MarshalledPairs(const std::vector<std::pair<std::string, std::string>>& pairs)
 {
     std::string bytes = "{";
     for (const auto& [name, value] : pairs)
-        bytes += Sized(name) + Sized(value);
+        bytes += MarshalledText(name) + MarshalledText(value);
     return bytes + "0";
 }
 
-struct Parsed
+struct ParsedRecords
 {
     std::vector<P4Record> records;
     bool isComplete;
 };
 
-Parsed ParsedInPieces(const std::string& bytes, std::size_t piece)
+ParsedRecords RecordsInPieces(const std::string& bytes, std::size_t piece)
 {
     P4RecordParser parser;
-    Parsed parsed;
+    ParsedRecords parsed;
     for (std::size_t at = 0; at < bytes.size(); at += piece)
     {
         parser.Feed(std::string_view(bytes).substr(at, piece));
@@ -50,12 +51,13 @@ Parsed ParsedInPieces(const std::string& bytes, std::size_t piece)
 
 TEST(P4RecordParser, ReadsTheSameInPiecesOfAnySize)
 {
-    const std::string bytes = Dictionary({{"code", "stat"}, {"desc", "a {0s\ns\0 title\n"s}}) +
-                              "{0" + "{" + Sized("code") + Sized("error") + Sized("severity") +
-                              "i\x03\0\0\0"s + Sized("generic") + "i\xFF\xFF\xFF\xFF"s + "0";
+    const std::string bytes = MarshalledPairs({{"code", "stat"}, {"desc", "a {0s\ns\0 title\n"s}}) +
+                              "{0" + "{" + MarshalledText("code") + MarshalledText("error") +
+                              MarshalledText("severity") + "i\x03\0\0\0"s +
+                              MarshalledText("generic") + "i\xFF\xFF\xFF\xFF"s + "0";
     for (std::size_t piece = 1; piece <= bytes.size(); ++piece)
     {
-        const Parsed parsed = ParsedInPieces(bytes, piece);
+        const ParsedRecords parsed = RecordsInPieces(bytes, piece);
         ASSERT_EQ(parsed.records.size(), 3U);
         EXPECT_TRUE(parsed.isComplete);
         EXPECT_EQ(parsed.records[0].Code(), "stat");
@@ -69,19 +71,19 @@ TEST(P4RecordParser, ReadsTheSameInPiecesOfAnySize)
 
 TEST(P4RecordParser, AnAnswerThatBreaksOffIsIncomplete)
 {
-    const std::string bytes = Dictionary({{"code", "stat"}, {"a", "b"}});
+    const std::string bytes = MarshalledPairs({{"code", "stat"}, {"a", "b"}});
     for (std::size_t size = 1; size < bytes.size(); ++size)
-        EXPECT_FALSE(ParsedInPieces(bytes.substr(0, size), 3).isComplete) << size;
-    EXPECT_TRUE(ParsedInPieces("", 1).isComplete);
+        EXPECT_FALSE(RecordsInPieces(bytes.substr(0, size), 3).isComplete) << size;
+    EXPECT_TRUE(RecordsInPieces("", 1).isComplete);
 }
 
 TEST(P4RecordParser, WhatIsNoDictionaryIsNone)
 {
     for (const std::string& bytes :
-         {"x"s, "\n{0"s, "{x"s, "{u\x01\0\0\0a"s, "{"s + Sized("a") + "0", "{i\0\0\0\0"s,
-          "{s\xFF\xFF\xFF\xFF"s, "{"s + Sized("a") + "{0", "... depotFile //x\n"s})
+         {"x"s, "\n{0"s, "{x"s, "{u\x01\0\0\0a"s, "{"s + MarshalledText("a") + "0", "{i\0\0\0\0"s,
+          "{s\xFF\xFF\xFF\xFF"s, "{"s + MarshalledText("a") + "{0", "... depotFile //x\n"s})
     {
-        const Parsed parsed = ParsedInPieces(bytes + std::string(10, '0'), 2);
+        const ParsedRecords parsed = RecordsInPieces(bytes + std::string(10, '0'), 2);
         EXPECT_TRUE(parsed.records.empty()) << bytes;
         EXPECT_FALSE(parsed.isComplete) << bytes;
     }
@@ -89,12 +91,12 @@ TEST(P4RecordParser, WhatIsNoDictionaryIsNone)
 
 TEST(P4RecordParser, ALaterValueTakesThePlaceOfAnEarlierOne)
 {
-    const Parsed parsed = ParsedInPieces(Dictionary({{"a", "1"}, {"a", "2"}}), 100);
+    const ParsedRecords parsed = RecordsInPieces(MarshalledPairs({{"a", "1"}, {"a", "2"}}), 100);
     ASSERT_EQ(parsed.records.size(), 1U);
     EXPECT_EQ(parsed.records[0].Text("a"), "2");
 }
 
-P4Record RecordOf(const std::vector<std::pair<std::string, std::string>>& pairs)
+P4Record P4RecordOf(const std::vector<std::pair<std::string, std::string>>& pairs)
 {
     P4Record record;
     for (const auto& [name, value] : pairs)
@@ -104,16 +106,16 @@ P4Record RecordOf(const std::vector<std::pair<std::string, std::string>>& pairs)
 
 TEST(P4HistoryParser, ReadsTheRevisionsOfAFile)
 {
-    const auto changes = ReadP4FileLog(RecordOf({{"depotFile", "//depot/a"},
-                                                 {"rev0", "2"},
-                                                 {"change0", "17"},
-                                                 {"time0", "1000000000"},
-                                                 {"user0", "ann"},
-                                                 {"client0", "ws"},
-                                                 {"desc0", "a\n\nb\n\n"},
-                                                 {"rev1", "1"},
-                                                 {"change1", "3"},
-                                                 {"rev3", "x"}}));
+    const auto changes = ReadP4FileLog(P4RecordOf({{"depotFile", "//depot/a"},
+                                                   {"rev0", "2"},
+                                                   {"change0", "17"},
+                                                   {"time0", "1000000000"},
+                                                   {"user0", "ann"},
+                                                   {"client0", "ws"},
+                                                   {"desc0", "a\n\nb\n\n"},
+                                                   {"rev1", "1"},
+                                                   {"change1", "3"},
+                                                   {"rev3", "x"}}));
     ASSERT_TRUE(changes);
     ASSERT_EQ(changes->size(), 2U);
     EXPECT_EQ((*changes)[0].id, "17");
@@ -125,23 +127,23 @@ TEST(P4HistoryParser, ReadsTheRevisionsOfAFile)
     EXPECT_EQ((*changes)[1].author, "");
     EXPECT_EQ((*changes)[1].time, 0U);
     for (const auto& record :
-         {RecordOf({{"rev0", "1"}, {"change0", "1"}}), RecordOf({{"depotFile", "x"}}),
-          RecordOf({{"depotFile", "//a"}, {"rev0", "1"}}),
-          RecordOf({{"depotFile", "//a"}, {"rev0", "-1"}, {"change0", "1"}}),
-          RecordOf({{"depotFile", "//a"}, {"rev0", "1"}, {"change0", "1x"}})})
+         {P4RecordOf({{"rev0", "1"}, {"change0", "1"}}), P4RecordOf({{"depotFile", "x"}}),
+          P4RecordOf({{"depotFile", "//a"}, {"rev0", "1"}}),
+          P4RecordOf({{"depotFile", "//a"}, {"rev0", "-1"}, {"change0", "1"}}),
+          P4RecordOf({{"depotFile", "//a"}, {"rev0", "1"}, {"change0", "1x"}})})
         EXPECT_FALSE(ReadP4FileLog(record));
 }
 
 TEST(P4HistoryParser, ReadsAChange)
 {
     const auto change = ReadP4Change(
-        RecordOf({{"change", "5"}, {"time", "0"}, {"user", "ann"}, {"desc", "x\r\n"}}));
+        P4RecordOf({{"change", "5"}, {"time", "0"}, {"user", "ann"}, {"desc", "x\r\n"}}));
     ASSERT_TRUE(change);
     EXPECT_EQ(change->id, "5");
     EXPECT_EQ(change->author, "ann");
     EXPECT_EQ(change->description, "x");
     EXPECT_EQ(change->time, 116444736000000000U);
-    EXPECT_FALSE(ReadP4Change(RecordOf({{"change", "default"}})));
+    EXPECT_FALSE(ReadP4Change(P4RecordOf({{"change", "default"}})));
     EXPECT_FALSE(ReadP4Change(P4Record()));
 }
 
@@ -180,22 +182,23 @@ TEST(P4TreeParser, TypesOldAndNew)
 
 TEST(P4TreeParser, ReadsAFile)
 {
-    const auto file = ReadP4File(RecordOf({{"depotFile", "//depot/a"},
-                                           {"headAction", "edit"},
-                                           {"headType", "text"},
-                                           {"fileSize", "4294967296"},
-                                           {"digest", "ABC"}}));
+    const auto file = ReadP4File(P4RecordOf({{"depotFile", "//depot/a"},
+                                             {"headAction", "edit"},
+                                             {"headType", "text"},
+                                             {"fileSize", "4294967296"},
+                                             {"digest", "ABC"}}));
     ASSERT_TRUE(file);
     EXPECT_EQ(file->path, "//depot/a");
     EXPECT_EQ(file->size, 4294967296U);
     EXPECT_EQ(file->digest, "ABC");
     EXPECT_TRUE(file->isThere);
     for (const char* const action : {"delete", "move/delete", "purge", "archive"})
-        EXPECT_FALSE(ReadP4File(RecordOf({{"depotFile", "//a"}, {"headAction", action}}))->isThere);
-    EXPECT_FALSE(ReadP4File(RecordOf({{"depotFile", "//a"}})));
-    EXPECT_FALSE(ReadP4File(RecordOf({{"headAction", "add"}})));
-    EXPECT_EQ(ReadP4Folder(RecordOf({{"dir", "//a"}})), "//a");
-    EXPECT_FALSE(ReadP4Folder(RecordOf({{"dir", "a"}})));
+        EXPECT_FALSE(
+            ReadP4File(P4RecordOf({{"depotFile", "//a"}, {"headAction", action}}))->isThere);
+    EXPECT_FALSE(ReadP4File(P4RecordOf({{"depotFile", "//a"}})));
+    EXPECT_FALSE(ReadP4File(P4RecordOf({{"headAction", "add"}})));
+    EXPECT_EQ(ReadP4Folder(P4RecordOf({{"dir", "//a"}})), "//a");
+    EXPECT_FALSE(ReadP4Folder(P4RecordOf({{"dir", "a"}})));
 }
 
 TEST(P4TreeParser, NamesBelowAFolder)

@@ -21,8 +21,6 @@ namespace tarnwell::test
 namespace
 {
 
-const std::u16string token = u"@GMT-2024.05.01-10.30.00";
-
 class LocalTreesPosix : public testing::Test
 {
 protected:
@@ -41,6 +39,7 @@ protected:
         return system.As<IFileSystemTrees>()->OpenTree(Wide(path), nullptr, nullptr, tree.Out());
     }
 
+    const std::u16string token = u"@GMT-2024.05.01-10.30.00";
     SnapshotShare share;
     SnapshotServer server;
     ComPtr<IFileSystem> system;
