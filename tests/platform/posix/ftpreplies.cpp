@@ -137,6 +137,8 @@ TEST_F(OddFtp, AConnectionDroppedWhileIdleIsMadeAnew)
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
     EXPECT_EQ(client.Read(u"sub/a"), "12345");
     EXPECT_EQ(server.Logins(), 3);
+    EXPECT_EQ(server.Count("USER ftp") + server.Count("PASS secret"), 6) << "as the same user";
+    EXPECT_EQ(server.Count("USER ") + server.Count("PASS "), 6);
 }
 
 TEST_F(OddFtp, AConnectionThatEndsUnderACommandIsLost)

@@ -83,6 +83,21 @@ TEST_F(OddFtp, AnUploadThatIsRefusedMidwayFails)
     }
 }
 
+// Which nobody is told, and which isn't taken for the answer to what comes next.
+TEST_F(OddFtp, AnUploadEndsWithTheServersLastWord)
+{
+    const FtpClient client(server.Port());
+    EXPECT_TRUE(client.Open(u"empty", GENERIC_WRITE)) << "and closed, unwritten";
+    EXPECT_EQ(server.File("/empty"), "");
+    server.Answer("STOR", {.first = "150 go on\r\n", .last = "552 disk full\r\n", .takes = 1});
+    for (int i = 0; i < 3; ++i)
+    {
+        EXPECT_TRUE(client.Open(u"refused", GENERIC_WRITE));
+        EXPECT_EQ(client.Read(u"empty"), "");
+    }
+    EXPECT_EQ(server.Logins(), 1);
+}
+
 TEST_F(OddFtp, ADownloadLeftInTheMiddleLeavesAUsableConnection)
 {
     server.WriteFile("/big", std::string(10000000, 'x'));
