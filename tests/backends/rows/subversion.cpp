@@ -82,6 +82,8 @@ private:
 
 std::u16string WithoutRepository(BackendData& data)
 {
+    // It can only be read.
+    fs::permissions(data.OnDisk(u"format"), fs::perms::owner_all);
     fs::remove(data.OnDisk(u"format"));
     return data.Address(u"text.txt");
 }
