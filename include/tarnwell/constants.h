@@ -65,6 +65,9 @@ enum CopyFlag : std::uint32_t
     CopyNoBuffering = 0x1000,
 };
 
+/// The `total` of `ICopyAmounts::Report` where nobody knows it.
+inline constexpr std::uint64_t AmountUnknown = 0xFFFFFFFFFFFFFFFF;
+
 /// Where `ILib7zInStream::Seek` counts from.
 enum SeekOrigin : std::uint32_t
 {

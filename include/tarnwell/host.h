@@ -97,7 +97,7 @@ protected:
 struct ICopyProgress : ::IUnknown
 {
     /// Asked at each step of a copy: before the first piece and after each. Tells that the copy is
-    /// alive, not how far it is.
+    /// alive; how far it is tells `ICopyAmounts`.
     /// @param[out] keepGoing  Preset by the module; 0 on return cancels. Always write it: the
     ///                        presets differ between the ways of copying.
     /// @return S_OK. For FTP a failure counts as a wish to go on; the local file system doesn't
@@ -106,6 +106,24 @@ struct ICopyProgress : ::IUnknown
 
 protected:
     ~ICopyProgress() = default;
+};
+
+/// How far a copy is. The module asks the host's progress object for it at the beginning of a copy,
+/// and gets on without it where it is refused.
+struct ICopyAmounts : ::IUnknown
+{
+    /// Tells how many bytes have arrived: at the beginning, unless the platform has no such moment,
+    /// and right before each of the questions of `ICopyProgress`, on the same thread. The amounts
+    /// never get less within a copy.
+    /// @param done   So many bytes have arrived.
+    /// @param total  So many there are in all, as the source said at the beginning; it may turn out
+    ///               longer or shorter. `AmountUnknown` if it doesn't say.
+    ///               An FTP server is asked for it only if this interface is there.
+    /// @return Not looked at.
+    virtual HRESULT STDMETHODCALLTYPE Report(std::uint64_t done, std::uint64_t total) = 0;
+
+protected:
+    ~ICopyAmounts() = default;
 };
 
 /// The addresses of items to delete.
@@ -130,4 +148,5 @@ TARNWELL_INTERFACE_ID(IHostWindow, 674B8140)
 TARNWELL_INTERFACE_ID(IHostSettings, 674B8141)
 TARNWELL_INTERFACE_ID(IHostCredentials, 674B8142)
 TARNWELL_INTERFACE_ID(ICopyProgress, 674B8143)
+TARNWELL_INTERFACE_ID(ICopyAmounts, 674B8147)
 TARNWELL_INTERFACE_ID(IItemList, 674B8144)

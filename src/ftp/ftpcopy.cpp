@@ -1,10 +1,12 @@
 #include "ftp/ftpcopy.h"
 
+#include "frame/amounts.h"
 #include "frame/exception.h"
 #include "frame/publish.h"
 #include "ftp/ftpoperations.h"
 #include "ftp/ftpuri.h"
 
+#include <optional>
 #include <vector>
 
 namespace tarnwell
@@ -37,13 +39,30 @@ bool IsCancelled(ICopyProgress* progress)
            keepGoing == VARIANT_FALSE;
 }
 
+// What a listing says; nothing where it says nothing.
+std::optional<std::uint64_t> SizeOf(const HostUIUser& host, const Uri& uri)
+{
+    try
+    {
+        return FtpQueryItem(host, uri)->size;
+    }
+    catch (const ComException&)
+    {
+        return std::nullopt;
+    }
+}
+
 } // namespace
 
-void CopyStream(IFileStream* source, IFileStream* destination, ICopyProgress* progress)
+void CopyStream(IFileStream* source, IFileStream* destination, ICopyProgress* progress,
+                std::optional<std::uint64_t> total)
 {
+    const Amounts amounts(progress);
     const auto from = BytesOf(source);
     const auto to = BytesOf(destination);
     std::vector<char> buffer(65536);
+    std::uint64_t done = 0;
+    amounts.Report(done, total);
     for (;;)
     {
         ULONG count = 0;
@@ -54,6 +73,8 @@ void CopyStream(IFileStream* source, IFileStream* destination, ICopyProgress* pr
         // How much was taken isn't looked at: a connection takes all, or fails.
         Check(to->Write(buffer.data(), count, nullptr), MessageId::StreamWriteFailed, to.Get(),
               IidOf<::ISequentialStream>());
+        done += count;
+        amounts.Report(done, total);
         if (IsCancelled(progress))
             throw ComException(E_ABORT, FormatMessageById(MessageId::OperationCancelled),
                                At(ftpSource));
@@ -66,8 +87,10 @@ void FtpCopyUri(const HostUIUser& host, const Uri& source, const Uri& destinatio
                 ICopyProgress* progress)
 {
     const auto from = FtpOpenUri(host, source, GENERIC_READ);
+    // By a session of its own, which the target may use next.
+    const auto total = Amounts(progress).AreWanted() ? SizeOf(host, source) : std::nullopt;
     const auto to = FtpOpenUri(host, destination, GENERIC_WRITE);
-    CopyStream(from.Get(), to.Get(), progress);
+    CopyStream(from.Get(), to.Get(), progress, total);
 }
 
 } // namespace tarnwell

@@ -7,6 +7,9 @@
 #include <tarnwell/host.h>
 #include <tarnwell/streams.h>
 
+#include <cstdint>
+#include <optional>
+
 namespace tarnwell
 {
 
@@ -15,7 +18,9 @@ namespace tarnwell
 void FtpCopyUri(const HostUIUser& host, const Uri& source, const Uri& destination,
                 ICopyProgress* progress);
 
-// The same with open streams, which it closes at the end.
-void CopyStream(IFileStream* source, IFileStream* destination, ICopyProgress* progress);
+// The same with open streams, which it closes at the end. `total` is what the source holds, in
+// bytes, if that is known.
+void CopyStream(IFileStream* source, IFileStream* destination, ICopyProgress* progress,
+                std::optional<std::uint64_t> total = std::nullopt);
 
 } // namespace tarnwell

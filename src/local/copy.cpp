@@ -1,5 +1,6 @@
 #include "local/copy.h"
 
+#include "frame/amounts.h"
 #include "frame/handle.h"
 #include "frame/paths.h"
 #include "frame/status.h"
@@ -21,14 +22,24 @@ bool CloseLibrary(HMODULE library)
 
 using ExtendedCopyLibrary = Handle<HMODULE, CloseLibrary>;
 
+// The host, as the platform's copy carries it along.
+struct Watcher
+{
+    ICopyProgress* progress; // may be null
+    Amounts amounts;
+};
+
 // Preset to yes, unlike copies through streams (copystreams.cpp), on purpose: a host that doesn't
 // write the value goes on here and cancels there.
-DWORD CALLBACK ReportCopyProgress(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, DWORD,
-                                  DWORD, HANDLE, HANDLE, LPVOID progress)
+DWORD CALLBACK ReportCopyProgress(LARGE_INTEGER total, LARGE_INTEGER done, LARGE_INTEGER,
+                                  LARGE_INTEGER, DWORD, DWORD, HANDLE, HANDLE, LPVOID data)
 {
+    const Watcher& watcher = *static_cast<const Watcher*>(data);
+    watcher.amounts.Report(static_cast<std::uint64_t>(done.QuadPart),
+                           static_cast<std::uint64_t>(total.QuadPart));
     VARIANT_BOOL keepGoing = VARIANT_TRUE;
-    if (progress != nullptr)
-        static_cast<ICopyProgress*>(progress)->QueryContinue(&keepGoing);
+    if (watcher.progress != nullptr)
+        watcher.progress->QueryContinue(&keepGoing);
     return IsTrue(keepGoing) ? PROGRESS_CONTINUE : PROGRESS_CANCEL;
 }
 
@@ -46,8 +57,9 @@ HRESULT CopyExtended(const std::u16string& source, const std::u16string& destina
     const ExtendedCopyLibrary library(found);
     if (copy == nullptr)
         return StatusFromError(ERROR_CALL_NOT_IMPLEMENTED);
+    Watcher watcher{progress, Amounts(progress)};
     return StatusOfCopy(
-        copy(Wide(source), Wide(destination), &ReportCopyProgress, progress, nullptr, flags));
+        copy(Wide(source), Wide(destination), &ReportCopyProgress, &watcher, nullptr, flags));
 }
 
 } // namespace

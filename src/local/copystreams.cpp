@@ -1,5 +1,6 @@
 #include "local/copystreams.h"
 
+#include "frame/amounts.h"
 #include "frame/status.h"
 #include "frame/text.h"
 
@@ -8,6 +9,7 @@
 #include <cstddef>
 #include <memory>
 #include <new>
+#include <optional>
 
 namespace tarnwell
 {
@@ -51,8 +53,45 @@ bool GoesOn(ICopyProgress* progress)
     return IsTrue(keepGoing);
 }
 
+// Nothing if the file doesn't tell.
+std::optional<std::uint64_t> SizeOf(IFile& file)
+{
+    std::uint32_t low = 0;
+    std::uint32_t high = 0;
+    if (FAILED(file.GetSizeLow(&low)) || FAILED(file.GetSizeHigh(&high)))
+        return std::nullopt;
+    return std::uint64_t{high} << 32 | low;
+}
+
+// What the host sees of the copy.
+class Telling
+{
+public:
+    // Nobody's size is asked for in vain.
+    Telling(IFile& source, ICopyProgress* progress)
+        : progress_(progress), amounts_(progress),
+          total_(amounts_.AreWanted() ? SizeOf(source) : std::nullopt)
+    {
+        amounts_.Report(0, total_);
+    }
+
+    // So many bytes more have arrived. Whether the copy goes on.
+    bool Add(ULONG bytes)
+    {
+        done_ += bytes;
+        amounts_.Report(done_, total_);
+        return GoesOn(progress_);
+    }
+
+private:
+    ICopyProgress* progress_;
+    Amounts amounts_;
+    std::optional<std::uint64_t> total_;
+    std::uint64_t done_ = 0;
+};
+
 // A short piece is the last one: nothing more is read behind it.
-HRESULT CopyData(::ISequentialStream& source, ::ISequentialStream& target, ICopyProgress* progress)
+HRESULT CopyData(::ISequentialStream& source, ::ISequentialStream& target, Telling telling)
 {
     const std::unique_ptr<std::byte[]> buffer(new (std::nothrow) std::byte[pieceSize]);
     if (!buffer)
@@ -65,7 +104,7 @@ HRESULT CopyData(::ISequentialStream& source, ::ISequentialStream& target, ICopy
         if (read == 0 || FAILED(status))
             break;
         status = WriteWhole(target, buffer.get(), read);
-        if (!GoesOn(progress))
+        if (!telling.Add(read))
             break;
     }
     return status;
@@ -88,7 +127,7 @@ HRESULT CopyThroughStreams(IFileSystem& system, const std::u16string& source,
     if (SUCCEEDED(status))
         status = OpenData(*to.Get(), GENERIC_WRITE, CREATE_ALWAYS, output);
     if (SUCCEEDED(status))
-        status = CopyData(*input.Get(), *output.Get(), progress);
+        status = CopyData(*input.Get(), *output.Get(), Telling(*from.Get(), progress));
     return status;
 }
 

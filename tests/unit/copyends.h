@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 
 namespace tarnwell::test
 {
@@ -29,6 +30,8 @@ struct CopyEnd
     HRESULT find = S_OK;
     HRESULT open = S_OK;
     bool hasData = true;
+    // What the file says of itself, if it says anything.
+    std::optional<std::uint64_t> listedSize;
 
     std::vector<std::u16string> calls;
     std::vector<ULONG> sizes;
@@ -107,13 +110,16 @@ class EndFile final : public LocalObject<IFile>
 public:
     explicit EndFile(CopyEnd& end) : end_(end) {}
 
-    HRESULT STDMETHODCALLTYPE GetSizeLow(std::uint32_t*) override
+    HRESULT STDMETHODCALLTYPE GetSizeLow(std::uint32_t* low) override
     {
-        return E_NOTIMPL;
+        end_.calls.push_back(u"size");
+        *low = static_cast<std::uint32_t>(end_.listedSize.value_or(0));
+        return end_.listedSize ? S_OK : E_NOTIMPL;
     }
-    HRESULT STDMETHODCALLTYPE GetSizeHigh(std::uint32_t*) override
+    HRESULT STDMETHODCALLTYPE GetSizeHigh(std::uint32_t* high) override
     {
-        return E_NOTIMPL;
+        *high = static_cast<std::uint32_t>(end_.listedSize.value_or(0) >> 32);
+        return end_.listedSize ? S_OK : E_NOTIMPL;
     }
     HRESULT STDMETHODCALLTYPE Open(std::uint32_t access, std::uint32_t disposition,
                                    IFileStream** stream) override

@@ -108,6 +108,32 @@ TEST_F(CopyThroughStreamsTest, ANoIsNoFailureAndKeepsWhatWasWritten)
     EXPECT_EQ(ends.target.bytes.size(), 2 * piece);
 }
 
+TEST_F(CopyThroughStreamsTest, TellsHowFarItIs)
+{
+    Put(2 * piece + 1);
+    ends.source.listedSize = std::uint64_t{5} << 32;
+    FakeAmounts amounts;
+    EXPECT_EQ(CopyThroughStreams(ends, u"from:s", u"to:s", &amounts), S_OK);
+    const std::uint64_t total = std::uint64_t{5} << 32;
+    EXPECT_THAT(amounts.told,
+                ElementsAre(FakeAmounts::Amount{0, total}, FakeAmounts::Amount{piece, total},
+                            FakeAmounts::asked, FakeAmounts::Amount{2 * piece, total},
+                            FakeAmounts::asked, FakeAmounts::Amount{2 * piece + 1, total},
+                            FakeAmounts::asked));
+    EXPECT_EQ(amounts.references, 0U);
+}
+
+TEST_F(CopyThroughStreamsTest, TellsHowFarItIsOfAnUnknownAmount)
+{
+    Put(piece + 1);
+    FakeAmounts amounts;
+    amounts.last = 1;
+    EXPECT_EQ(CopyThroughStreams(ends, u"from:s", u"to:s", &amounts), S_OK);
+    EXPECT_THAT(amounts.told,
+                ElementsAre(FakeAmounts::Amount{0, AmountUnknown},
+                            FakeAmounts::Amount{piece, AmountUnknown}, FakeAmounts::asked));
+}
+
 TEST_F(CopyThroughStreamsTest, AHostThatWritesNoAnswerCancels)
 {
     Put(3 * piece);

@@ -233,6 +233,34 @@ TEST_F(FtpCopy, CopiesEverythingAndKeepsBothSessions)
     EXPECT_EQ(DrainPool(internet), 2U);
 }
 
+TEST_F(FtpCopy, TellsHowFarItIs)
+{
+    using Amount = FakeAmounts::Amount;
+    for (const bool isListed : {true, false})
+    {
+        if (isListed)
+            internet.folders[u""] = {{u"from", false, 131073}};
+        else
+            internet.folders.clear();
+        FakeAmounts amounts;
+        EXPECT_FALSE(Copying(&amounts));
+        const std::uint64_t total = isListed ? 131073 : AmountUnknown;
+        EXPECT_THAT(amounts.Told(),
+                    testing::ElementsAre(Amount{0, total}, Amount{65536, total},
+                                         Amount{131072, total}, Amount{131073, total}));
+        EXPECT_TRUE(amounts.IsInOrder());
+        EXPECT_EQ(internet.files[u"to"], internet.files[u"from"]);
+        EXPECT_EQ(amounts.references, 0U);
+    }
+}
+
+// Only then is anything more asked of the server.
+TEST_F(FtpCopy, HostsThatDoNotWantToKnowCauseNoListing)
+{
+    EXPECT_FALSE(Copying(&progress));
+    EXPECT_EQ(internet.Calls(u"find").size(), 0U);
+}
+
 TEST_F(FtpCopy, OpensTheSourceFirst)
 {
     internet.files.erase(u"from");

@@ -145,6 +145,7 @@ TEST(Slots, OfTheHost)
                                   &IHostCredentials::ForgetCredentials,
                                   &IHostCredentials::ReportMissingCredentials);
     ExpectOrder<ICopyProgress>(&ICopyProgress::QueryContinue);
+    ExpectOrder<ICopyAmounts>(&ICopyAmounts::Report);
     ExpectOrder<IItemList>(&IItemList::GetCount, &IItemList::GetItem);
 }
 

@@ -128,6 +128,56 @@ TEST_P(Writing, CopiesAndReplaces)
     EXPECT_EQ(Held(u"a.txt"), largeContent);
 }
 
+TEST_P(Writing, TellsHowFarACopyIs)
+{
+    if (IsUnderWine() && GetParam()->family == Family::Local)
+        GTEST_SKIP() << "Wine's copy tells nobody";
+    data_->Put(u"a.txt", largeContent);
+    FakeAmounts amounts;
+    EXPECT_THAT(OutcomeOf([&] {
+                    return system->CopyItem(Ole(In(u"a.txt")), Ole(In(u"copy.txt")),
+                                            static_cast<ICopyProgress*>(&amounts));
+                }),
+                Succeeded());
+    EXPECT_EQ(Held(u"copy.txt"), largeContent);
+    EXPECT_TRUE(amounts.IsInOrder());
+    EXPECT_GT(amounts.Questions(), 0);
+    const auto told = amounts.Told();
+    ASSERT_GE(told.size(), 2U);
+    EXPECT_EQ(told.front(), (FakeAmounts::Amount{0, largeContent.size()}));
+    EXPECT_EQ(told.back(), (FakeAmounts::Amount{largeContent.size(), largeContent.size()}));
+    EXPECT_EQ(amounts.references, 0U);
+}
+
+// Nothing else changes by it, whatever the host answers.
+TEST_P(Writing, CopiesForHostsThatDoNotWantToKnowHowFarItIs)
+{
+    data_->Put(u"a.txt", largeContent);
+    FakeProgress plain;
+    ASSERT_THAT(OutcomeOf([&] {
+                    return system->CopyItem(Ole(In(u"a.txt")), Ole(In(u"copy.txt")), &plain);
+                }),
+                Succeeded());
+    for (const auto& [found, isGiven, status] :
+         {std::tuple(E_NOINTERFACE, false, S_OK), std::tuple(E_NOINTERFACE, true, S_OK),
+          std::tuple(S_OK, false, S_OK), std::tuple(S_OK, true, E_FAIL)})
+    {
+        FakeAmounts amounts;
+        amounts.found = found;
+        amounts.isGiven = isGiven;
+        amounts.status = status;
+        EXPECT_THAT(OutcomeOf([&] {
+                        return system->CopyItem(Ole(In(u"a.txt")), Ole(In(u"new.txt")),
+                                                static_cast<ICopyProgress*>(&amounts));
+                    }),
+                    Succeeded());
+        EXPECT_EQ(Held(u"new.txt"), largeContent);
+        EXPECT_EQ(amounts.Questions(), plain.Questions());
+        EXPECT_EQ(amounts.Told().empty(), !(SUCCEEDED(found) && isGiven) || plain.Questions() == 0);
+        EXPECT_EQ(amounts.references, 0U);
+    }
+}
+
 TEST_P(Writing, CopiesNothingOfWhatIsMissing)
 {
     FakeProgress progress;
