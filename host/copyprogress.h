@@ -9,12 +9,8 @@
 namespace tarnwell::host
 {
 
-// Goes on until Ctrl-C. If standard error is a terminal, it shows there that the copy is alive:
-// a moving bar, `what` and the seconds so far. (The module tells steps, not amounts.)
+// Goes on until Ctrl-C. If standard error is a terminal, it shows there how far the copy is: bytes,
+// rate and, where the module knows the whole, percent.
 ComPtr<ICopyProgress> MakeCopyProgress(const std::u16string& what);
-
-// For a copy of `total` bytes that asks after each block of `blockSize`: shows bytes and rate.
-ComPtr<ICopyProgress> MakeBlockProgress(const std::u16string& what, std::uint64_t total,
-                                        std::uint64_t blockSize);
 
 } // namespace tarnwell::host

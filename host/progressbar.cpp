@@ -26,6 +26,15 @@ std::uint64_t PartsOf(std::uint64_t bytes, std::uint64_t total, std::uint64_t pa
                                       static_cast<double>(parts));
 }
 
+// A block in a bar of the width of all bars.
+std::u16string RunningBar(std::size_t step)
+{
+    std::u16string bar(barWidth, u' ');
+    for (std::size_t i = 0; i < blockWidth; ++i)
+        bar[(step + i) % barWidth] = u'#';
+    return u"[" + bar + u"]";
+}
+
 std::u16string FilledBar(std::uint64_t filled)
 {
     std::u16string bar(barWidth, u' ');
@@ -41,14 +50,6 @@ std::u16string Percent(std::uint64_t percent)
 }
 
 } // namespace
-
-std::u16string RunningBar(std::size_t step)
-{
-    std::u16string bar(barWidth, u' ');
-    for (std::size_t i = 0; i < blockWidth; ++i)
-        bar[(step + i) % barWidth] = u'#';
-    return u"[" + bar + u"]";
-}
 
 std::u16string ProgressLine(const std::u16string& what, std::uint64_t bytes,
                             std::optional<std::uint64_t> total, std::chrono::milliseconds elapsed,
@@ -71,6 +72,12 @@ ProgressBar::~ProgressBar()
 {
     if (step_ > 0)
         WriteErrors("\r\x1b[K");
+}
+
+void ProgressBar::Show(std::uint64_t bytes, std::optional<std::uint64_t> total)
+{
+    total_ = total;
+    Show(bytes);
 }
 
 void ProgressBar::Show(std::uint64_t bytes)

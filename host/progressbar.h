@@ -15,9 +15,6 @@ std::u16string ProgressLine(const std::u16string& what, std::uint64_t bytes,
                             std::optional<std::uint64_t> total, std::chrono::milliseconds elapsed,
                             std::size_t step);
 
-// A block in a bar of the width of all bars.
-std::u16string RunningBar(std::size_t step);
-
 // The line on standard error, if that is a terminal, for as long as this lives.
 class ProgressBar
 {
@@ -27,14 +24,15 @@ public:
     ProgressBar& operator=(const ProgressBar&) = delete;
     ~ProgressBar();
 
-    // So many bytes have arrived. Redraws now and then only.
+    // So many bytes have arrived, of `total` if that has become known. Redraws now and then only.
     void Show(std::uint64_t bytes);
+    void Show(std::uint64_t bytes, std::optional<std::uint64_t> total);
 
 private:
     using Clock = std::chrono::steady_clock;
 
     const std::u16string what_;
-    const std::optional<std::uint64_t> total_;
+    std::optional<std::uint64_t> total_;
     const bool shown_;
     const Clock::time_point start_ = Clock::now();
     Clock::time_point drawn_ = start_;

@@ -1,33 +1,12 @@
 #include "commands.h"
 #include "copyprogress.h"
 #include "impatience.h"
-#include "items.h"
 #include "system.h"
 
 #include <optional>
 
 namespace tarnwell::host
 {
-
-namespace
-{
-
-// FTP asks for progress after each block of this size; other copies don't tell how far they are.
-constexpr std::uint64_t blockSize = 65536;
-
-bool IsFtp(const Place& place)
-{
-    return place.address.kind->clsid == CLSID_FTPFileSystem;
-}
-
-ComPtr<ICopyProgress> MakeProgress(const Place& source, const std::u16string& what)
-{
-    if (!IsFtp(source))
-        return MakeCopyProgress(what);
-    return MakeBlockProgress(what, SizeOf(FindFile(source)), blockSize);
-}
-
-} // namespace
 
 int Copy(const Session& session)
 {
@@ -39,9 +18,9 @@ int Copy(const Session& session)
     const InterruptWatch watch;
     // Others clear their target away.
     std::optional<Impatience> impatience;
-    if (IsFtp(source))
+    if (source.address.kind->clsid == CLSID_FTPFileSystem)
         impatience.emplace(session.line.json);
-    const ComPtr<ICopyProgress> progress = MakeProgress(source, target.address.text);
+    const ComPtr<ICopyProgress> progress = MakeCopyProgress(target.address.text);
     Call([&] { return source.fileSystem->CopyItem(source.Text(), target.Text(), progress.Get()); });
     // Not every way of copying counts a cancelled copy as a failure.
     if (InterruptWatch::Interrupted())

@@ -6,9 +6,12 @@
 #include <tarnwell/host.h>
 #include <tarnwell/implements.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -53,8 +56,67 @@ struct Answers
     std::function<HWND()> window;
 };
 
-/// Asked at each step of a copy; false cancels it.
-using Progress = std::function<bool()>;
+/// How far a copy is, in bytes.
+struct Amounts
+{
+    /// What has arrived.
+    std::uint64_t done = 0;
+    /// What there is in all, as the source said at the beginning; nothing if it didn't.
+    std::optional<std::uint64_t> total;
+};
+
+/// Asked at each step of what takes its time; false cancels it. A function without parameters, or
+/// one that takes `const Amounts&` and hears how far a copy is.
+class Progress
+{
+public:
+    /// Nobody is asked.
+    Progress() = default;
+    // Not explicit, so that every method takes a function.
+    /// @cond
+    Progress(std::nullptr_t) {} // NOLINT
+
+    template <class F, std::enable_if_t<std::is_invocable_r_v<bool, F&, const Amounts&>, int> = 0>
+    Progress(F function) : ask_(std::move(function)), wantsAmounts_(true) // NOLINT
+    {
+    }
+
+    template <class F, std::enable_if_t<std::is_invocable_r_v<bool, F&> &&
+                                            !std::is_invocable_r_v<bool, F&, const Amounts&>,
+                                        int> = 0>
+    Progress(F function) // NOLINT
+    {
+        if constexpr (std::is_constructible_v<bool, F>)
+        {
+            if (!static_cast<bool>(function))
+                return;
+        }
+        ask_ = [function = std::move(function)](const Amounts&) mutable {
+            return static_cast<bool>(function());
+        };
+    }
+    /// @endcond
+
+    /// Whether there is a function.
+    explicit operator bool() const
+    {
+        return static_cast<bool>(ask_);
+    }
+    /// Whether it takes amounts.
+    bool WantsAmounts() const
+    {
+        return wantsAmounts_;
+    }
+    /// Asks it.
+    bool operator()(const Amounts& amounts) const
+    {
+        return ask_(amounts);
+    }
+
+private:
+    std::function<bool(const Amounts&)> ask_;
+    bool wantsAmounts_ = false;
+};
 
 namespace detail
 {
@@ -149,17 +211,35 @@ private:
     const Answers answers_;
 };
 
-class ProgressObject final : public Implements<ICopyProgress>
+class ProgressObject final : public Implements<ICopyProgress, ICopyAmounts>
 {
 public:
     explicit ProgressObject(Progress progress) : progress_(std::move(progress)) {}
+
+    // Amounts cost a question to some servers.
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override
+    {
+        if (out != nullptr && iid == IidOf<ICopyAmounts>() && !progress_.WantsAmounts())
+        {
+            *out = nullptr;
+            return E_NOINTERFACE;
+        }
+        return Implements::QueryInterface(iid, out);
+    }
+
+    HRESULT STDMETHODCALLTYPE Report(std::uint64_t done, std::uint64_t total) override
+    {
+        amounts_.done = done;
+        amounts_.total = total == AmountUnknown ? std::nullopt : std::optional(total);
+        return S_OK;
+    }
 
     HRESULT STDMETHODCALLTYPE QueryContinue(VARIANT_BOOL* keepGoing) override
     {
         // What throws cancels.
         *keepGoing = VARIANT_FALSE;
         return Guarded([&] {
-            cancelled_ = progress_ && !progress_();
+            cancelled_ = progress_ && !progress_(amounts_);
             *keepGoing = cancelled_ ? VARIANT_FALSE : VARIANT_TRUE;
             return S_OK;
         });
@@ -172,6 +252,7 @@ public:
 
 private:
     const Progress progress_;
+    Amounts amounts_;
     bool cancelled_ = false;
 };
 

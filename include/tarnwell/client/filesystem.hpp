@@ -46,8 +46,9 @@ public:
         return Folder(folder);
     }
 
-    /// Copies one file over another. `progress` is asked at each step; the answer is whether the
-    /// copy was made, or cancelled. `flags` (`CopyFlag` bits) are for local files.
+    /// Copies one file over another. `progress` is asked at each step, and hears how far the copy
+    /// is; the answer is whether it was made, or cancelled. `flags` (`CopyFlag` bits) are for local
+    /// files.
     bool Copy(const Text& source, const Text& destination, const Progress& progress = nullptr,
               std::uint32_t flags = 0)
     {

@@ -2,11 +2,14 @@
 /// Files, folders and what folders hold.
 #pragma once
 
+#include <tarnwell/client/answers.hpp>
 #include <tarnwell/client/list.hpp>
 #include <tarnwell/client/streams.hpp>
 #include <tarnwell/items.h>
 
 #include <functional>
+#include <optional>
+#include <vector>
 
 namespace tarnwell::client
 {
@@ -193,6 +196,38 @@ public:
 private:
     ComPtr<IFolder> folder_;
 };
+
+/// Copies the content of a file into one of any other file system: a download, an upload, or both.
+/// `progress` is asked before the first piece and after each, and hears how far it is, of the size
+/// that the source tells. The answer is whether the copy was made; one that is cancelled, or fails,
+/// leaves what has arrived.
+inline bool CopyContent(const File& source, File& target, const Progress& progress = nullptr)
+{
+    Amounts amounts;
+    try
+    {
+        amounts.total = progress.WantsAmounts() ? std::optional(source.Size()) : std::nullopt;
+    }
+    catch (const Failure&)
+    {
+        // Git and Mercurial don't tell.
+    }
+    Reader reader = source.Open();
+    Writer writer = target.Create();
+    std::vector<char> piece(0x10000);
+    for (;;)
+    {
+        if (progress && !progress(amounts))
+            return false;
+        const std::size_t read = reader.Read(piece);
+        if (read == 0)
+            break;
+        writer.Write(piece.data(), read);
+        amounts.done += read;
+    }
+    writer.Close();
+    return true;
+}
 
 inline File Item::AsFile() const
 {

@@ -25,7 +25,7 @@ public:
         // What throws cancels.
         *keepGoing = VARIANT_FALSE;
         return Guarded([&] {
-            *keepGoing = Truth(!progress_ || progress_());
+            *keepGoing = Truth(!progress_ || progress_({}));
             return S_OK;
         });
     }
