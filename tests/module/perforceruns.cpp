@@ -76,9 +76,11 @@ TEST_F(PerforceRuns, AreGivenTheCredentialsOfTheAddress)
     EXPECT_EQ(Content(u"p4://ann:se cret@server:1666///depot/base/a.txt"), "one");
     EXPECT_EQ(TargetOf(depot_.Runs()[0]).empty(), false);
     EXPECT_TRUE(depot_.TakeRuns()[0].starts_with("-u|ann|-P|se cret|-p|server:1666|print|-o|"));
+    depot_.Submit("sub/b.txt", "b");
     const auto items = List(u"p4://ann:se cret@server:1666///depot/base");
-    ASSERT_THAT(items, SizeIs(1));
+    ASSERT_THAT(items, SizeIs(2));
     EXPECT_EQ(items[0].path, u"p4://ann:se cret@server:1666///depot/base/a.txt#1");
+    EXPECT_EQ(items[1].path, u"p4://ann:se cret@server:1666///depot/base/sub");
     const auto list = Revisions(items[0].path);
     ASSERT_THAT(list, SizeIs(1));
     EXPECT_EQ(list[0].uri, u"p4://ann:se cret@server:1666///depot/base/a.txt#1");

@@ -166,6 +166,13 @@ TEST_P(P4Parser, OnlyAPlainDeleteIsDeleted)
         << "blanks in front of a value don't count, those behind it do";
 }
 
+TEST_P(P4Parser, NothingOfARecordIsInTheNext)
+{
+    EXPECT_THAT(Files("... depotFile //a\n... headAction delete\n... fileSize 9\n... headRev 8\n"
+                      "... headTime 7\n\n... depotFile //b\n\n... headRev 1\n"),
+                ElementsAre(File(u"//b", 0, 0, 0), File(u"", 0, 0, 1)));
+}
+
 TEST_P(P4Parser, NumbersHave32BitsAndASign)
 {
     EXPECT_THAT(Files("... fileSize 2147483648\n... headRev 99999999999\n... headTime -1\n"),
