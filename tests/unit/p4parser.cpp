@@ -195,7 +195,8 @@ TEST_P(P4Parser, FoldersAreTheLinesOfADepot)
     EXPECT_THAT(ItemsOf(Parsed(dirsOutput, ReadDirs)),
                 ElementsAre(Folder(u"//depot/dir"), Folder(u"//depot/other dir%23"),
                             Folder(u"//depot/zzz - no such file(s).")));
-    EXPECT_THAT(ItemsOf(Parsed("/x\n\n//\n x//y\n", ReadDirs)), ElementsAre(Folder(u"//")));
+    EXPECT_THAT(ItemsOf(Parsed("/x\n\n//\n x//y\n//a \n", ReadDirs)),
+                ElementsAre(Folder(u"//"), Folder(u"//a ")));
 }
 
 TEST_P(P4Parser, AHistoryIsReadAsItWasRecorded)

@@ -3,7 +3,9 @@
 #include "unit/posix/namedclasses.h"
 
 #include "git/gitobjects.h"
+#include "perforce/p4objects.h"
 #include "platform/wide.h"
+#include "subversion/svnobjects.h"
 #include "unit/fakebackendtest.h"
 
 namespace tarnwell::test
@@ -72,6 +74,36 @@ TEST_F(NamedClasses, OfContents)
     const auto contents = Contents({});
     ComPtr<IFileSystemItem> item;
     EXPECT_TRUE(Names(CLSID_FTPFolderContents, [&] { return contents->GetItem(0, item.Out()); }));
+}
+
+// Each file system's own, whose objects are otherwise the same.
+template <class System, class Contents>
+void ExpectNamed(const std::u16string& address, const GUID& systemClass, const GUID& fileClass,
+                 const GUID& folderClass, const GUID& contentsClass)
+{
+    ComPtr<IFileSystem> system;
+    ASSERT_EQ(MakeInstance<System>(nullptr, IID_IFileSystem, system.OutVoid()), S_OK);
+    ComPtr<IFile> file;
+    ComPtr<IFolder> folder;
+    EXPECT_TRUE(Names(
+        systemClass, [&] { return system->GetFile(Wide(u"nothing"), VARIANT_FALSE, file.Out()); }));
+    ASSERT_EQ(system->GetFile(Wide(address), VARIANT_FALSE, file.Out()), S_OK);
+    EXPECT_TRUE(Names(fileClass, [&] { return file->GetSizeLow(nullptr); }));
+    ASSERT_EQ(system->GetFolder(Wide(address), VARIANT_FALSE, folder.Out()), S_OK);
+    EXPECT_TRUE(Names(folderClass, [&] { return folder->GetContents(nullptr); }));
+    const auto contents = MakeFolderContents<Contents>(nullptr, {});
+    ComPtr<IFileSystemItem> item;
+    EXPECT_TRUE(Names(contentsClass, [&] { return contents->GetItem(0, item.Out()); }));
+}
+
+TEST_F(NamedClasses, OfPerforceAndSubversion)
+{
+    ExpectNamed<P4FileSystemObject, P4FolderContentsObject>(u"p4:////depot/a", CLSID_P4FileSystem,
+                                                            CLSID_P4File, CLSID_P4Folder,
+                                                            CLSID_P4FolderContents);
+    ExpectNamed<SVNFileSystemObject, SVNFolderContentsObject>(u"svn://host/a", CLSID_SVNFileSystem,
+                                                              CLSID_SVNFile, CLSID_SVNFolder,
+                                                              CLSID_SVNFolderContents);
 }
 
 TEST_F(NamedClasses, OfRevisions)
