@@ -6,6 +6,7 @@
 #include "perforce/p4objects.h"
 #include "platform/wide.h"
 #include "subversion/svnobjects.h"
+#include "support/environmentvalue.h"
 #include "unit/fakebackendtest.h"
 
 namespace tarnwell::test
@@ -90,7 +91,9 @@ void ExpectNamed(const std::u16string& address, const GUID& systemClass, const G
     ASSERT_EQ(system->GetFile(Wide(address), VARIANT_FALSE, file.Out()), S_OK);
     EXPECT_TRUE(Names(fileClass, [&] { return file->GetSizeLow(nullptr); }));
     ASSERT_EQ(system->GetFolder(Wide(address), VARIANT_FALSE, folder.Out()), S_OK);
-    EXPECT_TRUE(Names(folderClass, [&] { return folder->GetContents(nullptr); }));
+    const EnvironmentValue noClient("PATH", "/nonexistent");
+    ComPtr<IFolderContents> none;
+    EXPECT_TRUE(Names(folderClass, [&] { return folder->GetContents(none.Out()); }));
     const auto contents = MakeFolderContents<Contents>(nullptr, {});
     ComPtr<IFileSystemItem> item;
     EXPECT_TRUE(Names(contentsClass, [&] { return contents->GetItem(0, item.Out()); }));
