@@ -14,6 +14,7 @@ time. tarnwell.fsspec brings the same to everything that is built on fsspec.
 from ._answers import Credentials, CredentialsQuestion
 from ._com import Failure, LoadFailure, load
 from ._items import File, Folder, Item, Reader, Writer, to_datetime
+from ._past import HistoryEntry, Tree, TreeEntry
 from ._system import FileSystem, Revision, filesystem
 
 __version__ = "1.0.0"
@@ -25,10 +26,13 @@ __all__ = [
     "File",
     "FileSystem",
     "Folder",
+    "HistoryEntry",
     "Item",
     "LoadFailure",
     "Reader",
     "Revision",
+    "Tree",
+    "TreeEntry",
     "Writer",
     "filesystem",
     "load",

@@ -11,6 +11,7 @@ from . import _com
 
 _POINTER = ctypes.c_void_p
 _S_OK = 0
+_S_FALSE = 1
 
 
 class CredentialsQuestion(NamedTuple):
@@ -175,9 +176,10 @@ def host_object(answers: Answers) -> HostObject:
     )
 
 
-def progress_object(go_on: Callable[[], bool]) -> HostObject:
-    """ICopyProgress."""
+_AMOUNT_UNKNOWN = 0xFFFFFFFFFFFFFFFF
 
+
+def _question(go_on: Callable[[], bool]) -> _Method:
     def query(out: int) -> int:
         # What raises cancels.
         _write(out, ctypes.c_int16, 0)
@@ -185,7 +187,39 @@ def progress_object(go_on: Callable[[], bool]) -> HostObject:
             _write(out, ctypes.c_int16, -1)
         return _S_OK
 
-    return HostObject([(_com.interface_id(0x674B8143), [((_POINTER,), query)])])
+    return (_POINTER,), query
+
+
+def progress_object(
+    go_on: Callable[[], bool],
+    amounts: Optional[Callable[[int, Optional[int]], None]] = None,
+) -> HostObject:
+    """ICopyProgress, and with `amounts` also ICopyAmounts."""
+    interfaces: List[Tuple[bytes, Sequence[_Method]]] = [
+        (_com.interface_id(0x674B8143), [_question(go_on)])
+    ]
+    if amounts is not None:
+        tell = amounts
+
+        def report(done: int, total: int) -> int:
+            tell(done, None if total == _AMOUNT_UNKNOWN else total)
+            return _S_OK
+
+        amount = ctypes.c_uint64
+        interfaces.append((_com.interface_id(0x674B8147), [((amount, amount), report)]))
+    return HostObject(interfaces)
+
+
+def sink_object(
+    iid: bytes, take: Callable[[int], bool], go_on: Callable[[], bool]
+) -> HostObject:
+    """IHistorySink or ITreeSink: `take` gets the address of what is given, and answers whether
+    more is wanted."""
+
+    def take_one(at: int) -> int:
+        return _S_OK if take(at) else _S_FALSE
+
+    return HostObject([(iid, [_question(go_on), ((_POINTER,), take_one)])])
 
 
 def item_list(addresses: Sequence[_com.Text]) -> HostObject:

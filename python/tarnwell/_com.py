@@ -82,6 +82,8 @@ _KINDS: Dict[int, Any] = {
     0x80070050: Exists,
     0x800700B7: Exists,
     0x80004001: NotOffered,
+    # The path isn't in the history, or not in the revision.
+    0x80040203: NotFound,
 }
 
 

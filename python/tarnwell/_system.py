@@ -5,7 +5,7 @@ from __future__ import annotations
 import ctypes
 import datetime
 import os
-from typing import Callable, Iterator, NamedTuple, Optional, Sequence
+from typing import Any, Callable, Iterator, List, NamedTuple, Optional, Sequence
 
 from ._answers import (
     Answers,
@@ -17,6 +17,7 @@ from ._answers import (
 )
 from ._com import Failure, Pointer, Text, class_id, create, interface_id, text_in
 from ._items import File, Folder, to_datetime, truth
+from ._past import IID_HISTORY, IID_TREES, HistoryEntry, Tree, open_tree, read_history
 
 _POINTER = ctypes.c_void_p
 _NUMBER = ctypes.c_uint32
@@ -92,9 +93,12 @@ class FileSystem:
         destination: Text,
         progress: Optional[Callable[[], bool]] = None,
         flags: int = 0,
+        amounts: Optional[Callable[[int, Optional[int]], None]] = None,
     ) -> bool:
         """Copies one file over another. `progress` is asked at each step and cancels with False;
-        the answer is whether the copy was made. `flags` are those of the platform's copy."""
+        the answer is whether the copy was made. `amounts` hears, before each question, how many
+        bytes have arrived and how many there are in all, or None. `flags` are those of the
+        platform's copy."""
         cancelled = False
 
         def go_on() -> bool:
@@ -102,7 +106,7 @@ class FileSystem:
             cancelled = progress is not None and not progress()
             return not cancelled
 
-        asked = progress_object(go_on)
+        asked = progress_object(go_on, amounts)
         texts = text_in(source), text_in(destination)
         try:
             if flags:
@@ -154,6 +158,65 @@ class FileSystem:
         found = revisions.pointer(4, types, text_in(address), 0)
         for index in range(found.number(3, _NUMBER)):
             yield _revision(found.pointer(4, (ctypes.c_int32,), index))
+
+    @property
+    def has_history(self) -> bool:
+        """Whether `history` can be asked; else there is `revisions`."""
+        return self._system.find(IID_HISTORY) is not None
+
+    def read_history(
+        self,
+        address: Text,
+        take: Callable[[HistoryEntry], Optional[bool]],
+        *,
+        revision: Optional[Text] = None,
+        skip: int = 0,
+        count: int = 0,
+        since: Optional[datetime.datetime] = None,
+        until: Optional[datetime.datetime] = None,
+        follow: bool = False,
+        working_copy: bool = False,
+        progress: Optional[Callable[[], bool]] = None,
+    ) -> None:
+        """Gives the revisions of an item to `take`, the latest first, each as soon as it is there;
+        it answers False for "enough". With a `revision`, at which to begin, all of the address is a
+        path. `count` 0 is all. `progress` is asked at least ten times a second and cancels with
+        False. What fails, and a cancelled history, raises Failure, and what was taken is a part of
+        an answer that there is none of."""
+        history = self._system.need(IID_HISTORY)
+        read_history(
+            history,
+            address,
+            take,
+            revision,
+            skip,
+            count,
+            since,
+            until,
+            follow,
+            working_copy,
+            progress,
+        )
+
+    def history(self, address: Text, **options: Any) -> List[HistoryEntry]:
+        """The same, when all are there. The options are those of read_history."""
+        found: List[HistoryEntry] = []
+        self.read_history(address, found.append, **options)
+        return found
+
+    @property
+    def has_trees(self) -> bool:
+        """Whether `tree` can be asked."""
+        return self._system.find(IID_TREES) is not None
+
+    def tree(
+        self,
+        address: Text,
+        revision: Optional[Text] = None,
+        progress: Optional[Callable[[], bool]] = None,
+    ) -> Tree:
+        """What an item was in a revision: `files.tree("git:/src#v1.0").list()`."""
+        return open_tree(self._system.need(IID_TREES), address, revision, progress)
 
 
 def _revision(entry: Pointer) -> Revision:

@@ -10,7 +10,7 @@ and takes `git` and `ftp`, which fsspec has classes of its own for, if told to.
 
 A revision stands at the end of a path (`@5` for Subversion, `#5` for Git and Mercurial, either for
 Perforce) and stays with what is listed below it. Local files, and those of FTP servers, can be
-written. Git and Mercurial know files by their full paths, and no folders.
+written. Git and Mercurial know files and folders by their full paths.
 """
 
 from __future__ import annotations
@@ -33,6 +33,8 @@ from ._fsspec import (
     missing,
 )
 from ._items import File, Item
+from ._past import NO_PATH, NO_REPOSITORY, NO_REVISION, Tree, TreeEntry
+from ._spool import Spool
 
 
 class LocalFileSystem(WritableFileSystem):
@@ -146,14 +148,41 @@ class PerforceFileSystem(TarnwellFileSystem):
 
 
 class _WorkingCopies(TarnwellFileSystem):
-    """Files of a working copy, in any revision. The module can't tell whether one exists or how
-    long it is, so `info` reads its content; and there are no folders to list."""
+    """Files and folders of a repository, in any revision; without one, in what is checked out.
+    Where the module has no trees of them it can't tell whether a file exists or how long it is, so
+    that `info` reads its content; and there are no folders to list."""
 
     markers = "#"
     root_marker = "/"
 
+    def _tree(self, path: str) -> Tree:
+        try:
+            return self._files.tree(self._address(path))
+        except Failure as failure:
+            if failure.status in (NO_REPOSITORY, NO_PATH, NO_REVISION):
+                raise missing(path) from failure
+            raise
+
+    def _entry(self, path: str, entry: TreeEntry) -> Info:
+        modified = entry.modified
+        types = {"folder": "directory", "repository": "other"}
+        return {
+            "name": path,
+            "type": types.get(entry.kind, "file"),
+            "size": entry.size,
+            "mtime": modified.timestamp() if modified is not None else None,
+            "islink": entry.kind == "link",
+            "executable": entry.executable,
+            "content_id": entry.content_id,
+        }
+
     def info(self, path: str, **kwargs: Any) -> Info:
         path = self._strip_protocol(path)
+        if self._files.has_trees:
+            return self._entry(path, self._tree(path).find())
+        return self._info_by_reading(path)
+
+    def _info_by_reading(self, path: str) -> Info:
         size = 0
         try:
             with self._files.file(self._address(path)).open() as stream:
@@ -164,8 +193,22 @@ class _WorkingCopies(TarnwellFileSystem):
         return {"name": path, "type": "file", "size": size, "mtime": None}
 
     def ls(self, path: str, detail: bool = True, **kwargs: Any) -> List[Union[Info, str]]:
-        info = self.info(path)
-        return [info] if detail else [info["name"]]
+        path = self._strip_protocol(path)
+        if not self._files.has_trees:
+            found = [self._info_by_reading(path)]
+        else:
+            tree = self._tree(path)
+            top = tree.find()
+            entries = tree.list() if top.kind == "folder" else []
+            found = [self._entry(self._child(path, entry.name), entry) for entry in entries]
+            if top.kind != "folder":
+                found = [self._entry(path, top)]
+        return list(found) if detail else sorted(info["name"] for info in found)
+
+    def _open(self, path: str, mode: str = "rb", *args: Any, **kwargs: Any) -> io.BufferedIOBase:
+        if mode != "rb" or not self._files.has_trees:
+            return super()._open(path, mode, *args, **kwargs)
+        return Content(Spool(self._tree(path).open()))
 
 
 class GitFileSystem(_WorkingCopies):
