@@ -2,11 +2,15 @@
 #include "module/githistorytest.h"
 #include "support/environmentvalue.h"
 #include "support/process.h"
+#include "support/treesink.h"
 
 #include <tarnwell/text.h>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <random>
+#include <thread>
 
 namespace tarnwell::test
 {
@@ -94,6 +98,109 @@ TEST_F(GitHistories, DescriptionsOfAllEncodings)
     EXPECT_EQ(entries[1].description, u"gr\u00fc\u00dfe\n\n\n\n  body");
     EXPECT_EQ(entries[1].modified, 126444736000000000U);
     EXPECT_EQ(entries[1].time, 126444736010000000U);
+}
+
+// Each with the name that the client is told, or is given in the commit itself.
+TEST_F(GitHistories, DescriptionsOfEncodingsThatTheClientIsSetTo)
+{
+    struct Encoded
+    {
+        const char* encoding;
+        const char* bytes;
+        const char16_t* text;
+    };
+    const Encoded all[] = {
+        {"ISO-8859-1", "gr\xFC\xDF\x65", u"gr\u00fc\u00dfe"},
+        {"Shift_JIS", "\x93\xFA\x96\x7B\n\n\x83\x5C", u"\u65e5\u672c\n\n\u30bd"},
+        {"EUC-JP", "\xC6\xFC\xCB\xDC", u"\u65e5\u672c"},
+        {"windows-1252", "\x80 5", u"\u20ac 5"},
+        {"UTF-8", "\xE6\x97\xA5\n\n\xF0\x9F\x98\x80", u"\u65e5\n\n\U0001F600"},
+    };
+    std::vector<std::u16string> expected;
+    for (const Encoded& each : all)
+    {
+        WriteBytes(repository / u"a.txt", each.encoding);
+        WriteBytes(repository / u".git/message", each.bytes);
+        repository.Git("add a.txt");
+        repository.Run({"-c", std::string("i18n.commitEncoding=") + each.encoding, "commit", "-q",
+                        "-F", ".git/message"});
+        expected.insert(expected.begin(), each.text);
+    }
+    EXPECT_EQ(Descriptions(Address(u"a.txt")), expected);
+}
+
+// What is no text in any encoding is told as well as it can be, and nothing is left out.
+TEST_F(GitHistories, DescriptionsOfUnknownEncodings)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    WriteBytes(repository / u"a.txt", "2");
+    repository.Git("add -A");
+    CommitRaw("author A <a@b> 1000000000 +0000\ncommitter C <a@b> 1000000000 +0000\n"
+              "encoding nosuch",
+              "x\xFFy\n");
+    const auto found = Descriptions(Address(u"a.txt"));
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_TRUE(found[0].starts_with(u"x") && found[0].ends_with(u"y"));
+}
+
+TEST_F(GitHistories, OfASparseCheckoutAreWhole)
+{
+    repository.Commit(u"in/a.txt", "1", "first");
+    repository.Commit(u"out/b.txt", "1", "second");
+    repository.Git("sparse-checkout set in");
+    ASSERT_FALSE(fs::exists(fs::path(repository / u"out/b.txt")));
+    EXPECT_THAT(Descriptions(Address(u"out/b.txt")), ElementsAre(u"second"));
+    EXPECT_THAT(Descriptions(repository / u"out"), ElementsAre(u"second"));
+}
+
+// Asked now and then, as by a host's "Cancel" that comes from another thread.
+TEST_F(GitHistories, AreCancelledAtAnyMoment)
+{
+    std::string input;
+    constexpr int count = 2000;
+    for (int i = 0; i < count; ++i)
+    {
+        const std::string number = std::to_string(i);
+        input += "commit refs/heads/main\ncommitter A <a@b> " + std::to_string(1000000000 + i) +
+                 " +0000\ndata " + std::to_string(number.size()) + "\n" + number +
+                 "\nM 644 inline folder/" + number + "\ndata 1\nx\n";
+    }
+    ASSERT_EQ(RunProcess("git", {.arguments = {u"fast-import", u"--quiet"},
+                                 .input = input,
+                                 .folder = repository.Folder().Path()})
+                  .exitCode,
+              0);
+    const auto trees = system.As<IFileSystemTrees>();
+    ComPtr<ITree> tree;
+    ASSERT_EQ(trees->OpenTree(Ole(Address(u"", "HEAD")), nullptr, nullptr, tree.Out()), S_OK);
+    std::mt19937 random(12);
+    for (int round = 0; round < 8; ++round)
+    {
+        std::atomic<bool> isCancelled = false;
+        std::thread canceller([&, wait = std::chrono::milliseconds(random() % 120)] {
+            std::this_thread::sleep_for(wait);
+            isCancelled = true;
+        });
+        // A host that takes its time, so that it is asked again.
+        const auto slowly = [] {
+            std::this_thread::sleep_for(std::chrono::microseconds(50));
+            return S_OK;
+        };
+        HistorySink sink;
+        TreeSink items;
+        sink.answer = items.answer = slowly;
+        sink.wantsMore = items.wantsMore = [&] {
+            return !isCancelled;
+        };
+        const bool lists = round % 2 == 1;
+        const HRESULT status = lists ? tree->List(u"folder", VARIANT_TRUE, &items)
+                                     : Read(Address(u"folder"), sink).status;
+        canceller.join();
+        const std::size_t taken = lists ? items.entries.size() : sink.entries.size();
+        EXPECT_TRUE((status == S_OK && taken == count) || (status == E_ABORT && taken <= count));
+        TreeSink one;
+        EXPECT_EQ(tree->Find(u"folder/0", &one), S_OK);
+    }
 }
 
 TEST_F(GitHistories, OfLinkedWorkingTreesSubmodulesAndBareRepositories)

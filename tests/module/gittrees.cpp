@@ -158,6 +158,33 @@ TEST_F(GitTrees, OfLinkedWorkingTreesBareRepositoriesAndLongIds)
     EXPECT_THAT(NamesOf(ListOf(Tree(folder.Path().u16string()), {}, true)), ElementsAre(u"a.txt"));
 }
 
+TEST_F(GitTrees, OfSubmodulesShallowClonesAndSparseCheckouts)
+{
+    repository.Commit(u"sub/a.txt", "1", "first");
+    repository.Commit(u"sub/a.txt", "2", "second");
+    const TempFolder other;
+    const std::u16string shallow = other / u"shallow";
+    repository.Run({"clone", "-q", "--depth=1", "--no-local", ".", EncodeName(shallow).value()});
+    EXPECT_EQ(ContentOf(Tree(shallow), u"sub/a.txt"), "2");
+    EXPECT_EQ(StatusAt(u"git://" + shallow + u"#HEAD~1"), HistoryNoRevision);
+
+    const Repository around;
+    around.Commit(u"x.txt", "outer", "of the outer one");
+    around.Run({"-c", "protocol.file.allow=always", "submodule", "add", "-q",
+                EncodeName(repository.Folder().Text()).value(), "module"});
+    around.Git("commit -q -m added");
+    EXPECT_EQ(ContentOf(Tree(around / u"module"), u"sub/a.txt"), "2");
+    EXPECT_EQ(ContentOf(Tree(around / u"module/sub/a.txt")), "2");
+    const auto outer = Tree(around.Folder().Text());
+    EXPECT_EQ(FindIn(outer, u"module").kind, std::uint32_t{TreeRepository});
+    EXPECT_EQ(ListFailure(outer, u"module").status, HistoryWrongKind);
+
+    repository.Commit(u"out/b.txt", "b", "third");
+    repository.Git("sparse-checkout set sub");
+    ASSERT_FALSE(fs::exists(fs::path(repository / u"out/b.txt")));
+    EXPECT_EQ(ContentOf(TreeAt(), u"out/b.txt"), "b");
+}
+
 TEST_F(GitTrees, OfAPartialCloneFetchNothingAndSayWhy)
 {
     repository.Commit(u"sub/a.txt", "1", "first");
