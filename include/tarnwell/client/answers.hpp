@@ -86,9 +86,9 @@ public:
                                         int> = 0>
     Progress(F function) // NOLINT
     {
-        if constexpr (std::is_constructible_v<bool, F>)
+        if constexpr (std::is_same_v<F, std::function<bool()>>)
         {
-            if (!static_cast<bool>(function))
+            if (!function)
                 return;
         }
         ask_ = [function = std::move(function)](const Amounts&) mutable {
