@@ -193,13 +193,13 @@ TEST_F(GitHistories, AreCancelledAtAnyMoment)
             return !isCancelled;
         };
         const bool lists = round % 2 == 1;
-        const HRESULT status = lists ? tree->List(u"folder", VARIANT_TRUE, &items)
+        const HRESULT status = lists ? tree->List(Ole(u"folder"), VARIANT_TRUE, &items)
                                      : Read(Address(u"folder"), sink).status;
         canceller.join();
         const std::size_t taken = lists ? items.entries.size() : sink.entries.size();
         EXPECT_TRUE((status == S_OK && taken == count) || (status == E_ABORT && taken <= count));
         TreeSink one;
-        EXPECT_EQ(tree->Find(u"folder/0", &one), S_OK);
+        EXPECT_EQ(tree->Find(Ole(u"folder/0"), &one), S_OK);
     }
 }
 
