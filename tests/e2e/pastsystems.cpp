@@ -1,5 +1,6 @@
 #include "e2e/pastsystems.h"
 
+#include "support/mercurialrepository.h"
 #include "support/repository.h"
 #include "support/svnrepository.h"
 
@@ -52,11 +53,34 @@ Past MakeSubversion()
             u"svnfile:///nowhere/at/all", made};
 }
 
+Past MakeMercurial()
+{
+    const auto made = std::make_shared<MercurialRepository>();
+    const std::vector<std::string> by = {"-u", "Ann"};
+    std::filesystem::create_directories(std::filesystem::path(*made / u"dir") / "sub");
+    WriteBytes(Joined(*made / u"dir", u"b c.txt"), "b");
+    WriteBytes(Joined(Joined(*made / u"dir", u"sub"), u"deep.txt"), "deep");
+    made->Commit(u"dir/a.txt", "old", "first", by);
+    WriteBytes(Joined(*made / u"dir", u"more.txt"), "more");
+    made->Commit(u"dir/a.txt", "new text", secondMessage, by);
+    const auto nowhere = std::make_shared<TempFolder>();
+    return {u"hg:" + (*made / u"dir"),
+            u"#0",
+            u"#1",
+            made->Hg("log -r 1 --template {node}"),
+            *made / u"dir",
+            u"hg:" + nowhere->Text(),
+            std::make_shared<std::pair<std::shared_ptr<const MercurialRepository>,
+                                       std::shared_ptr<const TempFolder>>>(made, nowhere)};
+}
+
 } // namespace
 
 std::vector<PastSystem> PastSystems()
 {
-    return {{"Git", MakeGit, u"#no-such-tag"}, {"Subversion", MakeSubversion, u"@99"}};
+    return {{"Git", MakeGit, u"#no-such-tag"},
+            {"Mercurial", MakeMercurial, u"#no-such-tag"},
+            {"Subversion", MakeSubversion, u"@99"}};
 }
 
 } // namespace tarnwell::test

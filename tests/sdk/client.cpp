@@ -212,6 +212,48 @@ TEST_F(Client, CopyFlagsReachThePlatform)
     EXPECT_THROW(module_.Open("git:").Copy("git:///f", "git:///g", nullptr, CopyLink), Failure);
 }
 
+TEST_F(Client, ACopyTellsHowFarItIs)
+{
+    const std::string bytes(200'000, 'x');
+    files_.GetFile(In("f")).Write(bytes);
+    File target = files_.GetFile(In("g"));
+    std::vector<std::uint64_t> told;
+    const auto listen = [&](const Amounts& amounts) {
+        EXPECT_EQ(amounts.total, bytes.size());
+        told.push_back(amounts.done);
+        return true;
+    };
+    EXPECT_TRUE(CopyContent(files_.GetFile(In("f")), target, listen));
+    EXPECT_EQ(told, (std::vector<std::uint64_t>{0, 65536, 131072, 196608, 200000}));
+    EXPECT_EQ(target.Read(), bytes);
+    EXPECT_FALSE(CopyContent(files_.GetFile(In("f")), target, [] { return false; }));
+    EXPECT_TRUE(CopyContent(files_.GetFile(In("f")), target));
+}
+
+TEST_F(Client, FunctionsOfAllKindsAreProgress)
+{
+    files_.GetFile(In("f")).Write("data");
+    EXPECT_TRUE(files_.Copy(In("f"), In("g"), [] { return true; }));
+    EXPECT_TRUE(files_.Copy(In("f"), In("g"), std::function<bool()>()));
+    EXPECT_TRUE(files_.Copy(In("f"), In("g"), std::function<bool()>([] { return true; })));
+    EXPECT_FALSE(Progress());
+    EXPECT_FALSE(Progress([] { return true; }).WantsAmounts());
+    EXPECT_TRUE(Progress([](const Amounts&) { return true; }).WantsAmounts());
+}
+
+// Without a repository there is a reason, whatever clients there are.
+TEST_F(Client, HistoriesAndTreesFailInWords)
+{
+    const FileSystem files = module_.Open("git:");
+    EXPECT_TRUE(files.HasHistory());
+    EXPECT_TRUE(files.HasTrees());
+    EXPECT_FALSE(module_.Open("ftp://h").HasTrees());
+    const std::string address = "git:" + folder_.Path().string();
+    EXPECT_THROW(files.History(address), Failure);
+    EXPECT_THROW(files.OpenTree(address), Failure);
+    EXPECT_THROW(module_.Open("ftp://h").OpenTree("ftp://h/a"), Failure);
+}
+
 TEST_F(Client, AFileThatIsNoModuleIsRefused)
 {
     const auto file = folder_.Path() / "libtarnwell.so";
