@@ -114,6 +114,7 @@ std::optional<P4Record> P4RecordParser::Next()
         {
             feed_.Drop(1);
             isInside_ = false;
+            size_ = 0;
             return std::exchange(record_, {});
         }
         if (isInside_)
@@ -139,7 +140,9 @@ bool P4RecordParser::ReadPair()
         return false;
     record_.Set(std::string(*key), std::move(*value));
     feed_.Drop(reading.Position());
-    return true;
+    size_ += reading.Position();
+    isBroken_ = size_ > most_;
+    return !isBroken_;
 }
 
 std::optional<std::uint64_t> P4Number(std::string_view text)

@@ -39,9 +39,16 @@ private:
 class P4RecordParser
 {
 public:
+    // Dictionaries of more bytes than these are nobody's.
+    static constexpr std::size_t mostBytes = std::size_t{1024} * 1024 * 1024;
+
+    explicit P4RecordParser(std::size_t most = mostBytes) : most_(most) {}
+
     void Feed(std::string_view bytes)
     {
-        feed_.Add(bytes);
+        // Behind what is no dictionary nothing is read, however much comes.
+        if (!isBroken_)
+            feed_.Add(bytes);
     }
 
     // The next dictionary, if it has come as a whole and is one.
@@ -58,6 +65,8 @@ private:
     // A name and its value go to the record; false if they haven't come as a whole, or are none.
     bool ReadPair();
 
+    const std::size_t most_; // bytes
+    std::size_t size_ = 0;   // of the record, as far as it was read
     tarnwell::Feed feed_;
     P4Record record_; // as far as it was read
     bool isInside_ = false;

@@ -193,13 +193,19 @@ bool SvnXmlReader::ReadOne()
             quote_ = byte;
         else if (byte == '>')
         {
-            const bool isRead = ReadTag(bytes.substr(0, searched_)) || Fail();
+            keptBytes_ += searched_;
+            const bool isRead =
+                (keptBytes_ <= most_ && ReadTag(bytes.substr(0, searched_))) || Fail();
             feed_.Drop(searched_ + 1);
             searched_ = 0;
             inTag_ = false;
+            if (!IsKept())
+                keptBytes_ = 0;
             return isRead;
         }
     }
+    if (searched_ > most_ - std::min(most_, keptBytes_))
+        return Fail();
     // Behind the root there are only blanks.
     if (hasRoot_ && open_.empty() && !inTag_)
     {

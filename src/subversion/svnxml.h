@@ -38,11 +38,19 @@ struct SvnElement
 class SvnXmlReader
 {
 public:
-    explicit SvnXmlReader(std::string_view wanted) : wanted_(wanted) {}
+    // Elements of more bytes than these are nobody's.
+    static constexpr std::size_t mostBytes = std::size_t{1024} * 1024 * 1024;
+
+    explicit SvnXmlReader(std::string_view wanted, std::size_t most = mostBytes)
+        : wanted_(wanted), most_(most)
+    {
+    }
 
     void Feed(std::string_view bytes)
     {
-        feed_.Add(bytes);
+        // Behind what is no XML nothing is read, however much comes.
+        if (!isBad_)
+            feed_.Add(bytes);
     }
 
     // The next one, if it has come as a whole and all before it is XML.
@@ -65,6 +73,8 @@ private:
     bool Fail();
 
     const std::string wanted_;
+    const std::size_t most_;    // bytes
+    std::size_t keptBytes_ = 0; // of the wanted element, as far as it was read
     ::tarnwell::Feed feed_;
     std::size_t searched_ = 0; // how far the end of the next token was looked for
     char quote_ = '\0';        // the mark of the value that stands there; NUL between values

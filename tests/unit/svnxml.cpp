@@ -117,6 +117,37 @@ TEST(SvnXml, NothingIsReadBehindWhatIsNone)
     EXPECT_FALSE(read.isComplete);
 }
 
+TEST(SvnXml, ElementsOfAnySizeAreNotKept)
+{
+    const auto complete = [](const std::string& piece, std::size_t most) {
+        SvnXmlReader reader("entry", most);
+        reader.Feed(svnPrologue + "<a><entry>");
+        for (int i = 0; i < 10; ++i)
+        {
+            reader.Feed(piece);
+            EXPECT_FALSE(reader.Next());
+        }
+        reader.Feed("</entry></a>");
+        const bool isFound = reader.Next().has_value();
+        EXPECT_FALSE(reader.Next());
+        EXPECT_EQ(reader.IsComplete(), isFound);
+        return isFound;
+    };
+    for (const char* const piece : {"0123456789", "<b c=\"2\"/>", "<b>5</b>67"})
+    {
+        EXPECT_TRUE(complete(piece, 200)) << piece;
+        EXPECT_FALSE(complete(piece, 50)) << piece;
+    }
+    // As many as there are.
+    SvnXmlReader reader("entry", 50);
+    reader.Feed(svnPrologue + "<a>");
+    for (int i = 0; i < 10; ++i)
+    {
+        reader.Feed("<entry>0123456789</entry>");
+        EXPECT_TRUE(reader.Next()) << i;
+    }
+}
+
 TEST(SvnXml, HasAnEnd)
 {
     std::string deep = svnPrologue;
