@@ -75,8 +75,7 @@ private:
         // A view may begin below the folder's own name.
         if (path.empty())
         {
-            path = MappedPath(AllBelow());
-            path.resize(path.ends_with(u"...") ? path.size() - 4 : 0);
+            path = P4FolderOfAll(MappedPath(AllBelow()));
         }
         const bool isThere =
             !path.empty() && GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES;

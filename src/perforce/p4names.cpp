@@ -70,6 +70,15 @@ bool IsP4Path(std::string_view path)
     return true;
 }
 
+std::u16string P4FolderOfAll(std::u16string_view local)
+{
+    constexpr std::u16string_view all = u"...";
+    // A separator stands in front of it.
+    if (!local.ends_with(all) || local.size() == all.size())
+        return {};
+    return std::u16string(local.substr(0, local.size() - all.size() - 1));
+}
+
 std::string P4Encoded(std::string_view path)
 {
     std::string encoded;

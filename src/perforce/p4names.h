@@ -20,4 +20,8 @@ std::string P4Literal(std::string_view path);
 // would find more than one item.
 bool IsP4Path(std::string_view path);
 
+// The local folder that a workspace has for all that is below a folder, as "/home/a/...". Empty for
+// what is no such path.
+std::u16string P4FolderOfAll(std::u16string_view local);
+
 } // namespace tarnwell

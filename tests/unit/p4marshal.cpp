@@ -49,6 +49,31 @@ ParsedRecords RecordsInPieces(const std::string& bytes, std::size_t piece)
     return parsed;
 }
 
+TEST(P4RecordParser, RecordsOfAnySizeAreNotKept)
+{
+    const std::string pair = MarshalledText("key") + MarshalledText("0123456789");
+    for (const std::size_t most : {50U, 500U})
+    {
+        P4RecordParser parser(most);
+        parser.Feed("{");
+        for (int i = 0; i < 10; ++i)
+        {
+            parser.Feed(pair);
+            EXPECT_FALSE(parser.Next());
+        }
+        parser.Feed("0");
+        EXPECT_EQ(parser.Next().has_value(), most == 500);
+        EXPECT_EQ(parser.IsComplete(), most == 500);
+    }
+    P4RecordParser parser(50);
+    for (int i = 0; i < 10; ++i)
+    {
+        parser.Feed("{" + pair + "0");
+        EXPECT_TRUE(parser.Next()) << i;
+    }
+    EXPECT_TRUE(parser.IsComplete());
+}
+
 TEST(P4RecordParser, ReadsTheSameInPiecesOfAnySize)
 {
     const std::string bytes = MarshalledPairs({{"code", "stat"}, {"desc", "a {0s\ns\0 title\n"s}}) +
@@ -251,6 +276,14 @@ TEST(P4Item, NamesAreEncodedAndBack)
     EXPECT_EQ(P4Encoded("a@b#c*d%e/f"), "a%40b%23c%2Ad%25e/f");
     EXPECT_EQ(P4Decoded("a%40b%23c%2Ad%25e/f%2a%41%"), "a@b#c*d%e/f*%41%");
     EXPECT_EQ(P4Decoded(P4Encoded("%40%2540")), "%40%2540");
+}
+
+TEST(P4Names, AFolderOfAllIsWhatStandsInFront)
+{
+    EXPECT_EQ(P4FolderOfAll(u"/home/a/..."), u"/home/a");
+    EXPECT_EQ(P4FolderOfAll(u"C:\\a\\..."), u"C:\\a");
+    for (const std::u16string_view other : {u"", u"..", u"...", u"/...", u"/home/a"})
+        EXPECT_EQ(P4FolderOfAll(other), u"") << other.size();
 }
 
 TEST(P4Strict, WordsSayWhatAFailureIs)
