@@ -13,12 +13,12 @@ namespace
 {
 
 const FileSystemKind kinds[] = {
-    {u"local", u"Win32FileSystem", CLSID_Win32FileSystem, true, false, u"", false},
-    {u"p4", u"P4FileSystem", CLSID_P4FileSystem, true, true, u"@#", false},
-    {u"svn", u"SVNFileSystem", CLSID_SVNFileSystem, true, true, u"@", false},
-    {u"ftp", u"FTPFileSystem", CLSID_FTPFileSystem, true, false, u"", false},
-    {u"hg", u"HGFileSystem", CLSID_HGFileSystem, false, false, u"#", true},
-    {u"git", u"GITFileSystem", CLSID_GITFileSystem, false, false, u"#", true},
+    {u"local", u"Win32FileSystem", CLSID_Win32FileSystem, true, false, u"", false, false},
+    {u"p4", u"P4FileSystem", CLSID_P4FileSystem, true, true, u"@#", false, true},
+    {u"svn", u"SVNFileSystem", CLSID_SVNFileSystem, true, true, u"@", false, true},
+    {u"ftp", u"FTPFileSystem", CLSID_FTPFileSystem, true, false, u"", false, false},
+    {u"hg", u"HGFileSystem", CLSID_HGFileSystem, false, false, u"#", true, false},
+    {u"git", u"GITFileSystem", CLSID_GITFileSystem, false, false, u"#", true, false},
 };
 const FileSystemKind& local = kinds[0];
 const FileSystemKind& perforce = kinds[1];
@@ -131,6 +131,22 @@ AddressParts PartsOf(const Address& address)
     while (parts.path.size() > 1 && parts.path.back() == u'/')
         parts.path.pop_back();
     return parts;
+}
+
+std::u16string InAddress(const FileSystemKind& kind, std::u16string_view name)
+{
+    constexpr std::u16string_view digits = u"0123456789ABCDEFabcdef";
+    std::u16string text;
+    for (std::size_t i = 0; i < name.size(); ++i)
+    {
+        text += name[i];
+        const std::u16string_view next = name.substr(i + 1, 2);
+        const bool isCode = name[i] == u'%' && next.size() == 2 &&
+                            next.find_first_not_of(digits) == std::u16string_view::npos;
+        if (isCode && kind.decodesPercents)
+            text += u"25";
+    }
+    return text;
 }
 
 Address ParseAddress(const std::u16string& text)

@@ -26,6 +26,8 @@ struct FileSystemKind
     std::u16string_view markers;
     // Whether equal ids of contents mean equal contents, also in two repositories.
     bool idsTellContents;
+    // Whether "%" and two digits stand for another character in an address.
+    bool decodesPercents;
 };
 
 // All six, the local one first.
@@ -50,6 +52,9 @@ struct AddressParts
 };
 
 AddressParts PartsOf(const Address& address);
+
+// An item's name, which may have slashes in it, as the addresses of this kind have it.
+std::u16string InAddress(const FileSystemKind& kind, std::u16string_view name);
 
 // The scheme chooses the file system, in any case of letters: whether that is right is the module's
 // to say. What has none of the known schemes is a local path, but for some schemes of other

@@ -41,7 +41,8 @@ std::uint32_t AttributesOf(const client::TreeEntry& entry)
 } // namespace
 
 RevisionTree::RevisionTree(client::Tree tree, const Address& address)
-    : tree_(std::move(tree)), revisionId_(client::Utf16(Told([&] { return tree_.RevisionId(); })))
+    : tree_(std::move(tree)), kind_(address.kind),
+      revisionId_(client::Utf16(Told([&] { return tree_.RevisionId(); })))
 {
     const AddressParts parts = PartsOf(address);
     path_ = parts.path;
@@ -109,7 +110,7 @@ std::u16string RevisionTree::AddressOf(std::u16string_view name) const
 {
     std::u16string address = path_;
     if (!name.empty())
-        address.append(u"/").append(name);
+        address.append(u"/").append(InAddress(*kind_, name));
     return address + revision_;
 }
 

@@ -32,6 +32,7 @@ private:
     std::u16string AddressOf(std::u16string_view name) const;
 
     client::Tree tree_;
+    const FileSystemKind* kind_;
     std::u16string path_;
     std::u16string revision_;
     std::u16string revisionId_;

@@ -89,6 +89,18 @@ TEST(Address, RevisionStaysBehindTheLastSign)
               u"git://" + AbsolutePath(u"a") + u"#origin/../x");
 }
 
+TEST(Address, NamesThatLookEncodedAreEncoded)
+{
+    for (const char16_t* const address : {u"svn://host/r", u"p4:////depot"})
+    {
+        const FileSystemKind& kind = *ParseAddress(address).kind;
+        EXPECT_EQ(InAddress(kind, u"d/a%41b%4 100%"), u"d/a%2541b%4 100%");
+        EXPECT_EQ(InAddress(kind, u"%2525"), u"%252525");
+        EXPECT_EQ(InAddress(kind, u"%4"), u"%4");
+    }
+    EXPECT_EQ(InAddress(*ParseAddress(u"git:a").kind, u"a%41b"), u"a%41b");
+}
+
 struct Parted
 {
     const char16_t* address;
