@@ -119,7 +119,8 @@ std::optional<GitCommitFacts> ReadGitCommit(std::string_view object)
             break;
         std::string_view value = *line;
         const auto key = TakeTo(value, ' ');
-        if (key == "tree" && IsId(value))
+        // What is behind the first one is nothing to the client.
+        if (key == "tree" && facts.tree.empty() && IsId(value))
             facts.tree = value;
         // Behind the address stand the seconds and the zone.
         if (key == "committer" && value.find("> ") != std::string_view::npos)

@@ -50,6 +50,8 @@ TEST(GitTreeParser, ReadsCommits)
     ASSERT_TRUE(facts);
     EXPECT_EQ(facts->tree, idText);
     EXPECT_EQ(facts->time, 126444736000000000U);
+    const std::string another(40, 'f');
+    EXPECT_EQ(ReadGitCommit("tree " + idText + "\ntree " + another + "\n")->tree, idText);
     EXPECT_FALSE(ReadGitCommit("\ntree " + idText + "\n"));
     EXPECT_FALSE(ReadGitCommit("tree x\n"));
     EXPECT_EQ(ReadGitCommit("tree " + idText + "\ncommitter\n")->time, 0U);
