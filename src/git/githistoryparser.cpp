@@ -1,6 +1,7 @@
 #include "git/githistoryparser.h"
 
 #include "frame/unixtime.h"
+#include "git/gittreeparser.h"
 
 #include <array>
 #include <utility>
@@ -122,7 +123,8 @@ bool GitHistoryParser::ReadNames(Reading& reading, GitCommit& commit)
         if (status->front() != 'R' && status->front() != 'C')
             continue;
         const std::optional<std::string_view> newName = reading.Text();
-        if (!newName)
+        // The name becomes a part of addresses.
+        if (!newName || !IsGitPath(*name))
             return false;
         if (*newName == path_)
             before = *name;

@@ -50,19 +50,6 @@ std::string InHexadecimal(std::string_view bytes)
     return text;
 }
 
-bool IsGitPath(std::string_view path)
-{
-    for (;;)
-    {
-        const std::string_view name = path.substr(0, path.find('/'));
-        if (!IsGitName(name))
-            return false;
-        if (name.size() == path.size())
-            return true;
-        path.remove_prefix(name.size() + 1);
-    }
-}
-
 std::optional<GitEntry> ReadListed(std::string_view text)
 {
     const auto mode = TakeTo(text, ' ');
@@ -148,6 +135,19 @@ bool IsGitName(std::string_view name)
 {
     return !name.empty() && name != "." && name != ".." &&
            name.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
+}
+
+bool IsGitPath(std::string_view path)
+{
+    for (;;)
+    {
+        const std::string_view name = path.substr(0, path.find('/'));
+        if (!IsGitName(name))
+            return false;
+        if (name.size() == path.size())
+            return true;
+        path.remove_prefix(name.size() + 1);
+    }
 }
 
 } // namespace tarnwell

@@ -73,5 +73,7 @@ private:
 
 // Whether this can be the name of an item: not empty, no "." or "..", no "/" and no NUL.
 bool IsGitName(std::string_view name);
+// Such names, with "/" in between.
+bool IsGitPath(std::string_view path);
 
 } // namespace tarnwell

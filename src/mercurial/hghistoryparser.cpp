@@ -1,6 +1,7 @@
 #include "mercurial/hghistoryparser.h"
 
 #include "frame/unixtime.h"
+#include "mercurial/hgtreeparser.h"
 #include "mercurial/hgwords.h"
 
 #include <array>
@@ -71,7 +72,9 @@ bool ReadNames(std::string_view& rest, const Header& header, HgChange& change)
     for (std::uint64_t left = header.sizes[3]; left > 0; --left)
     {
         std::pair<std::string, std::string> names;
-        if (!TakeName(rest, names.first) || !TakeName(rest, names.second))
+        // The latter becomes a part of addresses, and the client doesn't look at it.
+        if (!TakeName(rest, names.first) || !TakeName(rest, names.second) ||
+            !IsHgPath(names.second))
             return false;
         change.copies.push_back(std::move(names));
     }

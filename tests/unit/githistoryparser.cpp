@@ -96,6 +96,15 @@ TEST(GitHistoryParser, AnAnswerThatBreaksOffIsIncomplete)
     EXPECT_TRUE(ParsedInPieces("", 1).isComplete);
 }
 
+TEST(GitHistoryParser, NamesDontLeaveTheRepository)
+{
+    const std::string bytes = CommitText(hashA, "renamed");
+    EXPECT_TRUE(ParsedInPieces(bytes + "\nR100\0..b/c\0p\0"s, 7, true).isComplete);
+    for (const std::string& name : {"../b"s, "b/../../c"s, "/b"s, ""s})
+        EXPECT_FALSE(ParsedInPieces(bytes + "\nR100\0"s + name + "\0p\0"s, 7, true).isComplete)
+            << name;
+}
+
 TEST(GitHistoryParser, TimesThatAreNone)
 {
     EXPECT_EQ(FileTimeOfSeconds("0"), 116444736000000000U);

@@ -68,7 +68,8 @@ TEST(HgHistoryParser, StopsAtWhatIsNone)
          {idA + " 1 0 0 0 0\n", idA + " 1 0 0 0 0 0 0\n", idA + " 1 0 -1 0 0 0\n",
           idA + " 1 0 x 0 0 0\n", idA + " 1 0  0 0 0\n", "x" + idA.substr(1) + " 1 0 0 0 0 0\n",
           idA.substr(1) + " 1 0 0 0 0 0\n", "\n"s, idA + " 1 0 99999999999999999999 0 0 0\n",
-          idA + " 1 0 0 18446744073709551615 0 0\nx"})
+          idA + " 1 0 0 18446744073709551615 0 0\nx", idA + " 1 0 0 0 0 1\np\0../a\0"s,
+          idA + " 1 0 0 0 0 1\np\0/a\0"s})
     {
         const auto [changes, isComplete] = ChangesInPieces(bad + idA + " 1 0 0 0 0 0\n", 1000);
         EXPECT_TRUE(changes.empty()) << bad;
