@@ -59,6 +59,7 @@ std::atomic<bool> isClientKnown = false;
 void CheckClient(const HgItem& item, Patience& patience)
 {
     RunningClient client(strictHg, {clientNames.mercurial, u"version -q", clientNames.rootFolder});
+    client.CloseInput();
     std::string version;
     for (std::string bytes = client.Read(patience); !bytes.empty(); bytes = client.Read(patience))
         version += bytes.substr(0, 1000);

@@ -95,10 +95,11 @@ TEST_F(SvnTrees, NamesOfAllKindsInFolders)
     repository.MakeFolder("d%231");
     for (const std::u16string& name : names)
     {
+        const std::string bytes = EncodeName(name).value();
         std::string encoded;
-        for (const char byte : EncodeName(name).value())
+        for (const char byte : bytes)
             encoded += byte == '%' ? "%25" : byte == '#' ? "%23" : std::string(1, byte);
-        repository.Commit(encoded, EncodeName(name).value());
+        repository.Commit(encoded, bytes);
     }
     const auto tree = Tree(repository.Address());
     EXPECT_THAT(NamesOf(ListOf(tree, u"d#1")), testing::UnorderedElementsAreArray(names));

@@ -148,7 +148,7 @@ sub answer {
     ($folder, @arguments) = map { unix_path($_, $caller{WINEPREFIX}) } $folder, @arguments;
     hand_over($connection, start($client, \@arguments, $folder, \%environment));
     # Mercurial tries whether it can have links, and leaves one that can't be removed from Wine.
-    unlink "$folder/.hg/wcache/checklink";
+    unlink "$_/.hg/wcache/checklink" for $folder, grep { m{^/} } @arguments;
 }
 
 1;

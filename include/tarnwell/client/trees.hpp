@@ -113,7 +113,7 @@ private:
     static ComPtr<ITreeSink> Sink(const TakeItem& take, const Progress& progress)
     {
         return detail::MakeSink<ITreeSink, TreeItem>(
-            [&take](const TreeItem& item) { return take(EntryOf(item)); }, progress);
+            [take](const TreeItem& item) { return take(EntryOf(item)); }, progress);
     }
 
     static TreeEntry EntryOf(const TreeItem& item)
