@@ -187,7 +187,7 @@ private:
             return true;
         };
         const ClientOutcome outcome =
-            server_.Run({"log", "-r", HgRevisions(selection_, options), "-T",
+            server_.Run({"log", "-r", HgExpression(HgRevisions(selection_, options)), "-T",
                          ChangeTemplate(!selection_.followedAt.empty())},
                         read, nullptr, HostsPatience());
         if (isEnough)
@@ -206,7 +206,8 @@ private:
         if (selection_.path.empty())
             return true;
         const std::string any = "limit(" + OfOneName(selection_) + ", 1)";
-        return !server_.Answer({"log", "-r", any, "-T", "{rev}"}, HostsPatience()).empty();
+        return !server_.Answer({"log", "-r", HgExpression(any), "-T", "{rev}"}, HostsPatience())
+                    .empty();
     }
 
     [[noreturn]] void ThrowNoPath() const

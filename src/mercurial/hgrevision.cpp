@@ -45,8 +45,8 @@ HgRevision FindHgRevision(HgServer& server, const std::string& path, Patience& p
 std::vector<HgRevision> AskForHgRevisions(HgServer& server, const std::string& expression,
                                           const std::string& path, Patience& patience)
 {
-    const auto revisions = ReadHgRevisions(
-        server.Answer({"log", "-r", expression, "-T", RevisionTemplate(path)}, patience));
+    const auto revisions = ReadHgRevisions(server.Answer(
+        {"log", "-r", HgExpression(expression), "-T", RevisionTemplate(path)}, patience));
     if (!revisions)
         ThrowStrictFailure(strictHg.source, badAnswer, server.Item().address);
     return *revisions;

@@ -134,6 +134,11 @@ std::string HgQuoted(std::string_view name)
     return text += '"';
 }
 
+std::string HgExpression(std::string_view expression)
+{
+    return "revset(" + std::string(expression) + ")";
+}
+
 std::string HgPathPattern(std::string_view path)
 {
     return "path:" + std::string(path);

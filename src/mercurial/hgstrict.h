@@ -26,6 +26,10 @@ void ThrowIfHgFailed(const ClientOutcome& outcome, const HgItem& item);
 // that has a meaning in either. As a revision it is a name, whatever it looks like.
 std::string HgQuoted(std::string_view name);
 
+// An expression in the client's language as an argument. By itself the client would first look for
+// a tag, a branch or a bookmark of that very name, and a repository can have one.
+std::string HgExpression(std::string_view expression);
+
 // What stands for an item with all below it, and for nothing else.
 std::string HgPathPattern(std::string_view path);
 

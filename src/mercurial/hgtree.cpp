@@ -106,7 +106,7 @@ public:
 private:
     std::vector<std::string> ContentCommand(const std::string& path) const
     {
-        return {"cat", "-r", HgQuoted(id_), "--", HgPathPattern(path)};
+        return {"cat", "-r", HgExpression(HgQuoted(id_)), "--", HgPathPattern(path)};
     }
 
     void ReadManifest(Patience& patience)
@@ -123,10 +123,10 @@ private:
             entries.clear();
             parser = {};
         };
-        ThrowIfHgFailed(
-            server_.Run({"manifest", "-r", HgQuoted(id_), "-T", "{hash} {type}\\0{path}\\0"}, take,
-                        restart, patience),
-            server_.Item());
+        ThrowIfHgFailed(server_.Run({"manifest", "-r", HgExpression(HgQuoted(id_)), "-T",
+                                     "{hash} {type}\\0{path}\\0"},
+                                    take, restart, patience),
+                        server_.Item());
         if (!parser.IsComplete())
             ThrowBadAnswer();
         manifest_ = HgManifest(std::move(entries));
@@ -176,7 +176,7 @@ private:
 
     std::vector<std::string> SizesCommand(const std::string& pattern) const
     {
-        std::vector<std::string> command = {"files", "-r", HgQuoted(id_), "-T",
+        std::vector<std::string> command = {"files", "-r", HgExpression(HgQuoted(id_)), "-T",
                                             "{path}\\0{size}\\0"};
         if (!pattern.empty())
             command.insert(command.end(), {"--", pattern});

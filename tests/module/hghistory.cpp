@@ -123,6 +123,24 @@ TEST_F(HgHistories, AnIdThatBeginsSeveralIsNone)
     EXPECT_EQ(Status(Address(u"a.txt", several)), HistoryNoRevision);
 }
 
+// A repository's tags can have any name, also what the client is asked in its language.
+TEST_F(HgHistories, QuestionsAreNoNames)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const std::string first = repository.Hg("log -r . -T {node}");
+    repository.Commit(u"a.txt", "2", "second");
+    const std::string second = "\"" + repository.Hg("log -r . -T {node}") + "\"";
+    std::string tags;
+    for (const std::string& question :
+         {std::string("\"\\x2e\""), second, "reverse(ancestors(" + second + "))"})
+        tags += first + " " + question + "\n" + first + " revset(" + question + ")\n";
+    WriteBytes(repository / u".hg/localtags", tags);
+    EXPECT_THAT(ToldOf(Address(u"")), ElementsAre(u"second", u"first"));
+    const auto tree = TreeAt();
+    EXPECT_EQ(All(tree).size(), 1U);
+    EXPECT_EQ(ContentIn(tree, u"a.txt"), "2");
+}
+
 // A name with a "#" in it must not be taken for a repository and a branch.
 TEST_F(HgHistories, OfRepositoriesInFoldersOfAnyName)
 {
