@@ -24,7 +24,9 @@ constexpr const char16_t* strictVariables[] = {
 // and repositories inside.
 constexpr std::u16string_view strictSettings =
     u"--config extensions.git=! --config extensions.largefiles=! --config extensions.lfs=! "
-    u"--config subrepos.allowed=no --config ui.interactive=no ";
+    u"--config subrepos.allowed=no --config ui.interactive=no "
+    // The client's own, which runs nothing, and without which a sparse checkout isn't opened.
+    u"--config extensions.sparse= ";
 
 constexpr std::u16string_view unknownFeatures =
     u"abort: repository requires features unknown to this Mercurial: ";

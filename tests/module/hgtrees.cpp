@@ -107,6 +107,18 @@ TEST_F(HgTrees, RepositoriesInsideAreShownAndNotEntered)
     EXPECT_FALSE(fs::exists(fs::path(repository / u"a")));
 }
 
+TEST_F(HgTrees, OfASparseCheckoutAreWhole)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    repository.Commit(u"b.txt", "content", "second");
+    repository.Run({"--config", "extensions.sparse=", "debugsparse", "--include", "a.txt"});
+    ASSERT_FALSE(fs::exists(fs::path(repository / u"b.txt")));
+    const auto tree = TreeAt();
+    EXPECT_THAT(NamesIn(All(tree)), ElementsAre(u"a.txt", u"b.txt"));
+    EXPECT_EQ(ContentIn(tree, u"b.txt"), "content");
+    EXPECT_THAT(ToldOf(Address(u"b.txt")), ElementsAre(u"second"));
+}
+
 TEST_F(HgTrees, OfARevisionWithoutFiles)
 {
     repository.Commit(u"a.txt", "1", "first");
