@@ -85,7 +85,8 @@ int tarnwell::bench::Run()
         return "file://" + (ground / name);
     };
     return Measure({
-        {"First 20 of 10,000", 30, 2.5, Telling(svn, address("history/log.txt"), pageSize, pageSize),
+        {"First 20 of 10,000", 30, 2.5,
+         Telling(svn, address("history/log.txt"), pageSize, pageSize),
          Bare(Client({"log", "--xml", "-l", "20", url("history/log.txt")}))},
         {"10,000 revisions", 10, 1.1, Telling(svn, address("history/log.txt"), 0, revisionCount),
          Bare(Client({"log", "--xml", url("history/log.txt")}))},

@@ -54,8 +54,8 @@ ComPtr<ITree> TreeOf(const ComPtr<IFileSystem>& system, const std::string& folde
     ComPtr<ITree> tree;
     const std::u16string path = Widened(folder);
     Expect(system.As<IFileSystemTrees>()->OpenTree(path.c_str(), nullptr, nullptr, tree.Out()) ==
-                S_OK,
-            "there is no tree");
+               S_OK,
+           "there is no tree");
     return tree;
 }
 
@@ -86,10 +86,10 @@ std::function<void()> ReadingAll(const ComPtr<IFileSystem>& system, const std::s
             ULONG read = 0;
             tree->Open(Widened(nameOf(i)).c_str(), nullptr, stream.Out());
             Expect(stream &&
-                        stream.As<::ISequentialStream>()->Read(
-                            block.data(), static_cast<ULONG>(block.size()), &read) == S_OK &&
-                        read == size,
-                    "the module reads another size");
+                       stream.As<::ISequentialStream>()->Read(
+                           block.data(), static_cast<ULONG>(block.size()), &read) == S_OK &&
+                       read == size,
+                   "the module reads another size");
         }
     };
 }
