@@ -94,9 +94,10 @@ struct IFileSystemHistory : ::IUnknown
     ///         address or options that can't be; E_ABORT after an answer of `QueryContinue`;
     ///         `HistoryNoClient`, `HistoryNoRepository`, `HistoryNoPath` (also if the item never
     ///         was in the history), `HistoryNoRevision` (also where nothing was committed yet),
-    ///         `HistoryIncomplete`, `HistoryBadSettings`, `HistoryClientFailed`,
-    ///         `HistoryBadAnswer`; E_ACCESSDENIED where the system refuses access to the
-    ///         repository; the status of a failed call of the platform; what `Take` returned, bare.
+    ///         `HistoryIncomplete`, `HistoryServerSilent`, `HistoryBadSettings`,
+    ///         `HistoryClientFailed`, `HistoryBadAnswer`; E_ACCESSDENIED where the system
+    ///         refuses access to the repository; the status of a failed call of the platform; what
+    ///         `Take` returned, bare.
     virtual HRESULT STDMETHODCALLTYPE ReadHistory(const OLECHAR* path, const OLECHAR* revision,
                                                   const HistoryOptions* options,
                                                   IHistorySink* sink) = 0;

@@ -76,9 +76,10 @@ struct ITree : ::IUnknown
     ///                   there is none of.
     /// @return S_OK; with a text E_POINTER for a null `sink`; E_ABORT after an answer of
     ///         `QueryContinue`; `HistoryNoPath`; `HistoryWrongKind` for what is no folder;
-    ///         `HistoryNoClient`, `HistoryIncomplete`, `HistoryBadSettings`, `HistoryClientFailed`,
-    ///         `HistoryBadAnswer`, also where an item's name can't be one; E_ACCESSDENIED; the
-    ///         status of a failed call of the platform; what `Take` returned, bare.
+    ///         `HistoryNoClient`, `HistoryIncomplete`, `HistoryServerSilent`, `HistoryBadSettings`,
+    ///         `HistoryClientFailed`, `HistoryBadAnswer`, also where an item's name can't be one;
+    ///         E_ACCESSDENIED; the status of a failed call of the platform; what `Take` returned,
+    ///         bare.
     virtual HRESULT STDMETHODCALLTYPE List(const OLECHAR* name, VARIANT_BOOL recursive,
                                            ITreeSink* sink) = 0;
 
