@@ -1,4 +1,5 @@
-// past FOLDER FILE: the latest revisions of a file in it, why there are none, and a folder then.
+// past FOLDER FILE: the latest revisions of a file in it, why there are none, and a
+// folder then.
 #include <tarnwell/client.hpp>
 
 #include <iostream>
@@ -28,7 +29,8 @@ int main(int, char** arguments) {
     try {
         files.History(folder + "/none.c");
     } catch (const Failure& failure) {
-        std::cout << (failure.Status() == tarnwell::HistoryNoPath ? "no such file\n" : "failed\n");
+        std::cout << (failure.Status() == tarnwell::HistoryNoPath ? "no such file\n"
+                                                                  : "failed\n");
     }
 
     // One client answers all that is asked of a tree.
