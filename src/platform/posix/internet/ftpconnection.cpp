@@ -113,15 +113,16 @@ DWORD FtpConnection::Spell(std::string& path)
 }
 
 // Before a name that could be read as another one is sent. Whoever obeys a terminal finds the
-// command behind an interruption, which clients send ahead of others as well, and not behind the
-// same with the byte doubled. To all others both are commands that nobody knows.
+// command around an interruption, and not around the same with the byte doubled. To all others both
+// are commands that nobody knows. Not ahead of the command, where some know an interruption who
+// take the byte for a part of a name.
 DWORD FtpConnection::AskForSpelling()
 {
     bool obeys = false;
     bool obeysDoubled = false;
-    DWORD code = Try("\xFF\xF4\xFF\xF2NOOP", obeys);
+    DWORD code = Try("NO\xFF\xF4OP", obeys);
     if (code == 0 && obeys)
-        code = Try("\xFF\xFF\xF4NOOP", obeysDoubled);
+        code = Try("NO\xFF\xFF\xF4OP", obeysDoubled);
     if (code != 0)
         return code;
     // Such a one reads no spelling rightly.
