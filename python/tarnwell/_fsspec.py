@@ -152,6 +152,17 @@ class TarnwellFileSystem(AbstractFileSystem):  # type: ignore[misc]
             found = [self._info(self._child(path, self._leaf(item)), item) for item in items]
         return list(found) if detail else sorted(info["name"] for info in found)
 
+    def walk(self, path: str, maxdepth: Optional[int] = None, *args: Any, **kwargs: Any) -> Any:
+        """As always, of one state of things where the file system has such."""
+        path = self._strip_protocol(path)
+        # What is below a folder is walked with the same options.
+        options = kwargs if "walk" in kwargs else {**self._walk_options(path), **kwargs}
+        return super().walk(path, maxdepth, *args, **options)
+
+    def _walk_options(self, path: str) -> Dict[str, Any]:
+        """What all listings of one walk are to share."""
+        return {}
+
     def _items(self, path: str) -> Optional[List[Union[File, Folder]]]:
         """What a folder holds; None for a file."""
         try:
@@ -260,6 +271,10 @@ class _AtRevision(AbstractFileSystem):  # type: ignore[misc]
         listed = self._files.ls(path + self._revision, **kwargs)
         found = [self._plain(info) for info in listed if isinstance(info, dict)]
         return list(found) if detail else [info["name"] for info in found]
+
+    def walk(self, path: str, maxdepth: Optional[int] = None, *args: Any, **kwargs: Any) -> Any:
+        options = {**self._files._walk_options(path + self._revision), **kwargs}
+        return super().walk(path, maxdepth, *args, **options)
 
     def _plain(self, info: Info) -> Info:
         return {**info, "name": self._files._split_revision(info["name"])[0]}

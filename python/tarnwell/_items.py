@@ -44,6 +44,15 @@ def to_datetime(file_time: int) -> Optional[datetime.datetime]:
         return None
 
 
+def to_file_time(time: Optional[datetime.datetime]) -> int:
+    """The other way round; 0 for None."""
+    if time is None:
+        return 0
+    return (time.astimezone(datetime.timezone.utc) - _EPOCH) // datetime.timedelta(
+        microseconds=1
+    ) * 10
+
+
 class Item:
     """A file or a folder. Facts are those found when they were first asked for."""
 

@@ -8,7 +8,7 @@ from typing import Any, Callable, Iterator, List, NamedTuple, Optional
 
 from ._answers import HostObject, progress_object, sink_object
 from ._com import Pointer, Text, interface_id, text_at, text_in
-from ._items import Reader, to_datetime, truth
+from ._items import Reader, to_datetime, to_file_time, truth
 
 _POINTER = ctypes.c_void_p
 _FLAG = ctypes.c_int16
@@ -107,17 +107,6 @@ class _Item(ctypes.Structure):
     ]
 
 
-_EPOCH = datetime.datetime(1601, 1, 1, tzinfo=datetime.timezone.utc)
-
-
-def _file_time(time: Optional[datetime.datetime]) -> int:
-    if time is None:
-        return 0
-    return (time.astimezone(datetime.timezone.utc) - _EPOCH) // datetime.timedelta(
-        microseconds=1
-    ) * 10
-
-
 def _optional(text: Optional[Text]) -> Any:
     return None if text is None else text_in(text)
 
@@ -141,7 +130,7 @@ def read_history(
 ) -> None:
     flags = (_FOLLOW if follow else 0) | (_WORKING_COPY if working_copy else 0)
     options = _Options(
-        ctypes.sizeof(_Options), flags, skip, count, _file_time(since), _file_time(until)
+        ctypes.sizeof(_Options), flags, skip, count, to_file_time(since), to_file_time(until)
     )
 
     def take_one(at: int) -> bool:

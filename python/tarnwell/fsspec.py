@@ -94,9 +94,8 @@ class LocalFileSystem(WritableFileSystem):
             with self.open(path, "wb"):
                 pass
         else:
-            now = datetime.datetime.now(datetime.timezone.utc) - _items._EPOCH
-            file = self._files.file(path, must_exist=True)
-            file.set_modified_time(now // datetime.timedelta(microseconds=1) * 10)
+            now = datetime.datetime.now(datetime.timezone.utc)
+            self._files.file(path, must_exist=True).set_modified_time(_items.to_file_time(now))
 
 
 class FtpFileSystem(WritableFileSystem):
@@ -194,21 +193,42 @@ class _WorkingCopies(TarnwellFileSystem):
 
     def ls(self, path: str, detail: bool = True, **kwargs: Any) -> List[Union[Info, str]]:
         path = self._strip_protocol(path)
-        if not self._files.has_trees:
-            found = [self._info_by_reading(path)]
+        if self._files.has_trees:
+            found = (kwargs.get("walk") or _Walk(self, path)).list(path)
         else:
-            tree = self._tree(path)
-            top = tree.find()
-            entries = tree.list() if top.kind == "folder" else []
-            found = [self._entry(self._child(path, entry.name), entry) for entry in entries]
-            if top.kind != "folder":
-                found = [self._entry(path, top)]
+            found = [self._info_by_reading(path)]
         return list(found) if detail else sorted(info["name"] for info in found)
+
+    def _walk_options(self, path: str) -> Dict[str, Any]:
+        return {"walk": _Walk(self, path)} if self._files.has_trees else {}
 
     def _open(self, path: str, mode: str = "rb", *args: Any, **kwargs: Any) -> io.BufferedIOBase:
         if mode != "rb" or not self._files.has_trees:
             return super()._open(path, mode, *args, **kwargs)
         return Content(Spool(self._tree(path).open()))
+
+
+class _Walk:
+    """Lists folders of one tree, which is opened for the first of them."""
+
+    def __init__(self, files: _WorkingCopies, top: str) -> None:
+        self._files, self._top = files, top
+        self._tree: Optional[Tree] = None
+
+    def list(self, path: str) -> List[Info]:
+        if self._tree is None:
+            self._tree = self._files._tree(self._top)
+        name = self._plain(path)[len(self._plain(self._top)) :].strip("/")
+        item = self._tree.find(name)
+        if item.kind != "folder":
+            return [self._files._entry(path, item)]
+        return [
+            self._files._entry(self._files._child(self._top, entry.name), entry)
+            for entry in self._tree.list(name)
+        ]
+
+    def _plain(self, path: str) -> str:
+        return self._files._split_revision(path)[0]
 
 
 class GitFileSystem(_WorkingCopies):

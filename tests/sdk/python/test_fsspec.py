@@ -2,6 +2,7 @@
 
 import datetime
 import os
+import shutil
 
 import fsspec
 import pytest
@@ -85,6 +86,51 @@ def test_subversion_is_walked_in_a_revision(svn):
     assert fs.isdir(svn.path + "/dir")
     assert fs.ls(svn.path + "/f.txt", detail=False) == [svn.path + "/f.txt"]
     assert fs.modified(svn.path + "/f.txt").year >= 2024
+
+
+@pytest.fixture
+def starts(tmp_path, monkeypatch):
+    """How often a client was started up to now."""
+    log = tmp_path / "starts"
+    log.touch()
+    clients = tmp_path / "clients"
+    clients.mkdir()
+    for name in ("git", "hg"):
+        client = clients / name
+        client.write_text(f'#!/bin/sh\necho >>"{log}"\nexec "{shutil.which(name)}" "$@"\n')
+        client.chmod(0o755)
+    monkeypatch.setenv("PATH", f"{clients}:{os.environ['PATH']}")
+    return lambda: len(log.read_text())
+
+
+@pytest.mark.parametrize("repository", ["git", "hg"], indirect=True)
+def test_a_walk_is_one_tree(repository, starts):
+    fs = fsspec.filesystem(repository.scheme)
+    before = starts()
+    assert len(fs.ls(repository.path)) == 3
+    of_one_folder = starts() - before
+    assert of_one_folder > 0
+    for top, prefix in ((repository.path, ""), (repository.path + "/dir", "dir/")):
+        for revision in ("", repository.first):
+            before = starts()
+            found = [
+                name
+                for folder, _, files in fs.walk(top + revision, detail=True)
+                for name in (info["name"] for info in files.values())
+            ]
+            assert starts() - before == of_one_folder
+            expected = [name for name in ("a b.txt", "f.txt", "dir/deep/c.txt") if name.startswith(prefix)]
+            assert sorted(found) == sorted(f"{repository.path}/{name}{revision}" for name in expected)
+    before = starts()
+    assert fs.glob(repository.path + "/**/*.txt" + repository.first)
+    # fsspec asks once or twice more what the top is.
+    assert starts() - before <= 3 * of_one_folder
+
+
+def test_a_walk_of_what_is_not_there_finds_nothing(repository):
+    fs = fsspec.filesystem(repository.scheme)
+    assert [files for _, _, files in fs.walk(repository.path + "/none")] in ([], [[]])
+    assert [files for _, _, files in fs.walk(repository.path + "/f.txt")] == [[""]]
 
 
 def test_a_repository_that_is_not_there_keeps_the_clients_words(tmp_path):
