@@ -41,7 +41,7 @@ std::vector<GitObject> GitBatch::Facts(const std::vector<std::string>& names, Pa
 {
     std::vector<GitObject> found;
     Ask(
-        [&] {
+        [&](Session& session) {
             found.clear();
             while (found.size() < names.size())
             {
@@ -49,9 +49,9 @@ std::vector<GitObject> GitBatch::Facts(const std::vector<std::string>& names, Pa
                 std::string questions;
                 for (std::size_t i = found.size(); i < end; ++i)
                     questions += "info " + names[i] + "\n";
-                Tell(questions);
+                session.Tell(questions);
                 while (found.size() < end)
-                    found.push_back(ReadFacts(patience));
+                    found.push_back(ReadFacts(session, patience));
             }
         },
         patience);
@@ -62,20 +62,20 @@ GitObject GitBatch::Content(const std::string& name, ContentTaker& taker, Patien
 {
     GitObject found;
     Ask(
-        [&] {
+        [&](Session& session) {
             taker.Restart();
-            Tell("contents " + name + "\n");
-            found = ReadFacts(patience);
+            session.Tell("contents " + name + "\n");
+            found = ReadFacts(session, patience);
             if (found.type.empty())
                 return;
             for (std::uint64_t left = found.size; left > 0;)
             {
-                const std::string_view block = ReadSome(patience).substr(0, left);
+                const std::string_view block = session.ReadSome(patience).substr(0, left);
                 taker.Take(block);
-                position_ += block.size();
+                session.position += block.size();
                 left -= block.size();
             }
-            if (!ReadLine(patience).empty())
+            if (!session.ReadLine(patience).empty())
                 ThrowStrictFailure(strictGit.source, badAnswer, item_.address);
         },
         patience);
@@ -88,64 +88,53 @@ GitObject GitBatch::Content(const std::string& name, std::string& bytes, Patienc
     return Content(name, taker, patience);
 }
 
-void GitBatch::Ask(const std::function<void()>& question, Patience& patience)
+void GitBatch::Ask(const std::function<void(Session&)>& question, Patience& patience)
 {
     patience.Ask();
+    // Who breaks off leaves half an answer behind, with which it goes.
+    std::unique_ptr<Session> session = std::move(session_);
     for (int tries = 2; tries > 0; --tries)
     {
-        std::unique_ptr<RunningClient> kept = std::move(client_);
-        const bool isNew = !kept;
-        client_ = isNew ? std::make_unique<RunningClient>(strictGit,
-                                                          StrictGitCall(item_.place, batchCommand))
-                        : std::move(kept);
-        if (isNew)
-        {
-            bytes_.clear();
-            position_ = 0;
-        }
+        if (!session)
+            session = std::make_unique<Session>(StrictGitCall(item_.place, batchCommand));
         try
         {
-            question();
+            question(*session);
+            session_ = std::move(session);
             return;
         }
         catch (const Gone&)
         {
             // Told below, if it happens again.
         }
-        catch (...)
-        {
-            // Who breaks off leaves half an answer behind.
-            client_.reset();
-            throw;
-        }
-        const std::unique_ptr<RunningClient> gone = std::move(client_);
+        const std::unique_ptr<Session> gone = std::move(session);
         if (tries == 1)
         {
-            ThrowIfGitFailed(gone->Finish(patience), item_);
+            ThrowIfGitFailed(gone->client.Finish(patience), item_);
             ThrowStrictFailure(strictGit.source, badAnswer, item_.address);
         }
     }
 }
 
-void GitBatch::Tell(const std::string& questions)
+void GitBatch::Session::Tell(const std::string& questions)
 {
-    if (!client_->Write(questions))
+    if (!client.Write(questions))
         throw Gone();
 }
 
-std::string_view GitBatch::ReadSome(Patience& patience)
+std::string_view GitBatch::Session::ReadSome(Patience& patience)
 {
-    if (position_ == bytes_.size())
+    if (position == bytes.size())
     {
-        bytes_ = client_->Read(patience);
-        position_ = 0;
-        if (bytes_.empty())
+        bytes = client.Read(patience);
+        position = 0;
+        if (bytes.empty())
             throw Gone();
     }
-    return std::string_view(bytes_).substr(position_);
+    return std::string_view(bytes).substr(position);
 }
 
-std::string GitBatch::ReadLine(Patience& patience)
+std::string GitBatch::Session::ReadLine(Patience& patience)
 {
     std::string line;
     for (;;)
@@ -153,15 +142,15 @@ std::string GitBatch::ReadLine(Patience& patience)
         const std::string_view block = ReadSome(patience);
         const std::size_t feed = block.find('\n');
         line += block.substr(0, feed);
-        position_ += std::min(block.size(), feed == std::string_view::npos ? feed : feed + 1);
+        position += std::min(block.size(), feed == std::string_view::npos ? feed : feed + 1);
         if (feed != std::string_view::npos)
             return line;
     }
 }
 
-GitObject GitBatch::ReadFacts(Patience& patience)
+GitObject GitBatch::ReadFacts(Session& session, Patience& patience) const
 {
-    const std::string line = ReadLine(patience);
+    const std::string line = session.ReadLine(patience);
     if (const auto facts = ReadGitObjectLine(line))
         return {std::string(facts->id), std::string(facts->type), facts->size};
     if (line.ends_with(" missing") || line.ends_with(" ambiguous"))

@@ -40,18 +40,27 @@ private:
     {
     };
 
+    struct Session
+    {
+        explicit Session(const ClientCall& call) : client(strictGit, call) {}
+
+        void Tell(const std::string& questions);
+        std::string_view ReadSome(Patience& patience);
+        std::string ReadLine(Patience& patience);
+
+        RunningClient client;
+        // What the client has printed and nobody has read yet.
+        std::string bytes;
+        std::size_t position = 0;
+    };
+
     // Runs `question` with a client, and once more if that dies.
-    void Ask(const std::function<void()>& question, Patience& patience);
-    void Tell(const std::string& questions);
-    std::string_view ReadSome(Patience& patience);
-    std::string ReadLine(Patience& patience);
-    GitObject ReadFacts(Patience& patience);
+    void Ask(const std::function<void(Session&)>& question, Patience& patience);
+    GitObject ReadFacts(Session& session, Patience& patience) const;
 
     const PlacedItem item_;
-    std::unique_ptr<RunningClient> client_;
-    // What the client has printed and nobody has read yet.
-    std::string bytes_;
-    std::size_t position_ = 0;
+    // None while a question is asked, since the host may ask another one meanwhile.
+    std::unique_ptr<Session> session_;
 };
 
 } // namespace tarnwell

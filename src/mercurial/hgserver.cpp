@@ -27,28 +27,29 @@ ClientOutcome HgServer::Run(const std::vector<std::string>& arguments, const HgO
                             const std::function<void()>& restart, Patience& patience)
 {
     patience.Ask();
+    // Who breaks off leaves half an answer behind, with which it goes.
+    std::unique_ptr<Session> session = std::move(session_);
     for (bool mayDie = static_cast<bool>(restart);; mayDie = false)
     {
         try
         {
-            if (!client_)
-                Start(patience);
-            return RunOnce(arguments, output, patience);
+            if (!session)
+            {
+                session = std::make_unique<Session>(HgServerCall(item_, patience));
+                ReadGreeting(*session, patience);
+            }
+            ClientOutcome outcome = RunOnce(session, arguments, output, patience);
+            session_ = std::move(session);
+            return outcome;
         }
         catch (const Gone&)
         {
             // Told below, if it happens again.
         }
-        catch (...)
-        {
-            // Who breaks off leaves half an answer behind.
-            client_.reset();
-            throw;
-        }
-        const std::unique_ptr<RunningClient> gone = std::move(client_);
+        const std::unique_ptr<Session> gone = std::move(session);
         if (!mayDie)
         {
-            ThrowIfHgFailed(gone->Finish(patience), item_);
+            ThrowIfHgFailed(gone->client.Finish(patience), item_);
             ThrowBadAnswer();
         }
         restart();
@@ -68,16 +69,12 @@ std::string HgServer::Answer(const std::vector<std::string>& arguments, Patience
     return answer;
 }
 
-void HgServer::Start(Patience& patience)
+void HgServer::ReadGreeting(Session& session, Patience& patience) const
 {
-    client_ = std::make_unique<RunningClient>(strictHg, HgServerCall(item_, patience));
-    channels_ = {};
-    bytes_.clear();
-    channels_.Feed(bytes_);
     std::string greeting;
     for (;;)
     {
-        const HgPiece piece = ReadPiece(patience);
+        const HgPiece piece = ReadPiece(session, patience);
         if (piece.channel != 'o')
             ThrowBadAnswer();
         Append(greeting, piece.bytes);
@@ -88,36 +85,37 @@ void HgServer::Start(Patience& patience)
         ThrowBadAnswer();
 }
 
-HgPiece HgServer::ReadPiece(Patience& patience)
+HgPiece HgServer::ReadPiece(Session& session, Patience& patience) const
 {
     for (;;)
     {
-        if (const std::optional<HgPiece> piece = channels_.Next())
+        if (const std::optional<HgPiece> piece = session.channels.Next())
             return *piece;
-        if (channels_.IsBroken())
+        if (session.channels.IsBroken())
             ThrowBadAnswer();
-        bytes_ = client_->Read(patience);
-        if (bytes_.empty())
+        session.bytes = session.client.Read(patience);
+        if (session.bytes.empty())
             throw Gone();
-        channels_.Feed(bytes_);
+        session.channels.Feed(session.bytes);
     }
 }
 
-ClientOutcome HgServer::RunOnce(const std::vector<std::string>& arguments, const HgOutput& output,
-                                Patience& patience)
+ClientOutcome HgServer::RunOnce(std::unique_ptr<Session>& session,
+                                const std::vector<std::string>& arguments, const HgOutput& output,
+                                Patience& patience) const
 {
-    client_->Write(HgCommandMessage(arguments));
+    session->client.Write(HgCommandMessage(arguments));
     std::string errors;
     std::string result;
     for (;;)
     {
-        const HgPiece piece = ReadPiece(patience);
+        const HgPiece piece = ReadPiece(*session, patience);
         switch (piece.channel)
         {
         case 'o':
             if (!output(piece.bytes))
             {
-                client_.reset();
+                session.reset();
                 return {0, {}};
             }
             break;
@@ -129,7 +127,7 @@ ClientOutcome HgServer::RunOnce(const std::vector<std::string>& arguments, const
             break;
         case 'I':
         case 'L':
-            client_->Write(noHgInput);
+            session->client.Write(noHgInput);
             break;
         default:
             break;

@@ -42,18 +42,27 @@ private:
     struct Gone
     {
     };
+    // A client, and what has come of it.
+    struct Session
+    {
+        explicit Session(const ClientCall& call) : client(strictHg, call) {}
 
-    void Start(Patience& patience);
-    void ReadGreeting(Patience& patience);
-    HgPiece ReadPiece(Patience& patience);
-    ClientOutcome RunOnce(const std::vector<std::string>& arguments, const HgOutput& output,
-                          Patience& patience);
+        RunningClient client;
+        HgChannels channels;
+        std::string bytes; // what `channels` reads
+    };
+
+    void ReadGreeting(Session& session, Patience& patience) const;
+    HgPiece ReadPiece(Session& session, Patience& patience) const;
+    // Ends the session if no more of the output is wanted.
+    ClientOutcome RunOnce(std::unique_ptr<Session>& session,
+                          const std::vector<std::string>& arguments, const HgOutput& output,
+                          Patience& patience) const;
     [[noreturn]] void ThrowBadAnswer() const;
 
     const HgItem item_;
-    std::unique_ptr<RunningClient> client_;
-    HgChannels channels_;
-    std::string bytes_; // what `channels_` reads
+    // None while a command is carried out, since who takes its output may give another one.
+    std::unique_ptr<Session> session_;
 };
 
 } // namespace tarnwell

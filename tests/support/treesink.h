@@ -20,6 +20,8 @@ struct TreeEntry
     std::uint32_t flags = 0;
     std::uint64_t size = 0;
     std::uint64_t modified = 0; // a FILETIME value
+
+    bool operator==(const TreeEntry&) const = default;
 };
 
 class TreeSink final : public LocalObject<ITreeSink>

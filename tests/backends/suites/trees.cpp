@@ -299,21 +299,58 @@ TEST_P(Trees, StandSideBySide)
     }
 }
 
-TEST_P(Trees, MayBeAskedForOthersInBetween)
+// A host may ask for what it is told of, of this tree or of another one.
+TEST_P(Trees, MayBeAskedInBetween)
 {
     const auto tree = LastTree();
     for (const bool recursive : {false, true})
     {
+        const auto expected = ListOf(tree, {}, recursive);
+        constexpr std::size_t enough = 3; // of slow clients
+        std::vector<TreeEntry> found;
         TreeSink sink;
         sink.answer = [&] {
-            // A host may ask for what it is told of; another tree, as this one is busy.
-            return sink.entries.size() == 1
-                       ? ContentOf(LastTree(), u"text.txt") == "content" ? S_OK : E_FAIL
-                       : S_FALSE;
+            const TreeEntry entry = sink.entries.back();
+            if (sink.entries.size() > enough)
+                return S_OK;
+            found.push_back(FindIn(tree, entry.name));
+            EXPECT_EQ(ContentOf(tree, u"text.txt"), "content");
+            EXPECT_TRUE(entry.kind != TreeFile || ContentOf(tree, entry.name).size() == entry.size);
+            if (sink.entries.size() == 1)
+            {
+                EXPECT_EQ(ContentOf(LastTree(), u"text.txt"), "content");
+            }
+            return S_OK;
         };
         EXPECT_EQ(tree->List(Ole(u""), recursive ? VARIANT_TRUE : VARIANT_FALSE, &sink), S_OK);
-        EXPECT_EQ(sink.entries.size(), 2U);
+        EXPECT_EQ(sink.entries, expected);
+        ASSERT_GT(expected.size(), enough);
+        EXPECT_EQ(found, std::vector(expected.begin(), expected.begin() + enough));
     }
+    EXPECT_EQ(ContentOf(tree, u"text.txt"), "content");
+}
+
+// Also where it is only asked whether to go on, since a program may do anything meanwhile.
+TEST_P(Trees, MayBeAskedWhileTheHostIs)
+{
+    const auto tree = LastTree();
+    TreeSink sink;
+    bool isAsking = false;
+    sink.wantsMore = [&] {
+        if (!isAsking)
+        {
+            isAsking = true;
+            EXPECT_EQ(ContentOf(tree, u"text.txt"), "content");
+            isAsking = false;
+        }
+        return true;
+    };
+    EXPECT_EQ(tree->Find(Ole(u"text.txt"), &sink), S_OK);
+    EXPECT_EQ(tree->List(Ole(u"sub"), VARIANT_TRUE, &sink), S_OK);
+    ComPtr<IFileStream> stream;
+    ASSERT_EQ(tree->Open(Ole(u"large"), &sink, stream.Out()), S_OK);
+    EXPECT_TRUE(ReadAll(stream) == largeContent);
+    EXPECT_GE(sink.questions, 3);
 }
 
 TEST_P(Trees, AreCancelledAndGoOn)
