@@ -28,8 +28,9 @@ bool IsBareRepository(const std::u16string& folder)
 
 } // namespace
 
-const Placing gitPlacing{gitAddresses, MakeAddress<GITUri>, [](const std::u16string& folder) {
-                             return IsWorkingTree(folder) || IsBareRepository(folder);
-                         }};
+const Placing gitPlacing{
+    gitAddresses, MakeAddress<GITUri>,
+    [](const std::u16string& folder) { return IsWorkingTree(folder) || IsBareRepository(folder); },
+    u".git/HEAD"};
 
 } // namespace tarnwell

@@ -15,7 +15,7 @@ bool IsHgRepository(const std::u16string& folder)
     return KindOf(PathInPlace({folder, {}}, u".hg")) == KindOnDisk::Folder;
 }
 
-constexpr Placing hgPlaces{mercurialAddresses, MakeAddress<HGUri>, IsHgRepository};
+constexpr Placing hgPlaces{mercurialAddresses, MakeAddress<HGUri>, IsHgRepository, u".hg"};
 
 } // namespace
 

@@ -10,13 +10,23 @@ namespace tarnwell
 namespace
 {
 
-std::optional<Place> FindPlace(const std::u16string& path, const Placing& placing)
+// Whether one may not even see what is there.
+bool IsRefused(const std::u16string& path)
+{
+    return GetFileAttributesW(Wide(path)) == INVALID_FILE_ATTRIBUTES &&
+           GetLastError() == ERROR_ACCESS_DENIED;
+}
+
+// Nothing if there is none; `isHidden` says that there may be one all the same.
+std::optional<Place> FindPlace(const std::u16string& path, const Placing& placing, bool& isHidden)
 {
     if (!IsWholePath(path))
         return std::nullopt;
     Place place{path, {}};
     while (!placing.isRepository(place.folder))
     {
+        isHidden =
+            isHidden || IsRefused(PathInPlace({place.folder, {}}, std::u16string(placing.mark)));
         const std::u16string name(LeafNameOf(place.folder));
         std::u16string parent(ParentFolderOf(place.folder));
         if (name == u".." || parent == place.folder || parent.empty())
@@ -64,9 +74,10 @@ PlacedItem PlacedItemOf(const Placing& placing, const std::u16string& given,
             path = workingCopyMarker.Strip(path);
         }
     }
-    std::optional<Place> place = FindPlace(path, placing);
+    bool isHidden = false;
+    std::optional<Place> place = FindPlace(path, placing, isHidden);
     if (!place)
-        ThrowStrictFailure(placing.addresses.source, noRepository, given);
+        ThrowStrictFailure(placing.addresses.source, isHidden ? noRight : noRepository, given);
     return {std::move(*place), std::move(revision), given};
 }
 

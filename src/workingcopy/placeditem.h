@@ -42,12 +42,15 @@ struct Placing
     std::shared_ptr<Uri> (*makeUri)(std::u16string text);
     // Whether a repository or a working tree of one is in the folder.
     bool (*isRepository)(const std::u16string& folder);
+    // What most of them have, which can be seen by whoever may enter the folder.
+    std::u16string_view mark;
 };
 
 // The item is in the innermost repository at or above the path, which needn't exist. `given` is an
 // address, whose revision counts unless one is `wanted`, or a local path, which is taken as it
-// stands. Throws for an address that can't be, and where there is no repository, as for a relative
-// path and one that leads up again below the repository.
+// stands. Throws for an address that can't be, where there is no repository, as for a relative path
+// and one that leads up again below the repository, and where it can't be seen whether there is
+// one.
 PlacedItem PlacedItemOf(const Placing& placing, const std::u16string& given,
                         const std::optional<std::u16string>& wanted);
 

@@ -1,6 +1,8 @@
 // Why there is no history and no tree: each failure is one, with its status and its text.
 #include "backends/suites/stricttest.h"
 #include "support/environmentvalue.h"
+#include "support/ordinaryuser.h"
+#include "support/wine.h"
 
 namespace tarnwell::test
 {
@@ -85,6 +87,29 @@ TEST_P(StrictFailures, AreToldApart)
             EXPECT_TRUE(IsFromRow(outcome)) << failure.what;
         });
     }
+}
+
+TEST_P(StrictFailures, AreToldOfFoldersThatMayNotBeEntered)
+{
+    if (!Row().strict.workingCopies)
+        GTEST_SKIP() << "nothing of it is on the disk";
+    if (!OrdinaryUser().Possible())
+        GTEST_SKIP() << "can't become an ordinary user";
+    if (IsUnderWine())
+        GTEST_SKIP() << "Wine lets everybody in";
+    const auto data = NewData();
+    data->Put(u"text.txt", "content");
+    namespace fs = std::filesystem;
+    const fs::path folder = data->OnDisk(u"");
+    fs::permissions(folder, fs::perms::none);
+    {
+        const OrdinaryUser user;
+        const auto refused = FailedSaying(E_ACCESSDENIED, u"Access to the repository of ");
+        for (const std::u16string_view name : {u"", u"text.txt", u"none"})
+            ExpectFromBoth(data->Address(name),
+                           [&](const Outcome& outcome) { EXPECT_THAT(outcome, refused); });
+    }
+    fs::permissions(folder, fs::perms::owner_all);
 }
 
 TEST_P(StrictFailures, OfAddressesThatCantBe)
