@@ -44,7 +44,8 @@ constexpr StrictPhrase phrases[] = {
     {u"fatal: transport '", u"", incomplete},
     {u"fatal: could not fetch ", u"", incomplete},
     {u"error: Could not read ", u"", incomplete},
-    {u"fatal: unable to read tree ", u"", incomplete},
+    {u"fatal: unable to read ", u"", incomplete},
+    {u"fatal: not a tree object", u"", incomplete},
     {u"fatal: bad revision ", u"", noRevision},
     {u"fatal: ambiguous argument ", u"", noRevision},
     {u"fatal: bad config ", u"", badSettings},
@@ -87,6 +88,9 @@ std::u16string CommitArgument(const std::u16string& revision)
 {
     if (revision.empty())
         return u"HEAD^{commit}";
+    // The latest commit with these words; what stood behind them would be looked for as well.
+    if (revision.starts_with(u":/"))
+        return revision;
     if (revision.find(u"..") != std::u16string::npos || revision.starts_with(u'^'))
         ThrowStrictFailure(strictGit.source, noRevision, revision);
     return revision + u"^{commit}";

@@ -1,5 +1,6 @@
 // Git's histories told in full, on repositories of all kinds.
 #include "module/githistorytest.h"
+#include "module/trees.h"
 #include "support/environmentvalue.h"
 #include "support/process.h"
 #include "support/treesink.h"
@@ -71,8 +72,18 @@ TEST_F(GitHistories, RevisionsAreAnyNameOfACommit)
     repository.Commit(u"a.txt", "2", "second");
     for (const std::string& name :
          {first, first.substr(0, 8), std::string("v1.0"), std::string("v1.0-a"), std::string("old"),
-          std::string("HEAD~1"), std::string("refs/tags/v1.0"), std::string("main@{1}")})
+          std::string("HEAD~1"), std::string("refs/tags/v1.0"), std::string("main@{1}"),
+          std::string(":/^fi"), std::string("HEAD^{/fi}")})
+    {
         EXPECT_THAT(Descriptions(Address(u"a.txt", name)), ElementsAre(u"first")) << name;
+        ComPtr<ITree> tree;
+        const auto trees = system.As<IFileSystemTrees>();
+        ASSERT_EQ(trees->OpenTree(Ole(Address(u"a.txt", name)), nullptr, nullptr, tree.Out()), S_OK)
+            << name;
+        EXPECT_EQ(ContentOf(tree), "1") << name;
+    }
+    for (const char* const name : {":/", ":/none", ":/^fi^{commit}", ":/--all"})
+        EXPECT_EQ(Status(Address(u"a.txt", name)), HistoryNoRevision) << name;
     EXPECT_EQ(Status(Address(u"a.txt", "HEAD:a.txt")), HistoryNoRevision);
     EXPECT_EQ(Status(Address(u"a.txt", first.substr(0, 8) + "..main")), HistoryNoRevision);
 }
@@ -263,6 +274,31 @@ TEST_F(GitHistories, OfAPartialCloneFetchNothingAndSayWhy)
     EXPECT_EQ(outcome.status, HistoryIncomplete);
     EXPECT_THAT(sink.entries, IsEmpty());
     EXPECT_THAT(Descriptions(clone), ElementsAre(u"second", u"first"));
+}
+
+// Without a server to ask, or with a client that doesn't even try, as those from 2.44 on.
+TEST_F(GitHistories, OfWhatIsMissingSayWhy)
+{
+    repository.Commit(u"sub/a.txt", "one\ntwo\nthree\n", "first");
+    repository.Run({"mv", "sub/a.txt", "sub/b.txt"});
+    repository.Commit(u"sub/b.txt", "one\ntwo\nthree\nfour\n", "second");
+    const std::u16string address = Address(u"sub/b.txt");
+    ComPtr<ITree> tree;
+    const auto trees = system.As<IFileSystemTrees>();
+    ASSERT_EQ(trees->OpenTree(Ole(Address(u"", "HEAD")), nullptr, nullptr, tree.Out()), S_OK);
+
+    repository.RemoveObject("HEAD:sub/b.txt");
+    EXPECT_EQ(Status(address, Wanted(HistoryFollow)), HistoryIncomplete);
+    EXPECT_THAT(Descriptions(address), testing::SizeIs(1)) << "for which it isn't needed";
+    EXPECT_EQ(OpenFailure(tree, u"sub/b.txt").status, HistoryIncomplete);
+    repository.RemoveObject("HEAD:sub");
+    for (const std::uint32_t flags : {0U, std::uint32_t{HistoryFollow}})
+        EXPECT_EQ(Status(address, Wanted(flags)), HistoryIncomplete);
+    TreeSink sink;
+    for (const char16_t* const folder : {u"", u"sub"})
+        EXPECT_EQ(tree->List(Ole(folder), VARIANT_TRUE, &sink), HistoryIncomplete);
+    repository.RemoveObject("HEAD~1");
+    EXPECT_EQ(Status(Address(u"")), HistoryIncomplete);
 }
 
 TEST_F(GitHistories, OfARepositoryWithoutCommits)

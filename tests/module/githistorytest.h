@@ -35,10 +35,10 @@ protected:
             found.push_back(entry.description);
         return found;
     }
-    HRESULT Status(const std::u16string& path) const
+    HRESULT Status(const std::u16string& path, HistoryOptions options = Wanted()) const
     {
         HistorySink sink;
-        return Read(path, sink).status;
+        return Read(path, sink, options).status;
     }
     // A commit of raw bytes, as the checked out branch's next.
     std::string CommitRaw(const std::string& headers, const std::string& message) const

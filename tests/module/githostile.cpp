@@ -228,11 +228,7 @@ TEST_P(HostilePromise, FetchesNothingAndRunsNothing)
     repository.Commit(u"sub/a.txt", "content", "first");
     for (const char* const object : {"HEAD:sub/a.txt", "HEAD:sub"})
     {
-        const std::string id = repository.Run({"rev-parse", object});
-        const fs::path file =
-            fs::path(repository / u".git/objects") / id.substr(0, 2) / id.substr(2);
-        fs::permissions(file, fs::perms::owner_all);
-        fs::remove(file);
+        repository.RemoveObject(object);
         const std::u16string config = repository / u".git/config";
         WriteBytes(config, ReadBytes(config) +
                                WithProgram("[core]\nrepositoryformatversion = 1\n"

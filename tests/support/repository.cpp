@@ -2,6 +2,8 @@
 
 #include "support/clients.h"
 
+#include <filesystem>
+
 namespace tarnwell::test
 {
 
@@ -26,6 +28,15 @@ std::string Repository::Commit(std::u16string_view name, std::string_view bytes,
     Run({"commit", "-q", "--allow-empty-message", "--allow-empty",
          "--author=" + author + " <a@example.org>", "-m", subject});
     return Git("rev-parse HEAD");
+}
+
+void Repository::RemoveObject(const std::string& name) const
+{
+    namespace fs = std::filesystem;
+    const std::string id = Run({"rev-parse", name});
+    const fs::path file = fs::path(folder_ / u".git/objects") / id.substr(0, 2) / id.substr(2);
+    fs::permissions(file, fs::perms::owner_all);
+    fs::remove(file);
 }
 
 std::string Repository::Run(std::vector<std::string> arguments) const

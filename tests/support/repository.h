@@ -34,6 +34,9 @@ public:
     std::string Commit(std::u16string_view name, std::string_view bytes, const std::string& subject,
                        const std::string& author = "Ann") const;
 
+    // Takes an object away from the repository, as a damaged or a partial one lacks it.
+    void RemoveObject(const std::string& name) const;
+
 private:
     TempFolder folder_;
 };
