@@ -56,6 +56,8 @@ constexpr StrictPhrase causes[] = {
     {u"svn: E200002: ", u"", badSettings},
     {u"svn: E165005: ", u"", badSettings},
     {u"svn: E160043: ", u"", badSettings},
+    {u"svn: E155021: ", u"", badSettings},
+    {u"svn: E155036: ", u"", badSettings},
     {u"svn: E000101: ", u"", serverSilent},
     {u"svn: E000104: ", u"", serverSilent},
     {u"svn: E000110: ", u"", serverSilent},

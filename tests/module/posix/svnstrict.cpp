@@ -306,6 +306,25 @@ TEST_F(SvnSettings, NothingIsSetUpForThem)
     EXPECT_FALSE(fs::exists(program + ".was-run"));
 }
 
+TEST_F(SvnSettings, WorkingCopiesOfAnotherFormSaySo)
+{
+    repository.Commit("a.txt", "one", "first");
+    const TempFolder folder;
+    const fs::path copy = folder.Path() / "w";
+    repository.CheckOut(copy);
+    const std::u16string facts = (copy / ".svn" / "wc.db").u16string();
+    const std::string bytes = ReadBytes(facts);
+    // Where the data base has the number of its form.
+    constexpr std::size_t form = 63;
+    std::string later = bytes;
+    later.at(form) = 99;
+    WriteBytes(facts, later);
+    ExpectBothFail((copy / "a.txt").u16string(), HistoryBadSettings);
+    fs::remove(fs::path(facts));
+    WriteBytes((copy / ".svn" / "entries").u16string(), "8\n\ndir\n0\n");
+    ExpectBothFail((copy / "a.txt").u16string(), HistoryBadSettings);
+}
+
 // A working copy may come from anybody, and say anything of where it is from.
 TEST_F(SvnSettings, AWorkingCopyCannotRunTunnels)
 {
