@@ -2,7 +2,7 @@
 // in pieces.
 #include "mercurial/hghistoryparser.h"
 #include "mercurial/hgrevision.h"
-#include "support/target.h"
+#include "support/pieces.h"
 
 #include <algorithm>
 
@@ -11,21 +11,6 @@ namespace tarnwell::fuzz
 
 namespace
 {
-
-std::vector<HgChange> ChangesIn(std::string_view bytes, std::size_t piece, bool& isComplete)
-{
-    HgHistoryParser parser;
-    std::vector<HgChange> changes;
-    while (!bytes.empty())
-    {
-        parser.Feed(bytes.substr(0, piece));
-        bytes.remove_prefix(std::min(piece, bytes.size()));
-        while (std::optional<HgChange> change = parser.Next())
-            changes.push_back(std::move(*change));
-    }
-    isComplete = parser.IsComplete();
-    return changes;
-}
 
 bool Same(const HgChange& left, const HgChange& right)
 {
@@ -38,15 +23,10 @@ bool Same(const HgChange& left, const HgChange& right)
 
 void Try(std::string_view bytes)
 {
-    bool isWhole = false;
-    bool isInPieces = false;
-    const auto whole = ChangesIn(bytes, bytes.size(), isWhole);
-    const auto pieces = ChangesIn(bytes, 3, isInPieces);
-    Expect(isWhole == isInPieces &&
-               std::equal(whole.begin(), whole.end(), pieces.begin(), pieces.end(), Same),
-           "pieces are read as the whole is");
+    const auto changes = ReadTwice(
+        bytes, 3, [] { return HgHistoryParser(); }, Same);
     HgNames names("sub/a.txt");
-    for (const HgChange& change : whole)
+    for (const HgChange& change : changes)
     {
         Expect(change.id.size() == 40, "an id has one size");
         for (const std::string& file : change.files)

@@ -4,37 +4,13 @@
 #include "perforce/p4marshal.h"
 #include "perforce/p4names.h"
 #include "perforce/p4treeparser.h"
-#include "support/target.h"
-
-#include <algorithm>
-#include <vector>
+#include "support/pieces.h"
 
 namespace tarnwell::fuzz
 {
 
 namespace
 {
-
-struct Read
-{
-    std::vector<P4Record> records;
-    bool isComplete = false;
-};
-
-Read ReadIn(std::string_view bytes, std::size_t piece)
-{
-    P4RecordParser parser;
-    Read read;
-    while (!bytes.empty())
-    {
-        parser.Feed(bytes.substr(0, piece));
-        bytes.remove_prefix(std::min(piece, bytes.size()));
-        while (std::optional<P4Record> record = parser.Next())
-            read.records.push_back(std::move(*record));
-    }
-    read.isComplete = parser.IsComplete();
-    return read;
-}
 
 bool Same(const P4Record& left, const P4Record& right)
 {
@@ -88,13 +64,9 @@ void Try(std::string_view bytes)
         return;
     const std::size_t piece = 1 + static_cast<unsigned char>(bytes[0]);
     bytes.remove_prefix(1);
-    const Read whole = ReadIn(bytes, bytes.size());
-    const Read pieces = ReadIn(bytes, piece);
-    Expect(whole.isComplete == pieces.isComplete, "pieces are as complete as the whole");
-    Expect(std::equal(whole.records.begin(), whole.records.end(), pieces.records.begin(),
-                      pieces.records.end(), Same),
-           "pieces are read as the whole is");
-    for (const P4Record& record : whole.records)
+    const auto records = ReadTwice(
+        bytes, piece, [] { return P4RecordParser(); }, Same);
+    for (const P4Record& record : records)
     {
         TryHistory(record);
         TryTree(record);

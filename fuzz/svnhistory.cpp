@@ -1,37 +1,15 @@
 // Any bytes as the history that the Subversion client prints, whole and in pieces, and an item's
 // way through it.
 #include "subversion/svnhistoryparser.h"
-#include "support/target.h"
+#include "support/pieces.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace tarnwell::fuzz
 {
 
 namespace
 {
-
-struct Read
-{
-    std::vector<SvnRevision> revisions;
-    bool isComplete = false;
-};
-
-Read ReadIn(std::string_view bytes, std::size_t piece)
-{
-    SvnHistoryParser parser;
-    Read read;
-    while (!bytes.empty())
-    {
-        parser.Feed(bytes.substr(0, piece));
-        bytes.remove_prefix(std::min(piece, bytes.size()));
-        while (std::optional<SvnRevision> revision = parser.Next())
-            read.revisions.push_back(std::move(*revision));
-    }
-    read.isComplete = parser.IsComplete();
-    return read;
-}
 
 bool Same(const SvnRevision& left, const SvnRevision& right)
 {
@@ -44,14 +22,10 @@ bool Same(const SvnRevision& left, const SvnRevision& right)
 
 void Try(std::string_view bytes)
 {
-    const Read whole = ReadIn(bytes, bytes.size());
-    const Read pieces = ReadIn(bytes, 5);
-    Expect(whole.isComplete == pieces.isComplete &&
-               std::equal(whole.revisions.begin(), whole.revisions.end(), pieces.revisions.begin(),
-                          pieces.revisions.end(), Same),
-           "pieces are read as the whole is");
+    const auto revisions = ReadTwice(
+        bytes, 5, [] { return SvnHistoryParser(); }, Same);
     std::string path = "/trunk/a.txt";
-    for (const SvnRevision& revision : whole.revisions)
+    for (const SvnRevision& revision : revisions)
     {
         Expect(IsSvnNumber(revision.number), "a revision has a number");
         Expect(!revision.description.ends_with('\n'), "no line feed ends a description");

@@ -2,23 +2,10 @@
 // and as addresses.
 #include "subversion/svnhistoryparser.h"
 #include "subversion/svntreeparser.h"
-#include "support/target.h"
+#include "support/pieces.h"
 
 namespace tarnwell::fuzz
 {
-
-namespace
-{
-
-void CheckPath(std::string_view path)
-{
-    const std::string text = "/" + std::string(path) + "/";
-    Expect(text.find("/../") == std::string::npos && text.find("/./") == std::string::npos &&
-               text.find("//") == std::string::npos && text.find('\0') == std::string::npos,
-           "a name leads down");
-}
-
-} // namespace
 
 void Try(std::string_view bytes)
 {
@@ -29,12 +16,12 @@ void Try(std::string_view bytes)
         if (const auto facts = ReadSvnInfo(*entry))
         {
             if (!facts->path.empty())
-                CheckPath(facts->path);
+                ExpectLeadsDown(facts->path);
             Expect(facts->revision.empty() || IsSvnNumber(facts->revision),
                    "a revision is a number");
         }
         if (const auto listed = ReadSvnEntry(*entry))
-            CheckPath(listed->name);
+            ExpectLeadsDown(listed->name);
     }
     SvnXmlReader targets("target");
     targets.Feed(bytes);
