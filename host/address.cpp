@@ -13,12 +13,12 @@ namespace
 {
 
 const FileSystemKind kinds[] = {
-    {u"local", u"Win32FileSystem", CLSID_Win32FileSystem, true, false, u"", false, false},
-    {u"p4", u"P4FileSystem", CLSID_P4FileSystem, true, true, u"@#", false, true},
-    {u"svn", u"SVNFileSystem", CLSID_SVNFileSystem, true, true, u"@", false, true},
-    {u"ftp", u"FTPFileSystem", CLSID_FTPFileSystem, true, false, u"", false, false},
-    {u"hg", u"HGFileSystem", CLSID_HGFileSystem, false, false, u"#", true, false},
-    {u"git", u"GITFileSystem", CLSID_GITFileSystem, false, false, u"#", true, false},
+    {u"local", u"Win32FileSystem", u"", CLSID_Win32FileSystem, true, false, false, false},
+    {u"p4", u"P4FileSystem", u"@#", CLSID_P4FileSystem, true, true, false, true},
+    {u"svn", u"SVNFileSystem", u"@", CLSID_SVNFileSystem, true, true, false, true},
+    {u"ftp", u"FTPFileSystem", u"", CLSID_FTPFileSystem, true, false, false, false},
+    {u"hg", u"HGFileSystem", u"#", CLSID_HGFileSystem, false, false, true, false},
+    {u"git", u"GITFileSystem", u"#", CLSID_GITFileSystem, false, false, true, false},
 };
 const FileSystemKind& local = kinds[0];
 const FileSystemKind& perforce = kinds[1];

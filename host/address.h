@@ -15,6 +15,8 @@ struct FileSystemKind
 {
     const char16_t* name;
     const char16_t* className;
+    // What a revision stands behind in an address; empty if there are none.
+    std::u16string_view markers;
     GUID clsid;
     // Whether items can be looked up, and folders listed: the other kinds know files in their
     // working copies only, and can't say whether one exists.
@@ -22,8 +24,6 @@ struct FileSystemKind
     // Whether what is read of a file can be longer or shorter than its listed size, as keywords in
     // it are filled in and line ends made the platform's.
     bool translatesContent;
-    // What a revision stands behind in an address; empty if there are none.
-    std::u16string_view markers;
     // Whether equal ids of contents mean equal contents, also in two repositories.
     bool idsTellContents;
     // Whether "%" and two digits stand for another character in an address.

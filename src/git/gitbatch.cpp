@@ -91,26 +91,25 @@ GitObject GitBatch::Content(const std::string& name, std::string& bytes, Patienc
 void GitBatch::Ask(const std::function<void(Session&)>& question, Patience& patience)
 {
     patience.Ask();
-    // Who breaks off leaves half an answer behind, with which it goes.
-    std::unique_ptr<Session> session = std::move(session_);
     for (int tries = 2; tries > 0; --tries)
     {
+        // Who breaks off leaves half an answer behind, with which it goes.
+        std::unique_ptr<Session> session = std::move(session_);
         if (!session)
             session = std::make_unique<Session>(StrictGitCall(item_.place, batchCommand));
         try
         {
             question(*session);
-            session_ = std::move(session);
+            session_.swap(session);
             return;
         }
         catch (const Gone&)
         {
             // Told below, if it happens again.
         }
-        const std::unique_ptr<Session> gone = std::move(session);
         if (tries == 1)
         {
-            ThrowIfGitFailed(gone->client.Finish(patience), item_);
+            ThrowIfGitFailed(session->client.Finish(patience), item_);
             ThrowStrictFailure(strictGit.source, badAnswer, item_.address);
         }
     }

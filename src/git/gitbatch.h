@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tarnwell
@@ -26,7 +27,7 @@ class GitBatch
 {
 public:
     // The client is started by the first question, and again by the next one where one broke off.
-    explicit GitBatch(const PlacedItem& item) : item_(item) {}
+    explicit GitBatch(PlacedItem item) : item_(std::move(item)) {}
 
     // Names of objects hold no line feed.
     std::vector<GitObject> Facts(const std::vector<std::string>& names, Patience& patience);

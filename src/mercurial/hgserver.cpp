@@ -27,10 +27,10 @@ ClientOutcome HgServer::Run(const std::vector<std::string>& arguments, const HgO
                             const std::function<void()>& restart, Patience& patience)
 {
     patience.Ask();
-    // Who breaks off leaves half an answer behind, with which it goes.
-    std::unique_ptr<Session> session = std::move(session_);
-    for (bool mayDie = static_cast<bool>(restart);; mayDie = false)
+    for (int tries = restart ? 2 : 1; tries > 0; --tries)
     {
+        // Who breaks off leaves half an answer behind, with which it goes.
+        std::unique_ptr<Session> session = std::move(session_);
         try
         {
             if (!session)
@@ -39,21 +39,19 @@ ClientOutcome HgServer::Run(const std::vector<std::string>& arguments, const HgO
                 ReadGreeting(*session, patience);
             }
             ClientOutcome outcome = RunOnce(session, arguments, output, patience);
-            session_ = std::move(session);
+            session_.swap(session);
             return outcome;
         }
         catch (const Gone&)
         {
             // Told below, if it happens again.
         }
-        const std::unique_ptr<Session> gone = std::move(session);
-        if (!mayDie)
-        {
-            ThrowIfHgFailed(gone->client.Finish(patience), item_);
-            ThrowBadAnswer();
-        }
-        restart();
+        if (tries == 1)
+            ThrowIfHgFailed(session->client.Finish(patience), item_);
+        else
+            restart();
     }
+    ThrowBadAnswer();
 }
 
 std::string HgServer::Answer(const std::vector<std::string>& arguments, Patience& patience)
