@@ -30,7 +30,7 @@ struct HistoryOptions
     /// is no bound. A revision before it ends the walk along its line: where a clock was wrong,
     /// earlier revisions of a later time are left out.
     std::uint64_t since;
-    /// Those recorded at this time or earlier; 0 is no bound.
+    /// Those recorded at this time or earlier, likewise; 0 is no bound.
     std::uint64_t until;
 };
 

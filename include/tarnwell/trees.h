@@ -87,7 +87,9 @@ struct ITree : ::IUnknown
     /// recorded. All of it has come from the client when this returns, so that reading it fails
     /// only where the disk does.
     /// @param      name      Empty for the top, where that is a file.
-    /// @param      progress  Asked whether to go on; null asks nobody.
+    /// @param      progress  Asked whether to go on; null asks nobody. Its `ICopyAmounts`, where it
+    ///                       answers that, hears how many bytes have come: at the beginning, with
+    ///                       each piece and at the end. Not for local files, which are only opened.
     /// @param[out] stream    The caller's to release; null on failure. It doesn't need the tree.
     /// @return S_OK; as `List`, with `HistoryWrongKind` for what is no file and no link.
     virtual HRESULT STDMETHODCALLTYPE Open(const OLECHAR* name, ICopyProgress* progress,

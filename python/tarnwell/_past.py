@@ -205,9 +205,15 @@ class Tree:
     def __iter__(self) -> Iterator[TreeEntry]:
         return iter(self.list())
 
-    def open(self, name: Text = "", progress: Optional[Callable[[], bool]] = None) -> Reader:
-        """The content of a file, or the path of a link, all of which has come when this returns."""
-        asked = progress_object(progress or _yes)
+    def open(
+        self,
+        name: Text = "",
+        progress: Optional[Callable[[], bool]] = None,
+        amounts: Optional[Callable[[int, Optional[int]], None]] = None,
+    ) -> Reader:
+        """The content of a file, or the path of a link, all of which has come when this returns.
+        `amounts` hears how many bytes have come, and how many there are in all, or None."""
+        asked = progress_object(progress or _yes, amounts)
         try:
             types = (_POINTER, _POINTER)
             return Reader(self._tree.pointer(7, types, text_in(name), asked.address))

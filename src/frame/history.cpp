@@ -2,6 +2,8 @@
 
 #include "frame/text.h"
 
+#include <algorithm>
+
 namespace tarnwell
 {
 
@@ -11,6 +13,7 @@ namespace
 HistoryOptions Checked(const HistoryOptions* given, const char16_t* source)
 {
     constexpr std::uint32_t knownFlags = HistoryFollow | HistoryWorkingCopy;
+    constexpr std::uint64_t firstTime = 1;
     if (given == nullptr)
         return {};
     if (given->size != sizeof *given || (given->flags & ~knownFlags) != 0)
@@ -18,7 +21,11 @@ HistoryOptions Checked(const HistoryOptions* given, const char16_t* source)
         throw ComException(E_INVALIDARG, FormatMessageById(MessageId::InvalidHistoryOptions),
                            At(source));
     }
-    return *given;
+    HistoryOptions options = *given;
+    options.since = InWholeSeconds(options.since);
+    // 0 would be no bound.
+    options.until = std::max(InWholeSeconds(options.until), std::min(options.until, firstTime));
+    return options;
 }
 
 } // namespace

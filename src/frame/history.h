@@ -26,12 +26,19 @@ struct HistoryRecord
     std::uint64_t revisionTime = 0;
 };
 
+// The second that a FILETIME value is in. Some systems know parts of one, and others don't.
+constexpr std::uint64_t InWholeSeconds(std::uint64_t time)
+{
+    constexpr std::uint64_t ticksOfSecond = 10'000'000;
+    return time - time % ticksOfSecond;
+}
+
 // What the host asks for.
 struct HistoryQuestion
 {
     std::u16string path; // as the host gave it
     std::optional<std::u16string> revision;
-    HistoryOptions options;
+    HistoryOptions options; // its times are whole seconds
 
     bool Has(HistoryFlag flag) const
     {

@@ -23,6 +23,12 @@ public:
     // throws message 149, with E_ABORT, if the host doesn't want to go on.
     void Ask();
 
+    // Who is asked; null if nobody is.
+    ICopyProgress* Progress() const
+    {
+        return progress_;
+    }
+
 private:
     ICopyProgress* progress_; // the host's, for the time of its call
     const char16_t* source_;

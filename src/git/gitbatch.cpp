@@ -68,6 +68,7 @@ GitObject GitBatch::Content(const std::string& name, ContentTaker& taker, Patien
             found = ReadFacts(session, patience);
             if (found.type.empty())
                 return;
+            taker.Expect(found.size);
             for (std::uint64_t left = found.size; left > 0;)
             {
                 const std::string_view block = session.ReadSome(patience).substr(0, left);

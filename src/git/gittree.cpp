@@ -102,7 +102,7 @@ public:
         const GitEntry entry = FindBelow(top_, name, patience);
         if (!HasContent(entry.mode))
             ThrowWrongKind(noFile, name);
-        ContentFile file(strictGit, item_.address);
+        ContentFile file(strictGit, item_.address, patience);
         const GitObject content = batch_.Content(entry.id, file, patience);
         if (content.type.empty())
             ThrowIncomplete();

@@ -92,7 +92,7 @@ public:
         const HgEntry entry = EntryOf(name);
         if (!HasContent(entry))
             ThrowWrongKind(noFile, name);
-        ContentFile file(strictHg, server_.Item().address);
+        ContentFile file(strictHg, server_.Item().address, patience);
         const auto take = [&](std::string_view bytes) {
             file.Take(bytes);
             return true;

@@ -23,25 +23,14 @@ namespace
 
 constexpr std::u16string_view removalCommand = u"log --xml -v --stop-on-copy ";
 
-constexpr std::uint64_t InWholeSeconds(std::uint64_t time)
-{
-    constexpr std::uint64_t ticksOfSecond = 10'000'000;
-    return time - time % ticksOfSecond;
-}
-
-HistoryPage::Bounds BoundsOf(const HistoryOptions& options)
-{
-    return {options.skip, options.count, InWholeSeconds(options.since),
-            InWholeSeconds(options.until)};
-}
-
 class SvnHistory
 {
 public:
     SvnHistory(const HostUIUser& host, const HistoryQuestion& question, HistoryTaker& taker)
         : question_(question), taker_(taker), patience_(taker.HostsPatience()),
           asked_(SvnQuestionOf(question.path, question.revision)), host_(host),
-          page_(BoundsOf(question.options))
+          page_({question.options.skip, question.options.count, question.options.since,
+                 question.options.until})
     {
     }
 
@@ -125,7 +114,7 @@ private:
         // Giving them may take long, too.
         patience_.Ask();
         const std::uint64_t time = InWholeSeconds(revision.time);
-        if (time != 0 && time < InWholeSeconds(question_.options.since))
+        if (time != 0 && time < question_.options.since)
             return false;
         return !page_.Admits(time) || (taker_.Take(RecordOf(revision, path)) && page_.CountDown());
     }

@@ -161,7 +161,7 @@ public:
         const std::string path = NameIn(name);
         if (path.empty() && top_.isFolder)
             ThrowStrictFailure(svnSource, noFile, asked_.address);
-        ContentFile file(strictSvn, asked_.address);
+        ContentFile file(strictSvn, asked_.address, patience);
         const auto marks = StartMarks(path, u"--depth empty ");
         const auto content = login_.Start(std::u16string(contentCommand) + TargetOf(path));
         bool isLink = false;

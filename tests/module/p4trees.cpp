@@ -1,6 +1,8 @@
 // Perforce's trees, on the stand-in for its client: what the suites over all file systems don't
 // know of.
 #include "module/perforcetest.h"
+#include "support/fakeprogress.h"
+#include "support/perforce/records.h"
 #include "support/treesink.h"
 
 #include <tarnwell/text.h>
@@ -164,6 +166,17 @@ TEST_F(P4Trees, ALinksPathHasNoLineFeedAtItsEnd)
               HistoryBadAnswer);
 }
 
+TEST_F(P4Trees, ContentsTellHowMuchThereIs)
+{
+    const auto tree = Tree(folder_);
+    FakeAmounts host;
+    ComPtr<IFileStream> stream;
+    EXPECT_EQ(tree->Open(Ole(std::u16string(u"a.txt")), &host, stream.Out()), S_OK);
+    const std::uint64_t size = ReadAll(stream).size();
+    EXPECT_GT(size, 0U);
+    EXPECT_EQ(host.Told().back(), (FakeAmounts::Amount{size, size}));
+}
+
 TEST_F(P4Trees, ContentsThatCantBeHadFail)
 {
     const auto tree = Tree(folder_);
@@ -174,6 +187,22 @@ TEST_F(P4Trees, ContentsThatCantBeHadFail)
     Fail("print", "late");
     EXPECT_EQ(tree->Open(Ole(std::u16string(u"a.txt")), nullptr, stream.Out()),
               HistoryClientFailed);
+}
+
+TEST_F(P4Trees, ContentsThatEndEarlyBesideAWarningFail)
+{
+    const auto tree = Tree(folder_);
+    const auto open = [&](const std::string& bytes, const std::string& behind) {
+        depot_.PrintBytes("print", perforce::Marshalled("text", {{"data", bytes}}) + behind);
+        ComPtr<IFileStream> stream;
+        return tree->Open(Ole(std::u16string(u"a.txt")), nullptr, stream.Out());
+    };
+    constexpr int warned = 2;
+    const std::string warning = perforce::Complaint(warned, 0, "the archive is damaged\n");
+    EXPECT_EQ(open("on", warning), HistoryBadAnswer);
+    EXPECT_EQ(open("", {}), HistoryBadAnswer);
+    EXPECT_EQ(open("one", warning), S_OK) << "all of it has come";
+    EXPECT_EQ(open("on", {}), S_OK) << "a character set may make it shorter";
 }
 
 // A server may send what it likes.

@@ -203,6 +203,8 @@ TEST_F(LocalHistories, ComeInPagesBetweenTimesAndFromARevisionOn)
     HistoryOptions options = Wanted();
     options.since = firstTime + day;
     EXPECT_THAT(Ids(path, options), ElementsAre(third, second));
+    options.since += 9'999'999;
+    EXPECT_THAT(Ids(path, options), ElementsAre(third, second)) << "whole seconds count";
     options.until = firstTime + day;
     EXPECT_THAT(Ids(path, options), ElementsAre(second));
     EXPECT_THAT(Ids(path, Wanted(), second.c_str()), ElementsAre(second, first));

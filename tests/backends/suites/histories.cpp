@@ -238,13 +238,24 @@ TEST_P(Histories, AreBoundedByTimes)
         options = Wanted(flags);
         options.since = last + second;
         EXPECT_THAT(History(text_, options), IsEmpty());
+        for (const std::uint64_t part : {std::uint64_t{1}, second - 1 - last % second})
+        {
+            // Whole seconds count.
+            options.since = last + part;
+            EXPECT_THAT(History(text_, options), Not(IsEmpty())) << part;
+        }
         options.since = last;
         EXPECT_FALSE(History(text_, options).empty());
         options = Wanted(flags);
         options.until = last;
         EXPECT_EQ(History(text_, options).size(), 2U);
-        options.until = last - 3600 * second;
-        EXPECT_THAT(History(text_, options), IsEmpty());
+        options.until = last - last % second;
+        EXPECT_EQ(History(text_, options).size(), 2U);
+        for (const std::uint64_t early : {last - 3600 * second, std::uint64_t{1}})
+        {
+            options.until = early;
+            EXPECT_THAT(History(text_, options), IsEmpty()) << early;
+        }
     }
 }
 

@@ -288,6 +288,26 @@ TEST_P(Trees, StreamsOutliveTreesAndTreesTheirFileSystem)
     EXPECT_TRUE(ReadAll(large) == largeContent);
 }
 
+TEST_P(Trees, TellHowMuchOfAContentHasCome)
+{
+    const auto tree = LastTree();
+    const std::uint64_t size = largeContent.size();
+    FakeAmounts host;
+    ComPtr<IFileStream> stream;
+    ASSERT_EQ(tree->Open(Ole(u"large"), &host, stream.Out()), S_OK);
+    const std::vector<FakeAmounts::Amount> told = host.Told();
+    ASSERT_GE(told.size(), 3U); // the beginning, a piece, the end
+    EXPECT_EQ(told.front().done, 0U);
+    EXPECT_EQ(told.back().done, size);
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end(), [](const auto& left, const auto& right) {
+        return left.done < right.done;
+    }));
+    for (const FakeAmounts::Amount& amount : told)
+        EXPECT_TRUE(amount.total == size || amount.total == AmountUnknown) << amount.total;
+    EXPECT_EQ(host.references, 0U);
+    EXPECT_TRUE(ReadAll(stream) == largeContent);
+}
+
 TEST_P(Trees, StandSideBySide)
 {
     const auto last = LastTree();

@@ -78,6 +78,17 @@ TEST_F(HostOnSubversion, FindStaysInTheRevision)
                                                           Utf8(trunk_) + "/my%20dir/x y.txt@3"));
 }
 
+TEST_F(HostOnSubversion, WhatIsFoundInARevisionOpens)
+{
+    repository_.Commit("trunk/a%2541 %2525.txt", "percent");
+    const auto environment = Environment{{"HOME", home_.Path().string()}};
+    const HostRun found = RunHost({{u"find", trunk_, u"*%*"}, {}, environment, {}});
+    ASSERT_THAT(LinesOf(found.output), SizeIs(1)) << found.errors;
+    const std::u16string address = DecodeName(LinesOf(found.output)[0]);
+    const HostRun run = RunHost({{u"cat", address}, {}, environment, {}});
+    EXPECT_EQ(run.output, "percent") << run.errors;
+}
+
 TEST_F(HostOnSubversion, StatTellsAllFacts)
 {
     for (const std::u16string name : {u"/a.txt", u"/a.txt@4", u"/my dir"})

@@ -71,6 +71,11 @@ def test_a_tree_holds_what_there_was(files, repository):
     }
     assert {entry.name for entry in tree} == {"a b.txt", "dir", "f.txt"}
     assert tree.read("f.txt") == b"one\n"
+    told = []
+    with tree.open("f.txt", amounts=lambda done, total: told.append((done, total))) as content:
+        assert content.read() == b"one\n"
+    assert told[0][0] == 0 and told[-1][0] == 4
+    assert told[-1][1] in (4, None)
     found = tree.find("dir/deep/c.txt")
     assert (found.size, found.kind, found.executable) == (4, "file", False)
     with pytest.raises(FileNotFoundError):
