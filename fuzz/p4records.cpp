@@ -25,9 +25,10 @@ bool Same(const P4Record& left, const P4Record& right)
 
 void TryHistory(const P4Record& record)
 {
-    if (const auto changes = ReadP4FileLog(record))
+    for (const bool isWhole : {false, true})
     {
-        for (const P4Change& change : *changes)
+        const auto changes = P4FileLogReader().Next(record, isWhole);
+        for (const P4Change& change : changes ? *changes : std::vector<P4Change>())
         {
             Expect(P4Number(change.id) && P4Number(change.revision), "numbers are numbers");
             Expect(!change.description.ends_with('\n'), "no line feed ends a description");

@@ -55,6 +55,12 @@ bool IsWholePath(std::u16string_view path, const PathRules& rules)
     return hasDrive || (!path.empty() && IsSeparator(path[0], rules));
 }
 
+bool IsLocalPath(std::u16string_view path, const PathRules& rules)
+{
+    constexpr std::size_t rootLength = 3;
+    return rules.drives ? IsDriveRoot(path.substr(0, rootLength), rules) : IsWholePath(path, rules);
+}
+
 void AppendSeparator(std::u16string& path, const PathRules& rules)
 {
     if (path.empty() || IsSeparator(path.back(), rules))

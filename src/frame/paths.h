@@ -23,6 +23,10 @@ bool IsRootPath(std::u16string_view path, const PathRules& rules = platformPathR
 // Whether `path` begins where the file systems do.
 bool IsWholePath(std::u16string_view path, const PathRules& rules = platformPathRules);
 
+// Whether `path` begins at the root of a drive, or of all that there is. So looking at it asks no
+// other machine, as a share would, and no device.
+bool IsLocalPath(std::u16string_view path, const PathRules& rules = platformPathRules);
+
 // Makes `path` ready for a name to be put behind it.
 void AppendSeparator(std::u16string& path, const PathRules& rules = platformPathRules);
 

@@ -1,6 +1,7 @@
 #include "perforce/p4history.h"
 
 #include "frame/messages.h"
+#include "frame/paths.h"
 #include "frame/text.h"
 #include "perforce/p4historyparser.h"
 #include "perforce/p4names.h"
@@ -77,8 +78,9 @@ private:
         {
             path = P4FolderOfAll(MappedPath(AllBelow()));
         }
+        // A server told it: nobody logs on to another machine for that.
         const bool isThere =
-            !path.empty() && GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES;
+            IsLocalPath(path) && GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES;
         return isThere ? path : std::u16string();
     }
 
@@ -166,21 +168,34 @@ private:
                                 MostOf(question_.options),
                             item_.path + item_.revision, HostsPatience());
         bool hasAny = false;
-        while (const std::optional<P4Record> record = question.Next())
-        {
-            const auto changes = ReadP4FileLog(*record);
+        bool isEnough = false;
+        P4FileLogReader reader;
+        const auto give = [&](const P4Record& record, bool isWhole) {
+            const auto changes = reader.Next(record, isWhole);
             if (!changes)
                 ThrowBadAnswer();
             // What comes behind the first file are the names that it had before.
             const bool isWanted = follows || !hasAny;
-            hasAny = true;
-            for (const P4Change& change : *changes)
+            for (auto change = changes->begin(); isWanted && !isEnough && change != changes->end();
+                 ++change)
             {
                 HostsPatience().Ask();
-                if (isWanted && !Give(change))
-                    return true;
+                isEnough = !Give(*change);
             }
+            return !isEnough;
+        };
+        const auto watch = [&](const P4Record& begun) {
+            return give(begun, false);
+        };
+        while (const std::optional<P4Record> record = question.Next(watch))
+        {
+            if (!give(*record, true))
+                break;
+            hasAny = true;
+            reader = {};
         }
+        if (isEnough)
+            return true;
         isOtherRevision_ =
             question.Warning().find(" - no file(s) at that revision") != std::string::npos;
         return hasAny;

@@ -2,6 +2,8 @@
 
 #include "frame/unixtime.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace tarnwell
@@ -21,25 +23,40 @@ std::string AuthorOf(const std::string& user, const std::string& workspace)
     return workspace.empty() ? user : user + "@" + workspace;
 }
 
+std::string Key(const char* name, std::size_t index)
+{
+    return name + std::to_string(index);
+}
+
+// Nobody promises an order, so all that is needed must be there, and something behind it.
+bool HasCome(const P4Record& record, std::size_t index)
+{
+    constexpr const char* needed[] = {"rev", "change", "user", "client", "desc", "time"};
+    return record.Has("depotFile") && record.Has(Key("rev", index + 1)) &&
+           std::all_of(std::begin(needed), std::end(needed),
+                       [&](const char* name) { return record.Has(Key(name, index)); });
+}
+
 } // namespace
 
-std::optional<std::vector<P4Change>> ReadP4FileLog(const P4Record& record)
+std::optional<std::vector<P4Change>> P4FileLogReader::Next(const P4Record& record, bool isWhole)
 {
     const std::string& file = record.Text("depotFile");
-    if (!file.starts_with("//"))
+    if (isWhole && !file.starts_with("//"))
         return std::nullopt;
     std::vector<P4Change> changes;
-    for (std::size_t i = 0; record.Has("rev" + std::to_string(i)); ++i)
+    while (isWhole ? record.Has(Key("rev", given_)) : HasCome(record, given_))
     {
         P4Change& change = changes.emplace_back();
-        change.id = record.Text("change", i);
-        change.author = AuthorOf(record.Text("user", i), record.Text("client", i));
-        change.description = WithoutLastFeeds(record.Text("desc", i));
-        change.time = FileTimeOfSeconds(record.Text("time", i));
+        change.id = record.Text("change", given_);
+        change.author = AuthorOf(record.Text("user", given_), record.Text("client", given_));
+        change.description = WithoutLastFeeds(record.Text("desc", given_));
+        change.time = FileTimeOfSeconds(record.Text("time", given_));
         change.path = file;
-        change.revision = record.Text("rev", i);
-        if (!P4Number(change.id) || !P4Number(change.revision))
+        change.revision = record.Text("rev", given_);
+        if (!P4Number(change.id) || !P4Number(change.revision) || !file.starts_with("//"))
             return std::nullopt;
+        ++given_;
     }
     return changes;
 }

@@ -23,9 +23,18 @@ struct P4Change
     std::string revision;    // of the file, decimal digits; empty otherwise
 };
 
-// The revisions of the file that a record of "filelog" tells, the latest first. Nothing if one has
-// no number that is one.
-std::optional<std::vector<P4Change>> ReadP4FileLog(const P4Record& record);
+// Reads the revisions of the file that a record of "filelog" tells, the latest first, also while
+// the record still comes: all of a file's revisions are one.
+class P4FileLogReader
+{
+public:
+    // Those that weren't given yet. While `isWhole` is false one has come as soon as the next one
+    // has begun. Nothing if a revision has no number that is one.
+    std::optional<std::vector<P4Change>> Next(const P4Record& record, bool isWhole);
+
+private:
+    std::size_t given_ = 0;
+};
 
 // The change that a record of "changes" tells. Nothing if it has no number that is one.
 std::optional<P4Change> ReadP4Change(const P4Record& record);

@@ -54,6 +54,12 @@ public:
     // The next dictionary, if it has come as a whole and is one.
     std::optional<P4Record> Next();
 
+    // What has come of the next one, where there is no next one yet.
+    const P4Record& Begun() const
+    {
+        return record_;
+    }
+
     // At the end, when there is no next one: whether all that came was read.
     bool IsComplete() const
     {

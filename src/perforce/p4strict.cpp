@@ -157,10 +157,10 @@ P4Question::P4Question(const P4Asker& asker, std::u16string_view command, std::s
     client_->CloseInput();
 }
 
-std::optional<P4Record> P4Question::Next()
+std::optional<P4Record> P4Question::Next(const Watcher& watch)
 {
-    std::optional<P4Record> record = Read();
-    if (!record)
+    std::optional<P4Record> record = Read(watch);
+    if (!record && !isEnough_)
         Finish();
     return record;
 }
@@ -173,7 +173,7 @@ std::optional<P4Record> P4Question::NextOrNone()
     return record;
 }
 
-std::optional<P4Record> P4Question::Read()
+std::optional<P4Record> P4Question::Read(const Watcher& watch)
 {
     for (;;)
     {
@@ -185,7 +185,8 @@ std::optional<P4Record> P4Question::Read()
                 return record;
             Note(*record);
         }
-        const std::string bytes = client_->Read(patience_);
+        isEnough_ = watch && !watch(parser_.Begun());
+        const std::string bytes = isEnough_ ? std::string() : client_->Read(patience_);
         if (bytes.empty())
             return std::nullopt;
         parser_.Feed(bytes);

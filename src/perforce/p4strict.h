@@ -8,6 +8,7 @@
 #include "runner/runningclient.h"
 #include "runner/strictclient.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -54,9 +55,12 @@ public:
     P4Question(const P4Asker& asker, std::u16string_view command, std::string_view path,
                Patience& patience);
 
-    // The next record that is no complaint; nothing at the end. Throws where the client has
-    // failed, which is known only then.
-    std::optional<P4Record> Next();
+    // Sees as much of a record as has come. False if nothing more is wanted.
+    using Watcher = std::function<bool(const P4Record& begun)>;
+
+    // The next record that is no complaint; nothing at the end, and where `watch` wants no more.
+    // Throws where the client has failed, which is known only at the end.
+    std::optional<P4Record> Next(const Watcher& watch = {});
     // The same, where a failure is nothing, too; but for what isn't the client's own.
     std::optional<P4Record> NextOrNone();
 
@@ -67,7 +71,7 @@ public:
     }
 
 private:
-    std::optional<P4Record> Read();
+    std::optional<P4Record> Read(const Watcher& watch = {});
     void Note(const P4Record& complaint);
     void Finish();
     [[noreturn]] void Fail(const std::u16string& words, std::uint64_t generic, int exitCode) const;
@@ -80,6 +84,7 @@ private:
     std::string failure_;
     std::uint64_t generic_ = 0;
     bool hasFailed_ = false;
+    bool isEnough_ = false;
 };
 
 // The text of what the client printed.

@@ -1,6 +1,8 @@
 // Perforce's histories told in full, on the stand-in for its client.
 #include "module/p4historytest.h"
 
+#include "support/perforce/records.h"
+
 #include <tarnwell/text.h>
 
 #include <fstream>
@@ -298,6 +300,52 @@ TEST_F(P4Histories, WithTheWorkingCopyWhereThereIsOne)
     // A workspace that the server doesn't know hides no history.
     Fail("where", "workspace");
     EXPECT_THAT(Descriptions(address_, Wanted(HistoryWorkingCopy)), ElementsAre(u"m"));
+}
+
+// It may be on another machine, which would be told who one is, or a device.
+TEST_F(P4Histories, TheWorkingCopyIsLookedForOnThisMachineOnly)
+{
+    const auto copiesAt = [&](const std::string& path) {
+        depot_.PrintBytes(
+            "where",
+            perforce::Marshalled("stat", {{"depotFile", "//depot/base/a.txt"}, {"path", path}}));
+        return History(address_, Wanted(HistoryWorkingCopy)).size() - 1;
+    };
+    const std::string there = temporary_.Path().string();
+    EXPECT_EQ(copiesAt(there), 1U);
+#ifdef _WIN32
+    EXPECT_EQ(copiesAt("\\\\?\\" + there), 0U);
+    EXPECT_EQ(copiesAt("\\\\.\\" + there), 0U);
+    EXPECT_EQ(copiesAt("\\\\localhost\\" + there.substr(0, 1) + "$" + there.substr(2)), 0U);
+#endif
+    EXPECT_EQ(copiesAt("."), 0U);
+}
+
+// All revisions of a file are one record.
+TEST_F(P4Histories, RevisionsComeWhileTheirRecordIsPrinted)
+{
+    perforce::Fields fields{{"depotFile", "//depot/base/a.txt"}};
+    for (const std::string n : {"0", "1", "2"})
+    {
+        for (const char* const name : {"rev", "change", "time", "user", "client", "desc"})
+            fields.emplace_back(name + n, "7");
+    }
+    std::string half = perforce::Marshalled("stat", fields);
+    half.resize(half.rfind("client2"));
+    depot_.PrintBytes("filelog", half);
+    Fail("filelog", "hangbehind");
+    for (const std::uint32_t flags : {0U, std::uint32_t{HistoryFollow}})
+    {
+        HistorySink sink;
+        sink.wantsMore = [&] {
+            return sink.entries.size() < 2;
+        };
+        EXPECT_EQ(Read(address_, sink, Wanted(flags)).status, E_ABORT);
+        EXPECT_EQ(sink.entries.size(), 2U);
+        HistorySink enough;
+        EXPECT_THAT(Read(address_, enough, Wanted(flags, 1, 1)), Succeeded());
+        EXPECT_EQ(enough.entries.size(), 1U);
+    }
 }
 
 // What the client has printed is taken before it has ended, and a server that says no more doesn't

@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 namespace tarnwell::test
 {
 namespace
@@ -131,16 +133,17 @@ P4Record P4RecordOf(const std::vector<std::pair<std::string, std::string>>& pair
 
 TEST(P4HistoryParser, ReadsTheRevisionsOfAFile)
 {
-    const auto changes = ReadP4FileLog(P4RecordOf({{"depotFile", "//depot/a"},
-                                                   {"rev0", "2"},
-                                                   {"change0", "17"},
-                                                   {"time0", "1000000000"},
-                                                   {"user0", "ann"},
-                                                   {"client0", "ws"},
-                                                   {"desc0", "a\n\nb\n\n"},
-                                                   {"rev1", "1"},
-                                                   {"change1", "3"},
-                                                   {"rev3", "x"}}));
+    const auto changes = P4FileLogReader().Next(P4RecordOf({{"depotFile", "//depot/a"},
+                                                            {"rev0", "2"},
+                                                            {"change0", "17"},
+                                                            {"time0", "1000000000"},
+                                                            {"user0", "ann"},
+                                                            {"client0", "ws"},
+                                                            {"desc0", "a\n\nb\n\n"},
+                                                            {"rev1", "1"},
+                                                            {"change1", "3"},
+                                                            {"rev3", "x"}}),
+                                                true);
     ASSERT_TRUE(changes);
     ASSERT_EQ(changes->size(), 2U);
     EXPECT_EQ((*changes)[0].id, "17");
@@ -156,7 +159,47 @@ TEST(P4HistoryParser, ReadsTheRevisionsOfAFile)
           P4RecordOf({{"depotFile", "//a"}, {"rev0", "1"}}),
           P4RecordOf({{"depotFile", "//a"}, {"rev0", "-1"}, {"change0", "1"}}),
           P4RecordOf({{"depotFile", "//a"}, {"rev0", "1"}, {"change0", "1x"}})})
-        EXPECT_FALSE(ReadP4FileLog(record));
+        EXPECT_FALSE(P4FileLogReader().Next(record, true));
+}
+
+// However the client orders what it tells of them.
+TEST(P4HistoryParser, ReadsRevisionsWhileTheirRecordComes)
+{
+    using Pairs = std::vector<std::pair<std::string, std::string>>;
+    const Pairs inOrder = {
+        {"depotFile", "//a"}, {"rev0", "2"},    {"change0", "17"}, {"time0", "1"},   {"user0", "a"},
+        {"client0", "w"},     {"desc0", "new"}, {"rev1", "1"},     {"change1", "3"}, {"time1", "1"},
+        {"user1", "a"},       {"client1", "w"}, {"desc1", "old"}};
+    Pairs byKind = inOrder;
+    std::stable_sort(byKind.begin(), byKind.end(), [](const auto& left, const auto& right) {
+        return left.first.substr(0, 3) < right.first.substr(0, 3);
+    });
+    for (const auto& [pairs, firstAt] : {std::pair(inOrder, 8U), std::pair(byKind, 12U)})
+    {
+        P4FileLogReader reader;
+        P4Record record;
+        std::vector<std::string> descriptions;
+        const auto take = [&](bool isWhole) {
+            const auto changes = reader.Next(record, isWhole);
+            ASSERT_TRUE(changes);
+            for (const P4Change& change : *changes)
+                descriptions.push_back(change.description);
+        };
+        for (std::size_t i = 0; i < pairs.size(); ++i)
+        {
+            take(false);
+            EXPECT_EQ(descriptions.size(), i < firstAt ? 0U : 1U) << i;
+            record.Set(pairs[i].first, pairs[i].second);
+        }
+        take(true);
+        EXPECT_THAT(descriptions, ElementsAre("new", "old"));
+        take(true);
+        EXPECT_EQ(descriptions.size(), 2U) << "each is given once";
+    }
+    // What is none is one before all has come, too.
+    P4Record record = P4RecordOf(inOrder);
+    record.Set("rev0", "x");
+    EXPECT_FALSE(P4FileLogReader().Next(record, false));
 }
 
 TEST(P4HistoryParser, ReadsAChange)

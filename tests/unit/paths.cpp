@@ -174,6 +174,21 @@ TEST(Paths, SeparatorsAreTheRulesOwn)
     EXPECT_FALSE(IsSeparator(u':', posix));
 }
 
+// What another machine tells may be a path of yet another one.
+TEST(LocalPaths, BeginAtADriveOrAtTheRoot)
+{
+    for (const std::u16string_view path : {u"C:\\", u"c:/a", u"Z:\\a\\b"})
+        EXPECT_TRUE(IsLocalPath(path, windows)) << testing::PrintToString(path);
+    for (const std::u16string_view path :
+         {u"", u"a", u"C:", u"C:a", u"1:\\a", u"\\a", u"/a", u"\\\\server\\share\\a",
+          u"//server/share", u"\\/server\\share", u"\\\\?\\C:\\a", u"\\\\.\\C:\\a", u"\\??\\C:\\a",
+          u"\\\\?\\UNC\\server\\share"})
+        EXPECT_FALSE(IsLocalPath(path, windows)) << testing::PrintToString(path);
+    EXPECT_TRUE(IsLocalPath(u"/a", posix));
+    for (const std::u16string_view path : {u"", u"a", u".", u"../a", u"C:\\a", u"\\a"})
+        EXPECT_FALSE(IsLocalPath(path, posix)) << testing::PrintToString(path);
+}
+
 } // namespace
 
 } // namespace tarnwell::test
