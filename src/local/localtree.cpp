@@ -44,23 +44,24 @@ std::u16string Joined(std::u16string folder, std::u16string_view name)
     return folder.append(name);
 }
 
-// The items of a folder. What the server calls an item is one part of a path, or it is none.
-std::vector<Entry> EntriesOf(const std::u16string& folder, const std::u16string& address,
-                             Patience& patience)
+// Calls `take`, until it wants no more, with the items of a folder. What the server calls an item
+// is one part of a path, or it is none. False if it wanted no more.
+template <class F>
+bool EachEntry(const std::u16string& folder, const std::u16string& address, Patience& patience,
+               F take)
 {
     const auto throwUnlessEnd = [&] {
         const DWORD error = GetLastError();
         if (error != ERROR_FILE_NOT_FOUND && error != ERROR_NO_MORE_FILES)
             ThrowSnapshotError(error, folder);
     };
-    std::vector<Entry> entries;
     const std::u16string pattern = Joined(folder, u"*");
     WIN32_FIND_DATAW record;
     const FindHandle find(FindFirstFileW(Wide(pattern), &record));
     if (!find)
     {
         throwUnlessEnd();
-        return entries;
+        return true;
     }
     do
     {
@@ -71,10 +72,11 @@ std::vector<Entry> EntriesOf(const std::u16string& folder, const std::u16string&
         if (name.empty() ||
             std::any_of(name.begin(), name.end(), [](char16_t unit) { return IsSeparator(unit); }))
             ThrowSnapshotFailure(HistoryBadAnswer, MessageId::ClientAnswerInvalid, {address});
-        entries.push_back(EntryOf(record));
+        if (!take(EntryOf(record)))
+            return false;
     } while (FindNextFileW(find.Get(), &record));
     throwUnlessEnd();
-    return entries;
+    return true;
 }
 
 TreeRecord RecordOf(const Entry& entry, const std::u16string& name)
@@ -131,16 +133,17 @@ public:
         {
             const auto [path, around] = std::move(left.back());
             left.pop_back();
-            for (const Entry& entry : EntriesOf(path, address_, patience))
-            {
+            const auto takeOne = [&](const Entry& entry) {
                 const std::u16string below =
                     around.empty() ? entry.name : around + u"/" + entry.name;
-                patience.Ask();
                 if (!take(RecordOf(entry, below)))
-                    return;
+                    return false;
                 if (recursive && entry.Kind() == TreeFolder)
                     left.emplace_back(Joined(path, entry.name), below);
-            }
+                return true;
+            };
+            if (!EachEntry(path, address_, patience, takeOne))
+                return;
         }
     }
 
@@ -183,10 +186,13 @@ private:
             rest.remove_prefix(std::min(rest.size(), part.size() + 1));
             if (found.entry.Kind() != TreeFolder)
                 ThrowNoPath(name);
-            const std::vector<Entry> entries = EntriesOf(found.path, address_, patience);
-            const auto entry = std::find_if(entries.begin(), entries.end(),
-                                            [&](const Entry& each) { return each.name == part; });
-            if (entry == entries.end())
+            std::optional<Entry> entry;
+            const auto takeOne = [&](Entry each) {
+                if (each.name == part)
+                    entry = std::move(each);
+                return !entry;
+            };
+            if (EachEntry(found.path, address_, patience, takeOne))
                 ThrowNoPath(name);
             found = {Joined(found.path, part), *entry};
         }

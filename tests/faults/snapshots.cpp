@@ -3,6 +3,7 @@
 
 #include "support/snapshotserver.h"
 #include "support/snapshotshare.h"
+#include "support/treesink.h"
 
 namespace tarnwell::test
 {
@@ -189,6 +190,28 @@ TEST_F(FailingSnapshots, AListThatCannotBeMadeIsReported)
                 FailsWith(StatusFromError(ERROR_NOT_ENOUGH_MEMORY),
                           u"Failed to create a support object. "));
     EXPECT_FALSE(list);
+}
+
+TEST_F(FailingSnapshots, ATreesItemsAreGivenWhileTheirFolderIsRead)
+{
+    for (const char16_t* const name : {u"a", u"b", u"c"})
+        share.Put(u"@GMT-2024.05.03-10.30.00\\tree/" + std::u16string(name), "x");
+    ComPtr<ITree> tree;
+    ASSERT_EQ(
+        local.system.As<IFileSystemTrees>()->OpenTree(u"C:\\tree", nullptr, nullptr, tree.Out()),
+        S_OK);
+    const Faults faults;
+    std::vector<int> reads;
+    TreeSink sink;
+    sink.answer = [&] {
+        reads.push_back(faults.Calls("FindNextFileW"));
+        return S_OK;
+    };
+    EXPECT_EQ(tree->List(nullptr, VARIANT_FALSE, &sink), S_OK);
+    ASSERT_EQ(reads.size(), 3U);
+    EXPECT_LT(reads[0], reads[1]);
+    EXPECT_LT(reads[1], reads[2]);
+    EXPECT_LT(reads[2], faults.Calls("FindNextFileW"));
 }
 
 } // namespace
