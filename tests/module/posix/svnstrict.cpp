@@ -253,6 +253,25 @@ TEST_F(SvnStrictServers, ASilentServerIsLeftWhenTheHostWantsTo)
     }
 }
 
+// The client says the beginning of its log, and then nothing more.
+TEST_F(SvnStrictServers, RevisionsComeBeforeTheClientHasEnded)
+{
+    repository.Commit("trunk/a b.txt", "again", "second");
+    const StandInClient client(
+        "svn", "case \"$*\" in\n"
+               "*log*) \"$REAL\" \"$@\" | sed '/<\\/logentry>/q'; exec sleep 1000 ;;\n"
+               "esac\nexec \"$REAL\" \"$@\"");
+    for (const std::uint32_t flags : {0U, std::uint32_t{HistoryFollow}})
+    {
+        HistorySink sink;
+        sink.wantsMore = [&] {
+            return sink.entries.empty();
+        };
+        EXPECT_EQ(Read(repository.Address(u"trunk/a b.txt"), sink, Wanted(flags)).status, E_ABORT);
+        EXPECT_THAT(DescriptionsOf(sink.entries), ElementsAre(u"second"));
+    }
+}
+
 class SvnSettings : public SvnStrict
 {
 protected:
