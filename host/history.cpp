@@ -1,7 +1,6 @@
 #include "history.h"
 
 #include "asked.h"
-#include "commands.h"
 #include "output.h"
 #include "revisionlines.h"
 #include "text16.h"
@@ -126,7 +125,7 @@ bool HasHistory(const Session& session, const Place& place)
     return !session.line.prescribed && client::FileSystem(place.fileSystem).HasHistory();
 }
 
-int PrintHistory(const Session& session, const Place& place)
+std::size_t PrintHistory(const Session& session, const Place& place)
 {
     client::HistoryQuery query = QueryOf(session.line);
     // To the module 0 is all.
@@ -143,7 +142,7 @@ int PrintHistory(const Session& session, const Place& place)
     });
     if (lines.Count() == 0 && !session.line.json)
         Print(WhyNone(session.line) + u"\n");
-    return exitDone;
+    return lines.Count();
 }
 
 } // namespace tarnwell::host

@@ -4,6 +4,7 @@
 #include "output.h"
 #include "revisionlines.h"
 #include "system.h"
+#include "workingcopy.h"
 
 #include <algorithm>
 
@@ -34,12 +35,17 @@ RevisionFacts FactsOf(const ComPtr<IRevision>& revision)
             {}};
 }
 
+bool IsLocal(const Place& place)
+{
+    return place.address.kind == &FileSystemKinds().front();
+}
+
 // Earlier versions of local files are found by their drive, so a relative path gets the present
 // one's.
 Place WholePlace(const Session& session)
 {
     Place place = Open(session, session.line.operands[0]);
-    if (place.address.kind == &FileSystemKinds().front())
+    if (IsLocal(place))
         place.address.text = AbsolutePath(place.address.text);
     return place;
 }
@@ -71,7 +77,7 @@ void RefuseOtherOptions(const CommandLine& line)
     }
 }
 
-int PrintPrescribed(const Session& session, const Place& place)
+std::size_t PrintPrescribed(const Session& session, const Place& place)
 {
     RefuseOtherOptions(session.line);
     const ComPtr<IRevisions> revisions = RevisionsOf(place);
@@ -85,7 +91,21 @@ int PrintPrescribed(const Session& session, const Place& place)
         Call([&] { return revisions->GetItem(static_cast<std::int32_t>(i), revision.Out()); });
         PrintRevision(FactsOf(revision), session.line.json);
     }
-    return exitDone;
+    return count;
+}
+
+std::size_t PrintAll(const Session& session, const Place& place)
+{
+    return HasHistory(session, place) ? PrintHistory(session, place)
+                                      : PrintPrescribed(session, place);
+}
+
+// The local file system knows the snapshots of a file, and what is there now: little, for what is
+// under version control.
+std::u16string HintFor(const Session& session, const Place& place)
+{
+    return session.line.json || !IsLocal(place) ? std::u16string()
+                                                : WhereHistoryIs(place.address.text);
 }
 
 } // namespace
@@ -93,8 +113,20 @@ int PrintPrescribed(const Session& session, const Place& place)
 int Log(const Session& session)
 {
     const Place place = WholePlace(session);
-    return HasHistory(session, place) ? PrintHistory(session, place)
-                                      : PrintPrescribed(session, place);
+    try
+    {
+        const std::size_t count = PrintAll(session, place);
+        const std::u16string hint = count < 2 ? HintFor(session, place) : std::u16string();
+        if (!hint.empty())
+            PrintError(hint + u"\n");
+        return exitDone;
+    }
+    catch (Failure& failure)
+    {
+        const std::u16string hint = HintFor(session, place);
+        failure.message += (hint.empty() ? u"" : u"\n") + hint;
+        throw;
+    }
 }
 
 } // namespace tarnwell::host

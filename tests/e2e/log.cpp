@@ -10,7 +10,11 @@ namespace tarnwell::test
 namespace
 {
 
+using testing::AllOf;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 
 TEST(Log, OfAFileWithoutEarlierVersionsSaysSo)
 {
@@ -32,6 +36,35 @@ TEST(Log, ForProgramsNoRevisionIsNoLine)
     const HostRun run = RunPrescribed({u"--json", u"log", folder / u"a.txt"});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_THAT(run.output + run.errors, IsEmpty());
+}
+
+TEST(Log, OfAFileInAWorkingCopySaysWhereItsHistoryIs)
+{
+    for (const auto& [marker, hint] :
+         {std::pair(".git", "\"log git:"), std::pair(".hg", "\"log hg:"),
+          std::pair(".svn", "\"svn info\"")})
+    {
+        const TempFolder folder;
+        std::filesystem::create_directories(folder.Path() / marker);
+        std::filesystem::create_directories(folder.Path() / "sub");
+        const std::u16string path = folder / u"sub";
+        const HostRun prescribed = RunPrescribed({u"log", path});
+        EXPECT_EQ(prescribed.output, "No revisions.\n");
+        EXPECT_THAT(prescribed.errors,
+                    AllOf(StartsWith("It is in a working copy"), HasSubstr(hint)));
+        // There are no snapshots here: whatever the reason is, the hint stands behind it.
+        const HostRun run = RunHost({u"log", path});
+        EXPECT_THAT(run.errors, HasSubstr(hint));
+        EXPECT_THAT(RunHost({u"--json", u"log", path}).errors, Not(HasSubstr("working copy")));
+        EXPECT_THAT(RunPrescribed({u"--json", u"log", path}).errors, IsEmpty());
+    }
+}
+
+TEST(Log, OfAFileInNoWorkingCopyHasNoHint)
+{
+    const TempFolder folder;
+    WriteBytes(folder / u"a.txt", "x");
+    EXPECT_THAT(RunHost({u"log", folder / u"a.txt"}).errors, Not(HasSubstr("working copy")));
 }
 
 } // namespace
