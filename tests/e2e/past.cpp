@@ -69,7 +69,6 @@ protected:
     const Past& past_ = PastOf(GetParam());
 };
 
-constexpr const char* noRepository = "0x80040202";
 constexpr const char* noPath = "0x80040203";
 constexpr const char* noRevision = "0x80040204";
 constexpr const char* wrongKind = "0x80040209";
@@ -80,7 +79,7 @@ TEST_P(PastTest, LogTellsAll)
     ASSERT_THAT(lines, SizeIs(2));
     EXPECT_EQ(lines[0].Text("id"), past_.secondId);
     EXPECT_EQ(lines[0].Text("description"), "second\n\nwith more");
-    EXPECT_EQ(lines[0].Text("author"), "Ann");
+    EXPECT_EQ(lines[0].Text("author"), past_.author);
     EXPECT_THAT(lines[0].Text("path"), EndsWith("dir/a.txt"));
     EXPECT_THAT(lines[0].Text("revision"), StartsWith("20"));
     EXPECT_EQ(lines[1].Text("description"), "first");
@@ -89,7 +88,7 @@ TEST_P(PastTest, LogTellsAll)
     EXPECT_EQ(old.output, "old") << uri << old.errors;
     EXPECT_THAT(RunHost({u"log", past_.Of(u"a.txt")}).output,
                 AllOf(StartsWith(past_.secondId + "  20"),
-                      HasSubstr("  Ann\n    second\n    \n    with more\n    ")));
+                      HasSubstr("  " + past_.author + "\n    second\n    \n    with more\n    ")));
 }
 
 TEST_P(PastTest, LogGivesPages)
@@ -120,7 +119,7 @@ TEST_P(PastTest, LogSaysWhyThereIsNothing)
     }
     ExpectFailure({u"log", past_.Of(u"none.txt")}, noPath);
     ExpectFailure({u"log", past_.Of(u"a.txt", GetParam().unknownRevision)}, noRevision);
-    ExpectFailure({u"log", past_.nowhere}, noRepository);
+    ExpectFailure({u"log", past_.nowhere}, past_.nowhereStatus);
     EXPECT_EQ(RunPrescribed({u"log", past_.nowhere}).output, "No revisions.\n")
         << "as it always was";
 }
@@ -186,7 +185,7 @@ TEST_P(PastTest, ContentsAreExact)
     {
         ExpectFailure({command, past_.Of(u"more.txt", past_.first)}, noPath);
         ExpectFailure({command, past_.address + GetParam().unknownRevision}, noRevision);
-        ExpectFailure({command, past_.nowhere}, noRepository);
+        ExpectFailure({command, past_.nowhere}, past_.nowhereStatus);
     }
     ExpectFailure({u"cat", past_.address + past_.first}, wrongKind);
     ExpectFailure({u"ls", past_.Of(u"a.txt", past_.first)}, wrongKind);

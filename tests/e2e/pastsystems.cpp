@@ -1,6 +1,7 @@
 #include "e2e/pastsystems.h"
 
 #include "support/mercurialrepository.h"
+#include "support/perforceserver.h"
 #include "support/repository.h"
 #include "support/svnrepository.h"
 
@@ -13,6 +14,8 @@ namespace
 {
 
 constexpr const char* secondMessage = "second\n\nwith more";
+constexpr const char* failsWithoutRepository = "0x80040202";
+constexpr const char* failsWithoutPath = "0x80040203";
 
 Past MakeGit()
 {
@@ -31,6 +34,8 @@ Past MakeGit()
             second,
             *made / u"dir",
             u"git:" + nowhere->Text(),
+            failsWithoutRepository,
+            "Ann",
             std::make_shared<
                 std::pair<std::shared_ptr<const Repository>, std::shared_ptr<const TempFolder>>>(
                 made, nowhere)};
@@ -49,8 +54,9 @@ Past MakeSubversion()
     const auto name = [](int revision) {
         return u"@" + DecodeName(std::to_string(revision));
     };
-    return {made->Address(u"dir"),        name(first), name(second), std::to_string(second), {},
-            u"svnfile:///nowhere/at/all", made};
+    return {made->Address(u"dir"),  name(first), name(second),
+            std::to_string(second), {},          u"svnfile:///nowhere/at/all",
+            failsWithoutRepository, "Ann",       made};
 }
 
 Past MakeMercurial()
@@ -70,8 +76,33 @@ Past MakeMercurial()
             made->Hg("log -r 1 --template {node}"),
             *made / u"dir",
             u"hg:" + nowhere->Text(),
+            failsWithoutRepository,
+            "Ann",
             std::make_shared<std::pair<std::shared_ptr<const MercurialRepository>,
                                        std::shared_ptr<const TempFolder>>>(made, nowhere)};
+}
+
+// Of all places on a server the client says the same: no such files.
+Past MakePerforce()
+{
+    const std::shared_ptr<PerforceServer> made = PerforceServer::Make();
+    made->Submit("dir/b c.txt", "b");
+    made->Submit("dir/sub/deep.txt", "deep");
+    const int first = made->Submit("dir/a.txt", "old", "first");
+    made->Submit("dir/more.txt", "more");
+    const int second = made->Submit("dir/a.txt", "new text", secondMessage);
+    const auto name = [](int change) {
+        return u"@" + DecodeName(std::to_string(change));
+    };
+    return {made->Address("dir"),
+            name(first),
+            name(second),
+            std::to_string(second),
+            {},
+            u"p4:////depot/nowhere/at/all",
+            failsWithoutPath,
+            made->Author(),
+            made};
 }
 
 } // namespace
@@ -80,6 +111,7 @@ std::vector<PastSystem> PastSystems()
 {
     return {{"Git", MakeGit, u"#no-such-tag"},
             {"Mercurial", MakeMercurial, u"#no-such-tag"},
+            {"Perforce", MakePerforce, u"@no-such-label"},
             {"Subversion", MakeSubversion, u"@99"}};
 }
 

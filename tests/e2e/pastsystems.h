@@ -22,8 +22,11 @@ struct Past
     std::string secondId;
     // "dir" as it is on the disk; empty where there is no working copy.
     std::u16string workingCopy;
-    // What the address is when the folder isn't in a repository at all.
+    // What the address is when the folder isn't in a repository at all, and with which status that
+    // fails.
     std::u16string nowhere;
+    const char* nowhereStatus;
+    std::string author;
     std::shared_ptr<const void> keep;
 
     // Of something in the folder, in a revision.
