@@ -133,6 +133,11 @@ AddressParts PartsOf(const Address& address)
     return parts;
 }
 
+bool ListsTellAll(const Address& address)
+{
+    return address.kind != &subversion || StartsInAnyCase(address.text, u"svnfile:");
+}
+
 std::u16string InAddress(const FileSystemKind& kind, std::u16string_view name)
 {
     constexpr std::u16string_view digits = u"0123456789ABCDEFabcdef";

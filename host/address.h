@@ -53,6 +53,10 @@ struct AddressParts
 
 AddressParts PartsOf(const Address& address);
 
+// Whether a tree's lists tell all that is known of an item. On Subversion's servers that would be a
+// question for each.
+bool ListsTellAll(const Address& address);
+
 // An item's name, which may have slashes in it, as the addresses of this kind have it.
 std::u16string InAddress(const FileSystemKind& kind, std::u16string_view name);
 

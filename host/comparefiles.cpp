@@ -1,4 +1,5 @@
 #include "comparison.h"
+#include "recordedform.h"
 
 #include <algorithm>
 
@@ -8,10 +9,8 @@ namespace tarnwell::host
 namespace
 {
 
-template <class F> Finding CompareContents(F&& open, const Side& leftSide, const Side& rightSide)
+template <class R> Finding CompareReaders(R left, R right)
 {
-    Reader left = open(leftSide);
-    Reader right = open(rightSide);
     std::uint64_t leftSize = 0;
     std::uint64_t rightSize = 0;
     std::optional<std::uint64_t> firstDifference;
@@ -29,6 +28,22 @@ template <class F> Finding CompareContents(F&& open, const Side& leftSide, const
     }
     const Verdict verdict = firstDifference ? Verdict::Different : Verdict::Equal;
     return {{}, verdict, leftSize, rightSize, firstDifference, {}};
+}
+
+// What the system may have converted on the way from a tree to the other side.
+Conversions ConversionsOf(const Side& left, const Side& right)
+{
+    if (left.IsInTree() == right.IsInTree())
+        return {};
+    const Side& tree = left.IsInTree() ? left : right;
+    return {tree.HasKeywords(), tree.HasOtherLineEnds()};
+}
+
+Verdict CompareRecordedForms(const Side& left, const Side& right, const Conversions& conversions)
+{
+    return CompareReaders(RecordedForm(left.Open(), conversions),
+                          RecordedForm(right.Open(), conversions))
+        .verdict;
 }
 
 // A link is one in the other side, too, but for trees on systems without links: there its path
@@ -70,24 +85,44 @@ Finding CompareRepositories(const Side& left, const Side& right)
                   left, right);
 }
 
-} // namespace
-
-Finding CompareItems(const Side& left, const Side& right, bool trustsSizes)
+// By what is known of the two.
+Finding CompareAsTold(const Side& left, const Side& right, bool trustsSizes)
 {
     if (left.IsRepository() || right.IsRepository())
         return CompareRepositories(left, right);
     if (ComparesPaths(left, right))
-        return CompareContents([](const Side& side) { return side.OpenPath(); }, left, right);
+        return CompareReaders(left.OpenPath(), right.OpenPath());
     if (left.IsFile() != right.IsFile())
         return Judged(Verdict::KindDiffers, left, right);
     if (LinkDiffers(left, right))
         return Judged(Verdict::LinkDiffers, left, right);
     if (!left.IsFile() || IsSameContent(left, right))
         return Judged(Verdict::Equal, left, right);
+    const Conversions conversions = ConversionsOf(left, right);
     // Unequal sizes say enough: no need to read.
-    if (trustsSizes && left.Size() != right.Size())
+    if (trustsSizes && !conversions && left.Size() != right.Size())
         return Judged(Verdict::Different, left, right);
-    return CompareContents([](const Side& side) { return side.Open(); }, left, right);
+    Finding finding = CompareReaders(left.Open(), right.Open());
+    if (finding.verdict == Verdict::Different && conversions)
+        finding.verdict = CompareRecordedForms(left, right, conversions);
+    if (finding.verdict == Verdict::Equal)
+        finding.firstDifference.reset();
+    return finding;
+}
+
+} // namespace
+
+Finding CompareItems(const Side& left, const Side& right, bool trustsSizes)
+{
+    Finding finding = CompareAsTold(left, right, trustsSizes);
+    if (finding.verdict == Verdict::Equal)
+        return finding;
+    const std::unique_ptr<Side> leftInFull = left.InFull();
+    const std::unique_ptr<Side> rightInFull = right.InFull();
+    if (leftInFull == nullptr && rightInFull == nullptr)
+        return finding;
+    return CompareAsTold(leftInFull ? *leftInFull : left, rightInFull ? *rightInFull : right,
+                         trustsSizes);
 }
 
 } // namespace tarnwell::host

@@ -55,6 +55,18 @@ public:
     {
         return false;
     }
+    bool HasKeywords() const override
+    {
+        return false;
+    }
+    bool HasOtherLineEnds() const override
+    {
+        return false;
+    }
+    std::unique_ptr<Side> InFull() const override
+    {
+        return nullptr;
+    }
 
     std::optional<std::uint64_t> Size() const override
     {

@@ -32,6 +32,12 @@ public:
     virtual bool IsLink() const = 0;
     virtual bool IsInTree() const = 0;
 
+    // How a tree's file may be converted on its way to a disk.
+    virtual bool HasKeywords() const = 0;
+    virtual bool HasOtherLineEnds() const = 0;
+    // The same side with all that is known of it, where a listing told less; null if it didn't.
+    virtual std::unique_ptr<Side> InFull() const = 0;
+
     // In bytes; nothing for folders and for what isn't known.
     virtual std::optional<std::uint64_t> Size() const = 0;
     // Equal only where contents are; may be empty.
@@ -47,6 +53,6 @@ public:
 
 // Both throw Failure.
 std::unique_ptr<Side> MakeSide(const ComPtr<IFileSystemItem>& item);
-std::unique_ptr<Side> MakeSide(RevisionTree tree, bool idsTellContents);
+std::unique_ptr<Side> MakeSide(RevisionTree tree, const Address& address);
 
 } // namespace tarnwell::host

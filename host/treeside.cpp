@@ -14,6 +14,7 @@ struct Recorded
 {
     RevisionTree tree;
     bool idsTellContents;
+    bool listsTellAll;
     // By the name of the folder; empty until they are needed.
     std::map<std::string, std::vector<client::TreeEntry>> folders;
 };
@@ -27,8 +28,8 @@ std::string FolderOf(const std::string& name)
 class TreeSide final : public Side
 {
 public:
-    TreeSide(std::shared_ptr<Recorded> recorded, client::TreeEntry entry)
-        : recorded_(std::move(recorded)), entry_(std::move(entry))
+    TreeSide(std::shared_ptr<Recorded> recorded, client::TreeEntry entry, bool isInFull)
+        : recorded_(std::move(recorded)), entry_(std::move(entry)), isInFull_(isInFull)
     {
     }
 
@@ -61,6 +62,20 @@ public:
     {
         return true;
     }
+    bool HasKeywords() const override
+    {
+        return entry_.keywords;
+    }
+    bool HasOtherLineEnds() const override
+    {
+        return entry_.lineEnds;
+    }
+    std::unique_ptr<Side> InFull() const override
+    {
+        if (recorded_->listsTellAll || isInFull_)
+            return nullptr;
+        return std::make_unique<TreeSide>(recorded_, recorded_->tree.Find(entry_.name), true);
+    }
 
     std::optional<std::uint64_t> Size() const override
     {
@@ -89,7 +104,7 @@ public:
         if (found == recorded_->folders.end())
             return inside;
         for (client::TreeEntry& entry : found->second)
-            inside.push_back(std::make_unique<TreeSide>(recorded_, std::move(entry)));
+            inside.push_back(std::make_unique<TreeSide>(recorded_, std::move(entry), false));
         // Nobody goes through a folder twice.
         found->second.clear();
         return inside;
@@ -107,15 +122,17 @@ private:
 
     std::shared_ptr<Recorded> recorded_;
     client::TreeEntry entry_;
+    bool isInFull_; // was asked for alone
 };
 
 } // namespace
 
-std::unique_ptr<Side> MakeSide(RevisionTree tree, bool idsTellContents)
+std::unique_ptr<Side> MakeSide(RevisionTree tree, const Address& address)
 {
     client::TreeEntry top = tree.Find();
-    return std::make_unique<TreeSide>(
-        std::make_shared<Recorded>(Recorded{std::move(tree), idsTellContents, {}}), std::move(top));
+    auto recorded = std::make_shared<Recorded>(
+        Recorded{std::move(tree), address.kind->idsTellContents, ListsTellAll(address), {}});
+    return std::make_unique<TreeSide>(std::move(recorded), std::move(top), true);
 }
 
 } // namespace tarnwell::host

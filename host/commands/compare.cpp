@@ -118,7 +118,7 @@ private:
 std::unique_ptr<Side> SideAt(const Session& session, const Place& place)
 {
     if (std::optional<RevisionTree> tree = OpenTree(session, place))
-        return MakeSide(*std::move(tree), place.address.kind->idsTellContents);
+        return MakeSide(*std::move(tree), place.address);
     return MakeSide(FindItem(place));
 }
 

@@ -140,6 +140,10 @@ enum TreeItemFlag : std::uint32_t
 {
     /// A file that is a program.
     TreeItemExecutable = 0x1,
+    /// A file in which work trees have keywords filled in, where the system records that.
+    TreeItemKeywords = 0x2,
+    /// A file whose lines may end otherwise in work trees, where the system records that.
+    TreeItemLineEnds = 0x4,
 };
 
 } // namespace tarnwell

@@ -23,11 +23,13 @@ struct TreeItem
     /// From the top of the tree on, with "/" in between; empty for the top.
     const OLECHAR* name;
     /// The system's own name for the content: equal names are equal contents; empty where it has
-    /// none. For a repository inside the revision of it.
+    /// none, as in Subversion and on local disks. For a repository inside the revision of it.
     const OLECHAR* contentId;
     /// One of `TreeItemKind`.
     std::uint32_t kind;
-    /// `TreeItemFlag` bits.
+    /// `TreeItemFlag` bits. Where the flags, or whether a file is a link, would be a question to a
+    /// server for each item, `List` doesn't tell, and `Find` does: that is so on Subversion's
+    /// servers.
     std::uint32_t flags;
     /// In bytes, of files and links; 0 for others.
     std::uint64_t size;

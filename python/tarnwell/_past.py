@@ -20,6 +20,8 @@ _IID_TREE_SINK = interface_id(0x674B8146)
 
 _FOLLOW, _WORKING_COPY = 0x1, 0x2
 _EXECUTABLE = 0x1
+_KEYWORDS = 0x2
+_LINE_ENDS = 0x4
 _KINDS = {1: "file", 2: "folder", 3: "link", 4: "repository"}
 
 # Statuses of failures that have no exception of their own in Python.
@@ -59,7 +61,9 @@ class HistoryEntry(NamedTuple):
 
 class TreeEntry(NamedTuple):
     """An item of a tree; `name` is from the top on, `kind` one of "file", "folder", "link" and
-    "repository". `content_id` is equal for equal contents."""
+    "repository". `content_id` is equal for equal contents. `keywords` and `line_ends` say that work
+    trees may have the content with keywords filled in, or with other ends of lines, where that is
+    known."""
 
     name: str
     content_id: str
@@ -67,6 +71,8 @@ class TreeEntry(NamedTuple):
     executable: bool
     size: int
     modified_time: int
+    keywords: bool = False
+    line_ends: bool = False
 
     @property
     def modified(self) -> Optional[datetime.datetime]:
@@ -241,6 +247,8 @@ class _Sink:
                     bool(item.flags & _EXECUTABLE),
                     item.size,
                     item.modified_time,
+                    bool(item.flags & _KEYWORDS),
+                    bool(item.flags & _LINE_ENDS),
                 )
             ) is not False
 

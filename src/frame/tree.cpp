@@ -24,6 +24,16 @@ ComPtr<ITree> MakeTree(std::unique_ptr<TreeReader> reader, const GUID& classId,
     return ComPtr<ITree>::Adopt(tree.Detach());
 }
 
+std::uint32_t FlagsOf(const TreeRecord& record)
+{
+    std::uint32_t flags = 0;
+    for (const auto& [isSet, flag] : {std::pair(record.isExecutable, TreeItemExecutable),
+                                      std::pair(record.hasKeywords, TreeItemKeywords),
+                                      std::pair(record.hasOtherLineEnds, TreeItemLineEnds)})
+        flags |= isSet ? std::uint32_t{flag} : 0;
+    return flags;
+}
+
 } // namespace
 
 void TreeObject::Fill(std::unique_ptr<TreeReader> reader, const GUID& classId,
@@ -89,8 +99,7 @@ HRESULT TreeObject::Open(const OLECHAR* name, ICopyProgress* progress, IFileStre
 
 HRESULT TreeObject::Give(ITreeSink* sink, const TreeRecord& record) const
 {
-    const std::uint32_t flags = record.isExecutable ? std::uint32_t{TreeItemExecutable} : 0;
-    const TreeItem item{Wide(record.name), Wide(record.contentId), record.kind, flags,
+    const TreeItem item{Wide(record.name), Wide(record.contentId), record.kind, FlagsOf(record),
                         record.size,       reader_->RevisionTime()};
     return sink->Take(&item);
 }

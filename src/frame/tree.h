@@ -23,7 +23,9 @@ struct TreeRecord
     std::u16string contentId;
     TreeItemKind kind = TreeFolder;
     bool isExecutable = false;
-    std::uint64_t size = 0; // in bytes
+    bool hasKeywords = false;
+    bool hasOtherLineEnds = false; // may have, in work trees
+    std::uint64_t size = 0;        // in bytes
 };
 
 // Takes a record. False if no more are wanted.

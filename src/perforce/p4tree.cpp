@@ -41,6 +41,8 @@ TreeRecord RecordOf(const std::u16string& name, const P4File& file)
     record.contentId = P4Text(file.digest);
     record.kind = file.type.isLink ? TreeLink : TreeFile;
     record.isExecutable = file.type.isExecutable && !file.type.isLink;
+    record.hasKeywords = file.type.hasKeywords;
+    record.hasOtherLineEnds = file.type.isText;
     record.size = file.size;
     return record;
 }

@@ -12,6 +12,8 @@ namespace
 constexpr std::array<std::string_view, 9> bases = {
     "text", "binary", "symlink", "apple", "resource", "unicode", "utf16", "utf8", "tempobj"};
 
+constexpr std::array<std::string_view, 4> textBases = {"text", "unicode", "utf16", "utf8"};
+
 // Revisions with these leave nothing to be read.
 constexpr std::array<std::string_view, 4> endings = {"delete", "move/delete", "purge", "archive"};
 
@@ -33,7 +35,9 @@ P4Type ReadP4Type(std::string_view text)
         bases.begin(), bases.end(), [&](std::string_view each) { return name.ends_with(each); });
     if (base != bases.end())
         letters += name.substr(0, name.size() - base->size());
-    return {base != bases.end() && *base == "symlink", Holds(letters, 'x'), Holds(letters, 'k')};
+    const std::string_view kind = base != bases.end() ? *base : std::string_view();
+    return {kind == "symlink", Holds(letters, 'x'), Holds(letters, 'k'),
+            std::find(textBases.begin(), textBases.end(), kind) != textBases.end()};
 }
 
 std::optional<P4File> ReadP4File(const P4Record& record)

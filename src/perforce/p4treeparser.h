@@ -18,6 +18,7 @@ struct P4Type
     bool isLink = false;
     bool isExecutable = false;
     bool hasKeywords = false; // they are replaced in contents, unless the client is told not to
+    bool isText = false;      // its lines end as the workspace wants it
 };
 P4Type ReadP4Type(std::string_view text);
 

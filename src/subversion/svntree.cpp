@@ -34,6 +34,8 @@ using MarksByName = std::map<std::string, SvnMarks, std::less<>>;
 void ApplyMarks(const SvnMarks& marks, TreeRecord& record)
 {
     record.isExecutable = marks.isExecutable && !marks.isSpecial;
+    record.hasKeywords = marks.hasKeywords && !marks.isSpecial;
+    record.hasOtherLineEnds = marks.hasLineEnds && !marks.isSpecial;
     if (!marks.isSpecial)
         return;
     record.kind = TreeLink;
@@ -251,7 +253,7 @@ private:
                 const std::string item = marks ? DecodeSvnUrl(marks->url) : std::string();
                 if (!marks || !item.starts_with(folder))
                     ThrowStrictFailure(svnSource, badAnswer, asked_.address);
-                if (marks->isExecutable || marks->isSpecial)
+                if (marks->HasAny())
                     found[item.substr(std::min(item.size(), folder.size() + 1))] = *marks;
             }
         }

@@ -99,7 +99,8 @@ std::optional<SvnMarks> ReadSvnMarks(const SvnElement& target)
     const std::string* const path = target.Attribute("path");
     if (path == nullptr)
         return std::nullopt;
-    SvnMarks marks{*path, false, false};
+    SvnMarks marks;
+    marks.url = *path;
     for (const SvnElement& property : target.children)
     {
         const std::string* const name = property.Attribute("name");
@@ -107,6 +108,8 @@ std::optional<SvnMarks> ReadSvnMarks(const SvnElement& target)
             return std::nullopt;
         marks.isExecutable = marks.isExecutable || *name == "svn:executable";
         marks.isSpecial = marks.isSpecial || *name == "svn:special";
+        marks.hasKeywords = marks.hasKeywords || *name == "svn:keywords";
+        marks.hasLineEnds = marks.hasLineEnds || *name == "svn:eol-style";
     }
     return marks;
 }

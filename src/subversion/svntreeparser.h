@@ -43,6 +43,13 @@ struct SvnMarks
     std::string url; // of the file
     bool isExecutable = false;
     bool isSpecial = false; // a link, mostly
+    bool hasKeywords = false;
+    bool hasLineEnds = false; // of a kind of their own
+
+    bool HasAny() const
+    {
+        return isExecutable || isSpecial || hasKeywords || hasLineEnds;
+    }
 };
 // Nothing if this is no such element.
 std::optional<SvnMarks> ReadSvnMarks(const SvnElement& target);

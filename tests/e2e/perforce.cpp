@@ -128,6 +128,28 @@ TEST_F(PerforceAddresses, ANameThatIsNoneLosesNoOther)
     EXPECT_THAT(compared.errors, HasSubstr("Invalid Perforce URI"));
 }
 
+// Which files a workspace has in another form, their types tell.
+TEST(PerforceWorkspaces, AreComparedByWhatTheyConvert)
+{
+    if (PerforceServer::IsReal())
+        GTEST_SKIP() << "only the stand-in is told the types of files";
+    PerforceDepot depot;
+    depot.SubmitAs("text+k", "dir/k.txt", "$Id$ x\n");
+    depot.SubmitAs("text", "dir/plain.txt", "$Id$ x\n");
+    depot.SubmitAs("binary", "dir/raw", "x\n");
+    const TempFolder disk;
+    WriteBytes(disk / u"k.txt", "$Id: //depot/base/dir/k.txt#1 $ x\r\n");
+    WriteBytes(disk / u"plain.txt", "$Id$ x\r\n");
+    WriteBytes(disk / u"raw", "x\n");
+    const std::u16string dir = depot.Address("dir");
+    EXPECT_EQ(RunHost({u"compare", dir, disk.Text()}).output, "3 equal\n");
+    WriteBytes(disk / u"plain.txt", "$Id: filled in $ x\n");
+    WriteBytes(disk / u"raw", "x\r\n");
+    EXPECT_THAT(LinesOf(RunHost({u"compare", dir, disk.Text()}).output),
+                ElementsAre(StartsWith("plain.txt: different"), StartsWith("raw: different"),
+                            "1 equal, 2 different"));
+}
+
 TEST(PerforceCredentials, AreThoseOfTheCommandLine)
 {
     if (PerforceServer::IsReal())

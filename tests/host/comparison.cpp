@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace tarnwell::host
 {
 
@@ -22,12 +24,21 @@ struct Item
     std::string path{};
     std::u16string id{};
     bool unreadable = false;
+    // How the system converts it on its way to a disk.
+    bool keywords = false;
+    bool lineEnds = false;
+    // Whether what is above is told only where it is asked for alone: a list shows a plain file.
+    bool listed = false;
 };
 
 class FakeSide final : public Side
 {
 public:
-    explicit FakeSide(const Item& item) : item_(item) {}
+    explicit FakeSide(const Item& item)
+        : item_(item.listed ? Item{.inTree = item.inTree, .content = item.content} : item),
+          inFull_(item)
+    {
+    }
 
     std::u16string PairingName() const override
     {
@@ -57,6 +68,21 @@ public:
     {
         return item_.inTree;
     }
+    bool HasKeywords() const override
+    {
+        return item_.keywords;
+    }
+    bool HasOtherLineEnds() const override
+    {
+        return item_.lineEnds;
+    }
+    std::unique_ptr<Side> InFull() const override
+    {
+        Item item = inFull_;
+        if (!std::exchange(item.listed, false))
+            return nullptr;
+        return std::make_unique<FakeSide>(item);
+    }
     std::optional<std::uint64_t> Size() const override
     {
         return IsFile() ? std::optional<std::uint64_t>(item_.content.size()) : std::nullopt;
@@ -82,6 +108,7 @@ public:
 
 private:
     const Item item_;
+    const Item inFull_;
 };
 
 struct Case
@@ -162,6 +189,42 @@ const Case cases[] = {
      {.repository = true, .inTree = true, .id = u"1"},
      {.content = "x"},
      Verdict::KindDiffers},
+    {"keywords that were filled in",
+     {.inTree = true, .content = "$Id$ x", .keywords = true},
+     {.content = "$Id: a 5 ann $ x"},
+     Verdict::Equal},
+    {"keywords and more",
+     {.inTree = true, .content = "$Id$ x", .keywords = true},
+     {.content = "$Id: a 5 ann $ y"},
+     Verdict::Different},
+    {"what looks like keywords",
+     {.inTree = true, .content = "$Id$ x", .lineEnds = true},
+     {.content = "$Id: a 5 ann $ x"},
+     Verdict::Different},
+    {"keywords of two revisions",
+     {.inTree = true, .content = "$Id$ x", .keywords = true},
+     {.inTree = true, .content = "$Id: a$ x", .keywords = true},
+     Verdict::Different},
+    {"ends of lines",
+     {.inTree = true, .content = "a\nb\n", .lineEnds = true},
+     {.content = "a\r\nb\r\n"},
+     Verdict::Equal},
+    {"ends of lines that nobody converts",
+     {.inTree = true, .content = "a\nb\n", .keywords = true},
+     {.content = "a\r\nb\r\n"},
+     Verdict::Different},
+    {"keywords that a list doesn't tell of",
+     {.inTree = true, .content = "$Id$", .keywords = true, .listed = true},
+     {.content = "$Id: a $"},
+     Verdict::Equal},
+    {"a link that a list doesn't tell of",
+     {.link = true, .inTree = true, .content = "to/x", .path = "to/x", .listed = true},
+     {.link = true, .content = "what is there", .path = "to/x"},
+     Verdict::Equal},
+    {"a link to a folder that a list doesn't tell of",
+     {.link = true, .inTree = true, .content = "to/x", .path = "to/x", .listed = true},
+     {.folder = true, .link = true, .path = "to/x"},
+     Verdict::Equal},
 };
 
 TEST(Comparison, GoesByWhatTheItemsAre)

@@ -153,7 +153,7 @@ TEST_F(P4Trees, KeywordsAreNotReplaced)
     EXPECT_EQ(ContentIn(tree, u"old.txt"), "$Id$");
     TreeSink sink;
     EXPECT_EQ(tree->Find(Ole(std::u16string(u"old.txt")), &sink), S_OK);
-    EXPECT_EQ(sink.entries.at(0).flags, std::uint32_t{TreeItemExecutable});
+    EXPECT_EQ(sink.entries.at(0).flags, TreeItemExecutable | TreeItemKeywords | TreeItemLineEnds);
 }
 
 TEST_F(P4Trees, ALinksPathHasNoLineFeedAtItsEnd)

@@ -54,6 +54,10 @@ TEST_F(SvnTrees, ContentsAreAsTheyWereRecorded)
     const auto tree = Tree(repository.Address());
     EXPECT_EQ(ContentOf(tree, u"a.txt"), text);
     EXPECT_EQ(ContentOf(tree, u"binary"), all);
+    EXPECT_EQ(FindIn(tree, u"a.txt").flags, TreeItemKeywords | TreeItemLineEnds);
+    EXPECT_EQ(FindIn(tree, u"binary").flags, 0U);
+    for (const TreeEntry& entry : ListOf(tree))
+        EXPECT_EQ(entry.flags, FindIn(tree, entry.name).flags);
 }
 
 TEST_F(SvnTrees, StayWhatTheyWere)

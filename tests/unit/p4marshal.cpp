@@ -245,6 +245,10 @@ TEST(P4TreeParser, TypesOldAndNew)
         EXPECT_EQ(type.isLink, isLink) << text;
         EXPECT_EQ(type.isExecutable, isExecutable) << text;
         EXPECT_EQ(type.hasKeywords, hasKeywords) << text;
+        const std::string_view name = text;
+        EXPECT_EQ(type.isText, name.find("text") != std::string::npos || name == "unicode" ||
+                                   name.starts_with("utf"))
+            << text;
     }
 }
 

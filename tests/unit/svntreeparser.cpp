@@ -100,6 +100,8 @@ TEST(SvnTreeParser, ReadsMarks)
     EXPECT_EQ(marks->url, "file:///r/a%20b");
     EXPECT_TRUE(marks->isExecutable);
     EXPECT_FALSE(marks->isSpecial);
+    EXPECT_FALSE(marks->hasKeywords);
+    EXPECT_TRUE(marks->hasLineEnds);
     EXPECT_FALSE(ReadSvnMarks(SvnElementIn("<target/>", "target")));
     EXPECT_FALSE(ReadSvnMarks(SvnElementIn("<target path=\"x\"><property/></target>", "target")));
 }

@@ -24,6 +24,10 @@ struct TreeEntry
     TreeItemKind kind = TreeFile;
     /// Whether a file is a program.
     bool executable = false;
+    /// Whether work trees have keywords filled in, where that is known.
+    bool keywords = false;
+    /// Whether lines may end otherwise in work trees, where that is known.
+    bool lineEnds = false;
     /// In bytes, of files and links.
     std::uint64_t size = 0;
     /// When the tree's revision was recorded.
@@ -122,6 +126,8 @@ private:
                 detail::Utf8Of(item.contentId),
                 static_cast<TreeItemKind>(item.kind),
                 (item.flags & TreeItemExecutable) != 0,
+                (item.flags & TreeItemKeywords) != 0,
+                (item.flags & TreeItemLineEnds) != 0,
                 item.size,
                 item.modifiedTime};
     }

@@ -169,6 +169,41 @@ TEST_F(HostOnSubversion, CompareReadsFilesWithKeywords)
     }
 }
 
+// As "svn status" says it of the same files; on a server a listing tells neither properties nor
+// links.
+TEST_F(HostOnSubversion, CompareKnowsWhatAWorkingCopyConverts)
+{
+    const TempFolder checkout;
+    const std::filesystem::path folder = checkout.Path() / "wc";
+    const std::string wc = folder.string();
+    repository_.CheckOut(folder);
+    WriteBytes(checkout / u"wc/trunk/k.txt", "$Id$ $Rev:$\nand more\n");
+    WriteBytes(checkout / u"wc/trunk/plain.txt", "$Id: none $\n");
+    std::filesystem::create_symlink("my dir", folder / "trunk/link");
+    for (const char* const name : {"k.txt", "plain.txt", "link"})
+        repository_.Svn({"add", "-q", wc + "/trunk/" + name});
+    repository_.Svn({"propset", "-q", "svn:keywords", "Id Rev", wc + "/trunk/k.txt"});
+    repository_.Svn({"commit", "-q", "-m", "keywords and a link", wc});
+    ASSERT_NE(ReadBytes(checkout / u"wc/trunk/k.txt").find("$Id: k.txt "), std::string::npos);
+
+    const SvnServe server(repository_, "read");
+    const auto environment = Environment{{"HOME", home_.Path().string()}};
+    const std::u16string disk = checkout / u"wc/trunk";
+    const auto compare = [&](const std::u16string& address) {
+        const HostRun run = RunHost({{u"compare", address, disk}, {}, environment, {}});
+        return run.output + run.errors;
+    };
+    const std::u16string addresses[] = {trunk_, u"svn://" + server.Host() + u"/trunk"};
+    for (const std::u16string& address : addresses)
+        EXPECT_EQ(compare(address), "6 equal\n") << Utf8(address);
+    WriteBytes(checkout / u"wc/trunk/k.txt", "$Id: k.txt 1 x $ $Rev:$\nand MORE\n");
+    WriteBytes(checkout / u"wc/trunk/plain.txt", "$Id: some $\n");
+    for (const std::u16string& address : addresses)
+        EXPECT_THAT(compare(address),
+                    AllOf(HasSubstr("k.txt: different"), HasSubstr("plain.txt: different"),
+                          EndsWith("4 equal, 2 different\n")));
+}
+
 // The module chooses the character set for its clients, and their language.
 TEST_F(HostOnSubversion, NamesBeyondAsciiComeThroughInAnyLocale)
 {
