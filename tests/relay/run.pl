@@ -10,7 +10,7 @@ use File::Temp;
 use IO::Select;
 use POSIX ();
 
-my %clients = map { $_ => 1 } qw(git hg svn svnadmin svnlook svnmucc);
+my %clients = map { $_ => 1 } qw(git hg chg svn svnadmin svnlook svnmucc);
 my $block_size = 65536;
 
 sub receive_bytes {
@@ -61,12 +61,14 @@ sub variables {
 }
 
 # Of the caller's variables the clients get their own ones and those of the language. They find no
-# settings in the home folder or the system, and no repository around a drive.
+# settings in the home folder or the system, and no repository around a drive. What chg has of its own
+# is in $sockets.
 sub client_environment {
-    my ($caller, $home) = @_;
+    my ($caller, $home, $sockets) = @_;
     my %environment = (
         PATH => $ENV{PATH},
         HOME => $home,
+        CHGSOCKNAME => "$sockets/server",
         LANG => 'C.UTF-8',
         GIT_CONFIG_NOSYSTEM => 1,
         GIT_CEILING_DIRECTORIES => $caller->{WINEPREFIX},
@@ -133,10 +135,13 @@ sub hand_over {
     }
     waitpid $process, 0;
     send_frame($connection, 'x', ($? & 127) != 0 ? 128 + ($? & 127) : $? >> 8);
+    # A socket that is closed before all was read of it takes back what it sent.
+    shutdown $connection, 1;
+    1 while sysread $connection, my $unread, $block_size;
 }
 
 sub answer {
-    my ($connection, $key) = @_;
+    my ($connection, $key, $sockets) = @_;
     $SIG{PIPE} = 'IGNORE';
     return unless receive_bytes($connection, 4 + length $key) eq pack 'N/a', $key;
     my ($client, @arguments) = receive_list($connection);
@@ -144,7 +149,7 @@ sub answer {
     my %caller = variables(receive_list($connection));
     die "not a client: $client\n" unless $clients{$client};
     my $home = File::Temp->newdir('tarnwell-home-XXXXXXXX', TMPDIR => 1);
-    my %environment = client_environment(\%caller, $home->dirname);
+    my %environment = client_environment(\%caller, $home->dirname, $sockets);
     ($folder, @arguments) = map { unix_path($_, $caller{WINEPREFIX}) } $folder, @arguments;
     hand_over($connection, start($client, \@arguments, $folder, \%environment));
     # Mercurial tries whether it can have links, and leaves one that can't be removed from Wine.

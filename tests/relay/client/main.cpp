@@ -78,9 +78,8 @@ int HaveItRun(const Asked& asked)
         const std::string bytes = server.ReceiveText();
         if (kind == "x")
         {
-            // At once: the input may go on, and its thread with it.
-            std::fflush(nullptr);
-            ExitProcess(static_cast<UINT>(std::stoi(bytes)));
+            // At once: the input may go on, and its thread with it, which may hold any lock.
+            TerminateProcess(GetCurrentProcess(), static_cast<UINT>(std::stoi(bytes)));
         }
         Write(kind == "o" ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE, bytes);
     }
