@@ -12,9 +12,10 @@ namespace tarnwell::test
 {
 
 std::string RunClient(const std::string& client, const std::vector<std::string>& arguments,
-                      const std::filesystem::path& folder)
+                      const std::filesystem::path& folder,
+                      const std::vector<std::pair<std::string, std::string>>& variables)
 {
-    ProcessCall call{.folder = folder};
+    ProcessCall call{.environment = variables, .folder = folder};
     std::string line = client;
     for (const std::string& argument : arguments)
     {

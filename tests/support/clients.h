@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tarnwell::test
@@ -16,9 +17,10 @@ namespace tarnwell::test
 std::string WhyNoClients();
 
 // Runs a client in the folder; what it prints, without the line feed at its end. Throws if it
-// fails.
+// fails. The variables are in addition to those of the test.
 std::string RunClient(const std::string& client, const std::vector<std::string>& arguments,
-                      const std::filesystem::path& folder);
+                      const std::filesystem::path& folder,
+                      const std::vector<std::pair<std::string, std::string>>& variables = {});
 
 // The parts of the text between blanks, for arguments that hold none.
 std::vector<std::string> Words(std::string_view text);

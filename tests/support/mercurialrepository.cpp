@@ -2,6 +2,8 @@
 
 #include "support/clients.h"
 
+#include <tarnwell/text.h>
+
 #include <stdexcept>
 
 namespace tarnwell::test
@@ -12,12 +14,22 @@ namespace
 
 namespace fs = std::filesystem;
 
-// An empty repository, made once: the client takes long to start.
+// An empty repository, made once.
 const fs::path& EmptyRepository()
 {
     static const TempFolder folder;
     static const std::string made = RunClient("hg", {"init"}, folder.Path());
     return folder.Path();
+}
+
+// By the client's own quicker form: a server of it is started once, and each run is a child of
+// that. The server ends soon after the folder of its socket has gone. Under Wine the relay names
+// the folder.
+std::string RunMercurial(const std::vector<std::string>& arguments, const fs::path& folder)
+{
+    static const TempFolder sockets;
+    return RunClient("chg", arguments, folder,
+                     {{"CHGSOCKNAME", EncodeName(sockets / u"server").value()}});
 }
 
 // Out of "committed changeset 12:0123456789ab".
@@ -55,7 +67,7 @@ std::string MercurialRepository::Hg(std::string_view words) const
 
 std::string MercurialRepository::Run(const std::vector<std::string>& arguments) const
 {
-    return RunClient("hg", arguments, folder_.Path());
+    return RunMercurial(arguments, folder_.Path());
 }
 
 std::string MercurialRepository::Commit(std::u16string_view name, std::string_view bytes,
