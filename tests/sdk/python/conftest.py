@@ -1,8 +1,12 @@
 """What the tests share: repositories, and file systems of every kind."""
 
+import atexit
+import functools
 import os
 import pathlib
+import shutil
 import subprocess
+import tempfile
 
 import pytest
 from servers import Depot, FtpServer
@@ -70,12 +74,21 @@ def git(folder):
     return Repository("git", folder, str(folder), "#" + first)
 
 
-def mercurial(folder):
+@functools.cache
+def made_by_mercurial():
+    folder = pathlib.Path(tempfile.mkdtemp())
+    atexit.register(shutil.rmtree, folder)
     fill(folder)
     run(folder, "hg", "init")
     run(folder, "hg", "commit", "-qAm", "first", "-u", "ada")
     (folder / "f.txt").write_bytes(b"two\n")
     run(folder, "hg", "commit", "-qm", "second é", "-u", "bob")
+    return folder
+
+
+def mercurial(folder):
+    # Copied, since the client takes long to start.
+    shutil.copytree(made_by_mercurial(), folder, dirs_exist_ok=True)
     return Repository("hg", folder, str(folder), "#0")
 
 
