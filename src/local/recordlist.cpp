@@ -9,7 +9,7 @@ namespace tarnwell
 namespace
 {
 
-constexpr std::size_t blockSize = 64 * 1024;
+constexpr std::size_t blockSize = std::size_t{64} * 1024;
 
 bool IsAscii(std::u16string_view name)
 {

@@ -9,9 +9,9 @@ namespace tarnwell
 namespace
 {
 
-constexpr std::size_t smallestPiece = 16 * 1024;
+constexpr std::size_t smallestPiece = std::size_t{16} * 1024;
 // The system takes pieces of this size back at once.
-constexpr std::size_t largestPiece = 64 * 1024 * 1024;
+constexpr std::size_t largestPiece = std::size_t{64} * 1024 * 1024;
 
 // How many bytes at the end may begin a character of UTF-8 that goes on behind them.
 std::size_t BegunAtEnd(std::string_view bytes)
