@@ -137,7 +137,7 @@ std::uint32_t CountRevisions(const ComPtr<IFileSystem>& system)
 bool MeasureMemory(const ComPtr<IFileSystem>& system)
 {
     const double busy = PeakOf([&] { CountRevisions(system); });
-    return PrintMemory("Memory for a Subversion log of 200 MB", busy - PeakOf([] {}), logSize, 4);
+    return PrintMemory("Memory for a Subversion log of 200 MB", busy - PeakOf([] {}), logSize, 1.5);
 }
 
 // Of output that no real client prints, as making a repository for it would take hours.

@@ -58,6 +58,18 @@ void CheckListing(const XmlNode& document)
            "the first item of a listing is the item of a listing of one");
 }
 
+// One text for all of them; for none if they can't be read.
+std::u16string TextOfLog(const XmlNode& document)
+{
+    static const SVNUri uri(u"svn://h/r/a.txt");
+    std::u16string text;
+    Attempt([&] {
+        for (const RevisionRecord& record : ParseLogOutput(uri, document))
+            text += record.uri + u"\n" + record.author + u"\n" + record.description + u"\n";
+    });
+    return text;
+}
+
 void CheckLog(const XmlNode& document)
 {
     static const SVNUri uri(u"svn://h/r/a.txt@7");
@@ -81,6 +93,9 @@ void Try(std::string_view bytes)
     Attempt([&] { CheckItem(*ParseListItemOutput(document)); });
     Attempt([&] { CheckItem(*ParseInfoOutput(document)); });
     Attempt([&] { CheckLog(document); });
+    XmlNode log;
+    Attempt([&] { log = LoadSvnLog(OutputOf(bytes)); });
+    Expect(log && TextOfLog(log) == TextOfLog(document), "changed paths make no difference");
 }
 
 } // namespace tarnwell::fuzz

@@ -157,7 +157,7 @@ void CheckText(const XmlNode& node, const Element& element)
 void Try(std::string_view bytes)
 {
     XmlNode document;
-    const bool isTaken = LoadXml(OutputOf(bytes), document) == S_OK;
+    const bool isTaken = LoadXml(OutputOf(bytes), nullptr, document) == S_OK;
     const XmlNodes nodes = isTaken ? AllElements(document) : XmlNodes();
     // What is no UTF-8 is replaced here, and refused there.
     const std::string text = InUtf8(bytes);

@@ -38,13 +38,22 @@ private:
 using XmlNode = std::shared_ptr<void>;
 using XmlNodes = std::vector<XmlNode>;
 
+// The elements `name` in elements `parent` that nothing is asked about: neither what is in them nor
+// the texts beside them. A platform may leave them out of a document, which takes less memory then;
+// all other questions have the same answers.
+struct XmlUnasked
+{
+    const char* parent;
+    const char* name;
+};
+
 } // namespace tarnwell
 
 extern "C"
 {
     // Reads `file` from where it stands to its end. Fails for what isn't well formed. Ill-formed
-    // UTF-8 fails, too, on Windows and is replaced elsewhere.
-    HRESULT LoadXml(HANDLE file, tarnwell::XmlNode& document);
+    // UTF-8 fails, too, on Windows and is replaced elsewhere. `unasked` may be null.
+    HRESULT LoadXml(HANDLE file, const tarnwell::XmlUnasked* unasked, tarnwell::XmlNode& document);
     // The value of the first node that `path` selects as seen from `node`, which is to be an
     // attribute or a text. S_FALSE if there is none; a text of nothing but white space is none.
     HRESULT ReadXmlText(const tarnwell::XmlNode& node, const tarnwell::XmlPath& path,

@@ -154,7 +154,7 @@ std::vector<RevisionRecord> SvnLog(const HostUIUser& host, const std::u16string&
 {
     const SVNUri uri(address);
     const auto output = RunSvn(host, uri, SvnLogArguments);
-    return ParseLogOutput(uri, LoadSvnXml(output->Get()));
+    return ParseLogOutput(uri, LoadSvnLog(output->Get()));
 }
 
 ComPtr<IFileStream> SvnCat(const HostUIUser& host, const Uri& uri)

@@ -88,15 +88,27 @@ const XmlPath& ListedPath()
     return path;
 }
 
+XmlNode Load(HANDLE file, const XmlUnasked* unasked)
+{
+    XmlNode document;
+    const HRESULT status = LoadXml(file, unasked, document);
+    if (FAILED(status))
+        ThrowIfNotRead(status);
+    return document;
+}
+
 } // namespace
 
 XmlNode LoadSvnXml(HANDLE file)
 {
-    XmlNode document;
-    const HRESULT status = LoadXml(file, document);
-    if (FAILED(status))
-        ThrowIfNotRead(status);
-    return document;
+    return Load(file, nullptr);
+}
+
+XmlNode LoadSvnLog(HANDLE file)
+{
+    // Most of a log, as a rule.
+    constexpr XmlUnasked changedPaths{"logentry", "paths"};
+    return Load(file, &changedPaths);
 }
 
 FSItems ParseListOutput(const XmlNode& document)

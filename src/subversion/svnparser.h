@@ -15,6 +15,8 @@ namespace tarnwell
 
 // The document in `file`, from where that stands.
 XmlNode LoadSvnXml(HANDLE file);
+// The same of a log, perhaps without the paths that each revision changed.
+XmlNode LoadSvnLog(HANDLE file);
 
 // A folder's items, in the client's order. Their texts are the folder's address in the form of this
 // module, "/" and the name.

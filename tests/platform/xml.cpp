@@ -20,7 +20,7 @@ class Xml : public testing::Test
 protected:
     HRESULT Load(std::string_view bytes)
     {
-        return LoadXml(OpenedWith(folder_, bytes).Get(), document_);
+        return LoadXml(OpenedWith(folder_, bytes).Get(), nullptr, document_);
     }
 
     // What a question gets for these bytes; "(none)" where there is nothing, for whatever reason.
@@ -121,13 +121,13 @@ TEST_F(Xml, ReadingBeginsWhereTheFileStands)
 {
     const OsHandle file = OpenedWith(folder_, "12345<a b='c'/>");
     SetFilePointer(file.Get(), 5, nullptr, FILE_BEGIN);
-    ASSERT_EQ(LoadXml(file.Get(), document_), S_OK);
+    ASSERT_EQ(LoadXml(file.Get(), nullptr, document_), S_OK);
     EXPECT_THAT(TextsOf("//a", "./@b"), ElementsAre(u"c"));
 }
 
 TEST_F(Xml, AFileThatCannotBeReadFails)
 {
-    EXPECT_LT(LoadXml(INVALID_HANDLE_VALUE, document_), 0);
+    EXPECT_LT(LoadXml(INVALID_HANDLE_VALUE, nullptr, document_), 0);
     EXPECT_FALSE(document_);
 }
 

@@ -68,7 +68,7 @@ private:
     bool IsTaken(std::string_view bytes)
     {
         XmlNode document;
-        return LoadXml(OpenedWith(folder_, bytes).Get(), document) == S_OK;
+        return LoadXml(OpenedWith(folder_, bytes).Get(), nullptr, document) == S_OK;
     }
 
     const Components components_;

@@ -38,7 +38,7 @@ protected:
     std::vector<RevisionRecord> Log(std::string_view output,
                                     const std::u16string& address = u"svn://u:p@h/r/a.txt@9") const
     {
-        return ParseLogOutput(SVNUri(address), Load(output));
+        return ParseLogOutput(SVNUri(address), LoadSvnLog(OpenedWith(folder_, output).Get()));
     }
 
     const Components components_;
@@ -232,6 +232,32 @@ TEST_F(SvnParser, OfALogThatBreaksOffNothingIsRead)
         ExpectUnread([&] { Log(logOutput.substr(0, size)); });
 }
 
+// They aren't read; what looks like them is.
+TEST_F(SvnParser, ChangedPathsMakeNoDifference)
+{
+    constexpr std::string_view entry =
+        "<logentry revision=\"3\"><author>Ann</author><date>2024-03-05T10:20:30.1Z</date>"
+        "<msg>text</msg></logentry>";
+    const std::string path = "<path action=\"M\">/a</path>";
+    const std::string log =
+        "<log>" + With(entry, "<author>", "<paths>" + path + "</paths><author>");
+    for (const std::string& inner :
+         {path + path, std::string(), "<author>Bob</author><msg>other</msg>" + path,
+          "<paths>" + path + "</paths>"})
+    {
+        const auto records = Log(With(log, path, inner) + "</log>");
+        ASSERT_EQ(records.size(), 1U) << inner;
+        EXPECT_EQ(records[0].author, u"Ann") << inner;
+        EXPECT_EQ(records[0].description, u"text") << inner;
+    }
+    const auto nested = Log(With(log, path, "<log>" + std::string(entry) + "</log>") + "</log>");
+    EXPECT_EQ(nested.size(), 2U);
+    EXPECT_EQ(Log(With(log, "text", "<paths/>text") + "</log>")[0].description, u"text");
+    EXPECT_EQ(Log(With(log, "text", "te<paths/>xt") + "</log>")[0].description, u"te");
+    ExpectUnread([&] { Log(With(log, path, "<a></b>") + "</log>"); });
+    ExpectUnread([&] { Log(With(log, path, "&") + "</log>"); });
+}
+
 TEST_F(SvnParser, WhatIsNoLogHasNoRevisions)
 {
     EXPECT_TRUE(Log(listOutput).empty());
@@ -262,6 +288,7 @@ TEST_F(SvnParser, LongListingsAndLogsAreReadWhole)
 TEST_F(SvnParser, AFileThatCannotBeReadIsAFailure)
 {
     ExpectUnread([] { LoadSvnXml(INVALID_HANDLE_VALUE); });
+    ExpectUnread([] { LoadSvnLog(INVALID_HANDLE_VALUE); });
 }
 
 } // namespace

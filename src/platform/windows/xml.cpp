@@ -218,7 +218,8 @@ HRESULT CopyItems(IXMLDOMNodeList* list, XmlNodes& nodes)
 
 using namespace tarnwell;
 
-extern "C" HRESULT LoadXml(HANDLE file, XmlNode& document)
+// The system's parser builds the whole of a document.
+extern "C" HRESULT LoadXml(HANDLE file, const XmlUnasked*, XmlNode& document)
 {
     ComPtr<IXMLDOMDocument2> made;
     HRESULT status = MakeDocument(made);

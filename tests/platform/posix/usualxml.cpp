@@ -6,7 +6,7 @@
 #include "support/components.h"
 #include "support/opened.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <random>
 
@@ -147,11 +147,91 @@ TEST(UsualXml, IsWellFormedWhateverOneByteIs)
     }
 }
 
+constexpr XmlUnasked inner{"a", "b"};
+
+std::vector<std::string_view> UnaskedIn(std::string_view document)
+{
+    std::vector<std::string_view> found;
+    EXPECT_TRUE(IsUsualXml(document, inner, found)) << document;
+    return found;
+}
+
+TEST(UsualXml, TellsWhatNothingIsAskedAbout)
+{
+    using testing::ElementsAre;
+    using testing::IsEmpty;
+    EXPECT_THAT(UnaskedIn("<a>1<b x='2'>3<c/></b >4<b/><c><b/></c></a>"),
+                ElementsAre("<b x='2'>3<c/></b >", "<b/>"));
+    EXPECT_THAT(UnaskedIn("<b><a><b><b/></b></a></b>"), ElementsAre("<b><b/></b>"));
+    EXPECT_THAT(UnaskedIn("<a><b><c/><a/></b><b/></a>"), ElementsAre("<b/>"));
+    EXPECT_THAT(UnaskedIn("<a><b><a><b/></a></b></a>"), ElementsAre("<b/>"));
+    EXPECT_THAT(UnaskedIn("<b/>"), IsEmpty());
+    EXPECT_THAT(UnaskedIn("<a><c>b</c></a>"), IsEmpty());
+}
+
 struct Question
 {
     const char* plain;
     const char* other; // the same, which only the library answers
 };
+
+XmlNode Loaded(const TempFolder& folder, std::string_view document, const XmlUnasked* unasked)
+{
+    XmlNode loaded;
+    const HRESULT status = LoadXml(OpenedWith(folder, document).Get(), unasked, loaded);
+    EXPECT_EQ(status == S_OK, loaded != nullptr);
+    return loaded;
+}
+
+std::size_t CountOf(const XmlNode& document, const char* question)
+{
+    XmlNodes nodes;
+    EXPECT_EQ(SelectXmlNodes(document, XmlPath(question), nodes), S_OK);
+    return nodes.size();
+}
+
+TEST(UsualXml, IsLoadedWithoutWhatNothingIsAskedAbout)
+{
+    const Components components;
+    const TempFolder folder;
+    const XmlNode document = Loaded(folder, "<r><a><b>1</b><c>2</c></a><b/></r>", &inner);
+    ASSERT_TRUE(document);
+    EXPECT_EQ(CountOf(document, "//b"), 1U);
+    EXPECT_EQ(CountOf(document, "//a/c"), 1U);
+}
+
+// Of the elements "a", "b" and "c" in one another.
+std::string RandomElement(std::mt19937& random, int depth)
+{
+    constexpr std::string_view names[] = {"a", "b", "c"};
+    const std::string name(names[random() % std::size(names)]);
+    std::string element = "<" + name + (random() % 2 == 0 ? " x='1'>" : ">");
+    for (std::size_t count = depth > 0 ? random() % 4 : 0; count > 0; --count)
+        element += (random() % 2 == 0 ? "text" : "") + RandomElement(random, depth - 1);
+    return element + "</" + name + ">";
+}
+
+TEST(UsualXml, AnswersTheSameWithoutWhatNothingIsAskedAbout)
+{
+    constexpr int documents = 300;
+    constexpr int depth = 5;
+    constexpr const char* asked[] = {"//a", "//a/a", "//b/a", "//a/c", "//a/a/@x", "//a/c/text()"};
+    const Components components;
+    const TempFolder folder;
+    std::mt19937 random; // the same each time
+    int smaller = 0;
+    for (int i = 0; i < documents; ++i)
+    {
+        const std::string text = RandomElement(random, depth);
+        const XmlNode whole = Loaded(folder, text, nullptr);
+        const XmlNode part = Loaded(folder, text, &inner);
+        ASSERT_TRUE(whole && part) << text;
+        for (const char* const question : asked)
+            EXPECT_EQ(CountOf(whole, question), CountOf(part, question)) << question << text;
+        smaller += CountOf(whole, "//a/b") > CountOf(part, "//a/b") ? 1 : 0;
+    }
+    EXPECT_GT(smaller, 20);
+}
 
 constexpr Question questions[] = {
     {"./r/a/text()", "child::r/child::a/child::text()"},
@@ -173,7 +253,7 @@ TEST(PlainPaths, FindWhatTheLibraryFinds)
     for (int i = 0; i < documents; ++i)
     {
         XmlNode document;
-        if (LoadXml(OpenedWith(folder, RandomDocument(random)).Get(), document) != S_OK)
+        if (LoadXml(OpenedWith(folder, RandomDocument(random)).Get(), nullptr, document) != S_OK)
             continue;
         for (const Question& question : questions)
         {

@@ -13,7 +13,7 @@ std::u16string TextOf(std::string_view bytes)
 {
     const TempFolder folder;
     XmlNode document;
-    EXPECT_EQ(LoadXml(OpenedWith(folder, bytes).Get(), document), S_OK);
+    EXPECT_EQ(LoadXml(OpenedWith(folder, bytes).Get(), nullptr, document), S_OK);
     const XmlPath path("//a/text()");
     std::u16string text;
     EXPECT_EQ(ReadXmlText(document, path, text), S_OK);

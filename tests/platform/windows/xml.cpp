@@ -18,7 +18,7 @@ TEST(XmlSystem, IllFormedUtf8IsRefused)
     WriteBytes(folder / u"document.xml", "<a b='1'>\xFF</a>");
     const OsHandle file = OpenedForReading(folder / u"document.xml");
     XmlNode document;
-    EXPECT_LT(LoadXml(file.Get(), document), 0);
+    EXPECT_LT(LoadXml(file.Get(), nullptr, document), 0);
     EXPECT_FALSE(document);
 }
 
@@ -28,7 +28,7 @@ TEST(XmlSystem, WithoutComponentsNothingIsRead)
     WriteBytes(folder / u"document.xml", "<a b='1'/>");
     const OsHandle file = OpenedForReading(folder / u"document.xml");
     XmlNode document;
-    EXPECT_EQ(LoadXml(file.Get(), document), CO_E_NOTINITIALIZED);
+    EXPECT_EQ(LoadXml(file.Get(), nullptr, document), CO_E_NOTINITIALIZED);
 }
 
 } // namespace

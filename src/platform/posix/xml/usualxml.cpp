@@ -49,11 +49,51 @@ constexpr auto kinds = [] {
     return table;
 }();
 
+// Follows the tags of a document and finds the elements that nothing is asked about.
+class UnaskedFinder
+{
+public:
+    UnaskedFinder(const XmlUnasked& unasked, std::vector<std::string_view>& found)
+        : parent_(unasked.parent), name_(unasked.name), found_(found)
+    {
+    }
+
+    // The tag begins at `start`, in elements of these names.
+    void Begin(std::string_view name, const char* start, const std::vector<std::string_view>& open)
+    {
+        if (name == parent_)
+            start_ = nullptr;
+        else if (start_ == nullptr && name == name_ && !open.empty() && open.back() == parent_)
+        {
+            start_ = start;
+            depth_ = open.size();
+        }
+    }
+    // The tag ends in front of `end`, `depth` elements are open still.
+    void End(const char* end, std::size_t depth)
+    {
+        if (start_ == nullptr || depth != depth_)
+            return;
+        found_.emplace_back(start_, static_cast<std::size_t>(end - start_));
+        start_ = nullptr;
+    }
+
+private:
+    const std::string_view parent_;
+    const std::string_view name_;
+    std::vector<std::string_view>& found_;
+    const char* start_ = nullptr; // of the element that is looked through
+    std::size_t depth_ = 0;       // how many are open around it
+};
+
 // Takes a document from its start. What it doesn't know it doesn't take.
 class Taker
 {
 public:
-    explicit Taker(std::string_view document) : rest_(document) {}
+    explicit Taker(std::string_view document, UnaskedFinder* finder = nullptr)
+        : rest_(document), finder_(finder)
+    {
+    }
 
     bool TakeDocument()
     {
@@ -99,6 +139,7 @@ private:
 
     bool TakeTag()
     {
+        const char* const start = rest_.data();
         if (Take("</"))
             return TakeEnd();
         if (!Take("<"))
@@ -106,8 +147,13 @@ private:
         const std::string_view name = TakeName();
         if (name.empty() || !TakeAttributes())
             return false;
+        if (finder_ != nullptr)
+            finder_->Begin(name, start, open_);
         if (Take("/>"))
+        {
+            TellEnd();
             return true;
+        }
         open_.push_back(name);
         return Take(">");
     }
@@ -118,7 +164,16 @@ private:
             return false;
         open_.pop_back();
         TakeAll(Blank);
-        return Take(">");
+        if (!Take(">"))
+            return false;
+        TellEnd();
+        return true;
+    }
+
+    void TellEnd()
+    {
+        if (finder_ != nullptr)
+            finder_->End(rest_.data(), open_.size());
     }
 
     bool TakeAttributes()
@@ -186,6 +241,7 @@ private:
     }
 
     std::string_view rest_;
+    UnaskedFinder* const finder_;
     std::vector<std::string_view> open_;
     std::vector<std::string_view> attributes_; // of one element
 };
@@ -195,6 +251,13 @@ private:
 bool IsUsualXml(std::string_view document)
 {
     return Taker(document).TakeDocument();
+}
+
+bool IsUsualXml(std::string_view document, const XmlUnasked& unasked,
+                std::vector<std::string_view>& found)
+{
+    UnaskedFinder finder(unasked, found);
+    return Taker(document, &finder).TakeDocument();
 }
 
 } // namespace tarnwell::posix

@@ -107,9 +107,37 @@ std::optional<std::string> InUtf8(std::string_view bytes)
     return repaired != bytes ? repaired : std::nullopt;
 }
 
-bool MakeWellFormed(std::string& bytes)
+// Takes the parts, which lie in `bytes` in their order, out of it.
+void Erase(const std::vector<std::string_view>& parts, std::string& bytes)
 {
-    if (IsUsualXml(bytes) || IsWellFormed(bytes))
+    if (parts.empty())
+        return;
+    char* end = bytes.data() + (parts.front().data() - bytes.data());
+    for (std::size_t i = 0; i < parts.size(); ++i)
+    {
+        const char* const next = parts[i].data() + parts[i].size();
+        const char* const stop =
+            i + 1 < parts.size() ? parts[i + 1].data() : bytes.data() + bytes.size();
+        end = std::copy(next, stop, end);
+    }
+    bytes.resize(static_cast<std::size_t>(end - bytes.data()));
+    bytes.shrink_to_fit();
+}
+
+bool IsUsualWithout(const XmlUnasked* unasked, std::string& bytes)
+{
+    if (unasked == nullptr)
+        return IsUsualXml(bytes);
+    std::vector<std::string_view> parts;
+    const bool isUsual = IsUsualXml(bytes, *unasked, parts);
+    if (isUsual)
+        Erase(parts, bytes);
+    return isUsual;
+}
+
+bool MakeWellFormed(const XmlUnasked* unasked, std::string& bytes)
+{
+    if (IsUsualWithout(unasked, bytes) || IsWellFormed(bytes))
         return true;
     std::optional<std::string> repaired = InUtf8(bytes);
     if (!repaired || !IsWellFormed(*repaired))
@@ -118,11 +146,11 @@ bool MakeWellFormed(std::string& bytes)
     return true;
 }
 
-bool Parse(Document& document)
+bool Parse(const XmlUnasked* unasked, Document& document)
 {
     constexpr unsigned options =
         pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol | pugi::parse_wconv_attribute;
-    return MakeWellFormed(document.bytes) &&
+    return MakeWellFormed(unasked, document.bytes) &&
            document.tree.load_buffer_inplace(document.bytes.data(), document.bytes.size(), options,
                                              pugi::encoding_utf8);
 }
@@ -134,13 +162,13 @@ bool Parse(Document& document)
 using namespace tarnwell;
 using namespace tarnwell::posix;
 
-extern "C" HRESULT LoadXml(HANDLE file, XmlNode& document)
+extern "C" HRESULT LoadXml(HANDLE file, const XmlUnasked* unasked, XmlNode& document)
 {
     const auto loaded = std::make_shared<Document>();
     const HRESULT status = ReadBytes(file, loaded->bytes);
     if (FAILED(status))
         return status;
-    if (!Parse(*loaded))
+    if (!Parse(unasked, *loaded))
         return E_FAIL;
     document = NodeIn(loaded, loaded->tree);
     return S_OK;
