@@ -93,7 +93,7 @@ bool MeasureMemory(const ComPtr<IFileSystem>& git, const TempFolder& ground)
     WriteRecord(record);
     UseClientThatPrints("git", record, ground / "bin");
     const double busy = PeakOf([&] { ListRevisions(git, ground / "file", 2); });
-    return PrintMemory("Memory for a Git record of 1 GiB", busy - PeakOf([] {}), recordSize, 2.1);
+    return PrintMemory("Memory for a Git record of 1 GiB", busy - PeakOf([] {}), recordSize, 1.1);
 }
 
 } // namespace

@@ -12,8 +12,12 @@ namespace tarnwell::fuzz
 void Try(std::string_view bytes)
 {
     CheckLog(bytes, ReadGitLog, gitAddresses.scheme);
-    for (const RevisionRecord& record : ReadGitLog(u"/r/a.txt", OutputOf(bytes)))
-        Expect(record.description == Trimmed(record.description), "subjects have no blanks around");
+    const RevisionList records = ReadGitLog(u"/r/a.txt", OutputOf(bytes));
+    for (std::size_t i = 0; i < records.size(); ++i)
+    {
+        const std::u16string description = records[i].description;
+        Expect(description == Trimmed(description), "subjects have no blanks around");
+    }
 }
 
 } // namespace tarnwell::fuzz

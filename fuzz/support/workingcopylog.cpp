@@ -9,6 +9,7 @@
 #include <tarnwell/text.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace tarnwell::fuzz
 {
@@ -48,6 +49,14 @@ bool IsSame(const RevisionRecord& left, const RevisionRecord& right)
            left.description == right.description && left.modifiedTime == right.modifiedTime;
 }
 
+std::vector<RevisionRecord> AllOf(const RevisionList& list)
+{
+    std::vector<RevisionRecord> records;
+    for (std::size_t i = 0; i < list.size(); ++i)
+        records.push_back(list[i]);
+    return records;
+}
+
 void CheckTime(std::u16string_view text)
 {
     const std::uint64_t time = UnixTimeToFileTime(text);
@@ -68,7 +77,7 @@ void CheckLog(std::string_view bytes, LogReader read, std::u16string_view scheme
 {
     const std::u16string file(path);
     const std::u16string address = std::u16string(scheme) + u"://" + file + u"#";
-    const std::vector<RevisionRecord> records = read(file, OutputOf(bytes));
+    const std::vector<RevisionRecord> records = AllOf(read(file, OutputOf(bytes)));
     if (!records.empty())
         CheckWorkingCopy(records[0]);
     for (std::size_t i = 1; i < records.size(); ++i)
@@ -81,7 +90,7 @@ void CheckLog(std::string_view bytes, LogReader read, std::u16string_view scheme
 
     CheckTime(DecodeName(bytes));
 
-    const std::vector<RevisionRecord> first = read(file, OutputOf(HalfOf(bytes)));
+    const std::vector<RevisionRecord> first = AllOf(read(file, OutputOf(HalfOf(bytes))));
     Expect(first.size() <= records.size() &&
                std::equal(first.begin(), first.end(), records.begin(), IsSame),
            "what follows doesn't change the revisions in front");

@@ -6,13 +6,12 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace tarnwell::fuzz
 {
 
 // What reads the log of the file at `path`.
-using LogReader = std::vector<RevisionRecord> (*)(const std::u16string& path, HANDLE file);
+using LogReader = RevisionList (*)(const std::u16string& path, HANDLE file);
 
 // Reads the log `bytes` for a client whose addresses have this scheme.
 void CheckLog(std::string_view bytes, LogReader read, std::u16string_view scheme);

@@ -93,7 +93,7 @@ HRESULT RevisionsFileSystemObject::GetRevisions(const OLECHAR* path, std::uint32
                       [&] { return MakeRevisions(RevisionsOrNone(path), ClassId(), revisions); });
 }
 
-std::vector<RevisionRecord> RevisionsFileSystemObject::RevisionsOrNone(const OLECHAR* path) noexcept
+RevisionList RevisionsFileSystemObject::RevisionsOrNone(const OLECHAR* path) noexcept
 {
     try
     {

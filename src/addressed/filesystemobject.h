@@ -12,7 +12,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace tarnwell
 {
@@ -97,10 +96,10 @@ protected:
     ~RevisionsFileSystemObject() = default;
 
     // The history of the item that the host names, the latest first.
-    virtual std::vector<RevisionRecord> ReadRevisions(const std::u16string& path) = 0;
+    virtual RevisionList ReadRevisions(const std::u16string& path) = 0;
 
 private:
-    std::vector<RevisionRecord> RevisionsOrNone(const OLECHAR* path) noexcept;
+    RevisionList RevisionsOrNone(const OLECHAR* path) noexcept;
 };
 
 } // namespace tarnwell

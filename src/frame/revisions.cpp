@@ -6,6 +6,8 @@
 #include <tarnwell/classes.h>
 #include <tarnwell/filesystem.h>
 
+#include <memory>
+
 namespace tarnwell
 {
 
@@ -42,6 +44,13 @@ template <class T, class I, class Content> HRESULT MakeFilled(Content content, I
 
 } // namespace
 
+RevisionList::RevisionList(std::vector<RevisionRecord> records)
+    : size_(records.size()),
+      make_([kept = std::make_shared<const std::vector<RevisionRecord>>(std::move(records))](
+                std::size_t index) { return (*kept)[index]; })
+{
+}
+
 HRESULT COtherRevisionObject::GetRevisionId(BSTR* id)
 {
     return GiveText(record_.id, id);
@@ -75,7 +84,7 @@ HRESULT COtherRevisionObject::GetUri(BSTR* uri)
 HRESULT COtherRevisionsObject::GetCount(std::uint32_t* count)
 {
     return AtBoundary(revisionsReporter, NullPointer::Published, count, [&] {
-        *count = static_cast<std::uint32_t>(records_.size());
+        *count = static_cast<std::uint32_t>(revisions_.size());
         return S_OK;
     });
 }
@@ -83,19 +92,19 @@ HRESULT COtherRevisionsObject::GetCount(std::uint32_t* count)
 HRESULT COtherRevisionsObject::GetItem(std::int32_t index, IRevision** revision)
 {
     return AtBoundary(revisionsReporter, NullPointer::Published, revision, [&] {
-        if (index < 0 || static_cast<std::size_t>(index) >= records_.size())
+        if (index < 0 || static_cast<std::size_t>(index) >= revisions_.size())
             return E_INVALIDARG;
         const HRESULT status =
-            MakeFilled<COtherRevisionObject>(records_[static_cast<std::size_t>(index)], revision);
+            MakeFilled<COtherRevisionObject>(revisions_[static_cast<std::size_t>(index)], revision);
         if (SUCCEEDED(status))
             return status;
         return PublishFailure(revisionsReporter, MessageId::SupportObjectFailed, status);
     });
 }
 
-HRESULT MakeRevisions(std::vector<RevisionRecord> records, const GUID& classId, IRevisions** out)
+HRESULT MakeRevisions(RevisionList revisions, const GUID& classId, IRevisions** out)
 {
-    const HRESULT status = MakeFilled<COtherRevisionsObject>(std::move(records), out);
+    const HRESULT status = MakeFilled<COtherRevisionsObject>(std::move(revisions), out);
     if (SUCCEEDED(status))
         return status;
     return PublishFailure({classId, IID_IFileSystemRevisions}, MessageId::SupportObjectFailed,

@@ -5,8 +5,11 @@
 
 #include <tarnwell/revisions.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tarnwell
@@ -22,9 +25,39 @@ struct RevisionRecord
     std::uint64_t revisionTime = 0;
 };
 
-// A new collection of `records` for a GetRevisions of the class `classId`. If it can't be made,
+// The revisions of an item, the latest first. A record may be made only when it is asked for: most
+// hosts show few of a long history.
+class RevisionList
+{
+public:
+    // Makes the record of an index. Any thread may call it, at any time.
+    using Maker = std::function<RevisionRecord(std::size_t index)>;
+
+    RevisionList() = default;
+    RevisionList(std::vector<RevisionRecord> records); // NOLINT(google-explicit-constructor)
+    RevisionList(std::size_t size, Maker make) : size_(size), make_(std::move(make)) {}
+
+    std::size_t size() const
+    {
+        return size_;
+    }
+    bool empty() const
+    {
+        return size_ == 0;
+    }
+    RevisionRecord operator[](std::size_t index) const
+    {
+        return make_(index);
+    }
+
+private:
+    std::size_t size_ = 0;
+    Maker make_;
+};
+
+// A new collection of `revisions` for a GetRevisions of the class `classId`. If it can't be made,
 // that is published.
-HRESULT MakeRevisions(std::vector<RevisionRecord> records, const GUID& classId, IRevisions** out);
+HRESULT MakeRevisions(RevisionList revisions, const GUID& classId, IRevisions** out);
 
 class COtherRevisionObject : public IRevision, public ErrorInfoFor<IRevision>
 {
@@ -39,9 +72,9 @@ public:
     HRESULT STDMETHODCALLTYPE GetUri(BSTR* uri) override;
 
     // Called once, before the object is handed out.
-    void Fill(const RevisionRecord& record)
+    void Fill(RevisionRecord record)
     {
-        record_ = record;
+        record_ = std::move(record);
     }
 
 protected:
@@ -60,16 +93,16 @@ public:
     HRESULT STDMETHODCALLTYPE GetItem(std::int32_t index, IRevision** revision) override;
 
     // Called once, before the object is handed out.
-    void Fill(std::vector<RevisionRecord> records)
+    void Fill(RevisionList revisions)
     {
-        records_ = std::move(records);
+        revisions_ = std::move(revisions);
     }
 
 protected:
     ~COtherRevisionsObject() = default;
 
 private:
-    std::vector<RevisionRecord> records_;
+    RevisionList revisions_;
 };
 
 } // namespace tarnwell

@@ -57,7 +57,7 @@ std::u16string GitShowArguments(std::optional<std::u16string_view> revision,
     return u"show " + Quoted(commit + u":" + relative);
 }
 
-std::vector<RevisionRecord> GetGitLog(const std::u16string& text)
+RevisionList GetGitLog(const std::u16string& text)
 {
     const std::u16string path = ToolPath<GITUri>(text);
     RefuseOptions(gitAddresses, text, path, std::nullopt);

@@ -10,7 +10,6 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace tarnwell
 {
@@ -23,7 +22,7 @@ std::u16string GitShowArguments(std::optional<std::u16string_view> revision,
 
 // The revisions of the file that `text` (an address or a path) names, the latest first, behind a
 // record for the working copy. Empty for a folder, without asking the client.
-std::vector<RevisionRecord> GetGitLog(const std::u16string& text);
+RevisionList GetGitLog(const std::u16string& text);
 
 // The content of the file at the revision of `uri`, or at the latest commit.
 ComPtr<IFileStream> GetGitContent(const Uri& uri);

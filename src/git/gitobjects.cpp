@@ -32,7 +32,7 @@ ComPtr<IFile> GITFileSystemObject::CreateFileObject(const std::u16string& path, 
     return MakeItem<GITFileObject, IFile>(path, mustExist);
 }
 
-std::vector<RevisionRecord> GITFileSystemObject::ReadRevisions(const std::u16string& path)
+RevisionList GITFileSystemObject::ReadRevisions(const std::u16string& path)
 {
     return GetGitLog(path);
 }

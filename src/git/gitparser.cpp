@@ -5,7 +5,7 @@
 namespace tarnwell
 {
 
-std::vector<RevisionRecord> ReadGitLog(const std::u16string& path, HANDLE file)
+RevisionList ReadGitLog(const std::u16string& path, HANDLE file)
 {
     return ReadWorkingCopyLog(gitAddresses.scheme, path, file, Descriptions::Trimmed);
 }

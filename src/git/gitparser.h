@@ -7,6 +7,6 @@ namespace tarnwell
 {
 
 // The subject of a commit is its description.
-std::vector<RevisionRecord> ReadGitLog(const std::u16string& path, HANDLE file);
+RevisionList ReadGitLog(const std::u16string& path, HANDLE file);
 
 } // namespace tarnwell

@@ -46,7 +46,7 @@ std::u16string HgCatArguments(std::optional<std::u16string_view> revision,
     return arguments + Quoted(path);
 }
 
-std::vector<RevisionRecord> GetHgLog(const std::u16string& text)
+RevisionList GetHgLog(const std::u16string& text)
 {
     const std::u16string path = ToolPath<HGUri>(text);
     RefuseOptions(mercurialAddresses, text, path, std::nullopt);

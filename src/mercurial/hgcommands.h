@@ -9,7 +9,6 @@
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace tarnwell
 {
@@ -23,7 +22,7 @@ std::u16string HgCatArguments(std::optional<std::u16string_view> revision,
 
 // The revisions of the file that `text` (an address or a path) names, the latest first, behind a
 // record for the working copy. Empty for a folder, without asking the client.
-std::vector<RevisionRecord> GetHgLog(const std::u16string& text);
+RevisionList GetHgLog(const std::u16string& text);
 
 // The content of the file at the revision of `uri`, or at the working folder's parent.
 ComPtr<IFileStream> GetHgContent(const Uri& uri);

@@ -32,7 +32,7 @@ ComPtr<IFile> HGFileSystemObject::CreateFileObject(const std::u16string& path, b
     return MakeItem<HGFileObject, IFile>(path, mustExist);
 }
 
-std::vector<RevisionRecord> HGFileSystemObject::ReadRevisions(const std::u16string& path)
+RevisionList HGFileSystemObject::ReadRevisions(const std::u16string& path)
 {
     return GetHgLog(path);
 }

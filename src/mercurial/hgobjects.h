@@ -40,7 +40,7 @@ protected:
     ~HGFileSystemObject() = default;
 
     ComPtr<IFile> CreateFileObject(const std::u16string& path, bool mustExist) override;
-    std::vector<RevisionRecord> ReadRevisions(const std::u16string& path) override;
+    RevisionList ReadRevisions(const std::u16string& path) override;
 };
 
 } // namespace tarnwell

@@ -5,7 +5,7 @@
 namespace tarnwell
 {
 
-std::vector<RevisionRecord> ReadHgLog(const std::u16string& path, HANDLE file)
+RevisionList ReadHgLog(const std::u16string& path, HANDLE file)
 {
     return ReadWorkingCopyLog(mercurialAddresses.scheme, path, file, Descriptions::AsCollected);
 }

@@ -8,6 +8,6 @@ namespace tarnwell
 
 // A record has the whole description of its changeset. A description with an empty line ends the
 // list, since the client prints that line empty.
-std::vector<RevisionRecord> ReadHgLog(const std::u16string& path, HANDLE file);
+RevisionList ReadHgLog(const std::u16string& path, HANDLE file);
 
 } // namespace tarnwell

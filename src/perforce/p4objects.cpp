@@ -57,7 +57,7 @@ ComPtr<IFolder> P4FileSystemObject::CreateFolderObject(const std::u16string& pat
     return MakeItem<P4FolderObject, IFolder>(path, mustExist);
 }
 
-std::vector<RevisionRecord> P4FileSystemObject::ReadRevisions(const std::u16string& path)
+RevisionList P4FileSystemObject::ReadRevisions(const std::u16string& path)
 {
     return P4History(*this, path);
 }

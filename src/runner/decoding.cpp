@@ -3,13 +3,15 @@
 #include "platform/wide.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace tarnwell
 {
 
 namespace
 {
+
+// What the platform converts at once: it counts in 32 bits.
+constexpr std::size_t mostAtOnce = 1024 * 1024;
 
 void Widen(std::string_view bytes, char16_t* units)
 {
@@ -21,7 +23,7 @@ void Widen(std::string_view bytes, char16_t* units)
 // The number of units; 0 if the platform can't convert the bytes.
 std::size_t FromUtf8(std::string_view bytes, char16_t* units)
 {
-    if (bytes.empty() || bytes.size() > std::numeric_limits<int>::max())
+    if (bytes.empty())
         return 0;
     const int size = static_cast<int>(bytes.size());
     return static_cast<std::size_t>(
@@ -39,6 +41,20 @@ std::size_t Convert(std::string_view bytes, char16_t* units, Decoding decoding)
 
 } // namespace
 
+std::size_t BegunAtEnd(std::string_view bytes)
+{
+    constexpr std::size_t longest = 4;
+    for (std::size_t count = 1; count < longest && count <= bytes.size(); ++count)
+    {
+        const auto byte = static_cast<unsigned char>(bytes[bytes.size() - count]);
+        if (byte < 0x80)
+            return 0;
+        if (byte >= 0xC0)
+            return count;
+    }
+    return 0;
+}
+
 std::u16string Decode(std::string_view bytes, Decoding decoding)
 {
     std::u16string text;
@@ -55,9 +71,17 @@ void AppendDecoded(std::u16string& text, std::string_view bytes, Decoding decodi
         text.append(few, Convert(bytes, few, decoding));
         return;
     }
-    const std::size_t start = text.size();
-    text.resize(start + bytes.size());
-    text.resize(start + Convert(bytes, text.data() + start, decoding));
+    std::size_t size = text.size();
+    text.resize(size + bytes.size());
+    while (!bytes.empty())
+    {
+        std::string_view piece = bytes.substr(0, mostAtOnce);
+        if (piece.size() < bytes.size())
+            piece.remove_suffix(BegunAtEnd(piece));
+        size += Convert(piece, text.data() + size, decoding);
+        bytes.remove_prefix(piece.size());
+    }
+    text.resize(size);
 }
 
 } // namespace tarnwell

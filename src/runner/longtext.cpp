@@ -13,21 +13,6 @@ constexpr std::size_t smallestPiece = std::size_t{16} * 1024;
 // The system takes pieces of this size back at once.
 constexpr std::size_t largestPiece = std::size_t{64} * 1024 * 1024;
 
-// How many bytes at the end may begin a character of UTF-8 that goes on behind them.
-std::size_t BegunAtEnd(std::string_view bytes)
-{
-    constexpr std::size_t longest = 4;
-    for (std::size_t count = 1; count < longest && count <= bytes.size(); ++count)
-    {
-        const auto byte = static_cast<unsigned char>(bytes[bytes.size() - count]);
-        if (byte < 0x80)
-            return 0;
-        if (byte >= 0xC0)
-            return count;
-    }
-    return 0;
-}
-
 } // namespace
 
 LongText& LongText::Append(std::string_view bytes)

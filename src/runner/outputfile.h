@@ -19,6 +19,9 @@ std::shared_ptr<OsHandle> MakeOutputFile(const std::u16string& address, const ch
 // the end, where there is nothing to read.
 bool Rewind(const OsHandle& file);
 
+// All bytes of the file. One that can't be read looks as if it ended there.
+std::string ReadOutput(HANDLE file);
+
 // Throws if what the client left on its error stream, or its exit code, is a failure.
 using OutcomeCheck = std::function<void(const ClientOutcome& outcome)>;
 

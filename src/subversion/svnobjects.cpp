@@ -59,7 +59,7 @@ ComPtr<IFolder> SVNFileSystemObject::CreateFolderObject(const std::u16string& pa
     return MakeItem<SVNFolderObject, IFolder>(path, mustExist);
 }
 
-std::vector<RevisionRecord> SVNFileSystemObject::ReadRevisions(const std::u16string& path)
+RevisionList SVNFileSystemObject::ReadRevisions(const std::u16string& path)
 {
     return SvnLog(*this, path);
 }

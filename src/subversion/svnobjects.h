@@ -66,7 +66,7 @@ protected:
 
     ComPtr<IFile> CreateFileObject(const std::u16string& path, bool mustExist) override;
     ComPtr<IFolder> CreateFolderObject(const std::u16string& path, bool mustExist) override;
-    std::vector<RevisionRecord> ReadRevisions(const std::u16string& path) override;
+    RevisionList ReadRevisions(const std::u16string& path) override;
 };
 
 } // namespace tarnwell

@@ -168,7 +168,8 @@ TEST(NoMemory, MakesNoRevisions)
 TEST(NoMemory, MakesNoRevision)
 {
     ComPtr<IRevisions> revisions;
-    ASSERT_EQ(MakeRevisions({RevisionRecord{}}, CLSID_GITFileSystem, revisions.Out()), S_OK);
+    ASSERT_EQ(MakeRevisions(std::vector<RevisionRecord>(1), CLSID_GITFileSystem, revisions.Out()),
+              S_OK);
     auto* revision = reinterpret_cast<IRevision*>(1);
     const PublishedError error =
         ErrorWithoutMemory([&] { return revisions->GetItem(0, &revision); });
@@ -185,7 +186,8 @@ TEST(NoMemory, GivesNoText)
     ComPtr<IRevision> revision;
     ASSERT_EQ(MakeInstance<GITFileSystemObject>(nullptr, IID_IFileSystem, system.OutVoid()), S_OK);
     ASSERT_EQ(system->GetFile(u"git:///a", VARIANT_FALSE, file.Out()), S_OK);
-    ASSERT_EQ(MakeRevisions({RevisionRecord{}}, CLSID_GITFileSystem, revisions.Out()), S_OK);
+    ASSERT_EQ(MakeRevisions(std::vector<RevisionRecord>(1), CLSID_GITFileSystem, revisions.Out()),
+              S_OK);
     ASSERT_EQ(revisions->GetItem(0, revision.Out()), S_OK);
     const auto item = file.As<IFileSystemItem>();
     const auto comparable = file.As<IFileSystemItemComparableUrl>();

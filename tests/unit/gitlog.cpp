@@ -12,7 +12,7 @@ namespace
 class GitLog : public testing::Test
 {
 protected:
-    std::vector<RevisionRecord> Read(std::string_view output) const
+    RevisionList Read(std::string_view output) const
     {
         return ReadGitLog(u"/r/a.txt", OpenedWith(folder_, output).Get());
     }
@@ -36,6 +36,19 @@ TEST_F(GitLog, RecordsFollowTheWorkingCopy)
     EXPECT_EQ(records[1].modifiedTime, 128790414900000000U);
     EXPECT_EQ(records[1].revisionTime, 128790414900000000U);
     EXPECT_EQ(records[1].uri, u"git:///r/a.txt#abc");
+}
+
+TEST_F(GitLog, RecordsAreToldInAnyOrderAndAgain)
+{
+    const auto records = Read(std::string(oneCommit) + "def\nBob\n2\n\tOther\n!\n");
+    ASSERT_EQ(records.size(), 3U);
+    for (int i = 0; i < 2; ++i)
+    {
+        EXPECT_EQ(records[2].uri, u"git:///r/a.txt#def");
+        EXPECT_EQ(records[2].description, u"Other");
+        EXPECT_EQ(records[1].uri, u"git:///r/a.txt#abc");
+        EXPECT_EQ(records[1].description, u"Subject");
+    }
 }
 
 TEST_F(GitLog, NothingMeansNoWorkingCopyEither)

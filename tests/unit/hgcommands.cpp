@@ -45,7 +45,7 @@ TEST(HgArguments, AQuoteInAValueStaysInIt)
 class HgLog : public testing::Test
 {
 protected:
-    std::vector<RevisionRecord> Read(std::string_view output) const
+    RevisionList Read(std::string_view output) const
     {
         return ReadHgLog(u"/r/a.txt", OpenedWith(folder_, output).Get());
     }

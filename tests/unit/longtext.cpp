@@ -39,6 +39,24 @@ TEST(LongTexts, AreTheSameInBlocksOfAnySize)
     }
 }
 
+// Wherever it is cut to be converted.
+TEST(LongTexts, AreDecodedAsTheirPartsAre)
+{
+    constexpr std::string_view unit = "a\u00e4\u65e5\U0001F600\xFF\xC3\xE6\x97";
+    constexpr std::size_t count = 300'000;
+    std::string bytes;
+    std::u16string expected;
+    for (std::size_t i = 0; i < count; ++i)
+    {
+        bytes += unit;
+        expected += u"a\u00e4\u65e5\U0001F600\uFFFD\uFFFD\uFFFD";
+    }
+    for (std::size_t shift = 0; shift < unit.size(); ++shift)
+        EXPECT_TRUE(Decode(std::string(shift, 'x') + bytes, Decoding::Utf8) ==
+                    std::u16string(shift, u'x') + expected)
+            << shift;
+}
+
 TEST(LongTexts, WithoutBytesAreEmpty)
 {
     LongText text;

@@ -126,6 +126,25 @@ TEST(Revisions, AnEntryOutlivesItsCollection)
     EXPECT_EQ(Text(revision, &IRevision::GetUri), u"x://uri");
 }
 
+TEST(Revisions, ARecordIsMadeWhenItIsAskedFor)
+{
+    std::vector<std::size_t> asked;
+    ComPtr<IRevisions> revisions;
+    const auto make = [&](std::size_t index) {
+        asked.push_back(index);
+        return record;
+    };
+    EXPECT_EQ(MakeRevisions({3, make}, CLSID_GITFileSystem, revisions.Out()), S_OK);
+    EXPECT_EQ(Count(revisions), 3U);
+    EXPECT_TRUE(asked.empty());
+    const auto last = Entry(revisions, 2);
+    EXPECT_EQ(Text(last, &IRevision::GetRevisionId), u"id");
+    EXPECT_EQ(Text(last, &IRevision::GetAuthor), u"author");
+    EXPECT_EQ(asked, std::vector<std::size_t>{2});
+    EXPECT_NE(revisions->GetItem(3, ComPtr<IRevision>().Out()), S_OK);
+    EXPECT_EQ(asked.size(), 1U);
+}
+
 TEST(Revisions, AnyThreadMayRead)
 {
     const auto revisions = Collection({record});
@@ -186,7 +205,7 @@ protected:
     {
         return {};
     }
-    std::vector<RevisionRecord> ReadRevisions(const std::u16string& path) override
+    RevisionList ReadRevisions(const std::u16string& path) override
     {
         ++timesRead;
         pathRead = path;

@@ -113,7 +113,8 @@ TEST_F(NamedClasses, OfRevisions)
 {
     ComPtr<IRevisions> revisions;
     ComPtr<IRevision> revision;
-    ASSERT_EQ(MakeRevisions({RevisionRecord{}}, CLSID_GITFileSystem, revisions.Out()), S_OK);
+    ASSERT_EQ(MakeRevisions(std::vector<RevisionRecord>(1), CLSID_GITFileSystem, revisions.Out()),
+              S_OK);
     ASSERT_EQ(revisions->GetItem(0, revision.Out()), S_OK);
     EXPECT_TRUE(Names(CLSID_OtherRevisions, [&] { return revisions->GetCount(nullptr); }));
     EXPECT_TRUE(Names(CLSID_OtherRevision, [&] { return revision->GetUri(nullptr); }));
