@@ -11,7 +11,7 @@ namespace
 {
 
 // What the platform converts at once: it counts in 32 bits.
-constexpr std::size_t mostAtOnce = 1024 * 1024;
+constexpr std::size_t mostAtOnce = std::size_t{1024} * 1024;
 
 void Widen(std::string_view bytes, char16_t* units)
 {
