@@ -9,14 +9,15 @@ extern "C"
     // there is none to be had. With its handle, or with this process, all processes in it end, and
     // what they have started, but for what has taken leave of them on purpose.
     HANDLE CreateClientGroup();
-    // CreateProcessW with handles to inherit, and with `environment`, which may be null, as wide
-    // text: a process in the group.
+    // CreateProcessW with `environment`, which may be null, as wide text: a process in the group.
+    // It inherits the three streams of `startup` and nothing else.
     BOOL StartInGroup(HANDLE group, LPWSTR commandLine, LPVOID environment, LPCWSTR folder,
                       STARTUPINFOW* startup, PROCESS_INFORMATION* information);
     // Ends what is in the group at once. Nothing can be started in it any more.
     BOOL EndClientGroup(HANDLE group);
 
-    // What a pipe has, up to `size` bytes, after a wait if that is nothing yet. 0 bytes, or a
-    // failure, at its end.
-    BOOL ReadPipe(HANDLE pipe, void* buffer, DWORD size, DWORD* read);
+    // What a pipe of the group's clients has, up to `size` bytes, after a wait if that is nothing
+    // yet. 0 bytes, or a failure, at its end. Once the group was ended the pipe is at its end when
+    // nothing is in it: what has taken leave of the group may keep the other end for ever.
+    BOOL ReadPipe(HANDLE group, HANDLE pipe, void* buffer, DWORD size, DWORD* read);
 }

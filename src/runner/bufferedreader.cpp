@@ -53,13 +53,13 @@ std::u16string BufferedReader::ReadAll()
     return all.TakeDecoded(decoding_);
 }
 
-std::string_view BufferedReader::ReadBlock()
+std::string_view BufferedReader::ReadBlock(HANDLE group)
 {
     if (position_ == end_ && !hasEnded_)
     {
         DWORD count = 0;
         const DWORD size = static_cast<DWORD>(buffer_.size());
-        const bool isRead = ReadPipe(handle_, buffer_.data(), size, &count) != 0;
+        const bool isRead = ReadPipe(group, handle_, buffer_.data(), size, &count) != 0;
         const DWORD error = isRead ? ERROR_SUCCESS : GetLastError();
         // One way to tell the end.
         failure_ = error == ERROR_BROKEN_PIPE ? ERROR_SUCCESS : error;

@@ -35,9 +35,9 @@ public:
     // All that is left, with its line ends.
     std::u16string ReadAll();
 
-    // The next bytes of a pipe as they come, valid until the next call; empty at the end, and where
-    // the pipe can't be read.
-    std::string_view ReadBlock();
+    // The next bytes of a pipe of this group's clients as they come, valid until the next call;
+    // empty at the end, and where the pipe can't be read.
+    std::string_view ReadBlock(HANDLE group);
     // Why it couldn't be; ERROR_SUCCESS if it could.
     DWORD Failure() const
     {
@@ -46,6 +46,11 @@ public:
 
     // Takes all that is left and drops it.
     void SkipAll();
+    // Nothing is read any more.
+    void Leave()
+    {
+        Filled(0);
+    }
 
 private:
     // From the bytes at hand, which have no line feed, to the end of the line.

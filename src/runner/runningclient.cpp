@@ -21,9 +21,9 @@ OsHandle MakeGroup(const ClientRow& row)
 }
 
 // The first `most` bytes of what is printed go to `queue`, whose end is told in any case.
-OutputReader InTo(ByteQueue& queue, std::uint64_t most, std::atomic<DWORD>& failure)
+OutputReader InTo(ByteQueue& queue, std::uint64_t most, std::atomic<DWORD>& failure, HANDLE group)
 {
-    return [&queue, most, &failure](BufferedReader& output) {
+    return [&queue, most, &failure, group](BufferedReader& output) {
         struct Ending
         {
             ~Ending()
@@ -33,25 +33,21 @@ OutputReader InTo(ByteQueue& queue, std::uint64_t most, std::atomic<DWORD>& fail
             ByteQueue& queue;
         } const ending{queue};
         std::uint64_t left = most;
-        while (left > 0)
+        for (;;)
         {
-            const std::string_view block = output.ReadBlock().substr(0, left);
+            const std::string_view block = output.ReadBlock(group);
             failure = output.Failure();
-            if (block.empty() || !queue.Push(block))
+            if (block.empty())
                 return;
-            left -= block.size();
+            const std::string_view kept = block.substr(0, left);
+            // Who took leave of the group may go on printing for ever.
+            if (!queue.Push(kept))
+                return output.Leave();
+            left -= kept.size();
+            if (left == 0)
+                queue.End();
         }
     };
-}
-
-std::string TakenFrom(ByteQueue& queue, Patience& patience, std::size_t wanted = 1)
-{
-    for (;;)
-    {
-        patience.Ask();
-        if (std::optional<std::string> bytes = queue.Take(Patience::pause, wanted))
-            return std::move(*bytes);
-    }
 }
 
 constexpr std::uint64_t everything = UINT64_MAX;
@@ -68,10 +64,10 @@ RunningClient::RunningClient(const ClientRow& row, const ClientCall& call)
     Pipe errors = MakePipe(row, &Pipe::write);
     outputReader_ =
         std::make_unique<PipeReader>(std::move(output.read), row.decoding, row.bareLineFeed,
-                                     InTo(output_, everything, outputFailure_));
+                                     InTo(output_, everything, outputFailure_, group_.Get()));
     errorReader_ =
         std::make_unique<PipeReader>(std::move(errors.read), row.decoding, row.bareLineFeed,
-                                     InTo(errors_, keptErrorText, errorFailure_));
+                                     InTo(errors_, keptErrorText, errorFailure_, group_.Get()));
     client_ =
         StartClient(row, call, {input.read.Get(), output.write.Get(), errors.write.Get()}, group_);
     input.read.Close();
@@ -112,13 +108,13 @@ void RunningClient::CloseInput()
 
 std::string RunningClient::Read(Patience& patience)
 {
-    return TakenFrom(output_, patience);
+    return TakeFrom(output_, 1, patience);
 }
 
 std::string RunningClient::ReadMuch(Patience& patience)
 {
     constexpr std::size_t much = std::size_t{32} * 1024; // bytes
-    return TakenFrom(output_, patience, much);
+    return TakeFrom(output_, much, patience);
 }
 
 ClientOutcome RunningClient::Finish(Patience& patience)
@@ -128,8 +124,8 @@ ClientOutcome RunningClient::Finish(Patience& patience)
     {
     }
     std::string errors;
-    for (std::string block = TakenFrom(errors_, patience); !block.empty();
-         block = TakenFrom(errors_, patience))
+    for (std::string block = TakeFrom(errors_, 1, patience); !block.empty();
+         block = TakeFrom(errors_, 1, patience))
         errors += block;
     const HANDLE process = client_.process.Get();
     constexpr DWORD pause = Patience::pause.count();
@@ -138,8 +134,7 @@ ClientOutcome RunningClient::Finish(Patience& patience)
         patience.Ask();
     if (waited != WAIT_OBJECT_0)
         ThrowClientFailure(row_, row_.communication, GetLastError());
-    outputReader_->Wait();
-    errorReader_->Wait();
+    End();
     outputReader_->RethrowFailure();
     errorReader_->RethrowFailure();
     // What couldn't be read must not look like less to say.
@@ -150,6 +145,25 @@ ClientOutcome RunningClient::Finish(Patience& patience)
     }
     ThrowIfCrashed(row_, process);
     return {client_.ExitCode(row_.exitCodePreset), Decode(errors, row_.decoding)};
+}
+
+// Once the client has ended, all that it has printed is in the pipe. Whoever else has that is left
+// a second for words of its own; then the group is ended, and so the pipe, behind what is in it.
+std::string RunningClient::TakeFrom(ByteQueue& queue, std::size_t wanted, Patience& patience)
+{
+    constexpr auto second = std::chrono::milliseconds(1000) / Patience::pause; // pauses
+    bool hasEnded = false;
+    for (auto silent = 0 * second;;)
+    {
+        patience.Ask();
+        if (std::optional<std::string> bytes = queue.Take(Patience::pause, wanted))
+            return std::move(*bytes);
+        if (++silent % second != 0)
+            continue;
+        if (hasEnded)
+            EndClientGroup(group_.Get());
+        hasEnded = WaitForSingleObject(client_.process.Get(), 0) == WAIT_OBJECT_0;
+    }
 }
 
 void RunningClient::End() noexcept

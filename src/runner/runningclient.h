@@ -35,11 +35,12 @@ public:
     // The same for much of it, which comes in larger pieces, a moment later.
     std::string ReadMuch(Patience& patience);
 
-    // Waits until it has ended by itself, and drops what it still prints. Throws if it crashed. Of
-    // a very long error text only the beginning is kept.
+    // Waits until it has ended by itself, and drops what it still prints; nobody waits for what it
+    // has started. Throws if it crashed. Of a very long error text only the beginning is kept.
     ClientOutcome Finish(Patience& patience);
 
 private:
+    std::string TakeFrom(ByteQueue& queue, std::size_t wanted, Patience& patience);
     void End() noexcept;
 
     const ClientRow& row_;

@@ -65,6 +65,71 @@ TEST(RunningClientPosix, AnHeirOfThePipesIsEndedWithIt)
     EXPECT_TRUE(Runs(child));
 }
 
+// Daemons are left alone, also such as keep the pipes.
+class Daemons : public testing::Test
+{
+protected:
+    ~Daemons() override
+    {
+        // 0 would be all of the tests' own group.
+        if (daemon_ > 0)
+            kill(daemon_, SIGKILL);
+    }
+
+    // A client that starts a daemon and then does this.
+    static ClientCall Call(const std::u16string& script)
+    {
+        return Shell(u"setsid sh -c 'echo $$; exec sleep 1000' & " + script);
+    }
+    void Learn(RunningClient& client)
+    {
+        std::string number;
+        while (!number.ends_with('\n'))
+            number += client.Read(patience_);
+        daemon_ = NumberIn(number);
+    }
+
+    Patience patience_{nullptr, u"test"};
+    pid_t daemon_ = 0;
+};
+
+TEST_F(Daemons, DontKeepAClientFromBeingLeft)
+{
+    {
+        RunningClient client(childClient, Call(u"sleep 1000"));
+        Learn(client);
+    }
+    EXPECT_TRUE(Runs(daemon_));
+}
+
+TEST_F(Daemons, DontKeepAClientFromBeingFinished)
+{
+    RunningClient client(childClient, Call(u"exit 3"));
+    Learn(client);
+    EXPECT_EQ(client.Finish(patience_).exitCode, 3);
+    EXPECT_TRUE(Runs(daemon_));
+}
+
+TEST_F(Daemons, DontKeepAnAnswerFromEnding)
+{
+    RunningClient client(childClient, Call(u"exit 3"));
+    Learn(client);
+    EXPECT_EQ(client.Read(patience_), "");
+    EXPECT_TRUE(Runs(daemon_));
+}
+
+TEST_F(Daemons, MayTalkForEver)
+{
+    {
+        RunningClient client(
+            childClient,
+            Shell(u"setsid sh -c 'echo $$; while :; do echo; echo >&2; done' & sleep 1000"));
+        Learn(client);
+    }
+    // Nobody listens any more.
+    WaitForEndOf(daemon_);
+}
+
 TEST(RunningClientPosix, ACrashIsAFailure)
 {
     Patience patience(nullptr, u"test");

@@ -17,6 +17,8 @@
 #include <fcntl.h>
 #include <memory>
 #include <new>
+#include <poll.h>
+#include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace tarnwell::posix
@@ -27,6 +29,8 @@ namespace
 class ClientGroup : public HandleObject
 {
 public:
+    // `ending` can be read once the group was ended.
+    explicit ClientGroup(FileDescriptor ending) : ending_(std::move(ending)) {}
     ~ClientGroup() override
     {
         End();
@@ -58,11 +62,18 @@ public:
     void End()
     {
         hasEnded_ = true;
+        eventfd_write(ending_.Get(), 1);
         if (id_ == 0)
             return;
         kill(-id_, SIGKILL);
         guard_.Wait();
         id_ = 0;
+    }
+
+    // For any thread.
+    int Ending() const
+    {
+        return ending_.Get();
     }
 
     int Wait() override
@@ -110,6 +121,7 @@ private:
         return isGone ? 0 : number;
     }
 
+    const FileDescriptor ending_;
     FileDescriptor life_;
     ChildProcess guard_;
     pid_t id_ = 0; // the first process's; 0 if none was started, and once it has been ended
@@ -123,9 +135,15 @@ using namespace tarnwell::posix;
 
 extern "C" HANDLE CreateClientGroup()
 {
+    FileDescriptor ending(eventfd(0, EFD_CLOEXEC));
+    if (!ending)
+    {
+        FailWithErrno();
+        return INVALID_HANDLE_VALUE;
+    }
     try
     {
-        HandleObject* const handle = std::make_unique<ClientGroup>().release();
+        HandleObject* const handle = std::make_unique<ClientGroup>(std::move(ending)).release();
         return handle;
     }
     catch (const std::bad_alloc&)
@@ -154,10 +172,18 @@ extern "C" BOOL EndClientGroup(HANDLE group)
     return 1;
 }
 
-extern "C" BOOL ReadPipe(HANDLE pipe, void* buffer, DWORD size, DWORD* read)
+extern "C" BOOL ReadPipe(HANDLE group, HANDLE pipe, void* buffer, DWORD size, DWORD* read)
 {
     *read = 0;
+    const auto* const handle = dynamic_cast<const ClientGroup*>(ObjectOf(group));
+    if (handle == nullptr)
+        return Fail(ERROR_INVALID_HANDLE);
     const int descriptor = DescriptorOf(pipe);
+    pollfd waited[] = {{descriptor, POLLIN, 0}, {handle->Ending(), POLLIN, 0}};
+    if (Restarted([&] { return poll(waited, std::size(waited), -1); }) < 0)
+        return FailWithErrno();
+    if (waited[0].revents == 0)
+        return Fail(ERROR_BROKEN_PIPE);
     const ssize_t count = Restarted([&] { return ::read(descriptor, buffer, size); });
     if (count < 0)
         return FailOnDescriptor(descriptor);

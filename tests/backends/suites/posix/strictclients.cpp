@@ -152,6 +152,28 @@ TEST_P(StrictClients, MayWarn)
     }
 }
 
+// As some leave one behind for the next question to the same server.
+TEST_P(StrictClients, MayLeaveADaemonThatKeepsTheirPipes)
+{
+    const TempFolder daemons;
+    // Each has taken leave before its client does anything.
+    const StandInClient client =
+        StandIn("number='" + daemons.Path().string() + "'/$$\n" +
+                "setsid sh -c 'echo $$ >\"$0\"; exec sleep 1000' \"$number\" </dev/null &\n" +
+                "until [ -s \"$number\" ]; do :; done\nexec \"$REAL\" \"$@\"");
+    if (Row().strict.histories)
+    {
+        EXPECT_EQ(History(text_).size(), 2U);
+    }
+    int count = 0;
+    for (const auto& file : std::filesystem::directory_iterator(daemons.Path()))
+    {
+        EXPECT_EQ(kill(std::stoi(ReadBytes(file.path().u16string())), SIGKILL), 0);
+        ++count;
+    }
+    EXPECT_GT(count, 0);
+}
+
 TEST_P(StrictClients, AreToldOfInTheUsersLanguage)
 {
     const auto textsIn = [&](const char* locale) {

@@ -20,6 +20,27 @@ std::string Utf8(const wchar_t* text)
     return bytes;
 }
 
+// Ends once another process has the streams, which awaits as the command of that name does. The
+// code to end with.
+int LeaveAnHeir(const std::wstring& started, const wchar_t* told)
+{
+    wchar_t program[MAX_PATH];
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    std::wstring line =
+        L"\"" + std::wstring(program) + L"\" await \"" + started + L"\" \"" + told + L"\"";
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION information;
+    if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
+                        &information))
+        return untold;
+    while (GetFileAttributesW(started.c_str()) == INVALID_FILE_ATTRIBUTES)
+        Sleep(1);
+    CloseHandle(information.hThread);
+    CloseHandle(information.hProcess);
+    return 3;
+}
+
 } // namespace
 } // namespace tarnwell::test
 
@@ -40,6 +61,8 @@ int wmain(int count, wchar_t** texts, wchar_t** entries)
         std::fflush(stderr);
         TerminateProcess(GetCurrentProcess(), 137);
     }
+    if (arguments.size() == 3 && arguments[0] == "heir")
+        return LeaveAnHeir(texts[2], texts[3]);
     if (!arguments.empty() && arguments[0] == "window")
     {
         STARTUPINFOW startup = {};
