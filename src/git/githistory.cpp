@@ -60,7 +60,7 @@ class GitHistory
 public:
     GitHistory(const HistoryQuestion& question, HistoryTaker& taker)
         : question_(question), taker_(taker),
-          item_(PlacedItemOf(gitPlacing, question.path, question.revision))
+          item_(GitItemOf(question.path, question.revision, taker.HostsPatience()))
     {
     }
 

@@ -4,6 +4,7 @@
 #include "git/gituri.h"
 #include "platform/clients.h"
 #include "runner/commandline.h"
+#include "runner/runningclient.h"
 
 namespace tarnwell
 {
@@ -59,6 +60,38 @@ constexpr StrictPhrase phrases[] = {
     {u"", u": Permission denied", noRight},
 };
 
+// Where the client is told not to go on to.
+std::u16string_view FolderAround(const Place& place)
+{
+    return ParentFolderOf(place.folder);
+}
+
+// It is told in a list of folders, in which nothing can be quoted.
+bool CanBeTold(const Place& place)
+{
+    return FolderAround(place).find(platformPathRules.listMark) == std::u16string_view::npos;
+}
+
+// A file that leads to no repository is a failure to the client by itself.
+bool IsLink(const Place& place)
+{
+    return KindOf(PathInPlace(place, u".git")) == KindOnDisk::File;
+}
+
+// The client calls a repository that is where it runs by its name, and one around it by its path.
+void CheckPlace(const PlacedItem& item, Patience& patience)
+{
+    patience.Ask();
+    RunningClient client(strictGit, StrictGitCall(item.place, u"rev-parse --git-dir"));
+    std::string answer;
+    for (std::string bytes = client.Read(patience); !bytes.empty(); bytes = client.Read(patience))
+        answer += bytes.substr(0, 10);
+    ThrowIfGitFailed(client.Finish(patience), item);
+    const std::string_view name = std::string_view(answer).substr(0, answer.find_first_of("\r\n"));
+    if (name != ".git" && name != ".")
+        ThrowStrictFailure(strictGit.source, noRepository, item.address);
+}
+
 } // namespace
 
 const ClientRow strictGit{
@@ -72,6 +105,15 @@ const ClientRow strictGit{
     .variables = strictVariables,
 };
 
+PlacedItem GitItemOf(const std::u16string& path, const std::optional<std::u16string>& revision,
+                     Patience& patience)
+{
+    PlacedItem item = PlacedItemOf(gitPlacing, path, revision);
+    if (!CanBeTold(item.place) && !IsLink(item.place))
+        CheckPlace(item, patience);
+    return item;
+}
+
 ClientCall StrictGitCall(const Place& place, std::u16string_view arguments)
 {
     ClientCall call;
@@ -79,8 +121,8 @@ ClientCall StrictGitCall(const Place& place, std::u16string_view arguments)
     call.arguments = std::u16string(strictSettings).append(arguments);
     call.workingFolder = place.folder;
     // A repository that is none after all must not lead to one around it.
-    call.variables.push_back(u"GIT_CEILING_DIRECTORIES=" +
-                             std::u16string(ParentFolderOf(place.folder)));
+    if (CanBeTold(place))
+        call.variables.push_back(u"GIT_CEILING_DIRECTORIES=" + std::u16string(FolderAround(place)));
     return call;
 }
 

@@ -2,9 +2,11 @@
 // failures mean.
 #pragma once
 
+#include "frame/patience.h"
 #include "git/gitplace.h"
 #include "runner/strictclient.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,6 +14,11 @@ namespace tarnwell
 {
 
 extern const ClientRow strictGit;
+
+// The item, as `PlacedItemOf` finds it. Throws as that does, and where the client would take no
+// notice of what is in its folder and go on to a repository around it.
+PlacedItem GitItemOf(const std::u16string& path, const std::optional<std::u16string>& revision,
+                     Patience& patience);
 
 // A command of the client with its arguments, in the repository.
 ClientCall StrictGitCall(const Place& place, std::u16string_view arguments);

@@ -248,7 +248,7 @@ std::unique_ptr<TreeReader> OpenGitTree(const std::u16string& path,
                                         const std::optional<std::u16string>& revision,
                                         Patience& patience)
 {
-    auto tree = std::make_unique<GitTree>(PlacedItemOf(gitPlacing, path, revision));
+    auto tree = std::make_unique<GitTree>(GitItemOf(path, revision, patience));
     tree->Start(patience);
     return tree;
 }
