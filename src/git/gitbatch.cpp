@@ -12,8 +12,6 @@ namespace
 constexpr std::u16string_view batchCommand = u"cat-file --batch-command";
 // So many questions go out before the first answer is read: few enough to fit into the pipe.
 constexpr std::size_t questionsAtOnce = 64;
-// Trees and commits beyond this are nobody's.
-constexpr std::size_t mostBytes = std::size_t{1024} * 1024 * 1024;
 
 class TextTaker final : public ContentTaker
 {
@@ -26,7 +24,7 @@ public:
     }
     void Take(std::string_view bytes) override
     {
-        if (bytes.size() > mostBytes - bytes_.size())
+        if (bytes.size() > mostRecordBytes - bytes_.size())
             throw std::bad_alloc();
         bytes_ += bytes;
     }
@@ -143,7 +141,8 @@ std::string GitBatch::Session::ReadLine(Patience& patience)
         const std::size_t feed = block.find('\n');
         line += block.substr(0, feed);
         position += std::min(block.size(), feed == std::string_view::npos ? feed : feed + 1);
-        if (feed != std::string_view::npos)
+        // One that is too long is none of the client's, and isn't read to its end.
+        if (feed != std::string_view::npos || line.size() > mostRecordBytes)
             return line;
     }
 }

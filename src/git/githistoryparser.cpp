@@ -3,7 +3,6 @@
 #include "frame/unixtime.h"
 #include "git/gittreeparser.h"
 
-#include <array>
 #include <utility>
 
 namespace tarnwell
@@ -30,106 +29,77 @@ std::string_view WithoutLastFeeds(std::string_view text)
 
 } // namespace
 
-// The texts from a place on, each with its NUL.
-class GitHistoryParser::Reading
-{
-public:
-    explicit Reading(std::string_view bytes) : bytes_(bytes) {}
-
-    std::size_t Position() const
-    {
-        return position_;
-    }
-    bool IsAtEnd() const
-    {
-        return position_ == bytes_.size();
-    }
-    char First() const
-    {
-        return bytes_[position_];
-    }
-    void SkipByte()
-    {
-        ++position_;
-    }
-    // Nothing if its end isn't there yet.
-    std::optional<std::string_view> Text()
-    {
-        const std::size_t end = bytes_.find('\0', position_);
-        if (end == std::string_view::npos)
-            return std::nullopt;
-        const std::string_view text = bytes_.substr(position_, end - position_);
-        position_ = end + 1;
-        return text;
-    }
-
-private:
-    std::string_view bytes_;
-    std::size_t position_ = 0;
-};
-
 std::optional<GitCommit> GitHistoryParser::Next()
 {
-    Reading reading(feed_.Rest());
-    std::optional<GitCommit> commit = ReadCommit(reading);
-    if (commit)
-        feed_.Drop(reading.Position());
-    return commit;
-}
-
-std::optional<GitCommit> GitHistoryParser::ReadCommit(Reading& reading)
-{
-    std::array<std::string_view, 5> texts;
-    for (std::string_view& text : texts)
+    constexpr std::size_t count = 5; // texts of a commit
+    while (texts_.size() < count)
     {
-        const std::optional<std::string_view> found = reading.Text();
-        if (!found)
+        const std::optional<std::string_view> text = feed_.TakeTo('\0');
+        if (!text)
             return std::nullopt;
-        text = *found;
+        texts_.emplace_back(*text);
+        if (!IsObjectName(texts_[0]))
+            return feed_.Break();
     }
-    if (!IsObjectName(texts[0]))
+    if (hasNames_ && !ReadNames())
         return std::nullopt;
-    GitCommit commit{std::string(texts[0]),
-                     std::string(texts[1]),
-                     std::string(WithoutLastFeeds(texts[4])),
-                     FileTimeOfSeconds(texts[2]),
-                     FileTimeOfSeconds(texts[3]),
-                     path_};
-    if (hasNames_ && !ReadNames(reading, commit))
-        return std::nullopt;
+    feed_.EndRecord();
+    GitCommit commit{std::move(texts_[0]),
+                     std::move(texts_[1]),
+                     std::string(WithoutLastFeeds(texts_[4])),
+                     FileTimeOfSeconds(texts_[2]),
+                     FileTimeOfSeconds(texts_[3]),
+                     std::exchange(path_, before_)};
+    texts_.clear();
     return commit;
 }
 
-bool GitHistoryParser::ReadNames(Reading& reading, GitCommit& commit)
+bool GitHistoryParser::ReadNames()
 {
-    std::string before = path_;
     for (;;)
     {
-        if (reading.IsAtEnd() && !hasEnded_)
-            return false;
-        if (reading.IsAtEnd())
-            break;
-        if (reading.First() == '\n')
+        if (change_.empty())
         {
-            reading.SkipByte();
-            continue;
+            const std::optional<char> first = feed_.First();
+            if (!first)
+                return hasEnded_ && !feed_.IsBroken();
+            if (*first == '\n')
+            {
+                feed_.Take(1);
+                continue;
+            }
+            if (!IsCapital(*first))
+                return true;
         }
-        if (!IsCapital(reading.First()))
-            break;
-        const std::optional<std::string_view> status = reading.Text();
-        const std::optional<std::string_view> name = reading.Text();
-        if (!status || !name)
+        if (!ReadChange())
             return false;
-        if (status->front() != 'R' && status->front() != 'C')
-            continue;
-        const std::optional<std::string_view> newName = reading.Text();
-        // The name becomes a part of addresses.
-        if (!newName || !IsGitPath(*name))
-            return false;
-        if (*newName == path_)
-            before = *name;
     }
-    commit.path = std::exchange(path_, std::move(before));
+}
+
+bool GitHistoryParser::ReadChange()
+{
+    const auto isRename = [&] {
+        return change_[0].front() == 'R' || change_[0].front() == 'C';
+    };
+    while (change_.size() < 2 || (change_.size() == 2 && isRename()))
+    {
+        const std::optional<std::string_view> text = feed_.TakeTo('\0');
+        if (!text)
+            return false;
+        change_.emplace_back(*text);
+    }
+    if (isRename())
+    {
+        // The name becomes a part of addresses.
+        if (!IsGitPath(change_[1]))
+        {
+            feed_.Break();
+            return false;
+        }
+        if (change_[2] == path_)
+            before_ = change_[1];
+    }
+    change_.clear();
     return true;
 }
 

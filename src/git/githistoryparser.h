@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarnwell
 {
@@ -30,7 +31,8 @@ class GitHistoryParser
 {
 public:
     // With names, the item's is followed from `path` on to those that it had before.
-    GitHistoryParser(bool hasNames, std::string path) : hasNames_(hasNames), path_(std::move(path))
+    GitHistoryParser(bool hasNames, std::string path, std::size_t most = mostRecordBytes)
+        : hasNames_(hasNames), path_(std::move(path)), before_(path_), feed_(most)
     {
     }
 
@@ -50,19 +52,21 @@ public:
     // At the end, when there is no next one: whether all that came was read.
     bool IsComplete() const
     {
-        return feed_.IsEmpty();
+        return feed_.IsComplete();
     }
 
 private:
-    class Reading;
-    // Nothing if what is there is no whole commit yet.
-    std::optional<GitCommit> ReadCommit(Reading& reading);
-    // False if not all of them are there yet.
-    bool ReadNames(Reading& reading, GitCommit& commit);
+    // Whether all of them are there, of which the last is only known by what follows.
+    bool ReadNames();
+    // A status with its names, as above.
+    bool ReadChange();
 
     const bool hasNames_;
-    std::string path_; // the item's name in the commit that comes next
-    tarnwell::Feed feed_;
+    std::string path_;   // the item's name in the commit that is read
+    std::string before_; // that in the one before it
+    RecordFeed feed_;
+    std::vector<std::string> texts_;  // of the commit, as far as they were read
+    std::vector<std::string> change_; // of the change, likewise
     bool hasEnded_ = false;
 };
 

@@ -16,7 +16,7 @@ namespace
 
 TreeItemKind KindOfMode(std::uint32_t mode)
 {
-    switch (mode & gitKindBits)
+    switch (mode)
     {
     case gitFolderMode:
         return TreeFolder;
@@ -41,7 +41,7 @@ TreeRecord RecordOfEntry(const GitEntry& entry, const std::u16string& folder)
     record.name = folder.empty() ? DecodeName(entry.name) : folder + u"/" + DecodeName(entry.name);
     record.contentId = StrictText(strictGit, entry.id);
     record.kind = KindOfMode(entry.mode);
-    record.isExecutable = record.kind == TreeFile && (entry.mode & gitExecuteBits) != 0;
+    record.isExecutable = record.kind == TreeFile && entry.mode == gitProgramMode;
     record.size = HasContent(entry.mode) ? entry.size : 0;
     return record;
 }

@@ -50,6 +50,24 @@ std::string InHexadecimal(std::string_view bytes)
     return text;
 }
 
+// The client does the same.
+std::uint32_t PlainMode(std::uint32_t mode)
+{
+    constexpr std::uint32_t kindBits = 0170000;
+    constexpr std::uint32_t ownersExecuteBit = 0100;
+    switch (mode & kindBits)
+    {
+    case gitFileMode& kindBits:
+        return (mode & ownersExecuteBit) != 0 ? gitProgramMode : gitFileMode;
+    case gitFolderMode:
+        return gitFolderMode;
+    case gitLinkMode:
+        return gitLinkMode;
+    default:
+        return gitRepositoryMode;
+    }
+}
+
 std::optional<GitEntry> ReadListed(std::string_view text)
 {
     const auto mode = TakeTo(text, ' ');
@@ -65,7 +83,8 @@ std::optional<GitEntry> ReadListed(std::string_view text)
                                                       : NumberIn<std::uint64_t>(*size, 10);
     if (!modeNumber || !sizeNumber)
         return std::nullopt;
-    return GitEntry{*modeNumber, std::string(text), std::string(*id), *sizeNumber, isMissing};
+    return GitEntry{PlainMode(*modeNumber), std::string(text), std::string(*id), *sizeNumber,
+                    isMissing};
 }
 
 } // namespace
@@ -91,7 +110,7 @@ std::optional<std::vector<GitEntry>> ReadGitTree(std::string_view object, std::s
         if (!name || !number || !IsGitName(*name) || object.size() < idBytes)
             return std::nullopt;
         entries.push_back(
-            {*number, std::string(*name), InHexadecimal(object.substr(0, idBytes)), 0});
+            {PlainMode(*number), std::string(*name), InHexadecimal(object.substr(0, idBytes)), 0});
         object.remove_prefix(idBytes);
     }
     return entries;
@@ -123,11 +142,13 @@ std::optional<GitCommitFacts> ReadGitCommit(std::string_view object)
 
 std::optional<GitEntry> GitListingParser::Next()
 {
-    std::string_view rest = feed_.Rest();
-    const auto text = TakeTo(rest, '\0');
-    std::optional<GitEntry> entry = text ? ReadListed(*text) : std::nullopt;
-    if (entry)
-        feed_.Drop(text->size() + 1);
+    const std::optional<std::string_view> text = feed_.TakeTo('\0');
+    if (!text)
+        return std::nullopt;
+    std::optional<GitEntry> entry = ReadListed(*text);
+    if (!entry)
+        return feed_.Break();
+    feed_.EndRecord();
     return entry;
 }
 

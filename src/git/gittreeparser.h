@@ -22,12 +22,13 @@ struct GitObjectLine
 // Nothing for any other line, as for that of an object that is missing.
 std::optional<GitObjectLine> ReadGitObjectLine(std::string_view text);
 
-// Modes, as trees have them.
+// Modes. Old trees have others: what they are is only in the bits of the kind and, of files, in
+// that which lets the owner execute them. They are read as one of these.
+inline constexpr std::uint32_t gitFileMode = 0100644;
+inline constexpr std::uint32_t gitProgramMode = 0100755;
 inline constexpr std::uint32_t gitFolderMode = 040000;
 inline constexpr std::uint32_t gitLinkMode = 0120000;
 inline constexpr std::uint32_t gitRepositoryMode = 0160000;
-inline constexpr std::uint32_t gitKindBits = 0170000;
-inline constexpr std::uint32_t gitExecuteBits = 0111;
 
 struct GitEntry
 {
@@ -55,6 +56,8 @@ std::optional<GitCommitFacts> ReadGitCommit(std::string_view object);
 class GitListingParser
 {
 public:
+    explicit GitListingParser(std::size_t most = mostRecordBytes) : feed_(most) {}
+
     void Feed(std::string_view bytes)
     {
         feed_.Add(bytes);
@@ -64,11 +67,11 @@ public:
     // When there is no next one: whether all that came was read.
     bool IsComplete() const
     {
-        return feed_.IsEmpty();
+        return feed_.IsComplete();
     }
 
 private:
-    tarnwell::Feed feed_;
+    RecordFeed feed_;
 };
 
 // Whether this can be the name of an item: not empty, no "." or "..", no "/" and no NUL.

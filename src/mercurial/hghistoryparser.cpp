@@ -12,31 +12,14 @@ namespace tarnwell
 namespace
 {
 
-bool TakeBytes(std::string_view& text, std::uint64_t count, std::string& bytes)
-{
-    if (text.size() < count)
-        return false;
-    bytes = text.substr(0, count);
-    text.remove_prefix(count);
-    return true;
-}
-
-bool TakeName(std::string_view& text, std::string& name)
-{
-    const auto taken = TakeTo(text, '\0');
-    if (taken)
-        name = *taken;
-    return taken.has_value();
-}
-
 struct Header
 {
     std::string_view id;
     std::string_view seconds;
-    std::array<std::uint64_t, 4> sizes;
+    std::array<std::uint64_t, 4> counts;
 };
 
-std::optional<Header> ReadHeader(std::string_view line)
+std::optional<Header> HeaderIn(std::string_view line)
 {
     Header header{};
     std::array<std::string_view, 7> words;
@@ -50,54 +33,89 @@ std::optional<Header> ReadHeader(std::string_view line)
     words.back() = line;
     header.id = words[0];
     header.seconds = words[1];
-    for (std::size_t i = 0; i < header.sizes.size(); ++i)
+    for (std::size_t i = 0; i < header.counts.size(); ++i)
     {
         const auto number = WholeNumber(words[i + 3]);
         if (!number)
             return std::nullopt;
-        header.sizes[i] = *number;
+        header.counts[i] = *number;
     }
     return IsHgId(header.id) ? std::optional(header) : std::nullopt;
-}
-
-bool ReadNames(std::string_view& rest, const Header& header, HgChange& change)
-{
-    for (std::uint64_t left = header.sizes[2]; left > 0; --left)
-    {
-        std::string name;
-        if (!TakeName(rest, name))
-            return false;
-        change.files.push_back(std::move(name));
-    }
-    for (std::uint64_t left = header.sizes[3]; left > 0; --left)
-    {
-        std::pair<std::string, std::string> names;
-        // The latter becomes a part of addresses, and the client doesn't look at it.
-        if (!TakeName(rest, names.first) || !TakeName(rest, names.second) ||
-            !IsHgPath(names.second))
-            return false;
-        change.copies.push_back(std::move(names));
-    }
-    return true;
 }
 
 } // namespace
 
 std::optional<HgChange> HgHistoryParser::Next()
 {
-    std::string_view rest = feed_.Rest();
-    const auto line = TakeTo(rest, '\n');
-    const auto header = line ? ReadHeader(*line) : std::nullopt;
+    if (!ReadHeader() || !ReadTexts() || !ReadNames())
+        return std::nullopt;
+    feed_.EndRecord();
+    counts_.reset();
+    texts_ = 0;
+    return std::exchange(change_, {});
+}
+
+bool HgHistoryParser::ReadHeader()
+{
+    if (counts_)
+        return true;
+    const auto line = feed_.TakeTo('\n');
+    if (!line)
+        return false;
+    const auto header = HeaderIn(*line);
     if (!header)
-        return std::nullopt;
-    HgChange change;
-    if (!TakeBytes(rest, header->sizes[0], change.author) ||
-        !TakeBytes(rest, header->sizes[1], change.description) || !ReadNames(rest, *header, change))
-        return std::nullopt;
-    change.id = header->id;
-    change.time = FileTimeOfSeconds(header->seconds);
-    feed_.Drop(feed_.Rest().size() - rest.size());
-    return change;
+    {
+        feed_.Break();
+        return false;
+    }
+    change_.id = header->id;
+    change_.time = FileTimeOfSeconds(header->seconds);
+    const auto& counts = header->counts;
+    counts_ = {counts[0], counts[1], counts[2], counts[3]};
+    return true;
+}
+
+bool HgHistoryParser::ReadTexts()
+{
+    for (; texts_ < 2; ++texts_)
+    {
+        const auto text = feed_.Take(texts_ == 0 ? counts_->author : counts_->description);
+        if (!text)
+            return false;
+        (texts_ == 0 ? change_.author : change_.description) = *text;
+    }
+    return true;
+}
+
+bool HgHistoryParser::ReadNames()
+{
+    while (change_.files.size() < counts_->files)
+    {
+        const auto name = feed_.TakeTo('\0');
+        if (!name)
+            return false;
+        change_.files.emplace_back(*name);
+    }
+    while (change_.copies.size() < counts_->copies)
+    {
+        const auto name = feed_.TakeTo('\0');
+        if (!name)
+            return false;
+        if (!copy_)
+        {
+            copy_ = *name;
+            continue;
+        }
+        // It becomes a part of addresses, and the client doesn't look at it.
+        if (!IsHgPath(*name))
+        {
+            feed_.Break();
+            return false;
+        }
+        change_.copies.emplace_back(std::move(*copy_), *name);
+        copy_.reset();
+    }
+    return true;
 }
 
 std::optional<std::string> HgNames::NameIn(const HgChange& change)

@@ -34,6 +34,8 @@ struct HgChange
 class HgHistoryParser
 {
 public:
+    explicit HgHistoryParser(std::size_t most = mostRecordBytes) : feed_(most) {}
+
     void Feed(std::string_view bytes)
     {
         feed_.Add(bytes);
@@ -43,11 +45,29 @@ public:
     // When there is no next one: whether all that came was read.
     bool IsComplete() const
     {
-        return feed_.IsEmpty();
+        return feed_.IsComplete();
     }
 
 private:
-    tarnwell::Feed feed_;
+    // Whether they have come.
+    bool ReadHeader();
+    bool ReadTexts();
+    bool ReadNames();
+
+    // Of the changeset that is read.
+    struct Counts
+    {
+        std::uint64_t author; // bytes
+        std::uint64_t description;
+        std::uint64_t files; // names
+        std::uint64_t copies;
+    };
+
+    RecordFeed feed_;
+    std::optional<Counts> counts_; // nothing: it begins with the next line
+    int texts_ = 0;                // of both, as far as they were read
+    HgChange change_;              // likewise
+    std::optional<std::string> copy_;
 };
 
 // The names that an item had, learnt from its changesets, the latest first.

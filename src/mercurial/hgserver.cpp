@@ -1,5 +1,7 @@
 #include "mercurial/hgserver.h"
 
+#include "runner/feed.h"
+
 #include <algorithm>
 #include <new>
 
@@ -9,14 +11,12 @@ namespace tarnwell
 namespace
 {
 
-// Nothing that is read as a whole is longer.
-constexpr std::size_t mostBytes = std::size_t{1024} * 1024 * 1024;
 // Of a very long error text the beginning will do.
 constexpr std::size_t mostErrors = std::size_t{64} * 1024;
 
 void Append(std::string& text, std::string_view bytes)
 {
-    if (bytes.size() > mostBytes - text.size())
+    if (bytes.size() > mostRecordBytes - text.size())
         throw std::bad_alloc();
     text += bytes;
 }

@@ -30,30 +30,35 @@ bool IsName(std::string_view name)
 
 std::optional<HgEntry> HgManifestParser::Next()
 {
-    std::string_view rest = feed_.Rest();
-    auto facts = TakeTo(rest, '\0');
-    const auto path = facts ? TakeTo(rest, '\0') : std::nullopt;
+    if (!facts_)
+        facts_ = feed_.TakeTo('\0');
+    const auto path = facts_ ? feed_.TakeTo('\0') : std::nullopt;
     if (!path)
         return std::nullopt;
-    const auto id = TakeTo(*facts, ' ');
-    const auto kind = KindOfType(*facts);
+    std::string_view facts = *facts_;
+    const auto id = TakeTo(facts, ' ');
+    const auto kind = KindOfType(facts);
     if (!id || !IsHgId(*id) || !kind || !IsHgPath(*path))
-        return std::nullopt;
+        return feed_.Break();
     HgEntry entry{std::string(*path), std::string(*id), *kind};
-    feed_.Drop(feed_.Rest().size() - rest.size());
+    facts_.reset();
+    feed_.EndRecord();
     return entry;
 }
 
 std::optional<HgSize> HgSizeParser::Next()
 {
-    std::string_view rest = feed_.Rest();
-    const auto path = TakeTo(rest, '\0');
-    const auto text = path ? TakeTo(rest, '\0') : std::nullopt;
-    const auto size = text ? WholeNumber(*text) : std::nullopt;
-    if (!size)
+    if (!path_)
+        path_ = feed_.TakeTo('\0');
+    const auto text = path_ ? feed_.TakeTo('\0') : std::nullopt;
+    if (!text)
         return std::nullopt;
-    HgSize found{std::string(*path), *size};
-    feed_.Drop(feed_.Rest().size() - rest.size());
+    const auto size = WholeNumber(*text);
+    if (!size)
+        return feed_.Break();
+    HgSize found{std::move(*path_), *size};
+    path_.reset();
+    feed_.EndRecord();
     return found;
 }
 

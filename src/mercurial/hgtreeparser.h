@@ -34,6 +34,9 @@ struct HgEntry
 class HgManifestParser
 {
 public:
+    HgManifestParser() = default;
+    explicit HgManifestParser(std::size_t most) : feed_(most) {}
+
     void Feed(std::string_view bytes)
     {
         feed_.Add(bytes);
@@ -43,11 +46,12 @@ public:
     // When there is no next one: whether all that came was read.
     bool IsComplete() const
     {
-        return feed_.IsEmpty();
+        return feed_.IsComplete();
     }
 
 private:
-    tarnwell::Feed feed_;
+    RecordFeed feed_;
+    std::optional<std::string> facts_; // of the file that is read
 };
 
 // Sizes, in any pieces: the path and the number of bytes, with a NUL behind each.
@@ -59,6 +63,9 @@ struct HgSize
 class HgSizeParser
 {
 public:
+    HgSizeParser() = default;
+    explicit HgSizeParser(std::size_t most) : feed_(most) {}
+
     void Feed(std::string_view bytes)
     {
         feed_.Add(bytes);
@@ -66,11 +73,12 @@ public:
     std::optional<HgSize> Next();
     bool IsComplete() const
     {
-        return feed_.IsEmpty();
+        return feed_.IsComplete();
     }
 
 private:
-    tarnwell::Feed feed_;
+    RecordFeed feed_;
+    std::optional<std::string> path_; // of the size that is read
 };
 
 // The repositories inside, by the file that keeps their revisions: "REVISION PATH" in each line.

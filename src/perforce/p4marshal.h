@@ -40,7 +40,7 @@ class P4RecordParser
 {
 public:
     // Dictionaries of more bytes than these are nobody's.
-    static constexpr std::size_t mostBytes = std::size_t{1024} * 1024 * 1024;
+    static constexpr std::size_t mostBytes = mostRecordBytes;
 
     explicit P4RecordParser(std::size_t most = mostBytes) : most_(most) {}
 

@@ -14,6 +14,7 @@ namespace
 
 constexpr std::string_view prologueStart = "<?xml version=\"1.0\" encoding=\"UTF-8\"";
 constexpr std::string_view prologueEnd = "?>";
+constexpr std::size_t longestPrologue = 1000; // bytes; behind its words are only blanks
 constexpr std::string_view blanks = " \t\r\n";
 constexpr std::string_view nameCharacters =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_:0123456789-.";
@@ -223,7 +224,9 @@ bool SvnXmlReader::ReadPrologue()
     const std::string_view start = bytes.substr(0, prologueStart.size());
     if (!prologueStart.starts_with(start))
         return Fail();
-    const std::size_t end = bytes.find(prologueEnd);
+    const std::size_t end = bytes.substr(0, longestPrologue).find(prologueEnd);
+    if (end == std::string_view::npos && bytes.size() >= longestPrologue)
+        return Fail();
     if (end == std::string_view::npos || start.size() < prologueStart.size())
         return false;
     if (!IsBlank(bytes.substr(start.size(), end - start.size())))

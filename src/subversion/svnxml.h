@@ -39,7 +39,7 @@ class SvnXmlReader
 {
 public:
     // Elements of more bytes than these are nobody's.
-    static constexpr std::size_t mostBytes = std::size_t{1024} * 1024 * 1024;
+    static constexpr std::size_t mostBytes = mostRecordBytes;
 
     explicit SvnXmlReader(std::string_view wanted, std::size_t most = mostBytes)
         : wanted_(wanted), most_(most)

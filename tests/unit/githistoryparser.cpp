@@ -96,6 +96,42 @@ TEST(GitHistoryParser, AnAnswerThatBreaksOffIsIncomplete)
     EXPECT_TRUE(ParsedInPieces("", 1).isComplete);
 }
 
+TEST(GitHistoryParser, ReadsNoCommitBeyondItsBound)
+{
+    const std::string commit = CommitText(hashA, std::string(100, 'x'));
+    const std::string change = "\nR100\0b\0p\0"s;
+    const std::size_t size = commit.size() + change.size();
+    for (const std::size_t most : {size - 1, size})
+    {
+        for (const std::size_t piece : {std::size_t{1}, size, 2 * size})
+        {
+            GitHistoryParser parser(true, "p", most);
+            std::size_t found = 0;
+            const std::string bytes = commit + change + commit;
+            for (std::size_t at = 0; at < bytes.size(); at += piece)
+            {
+                parser.Feed(std::string_view(bytes).substr(at, piece));
+                while (parser.Next())
+                    ++found;
+            }
+            parser.End();
+            while (parser.Next())
+                ++found;
+            EXPECT_EQ(found, most == size ? 2U : 0U) << piece;
+            EXPECT_EQ(parser.IsComplete(), most == size) << piece;
+        }
+    }
+}
+
+// As names can be many, each is read once.
+TEST(GitHistoryParser, ReadsManyNamesByBytes)
+{
+    std::string bytes = CommitText(hashA, "");
+    for (int i = 0; i < 200'000; ++i)
+        bytes += "M\0b\0"s;
+    EXPECT_EQ(ParsedInPieces(bytes, 1, true).commits.size(), 1U);
+}
+
 TEST(GitHistoryParser, NamesDontLeaveTheRepository)
 {
     const std::string bytes = CommitText(hashA, "renamed");

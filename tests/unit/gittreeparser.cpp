@@ -42,6 +42,27 @@ TEST(GitTreeParser, ReadsTrees)
         EXPECT_FALSE(ReadGitTree(bad, 20));
 }
 
+// As the client reads them: the kind counts, and with files whether the owner may execute them.
+TEST(GitTreeParser, ReadsOddModes)
+{
+    const std::string id(20, '\xAA');
+    const std::pair<std::string, std::uint32_t> rows[] = {
+        {"40755", gitFolderMode},      {"040000", gitFolderMode},    {"40001", gitFolderMode},
+        {"100664", gitFileMode},       {"100600", gitFileMode},      {"100655", gitFileMode},
+        {"100700", gitProgramMode},    {"100775", gitProgramMode},   {"120755", gitLinkMode},
+        {"160755", gitRepositoryMode}, {"10644", gitRepositoryMode}, {"0", gitRepositoryMode},
+    };
+    for (const auto& [text, mode] : rows)
+    {
+        const auto entries = ReadGitTree(text + " a\0"s + id, 20);
+        ASSERT_TRUE(entries) << text;
+        EXPECT_EQ((*entries)[0].mode, mode) << text;
+        GitListingParser parser;
+        parser.Feed(text + " x "s + idText + " 0\ta\0"s);
+        EXPECT_EQ(parser.Next().value().mode, mode) << text;
+    }
+}
+
 TEST(GitTreeParser, ReadsCommits)
 {
     const std::string object = "tree " + idText + "\nauthor A <x> 1 +0000\ncommitter B > <y> " +
@@ -77,6 +98,18 @@ TEST(GitTreeParser, ReadsListingsInPiecesOfAnySize)
         EXPECT_EQ(entries[0].size, 0U);
         EXPECT_EQ(entries[1].name, "sub/a\tb\n.txt");
         EXPECT_EQ(entries[1].size, 12U);
+    }
+}
+
+TEST(GitTreeParser, ReadsNoEntryBeyondItsBound)
+{
+    const std::string bytes = "100644 blob "s + idText + " 12\t"s + std::string(100, 'a') + "\0"s;
+    for (const std::size_t most : {bytes.size() - 1, bytes.size()})
+    {
+        GitListingParser parser(most);
+        parser.Feed(bytes);
+        EXPECT_EQ(parser.Next().has_value(), most == bytes.size());
+        EXPECT_EQ(parser.IsComplete(), most == bytes.size());
     }
 }
 

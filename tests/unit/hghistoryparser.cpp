@@ -77,6 +77,28 @@ TEST(HgHistoryParser, StopsAtWhatIsNone)
     }
 }
 
+TEST(HgHistoryParser, ReadsNoChangeBeyondItsBound)
+{
+    const std::string bytes = idA + " 1 0 3 100 1 1\nAnn" + std::string(100, 'x') + "a\0b\0c\0"s;
+    for (const std::size_t most : {bytes.size() - 1, bytes.size()})
+    {
+        for (const std::size_t piece : {std::size_t{1}, bytes.size(), 2 * bytes.size()})
+        {
+            HgHistoryParser parser(most);
+            std::size_t found = 0;
+            const std::string all = bytes + bytes;
+            for (std::size_t at = 0; at < all.size(); at += piece)
+            {
+                parser.Feed(std::string_view(all).substr(at, piece));
+                while (parser.Next())
+                    ++found;
+            }
+            EXPECT_EQ(found, most == bytes.size() ? 2U : 0U);
+            EXPECT_EQ(parser.IsComplete(), most == bytes.size());
+        }
+    }
+}
+
 HgChange Changing(std::vector<std::string> files,
                   std::vector<std::pair<std::string, std::string>> copies = {})
 {

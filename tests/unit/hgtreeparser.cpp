@@ -78,6 +78,23 @@ TEST(HgSizeParser, ReadsSizes)
     }
 }
 
+TEST(HgTreeParsers, ReadNothingBeyondTheirBounds)
+{
+    const std::string file = id + " *\0"s + std::string(100, 'a') + "\0"s;
+    const std::string size = std::string(100, 'a') + "\00012\0"s;
+    for (const std::size_t less : {1U, 0U})
+    {
+        HgManifestParser files(file.size() - less);
+        files.Feed(file);
+        EXPECT_EQ(files.Next().has_value(), less == 0);
+        EXPECT_EQ(files.IsComplete(), less == 0);
+        HgSizeParser sizes(size.size() - less);
+        sizes.Feed(size);
+        EXPECT_EQ(sizes.Next().has_value(), less == 0);
+        EXPECT_EQ(sizes.IsComplete(), less == 0);
+    }
+}
+
 TEST(HgRepositories, AreReadByLines)
 {
     const auto found = ReadHgRepositories(id + " a/b c\n\n12 z");

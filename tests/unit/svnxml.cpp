@@ -117,6 +117,19 @@ TEST(SvnXml, NothingIsReadBehindWhatIsNone)
     EXPECT_FALSE(read.isComplete);
 }
 
+TEST(SvnXml, ADocumentBeginsSoon)
+{
+    for (const std::size_t blanks : {900U, 1000U})
+    {
+        SvnXmlReader reader("entry");
+        reader.Feed("<?xml version=\"1.0\" encoding=\"UTF-8\"" + std::string(blanks, ' '));
+        EXPECT_FALSE(reader.Next());
+        reader.Feed("?><entry/>");
+        EXPECT_EQ(reader.Next().has_value(), blanks == 900);
+        EXPECT_EQ(reader.IsComplete(), blanks == 900);
+    }
+}
+
 TEST(SvnXml, ElementsOfAnySizeAreNotKept)
 {
     const auto complete = [](const std::string& piece, std::size_t most) {
