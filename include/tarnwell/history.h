@@ -43,7 +43,9 @@ struct HistoryRevision
     const OLECHAR* author;
     /// All of the message that the revision was recorded with, without line feeds at its end.
     const OLECHAR* description;
-    /// What opens this revision, in the same file system; for the working copy a local path.
+    /// What opens this revision, in the same file system; for the working copy a local path. In a
+    /// local path, and so in an address with one, a backslash is a separator on Windows: where it
+    /// is a part of the item's name, only `path` says what is meant.
     const OLECHAR* address;
     /// The name that the item had then, from the root of the repository on, with "/" in between;
     /// empty for the root.

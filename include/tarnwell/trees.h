@@ -20,7 +20,9 @@ namespace tarnwell
 /// An item of a tree, as it is given to `ITreeSink::Take`. The texts end with that call.
 struct TreeItem
 {
-    /// From the top of the tree on, with "/" in between; empty for the top.
+    /// From the top of the tree on, with "/" in between; empty for the top. Whatever else is in a
+    /// name is a part of it, on Windows also a backslash or a colon, which no path of the disk
+    /// could have: "a\b" and "a/b" are two items, each found and opened by its own name.
     const OLECHAR* name;
     /// The system's own name for the content: equal names are equal contents; empty where it has
     /// none, as in Subversion and on local disks. For a repository inside the revision of it.

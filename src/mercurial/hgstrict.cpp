@@ -77,6 +77,26 @@ bool IsPlain(char byte)
            (byte >= '0' && byte <= '9');
 }
 
+// On Windows the client takes a backslash in a path for a slash, so that another item would be
+// meant; not so in a regular expression.
+bool IsPath(std::string_view name)
+{
+    return name.find('\\') == std::string_view::npos;
+}
+
+std::string InExpression(std::string_view name)
+{
+    std::string text = "^";
+    for (const char byte : name)
+    {
+        const bool isAscii = static_cast<unsigned char>(byte) < 0x80;
+        if (isAscii && !IsPlain(byte))
+            text += '\\';
+        text += byte;
+    }
+    return text;
+}
+
 std::string_view TakeNumber(std::string_view text, int& number)
 {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -143,7 +163,13 @@ std::string HgExpression(std::string_view expression)
 
 std::string HgPathPattern(std::string_view path)
 {
-    return "path:" + std::string(path);
+    return IsPath(path) ? "path:" + std::string(path) : "re:" + InExpression(path) + "(?:/|$)";
+}
+
+std::string HgFilesPattern(std::string_view folder)
+{
+    return IsPath(folder) ? "rootfilesin:" + std::string(folder)
+                          : "re:" + InExpression(folder) + "/[^/]+$";
 }
 
 bool LeavesHgSettings(std::string_view version)

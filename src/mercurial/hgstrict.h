@@ -32,6 +32,8 @@ std::string HgExpression(std::string_view expression);
 
 // What stands for an item with all below it, and for nothing else.
 std::string HgPathPattern(std::string_view path);
+// What stands for the files of a folder, without those below its folders.
+std::string HgFilesPattern(std::string_view folder);
 
 // Whether the client that says this of its version leaves a repository's settings alone.
 bool LeavesHgSettings(std::string_view version);

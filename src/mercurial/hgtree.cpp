@@ -72,7 +72,7 @@ public:
         const HgEntry entry = EntryOf(name);
         TreeRecord record = RecordOf(entry);
         if (HasContent(entry))
-            record.size = SizesOf(HgPathPattern(entry.path), patience)[entry.path];
+            record.size = SizeIn(SizesOf(HgPathPattern(entry.path), patience), entry.path);
         return record;
     }
 
@@ -195,22 +195,26 @@ private:
         return sizes;
     }
 
+    std::uint64_t SizeIn(const std::map<std::string, std::uint64_t>& sizes,
+                         const std::string& path) const
+    {
+        const auto size = sizes.find(path);
+        if (size == sizes.end())
+            ThrowBadAnswer();
+        return size->second;
+    }
+
     void ListChildren(const HgEntry& folder, const TreeTaker& take, Patience& patience)
     {
         const std::vector<HgEntry> children = manifest_.ChildrenOf(folder.path);
         std::map<std::string, std::uint64_t> sizes;
         if (std::any_of(children.begin(), children.end(), HasContent))
-            sizes = SizesOf("rootfilesin:" + folder.path, patience);
+            sizes = SizesOf(HgFilesPattern(folder.path), patience);
         for (const HgEntry& child : children)
         {
             TreeRecord record = RecordOf(child);
             if (HasContent(child))
-            {
-                const auto size = sizes.find(child.path);
-                if (size == sizes.end())
-                    ThrowBadAnswer();
-                record.size = size->second;
-            }
+                record.size = SizeIn(sizes, child.path);
             patience.Ask();
             if (!take(record))
                 return;

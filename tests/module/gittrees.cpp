@@ -43,6 +43,15 @@ protected:
         const std::u16string root = u"git://" + repository.Folder().Path().u16string();
         return Tree(revision.empty() ? root : root + u"#" + Widened(revision));
     }
+    // What a command prints that reads its input.
+    std::string WithInput(const std::vector<std::u16string>& arguments,
+                          const std::string& input) const
+    {
+        const ProcessRun run = RunProcess(
+            "git", {.arguments = arguments, .input = input, .folder = repository.Folder().Path()});
+        EXPECT_EQ(run.exitCode, 0) << run.errors;
+        return run.output.substr(0, run.output.find('\n'));
+    }
     HRESULT StatusAt(const std::u16string& path) const
     {
         ComPtr<ITree> tree;
@@ -220,6 +229,55 @@ TEST_F(GitTrees, NamesThatAreNoneAreRefused)
     EXPECT_EQ(bad->List(Ole(u""), VARIANT_FALSE, &sink), HistoryBadAnswer);
     EXPECT_EQ(bad->List(Ole(u""), VARIANT_TRUE, &sink), HistoryBadAnswer);
     EXPECT_THAT(sink.entries, IsEmpty());
+}
+
+// Also where they would separate names in a path.
+TEST_F(GitTrees, NamesHaveAnyOtherCharacters)
+{
+    repository.Commit(u"a/b", "apart", "first");
+    const std::string apart = repository.Git("rev-parse HEAD:a/b");
+    const std::string blob = WithInput({u"hash-object", u"-w", u"--stdin"}, "1");
+    const std::string folder = WithInput({u"mktree"}, "100644 blob " + blob + "\tx\n");
+    const std::string tree =
+        WithInput({u"mktree"}, "040000 tree " + folder + "\tc\\d\n" + "100644 blob " + blob +
+                                   "\te:f\n" + "040000 tree " + repository.Git("rev-parse HEAD:a") +
+                                   "\ta\n" + "100644 blob " + blob + "\ta\\b\n");
+    const auto odd = TreeAt(repository.Run({"commit-tree", "-m", "odd", tree}));
+    EXPECT_THAT(NamesOf(ListOf(odd, {}, true)),
+                testing::UnorderedElementsAre(u"a", u"a/b", u"a\\b", u"c\\d", u"c\\d/x", u"e:f"));
+    EXPECT_THAT(NamesOf(ListOf(odd, u"c\\d")), ElementsAre(u"c\\d/x"));
+    EXPECT_EQ(FindIn(odd, u"a\\b").contentId, Widened(blob));
+    EXPECT_EQ(FindIn(odd, u"a/b").contentId, Widened(apart));
+    EXPECT_EQ(ContentOf(odd, u"a\\b"), "1");
+    EXPECT_EQ(ContentOf(odd, u"a/b"), "apart");
+    EXPECT_EQ(ContentOf(odd, u"c\\d/x"), "1");
+    EXPECT_EQ(ContentOf(odd, u"e:f"), "1");
+    TreeSink sink;
+    EXPECT_EQ(odd->Find(Ole(u"c/d/x"), &sink), HistoryNoPath);
+    EXPECT_EQ(odd->Find(Ole(u"c\\d\\x"), &sink), HistoryNoPath);
+}
+
+// As old clients wrote them.
+TEST_F(GitTrees, FoldersHaveOddModes)
+{
+    repository.Commit(u"sub/a", "1", "first");
+    const auto entry = [&](const std::string& start, const std::string& object) {
+        const std::string id = repository.Git("rev-parse " + object);
+        std::string bytes = start;
+        bytes += '\0';
+        for (std::size_t i = 0; i < id.size(); i += 2)
+            bytes += static_cast<char>(std::stoi(id.substr(i, 2), nullptr, 16));
+        return bytes;
+    };
+    WriteBytes(repository / u".git/raw",
+               entry("100664 f", "HEAD:sub/a") + entry("40755 sub", "HEAD:sub"));
+    const std::string raw = repository.Git("hash-object -t tree -w --literally .git/raw");
+    const auto tree = TreeAt(repository.Run({"commit-tree", "-m", "old", raw}));
+    for (const bool recursive : {false, true})
+        EXPECT_EQ(ListOf(tree, {}, recursive)[1].kind, static_cast<std::uint32_t>(TreeFolder));
+    EXPECT_THAT(NamesOf(ListOf(tree, u"sub")), ElementsAre(u"sub/a"));
+    EXPECT_EQ(ContentOf(tree, u"sub/a"), "1");
+    EXPECT_EQ(FindIn(tree, u"f").flags, 0U);
 }
 
 // What was generated, read again by the client's other commands.

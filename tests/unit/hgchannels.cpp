@@ -110,6 +110,14 @@ TEST(HgNamesInItsLanguages, HaveNoMeaning)
     EXPECT_EQ(HgQuoted("a\"b"), "\"a\\x22b\"");
     EXPECT_EQ(HgQuoted("{x}\\\n\xFF%'"), "\"\\x7bx\\x7d\\x5c\\x0a\\xff\\x25\\x27\"");
     EXPECT_EQ(HgPathPattern("set:x"), "path:set:x");
+    EXPECT_EQ(HgFilesPattern("set:x"), "rootfilesin:set:x");
+}
+
+// The client of one system takes it for what separates names.
+TEST(HgNamesInItsLanguages, ABackslashIsPartOfAName)
+{
+    EXPECT_EQ(HgPathPattern("a.b\\c d\xC3\xA9/e"), "re:^a\\.b\\\\c\\ d\xC3\xA9\\/e(?:/|$)");
+    EXPECT_EQ(HgFilesPattern("a\\b"), "re:^a\\\\b/[^/]+$");
 }
 
 TEST(HgVersions, AreNewEnoughToLeaveSettingsAlone)
