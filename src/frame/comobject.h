@@ -67,7 +67,9 @@ public:
     }
     ULONG STDMETHODCALLTYPE Release() override
     {
-        const ULONG left = count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
+        // Who holds the only reference has nobody to agree with.
+        const bool isLast = count_.load(std::memory_order_acquire) == 1;
+        const ULONG left = isLast ? 0 : count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
         if (left == 0)
             delete static_cast<Object*>(this);
         return left;
@@ -78,7 +80,7 @@ private:
     // Nobody enters it: the host calls one object from one thread at a time. It is made because
     // making it can fail, and that an object isn't made then is promised to hosts.
     CriticalSection section_;
-    std::atomic<ULONG> count_{0};
+    std::atomic<ULONG> count_{1}; // the first reference is its maker's
 };
 
 // A whole object on its own.
@@ -150,12 +152,12 @@ private:
 
 namespace detail
 {
-// Gives a new object, made without throwing, its first reference and its lock.
+// Takes over a new object, made without throwing, and gives it its lock.
 template <class Object> HRESULT Finish(Object* made, ComPtr<Object>& out)
 {
     if (made == nullptr)
         return E_OUTOFMEMORY;
-    out = ComPtr<Object>::Share(made);
+    out = ComPtr<Object>::Adopt(made);
     const HRESULT status = made->InitializeLock();
     if (FAILED(status))
         out.Reset();
@@ -166,7 +168,8 @@ template <class Object> HRESULT Finish(Object* made, ComPtr<Object>& out)
 // A new object of class `T`, ready to be filled.
 template <class T> HRESULT MakeObject(ComPtr<ComObject<T>>& out)
 {
-    return detail::Finish(new (std::nothrow) ComObject<T>(), out);
+    // No parentheses: with them all of the object would be cleared before its members are made.
+    return detail::Finish(new (std::nothrow) ComObject<T>, out);
 }
 
 // A new object for a class object: plain, or as a part of `outer`. An object that refuses `iid` is

@@ -101,12 +101,12 @@ HRESULT CWin32FileObject::GetIcon(std::uint32_t, std::int32_t* iconIndex, void**
         return RefuseNull(iconReporter, NullPointer::Published);
     *imageList = nullptr;
     return AtBoundary(iconReporter, NullPointer::Published, iconIndex,
-                      [&] { return GiveIcon(facts_.path, iconIndex, imageList); });
+                      [&] { return GiveIcon(facts_.Path(), iconIndex, imageList); });
 }
 
 HRESULT CWin32FileObject::SetModifiedTime(std::uint64_t fileTime)
 {
-    return AtBoundary(extReporter, [&] { return SetWriteTime(facts_.path, fileTime); });
+    return AtBoundary(extReporter, [&] { return SetWriteTime(facts_.Path(), fileTime); });
 }
 
 HRESULT CWin32FileObject::GetSizeLow(std::uint32_t* size)
@@ -123,7 +123,7 @@ HRESULT CWin32FileObject::Open(std::uint32_t access, std::uint32_t disposition,
                                IFileStream** stream)
 {
     return AtBoundary(fileReporter, NullPointer::Published, stream,
-                      [&] { return OpenStream(facts_.path, access, disposition, stream); });
+                      [&] { return OpenStream(facts_.Path(), access, disposition, stream); });
 }
 
 } // namespace tarnwell

@@ -19,7 +19,7 @@ HRESULT MakeContents(const LocalFacts& facts, RecordList records, IFolderContent
     HRESULT status = MakeObject<CWin32FolderContentsObject>(contents);
     if (SUCCEEDED(status))
     {
-        contents->Initialize(facts.path, std::move(records), facts.host);
+        contents->Initialize(facts.Path(), std::move(records), facts.host);
         status = contents->QueryInterface(IID_IFolderContents, reinterpret_cast<void**>(out));
     }
     if (FAILED(status))
@@ -51,8 +51,8 @@ HRESULT CWin32FolderObject::GetContents(IFolderContents** contents)
 HRESULT CWin32FolderObject::Create(VARIANT_BOOL recursive)
 {
     return AtBoundary(folderReporter, [&] {
-        return IsTrue(recursive) ? CreateFolderPath(facts_.path, folderReporter)
-                                 : CreateOne(facts_.path);
+        return IsTrue(recursive) ? CreateFolderPath(facts_.Path(), folderReporter)
+                                 : CreateOne(facts_.Path());
     });
 }
 

@@ -18,6 +18,7 @@ void CWin32FolderContentsObject::Initialize(const std::u16string& path, RecordLi
                                             const ComPtr<IHostWindow>& host)
 {
     path_ = path;
+    prefix_ = PrefixIn(path);
     records_ = std::move(records);
     host_ = host;
 }
@@ -45,9 +46,7 @@ HRESULT CWin32FolderContentsObject::MakeItem(std::size_t index, IFileSystemItem*
 {
     NameBuffer name;
     const ItemRecord record = records_.At(index, name);
-    const auto make = IsFolder(record) ? MakeFolderItem : MakeFileItem;
-    const HRESULT status =
-        make(path_, record, host_, IID_IFileSystemItem, reinterpret_cast<void**>(item));
+    const HRESULT status = MakeItemIn(prefix_, record, host_, item);
     if (SUCCEEDED(status))
         return S_OK;
     return PublishFailure(contentsReporter, MessageId::ContentsItemFailed, status,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frame/comobject.h"
+#include "local/item.h"
 #include "local/recordlist.h"
 
 #include <tarnwell/host.h>
@@ -31,6 +32,7 @@ private:
     HRESULT MakeItem(std::size_t index, IFileSystemItem** item) const;
 
     std::u16string path_;
+    PathPrefix prefix_;
     RecordList records_;
     ComPtr<IHostWindow> host_;
 };

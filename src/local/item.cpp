@@ -12,11 +12,6 @@ namespace tarnwell
 namespace
 {
 
-std::u16string_view ParentPathOf(const LocalFacts& facts)
-{
-    return DropLastSeparator(std::u16string_view(facts.path).substr(0, facts.nameOffset));
-}
-
 HRESULT DeleteForGood(const std::u16string& path, const Reporter& reporter)
 {
     if (DeleteFileW(Wide(path)))
@@ -30,15 +25,38 @@ HRESULT DeleteForGood(const std::u16string& path, const Reporter& reporter)
 HRESULT DeleteByShell(const LocalFacts& facts, bool noConfirm, bool recursive,
                       const Reporter& reporter)
 {
-    const ShellList list = ShellList().Add(facts.path);
+    const std::u16string path = facts.Path();
+    const ShellList list = ShellList().Add(path);
     const ShellOutcome outcome =
         ShellDelete(OwnerWindow(facts.host.Get()), list, noConfirm, recursive, ForGood);
     if (outcome.error == 0)
         return S_OK;
-    return PublishFailure(reporter, MessageId::DeleteFailed, E_FAIL, {facts.path});
+    return PublishFailure(reporter, MessageId::DeleteFailed, E_FAIL, {path});
 }
 
 } // namespace
+
+std::u16string LocalFacts::Path() const
+{
+    const std::u16string_view leaf = name.View();
+    std::u16string path;
+    path.reserve(prefix->size() + leaf.size());
+    path += *prefix;
+    path += leaf;
+    return path;
+}
+
+void LocalItem::Fill(PathPrefix prefix, std::u16string_view name, const ItemRecord& record,
+                     const ComPtr<IHostWindow>& host)
+{
+    facts_.prefix = std::move(prefix);
+    facts_.name.Set(name);
+    facts_.attributes = record.attributes;
+    facts_.sizeLow = record.sizeLow;
+    facts_.sizeHigh = record.sizeHigh;
+    facts_.modifiedTime = TimeOf(record.written);
+    facts_.host = host;
+}
 
 HRESULT LocalItem::GetModifiedTime(std::uint64_t* fileTime)
 {
@@ -59,10 +77,11 @@ HRESULT LocalItem::GetAttributes(std::uint32_t* attributes)
 HRESULT LocalItem::SetAttributes(std::uint32_t attributes)
 {
     return AtBoundary(reporter_, [&] {
-        if (!SetFileAttributesW(Wide(facts_.path), attributes))
+        const std::u16string path = facts_.Path();
+        if (!SetFileAttributesW(Wide(path), attributes))
         {
             const HRESULT status = StatusFromLastError();
-            return PublishFailure(reporter_, MessageId::AttributesFailed, status, {facts_.path});
+            return PublishFailure(reporter_, MessageId::AttributesFailed, status, {path});
         }
         facts_.attributes = attributes;
         return S_OK;
@@ -71,29 +90,27 @@ HRESULT LocalItem::SetAttributes(std::uint32_t attributes)
 
 HRESULT LocalItem::GetName(BSTR* name)
 {
-    return AtBoundary(reporter_, NullPointer::Published, name, [&] {
-        const std::u16string_view path = facts_.path;
-        return ToHost(path.substr(facts_.nameOffset), name);
-    });
+    return AtBoundary(reporter_, NullPointer::Published, name,
+                      [&] { return ToHost(facts_.name.View(), name); });
 }
 
 HRESULT LocalItem::GetParentPath(BSTR* path)
 {
     return AtBoundary(reporter_, NullPointer::Published, path,
-                      [&] { return ToHost(ParentPathOf(facts_), path); });
+                      [&] { return ToHost(DropLastSeparator(*facts_.prefix), path); });
 }
 
 HRESULT LocalItem::GetPath(BSTR* path)
 {
     return AtBoundary(reporter_, NullPointer::Published, path,
-                      [&] { return ToHost(facts_.path, path); });
+                      [&] { return ToHost(facts_.Path(), path); });
 }
 
 HRESULT LocalItem::Delete(VARIANT_BOOL noConfirm, VARIANT_BOOL recursive)
 {
     return AtBoundary(reporter_, [&] {
         if (IsTrue(noConfirm) && !IsTrue(recursive))
-            return DeleteForGood(facts_.path, reporter_);
+            return DeleteForGood(facts_.Path(), reporter_);
         return DeleteByShell(facts_, IsTrue(noConfirm), IsTrue(recursive), reporter_);
     });
 }

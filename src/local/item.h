@@ -3,22 +3,32 @@
 
 #include "frame/comobject.h"
 #include "frame/publish.h"
+#include "frame/shorttext.h"
+#include "local/findrecord.h"
 
 #include <tarnwell/host.h>
 #include <tarnwell/items.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <string_view>
 
 namespace tarnwell
 {
 
+// What the paths of the items of one folder begin with: all up to a name, separator included. The
+// items of a listing hold it in common.
+using PathPrefix = std::shared_ptr<const std::u16string>;
+
 // Set once when the item is made; only SetAttributes changes anything after that. Operations that
-// need the disk go to `path` afresh.
+// need the disk go to the path afresh.
 struct LocalFacts
 {
-    std::u16string path;
-    std::uint32_t nameOffset = 0; // where the leaf begins in `path`
+    std::u16string Path() const;
+
+    PathPrefix prefix;
+    ShortText<32> name;
     std::uint32_t attributes = 0;
     std::uint32_t sizeLow = 0;
     std::uint32_t sizeHigh = 0;
@@ -29,11 +39,9 @@ struct LocalFacts
 class LocalItem : public IFileSystemItem
 {
 public:
-    // Called once, before the item is handed out.
-    void Fill(LocalFacts facts)
-    {
-        facts_ = std::move(facts);
-    }
+    // Called once, before the item is handed out. The name stands for that of the record.
+    void Fill(PathPrefix prefix, std::u16string_view name, const ItemRecord& record,
+              const ComPtr<IHostWindow>& host);
 
     HRESULT STDMETHODCALLTYPE GetModifiedTime(std::uint64_t* fileTime) final;
     HRESULT STDMETHODCALLTYPE GetAttributes(std::uint32_t* attributes) final;

@@ -10,46 +10,57 @@ namespace tarnwell
 namespace
 {
 
-void SetPath(LocalFacts& facts, std::u16string_view parentOrPath, std::u16string_view name)
+// A new item, not yet handed out.
+template <class Item>
+HRESULT MakeFilled(PathPrefix prefix, std::u16string_view name, const ItemRecord& record,
+                   const ComPtr<IHostWindow>& host, ComPtr<ComObject<Item>>& item)
 {
-    facts.path.reserve(parentOrPath.size() + 1 + name.size());
-    facts.path = parentOrPath;
-    if (name.empty())
-    {
-        facts.nameOffset = static_cast<std::uint32_t>(FindLeafOffset(facts.path));
-        return;
-    }
-    AppendSeparator(facts.path);
-    facts.nameOffset = static_cast<std::uint32_t>(facts.path.size());
-    facts.path += name;
-}
-
-LocalFacts FactsOf(std::u16string_view parentOrPath, const ItemRecord& record,
-                   const ComPtr<IHostWindow>& host)
-{
-    LocalFacts facts;
-    SetPath(facts, parentOrPath, record.name);
-    facts.attributes = record.attributes;
-    facts.sizeLow = record.sizeLow;
-    facts.sizeHigh = record.sizeHigh;
-    facts.modifiedTime = TimeOf(record.written);
-    facts.host = host;
-    return facts;
+    const HRESULT status = MakeObject<Item>(item);
+    if (SUCCEEDED(status))
+        item->Fill(std::move(prefix), name, record, host);
+    return status;
 }
 
 template <class Item>
 HRESULT MakeItem(std::u16string_view parentOrPath, const ItemRecord& record,
                  const ComPtr<IHostWindow>& host, REFIID iid, void** out)
 {
+    const bool isNamed = !record.name.empty();
+    const std::size_t leaf = FindLeafOffset(parentOrPath);
+    const PathPrefix prefix =
+        isNamed ? PrefixIn(parentOrPath)
+                : std::make_shared<const std::u16string>(parentOrPath.substr(0, leaf));
     ComPtr<ComObject<Item>> item;
-    const HRESULT status = MakeObject<Item>(item);
-    if (FAILED(status))
-        return status;
-    item->Fill(FactsOf(parentOrPath, record, host));
-    return item->QueryInterface(iid, out);
+    const HRESULT status =
+        MakeFilled(prefix, isNamed ? record.name : parentOrPath.substr(leaf), record, host, item);
+    return FAILED(status) ? status : item->QueryInterface(iid, out);
+}
+
+template <class Item>
+HRESULT MakeItemOf(const PathPrefix& prefix, const ItemRecord& record,
+                   const ComPtr<IHostWindow>& host, IFileSystemItem** out)
+{
+    ComPtr<ComObject<Item>> item;
+    const HRESULT status = MakeFilled(prefix, record.name, record, host, item);
+    *out = item.Detach();
+    return status;
 }
 
 } // namespace
+
+PathPrefix PrefixIn(std::u16string_view folder)
+{
+    std::u16string prefix(folder);
+    AppendSeparator(prefix);
+    return std::make_shared<const std::u16string>(std::move(prefix));
+}
+
+HRESULT MakeItemIn(const PathPrefix& prefix, const ItemRecord& record,
+                   const ComPtr<IHostWindow>& host, IFileSystemItem** out)
+{
+    return IsFolder(record) ? MakeItemOf<CWin32FolderObject>(prefix, record, host, out)
+                            : MakeItemOf<CWin32FileObject>(prefix, record, host, out);
+}
 
 HRESULT MakeFileItem(std::u16string_view parentOrPath, const ItemRecord& record,
                      const ComPtr<IHostWindow>& host, REFIID iid, void** out)

@@ -1,10 +1,7 @@
 // Item objects out of records.
 #pragma once
 
-#include "local/findrecord.h"
-
-#include <tarnwell/host.h>
-#include <tarnwell/pointers.h>
+#include "local/item.h"
 
 #include <string_view>
 
@@ -18,5 +15,12 @@ HRESULT MakeFileItem(std::u16string_view parentOrPath, const ItemRecord& record,
                      const ComPtr<IHostWindow>& host, REFIID iid, void** out);
 HRESULT MakeFolderItem(std::u16string_view parentOrPath, const ItemRecord& record,
                        const ComPtr<IHostWindow>& host, REFIID iid, void** out);
+
+// What the paths of the items of `folder` begin with.
+PathPrefix PrefixIn(std::u16string_view folder);
+
+// A new item out of a listing, a file or a folder by its record, which has a name.
+HRESULT MakeItemIn(const PathPrefix& prefix, const ItemRecord& record,
+                   const ComPtr<IHostWindow>& host, IFileSystemItem** out);
 
 } // namespace tarnwell

@@ -29,9 +29,8 @@ HRESULT StatusOfListing(const std::u16string& path)
                           StatusFromError(error), {path});
 }
 
-bool IsSelfOrParent(const WIN32_FIND_DATAW& record)
+bool IsSelfOrParent(std::u16string_view name)
 {
-    const std::u16string_view name = NameOf(record);
     return name == u"." || name == u"..";
 }
 
@@ -43,31 +42,33 @@ void AppendDataStreams(const std::u16string& base, const WIN32_FIND_DATAW& recor
     EnumerateDataStreams(base + std::u16string(NameOf(record)), record, streams,
                          {CLSID_Win32Folder, IID_IFolder});
     for (const WIN32_FIND_DATAW& stream : streams)
-        records.Append(stream);
+        records.Append(ItemRecordOf(stream));
 }
 
 } // namespace
 
 HRESULT CWin32FolderObject::ReadContents(RecordList& records) const
 {
-    std::u16string base = facts_.path;
+    const std::u16string path = facts_.Path();
+    std::u16string base = path;
     AppendSeparator(base);
     const std::u16string pattern = base + u"*";
     WIN32_FIND_DATAW record;
     const FindHandle find(FindFirstFileW(Wide(pattern), &record));
     if (!find)
-        return StatusOfListing(facts_.path);
+        return StatusOfListing(path);
 
     const bool withStreams = BooleanSetting(facts_.host.Get(), u"IterateStreams");
     do
     {
-        if (IsSelfOrParent(record))
+        const ItemRecord entry = ItemRecordOf(record);
+        if (IsSelfOrParent(entry.name))
             continue;
-        records.Append(record);
+        records.Append(entry);
         if (withStreams && !IsFolder(record))
             AppendDataStreams(base, record, records);
     } while (FindNextFileW(find.Get(), &record));
-    return StatusOfListing(facts_.path);
+    return StatusOfListing(path);
 }
 
 } // namespace tarnwell

@@ -1,6 +1,7 @@
 #include "local/recordlist.h"
 
-#include <algorithm>
+#include "platform/ascii.h"
+
 #include <cstring>
 
 namespace tarnwell
@@ -8,23 +9,19 @@ namespace tarnwell
 
 namespace
 {
-
 constexpr std::size_t blockSize = std::size_t{64} * 1024;
-
-bool IsAscii(std::u16string_view name)
-{
-    return std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit < 0x80; });
 }
 
-} // namespace
-
-void RecordList::Append(const WIN32_FIND_DATAW& record)
+void RecordList::Append(const ItemRecord& record)
 {
-    const std::u16string_view name = NameOf(record);
-    const bool isWide = !IsAscii(name);
-    entries_.push_back({record.ftLastWriteTime, AddName(name, isWide), record.dwFileAttributes,
-                        record.nFileSizeLow, record.nFileSizeHigh,
-                        static_cast<std::uint16_t>(name.size()), isWide});
+    std::array<char, MAX_PATH> ascii;
+    const bool isWide = !NarrowAscii(record.name, ascii.data());
+    const std::string_view name =
+        isWide ? std::string_view(reinterpret_cast<const char*>(record.name.data()),
+                                  record.name.size() * sizeof(char16_t))
+               : std::string_view(ascii.data(), record.name.size());
+    entries_.push_back({record.written, AddName(name), record.attributes, record.sizeLow,
+                        record.sizeHigh, static_cast<std::uint16_t>(record.name.size()), isWide});
 }
 
 ItemRecord RecordList::At(std::size_t index, NameBuffer& name) const
@@ -34,25 +31,18 @@ ItemRecord RecordList::At(std::size_t index, NameBuffer& name) const
     if (entry.isWide)
         std::memcpy(name.data(), bytes, entry.nameLength * sizeof(char16_t));
     else
-        std::copy_n(bytes, entry.nameLength, name.begin());
+        WidenAscii({bytes, entry.nameLength}, name.data());
     return {std::u16string_view(name.data(), entry.nameLength), entry.written, entry.attributes,
             entry.sizeLow, entry.sizeHigh};
 }
 
-std::size_t RecordList::AddName(std::u16string_view name, bool isWide)
+std::size_t RecordList::AddName(std::string_view name)
 {
-    const std::size_t size = isWide ? name.size() * sizeof(char16_t) : name.size();
-    if (blocks_.empty() || blocks_.back().size() + size >= blockSize)
+    if (blocks_.empty() || blocks_.back().size() + name.size() >= blockSize)
         blocks_.emplace_back().reserve(blockSize);
     std::string& block = blocks_.back();
     const std::size_t start = block.size();
-    block.resize(start + size);
-    char* const bytes = block.data() + start;
-    if (isWide)
-        std::memcpy(bytes, name.data(), size);
-    else
-        std::transform(name.begin(), name.end(), bytes,
-                       [](char16_t unit) { return static_cast<char>(unit); });
+    block += name;
     return (blocks_.size() - 1) * blockSize + start;
 }
 

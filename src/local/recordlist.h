@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <deque>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarnwell
@@ -20,8 +21,8 @@ using NameBuffer = std::array<char16_t, MAX_PATH>;
 class RecordList
 {
 public:
-    // Keeps what items tell: attributes, write time, size and name.
-    void Append(const WIN32_FIND_DATAW& record);
+    // A record with a name, which fits in the platform's.
+    void Append(const ItemRecord& record);
 
     std::size_t Size() const
     {
@@ -44,7 +45,7 @@ private:
     };
 
     // Where the name begins. None is in two blocks.
-    std::size_t AddName(std::u16string_view name, bool isWide);
+    std::size_t AddName(std::string_view name);
 
     std::deque<Entry> entries_;
     std::vector<std::string> blocks_;

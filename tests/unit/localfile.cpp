@@ -18,9 +18,7 @@ protected:
     Icon()
     {
         EXPECT_EQ(MakeObject<CWin32FileObject>(file), S_OK);
-        LocalFacts facts;
-        facts.path = u"no-such-file";
-        file->Fill(facts);
+        file->Fill(std::make_shared<const std::u16string>(), u"no-such-file", ItemRecord{}, {});
         ClearError();
     }
 

@@ -1,4 +1,5 @@
 // Items out of find records, as a listing or a lookup gives them.
+#include "frame/paths.h"
 #include "frame/text.h"
 #include "local/findrecord.h"
 #include "local/foldercontents.h"
@@ -41,6 +42,44 @@ std::u16string NameOfItem(const ComPtr<IFileSystemItem>& item)
     return std::u16string(name.View());
 }
 
+std::u16string PathOfItem(const ComPtr<IFileSystemItem>& item)
+{
+    Bstr path;
+    EXPECT_EQ(item->GetPath(path.Out()), S_OK);
+    return std::u16string(path.View());
+}
+
+TEST(LocalItems, HaveNamesOfEveryLength)
+{
+    for (std::size_t size = 1; size < MAX_PATH; ++size)
+    {
+        const std::u16string name(size, u'x');
+        const auto item = MakeFile(Record(name, 128));
+        EXPECT_EQ(NameOfItem(item), name);
+        std::u16string path = u"folder";
+        AppendSeparator(path);
+        EXPECT_EQ(PathOfItem(item), path + name);
+        Bstr parent;
+        EXPECT_EQ(item->GetParentPath(parent.Out()), S_OK);
+        EXPECT_EQ(parent.View(), u"folder");
+    }
+}
+
+TEST(LocalItems, OutliveTheirListing)
+{
+    ComPtr<ComObject<CWin32FolderContentsObject>> contents;
+    ASSERT_EQ(MakeObject<CWin32FolderContentsObject>(contents), S_OK);
+    RecordList records;
+    records.Append(ItemRecordOf(Record(u"a.txt", 128)));
+    contents->Initialize(u"folder", std::move(records), {});
+    ComPtr<IFileSystemItem> item;
+    ASSERT_EQ(contents->GetItem(0, item.Out()), S_OK);
+    contents.Reset();
+    std::u16string path = u"folder";
+    AppendSeparator(path);
+    EXPECT_EQ(PathOfItem(item), path + u"a.txt");
+}
+
 TEST(LocalItems, TheTimeIsThatOfTheLastWrite)
 {
     std::uint64_t time = 0;
@@ -76,7 +115,7 @@ TEST(LocalItems, ARecordOfADataStreamIsAFileOfTheStreamsSize)
     ASSERT_EQ(MakeObject<CWin32FolderContentsObject>(contents), S_OK);
     RecordList records;
     for (const auto& record : {Record(u"a.txt", 128), Record(u"a.txt:s1", 128), Record(u"sub", 16)})
-        records.Append(record);
+        records.Append(ItemRecordOf(record));
     contents->Initialize(u"folder", records, {});
     std::uint32_t count = 0;
     EXPECT_EQ(contents->GetCount(&count), S_OK);
@@ -99,9 +138,9 @@ TEST(RecordLists, KeepWhatItemsTell)
 {
     RecordList records;
     EXPECT_EQ(records.Size(), 0U);
-    records.Append(Record(u"first", 128));
-    records.Append(Record(u"", 16));
-    records.Append(Record(std::u16string(259, u'x'), 1));
+    records.Append(ItemRecordOf(Record(u"first", 128)));
+    records.Append(ItemRecordOf(Record(u"", 16)));
+    records.Append(ItemRecordOf(Record(std::u16string(259, u'x'), 1)));
     ASSERT_EQ(records.Size(), 3U);
 
     NameBuffer name;
@@ -127,7 +166,7 @@ TEST(RecordLists, KeepNamesOfAllKinds)
     };
     RecordList records;
     for (int i = 0; i < 2000; ++i)
-        records.Append(Record(nameOf(i), static_cast<DWORD>(i)));
+        records.Append(ItemRecordOf(Record(nameOf(i), static_cast<DWORD>(i))));
     NameBuffer name;
     for (int i = 0; i < 2000; ++i)
     {

@@ -30,6 +30,24 @@ TEST(BoundaryText, EndsAtItsFirstNull)
     EXPECT_EQ(text.View(), u"");
 }
 
+// Units beside a null that look like one to whoever looks at several at a time.
+TEST(BoundaryText, EndsAtItsFirstNullWhereverThatIs)
+{
+    constexpr std::size_t size = 11;
+    for (const char16_t unit : {u'x', u'\x1', u'\x100', u'\x8000', u'\xFFFF'})
+    {
+        for (std::size_t at = 0; at <= size; ++at)
+        {
+            std::u16string given(size, unit);
+            if (at < size)
+                given[at] = u'\0';
+            Bstr text;
+            EXPECT_EQ(ToHost(given, text.Out()), S_OK);
+            EXPECT_EQ(text.View(), std::u16string(at, unit));
+        }
+    }
+}
+
 TEST(BoundaryText, IsNeverNullOnSuccess)
 {
     Bstr text;

@@ -1,5 +1,6 @@
 // Listing a folder. This runs once per entry of folders with hundreds of thousands of them: no
 // allocation, and the record is filled in place.
+#include "platform/ascii.h"
 #include "platform/posix/calendar/filetime.h"
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/errors/lasterror.h"
@@ -11,7 +12,6 @@
 
 #include <tarnwell/text.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -43,11 +43,9 @@ bool SetName(WIN32_FIND_DATAW& record, std::string_view name)
     {
         // Nearly all of nearly all names.
         const auto room = static_cast<std::size_t>(last - out);
-        const auto* const ascii =
-            std::find_if(name.begin(), name.begin() + std::min(room, name.size()),
-                         [](char byte) { return (byte & 0x80) != 0; });
-        out = std::copy(name.begin(), ascii, out);
-        name.remove_prefix(static_cast<std::size_t>(ascii - name.begin()));
+        const std::size_t ascii = WidenAscii(name.substr(0, room), out);
+        out += ascii;
+        name.remove_prefix(ascii);
         if (name.empty())
             break;
         const detail::DecodedPoint next = detail::DecodePoint(name);
