@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tarnwell
 {
@@ -180,13 +181,15 @@ FSItems SvnListChildren(const HostUIUser& host, const Uri& uri)
 void CompleteSvnAddresses(const Uri& parent, const FSItems& items)
 {
     UriParts parts = parent.GetParts();
-    const std::u16string path = WithoutTrailingSlashes(parts.path);
-    const std::u16string peg = path.substr(svnMarker.Strip(path).size());
+    const std::u16string place = WithoutTrailingSlashes(std::exchange(parts.path, {}));
+    const std::u16string peg = place.substr(svnMarker.Strip(place).size());
+    const std::u16string front = ComposedText(parts);
     for (const std::shared_ptr<FSItem>& item : items)
     {
         item->text += item->isDirectory ? peg : u"@" + Decimal(item->revision);
-        parts.path = SvnPartsOf(item->text).path;
-        item->text = ComposedText(parts);
+        const std::u16string path = SvnPathOf(item->text);
+        item->text = front;
+        item->text += path;
     }
 }
 

@@ -31,6 +31,21 @@ std::u16string ReadNodeText(const XmlNode& node, const XmlPath& path)
     return text;
 }
 
+// Texts that are looked at one after another, in the same memory.
+class NodeTexts
+{
+public:
+    // Valid until the next one is read.
+    const std::u16string& Read(const XmlNode& node, const XmlPath& path)
+    {
+        ThrowIfNotRead(ReadXmlText(node, path, text_));
+        return text_;
+    }
+
+private:
+    std::u16string text_;
+};
+
 std::u16string ReadOptionalMessage(const XmlNode& node)
 {
     static const XmlPath path("./msg/text()");
@@ -60,15 +75,16 @@ struct ItemPaths
 };
 
 // Whatever isn't a file is a folder. Every file is read-only.
-std::shared_ptr<FSItem> ReadItem(const XmlNode& node, const ItemPaths& paths, bool withSize)
+std::shared_ptr<FSItem> ReadItem(const XmlNode& node, const ItemPaths& paths, bool withSize,
+                                 NodeTexts& texts)
 {
     auto item = std::make_shared<FSItem>();
-    item->isDirectory = ReadNodeText(node, paths.kind) != u"file";
+    item->isDirectory = texts.Read(node, paths.kind) != u"file";
     item->isReadOnly = !item->isDirectory;
-    item->revision = ParseSvnNumber<std::uint32_t>(ReadNodeText(node, paths.revision));
-    item->modifiedTime = ParseSvnDate(ReadNodeText(node, paths.date));
+    item->revision = ParseSvnNumber<std::uint32_t>(texts.Read(node, paths.revision));
+    item->modifiedTime = ParseSvnDate(texts.Read(node, paths.date));
     if (withSize && !item->isDirectory)
-        item->size = ParseSvnNumber<std::uint64_t>(ReadNodeText(node, paths.size));
+        item->size = ParseSvnNumber<std::uint64_t>(texts.Read(node, paths.size));
     return item;
 }
 
@@ -119,11 +135,16 @@ FSItems ParseListOutput(const XmlNode& document)
                                  XmlPath("./commit/date/text()"), XmlPath("./size/text()")};
     const std::u16string base =
         OwnForm(ReadNodeText(document, ListedPath()), {u"http:", u"https:", u"file:"}) + u"/";
+    constexpr std::size_t revisionRoom = 16; // for what is put behind it afterwards
+    NodeTexts texts;
     FSItems items;
     for (const XmlNode& entry : SelectAll(document, entries))
     {
-        std::shared_ptr<FSItem> item = ReadItem(entry, paths, true);
-        item->text = base + ReadNodeText(entry, name);
+        std::shared_ptr<FSItem> item = ReadItem(entry, paths, true, texts);
+        const std::u16string& leaf = texts.Read(entry, name);
+        item->text.reserve(base.size() + leaf.size() + revisionRoom);
+        item->text += base;
+        item->text += leaf;
         items.push_back(std::move(item));
     }
     return items;
@@ -136,7 +157,8 @@ std::shared_ptr<FSItem> ParseListItemOutput(const XmlNode& document)
                                  XmlPath("//lists/list/entry/commit/date/text()"),
                                  XmlPath("//lists/list/entry/size/text()")};
     std::u16string target = ReadNodeText(document, ListedPath());
-    std::shared_ptr<FSItem> item = ReadItem(document, paths, true);
+    NodeTexts texts;
+    std::shared_ptr<FSItem> item = ReadItem(document, paths, true, texts);
     item->text = std::move(target);
     return item;
 }
@@ -149,7 +171,8 @@ std::shared_ptr<FSItem> ParseInfoOutput(const XmlNode& document)
                                  XmlPath("//info/entry/commit/date/text()"), XmlPath("./@none")};
     std::u16string address =
         OwnForm(ReadNodeText(document, url), {u"file://", u"http://", u"https://"});
-    std::shared_ptr<FSItem> item = ReadItem(document, paths, false);
+    NodeTexts texts;
+    std::shared_ptr<FSItem> item = ReadItem(document, paths, false, texts);
     item->text = std::move(address);
     return item;
 }

@@ -93,4 +93,11 @@ UriParts SvnPartsOf(const std::u16string& text)
     return parts;
 }
 
+std::u16string SvnPathOf(const std::u16string& text)
+{
+    const std::optional<UriViews> usual = UsualParts(text);
+    const bool isKnown = usual && FindScheme(usual->scheme) != nullptr;
+    return isKnown ? std::u16string(usual->path) : SvnPartsOf(text).path;
+}
+
 } // namespace tarnwell

@@ -36,4 +36,7 @@ public:
 // The parts of `text`, which must be an address of this kind, for the price of one question.
 UriParts SvnPartsOf(const std::u16string& text);
 
+// The path of them alone, of which a listing needs very many.
+std::u16string SvnPathOf(const std::u16string& text);
+
 } // namespace tarnwell

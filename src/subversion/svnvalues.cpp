@@ -18,26 +18,25 @@ constexpr std::u16string_view whiteSpace =
     u"\t\n\v\f\r \u0085\u00a0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009"
     u"\u200a\u2028\u2029\u202f\u205f\u3000";
 
-// The digits at the start of `text`.
-std::u16string_view LeadingDigits(std::u16string_view text)
+constexpr bool IsDigit(char16_t unit)
 {
-    const auto* const end = std::find_if(text.begin(), text.end(),
-                                         [](char16_t unit) { return unit < u'0' || unit > u'9'; });
-    return {text.begin(), end};
+    return unit >= u'0' && unit <= u'9';
 }
 
-// Of digits only.
-std::uint64_t Saturating(std::u16string_view number, std::uint64_t largest)
+// The number whose digits `text` begins with, which are taken away; `largest` where it would be
+// larger, and nothing without a digit.
+std::optional<std::uint64_t> TakeNumber(std::u16string_view& text, std::uint64_t largest)
 {
     std::uint64_t value = 0;
-    for (const char16_t unit : number)
+    std::size_t count = 0;
+    for (; count < text.size() && IsDigit(text[count]); ++count)
     {
-        const std::uint64_t digit = static_cast<std::uint64_t>(unit - u'0');
-        if (value > (largest - digit) / 10)
-            return largest;
-        value = value * 10 + digit;
+        const std::uint64_t digit = static_cast<std::uint64_t>(text[count] - u'0');
+        const bool fits = value <= largest / 10 && value * 10 <= largest - digit;
+        value = fits ? value * 10 + digit : largest;
     }
-    return value;
+    text.remove_prefix(count);
+    return count == 0 ? std::nullopt : std::optional(value);
 }
 
 constexpr char16_t UpperAscii(char16_t unit)
@@ -58,12 +57,11 @@ std::optional<DateNumbers> DateAtStart(std::u16string_view text)
     DateNumbers numbers{};
     for (std::size_t i = 0; i < numbers.size(); ++i)
     {
-        const std::u16string_view number = LeadingDigits(text);
-        text.remove_prefix(number.size());
-        if (number.empty() || text.empty() || UpperAscii(text.front()) != followers[i])
+        const std::optional<std::uint64_t> number = TakeNumber(text, largest);
+        if (!number || text.empty() || UpperAscii(text.front()) != followers[i])
             return std::nullopt;
         text.remove_prefix(1);
-        numbers[i] = static_cast<std::uint32_t>(Saturating(number, largest));
+        numbers[i] = static_cast<std::uint32_t>(*number);
     }
     return numbers;
 }
@@ -74,12 +72,12 @@ std::optional<DateNumbers> FindDate(std::u16string_view text)
 {
     for (;;)
     {
+        if (const std::optional<DateNumbers> numbers = DateAtStart(text))
+            return numbers;
+        text.remove_prefix(std::min(text.find_first_not_of(digits), text.size()));
         text.remove_prefix(std::min(text.find_first_of(digits), text.size()));
         if (text.empty())
             return std::nullopt;
-        if (const std::optional<DateNumbers> numbers = DateAtStart(text))
-            return numbers;
-        text.remove_prefix(LeadingDigits(text).size());
     }
 }
 
@@ -101,11 +99,13 @@ std::uint64_t ParseSvnDate(std::u16string_view text)
 
 std::uint64_t ParseSvnNumber(std::u16string_view text, std::uint64_t largest)
 {
-    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
+    // Nearly all begin with a digit, and then nothing has to be looked for.
+    if (text.empty() || !IsDigit(text.front()))
+        text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
     const bool negative = text.starts_with(u'-');
     if (negative || text.starts_with(u'+'))
         text.remove_prefix(1);
-    const std::uint64_t number = Saturating(LeadingDigits(text), largest);
+    const std::uint64_t number = TakeNumber(text, largest).value_or(0);
     return negative && number < largest ? 0 - number : number;
 }
 

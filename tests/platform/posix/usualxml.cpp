@@ -8,7 +8,10 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace tarnwell::test
 {
@@ -111,6 +114,35 @@ std::string RandomDocument(std::mt19937& random)
     for (std::size_t count = random() % most; count > 0; --count)
         document += pieces[random() % std::size(pieces)];
     return document + "</r>";
+}
+
+// Elements of few names in each other, well formed.
+std::string NestedDocument(std::mt19937& random)
+{
+    constexpr int steps = 16;
+    constexpr std::array<std::string_view, 3> names{"a", "b", "r"};
+    std::vector<std::string_view> open{"r"};
+    std::string document = "<r>";
+    for (int i = 0; i < steps; ++i)
+    {
+        const std::size_t choice = random() % 6;
+        if (choice < names.size())
+        {
+            open.push_back(names[choice]);
+            document += "<" + std::string(names[choice]);
+            document += random() % 2 == 0 ? ">" : " x='" + std::to_string(i) + "'>";
+        }
+        else if (choice == names.size())
+            document += "text" + std::to_string(i);
+        else if (open.size() > 1)
+        {
+            document += "</" + std::string(open.back()) + ">";
+            open.pop_back();
+        }
+    }
+    for (; !open.empty(); open.pop_back())
+        document += "</" + std::string(open.back()) + ">";
+    return document;
 }
 
 TEST(UsualXml, IsAlwaysWellFormed)
@@ -241,6 +273,11 @@ constexpr Question questions[] = {
     {"./r/text()", "child::r/child::text()"},
     {"./r/@x", "child::r/attribute::x"},
     {"./@x", "attribute::x"},
+    {"//r/a/@x", "/descendant-or-self::node()/child::r/child::a/attribute::x"},
+    {"//a/b/@x", "/descendant-or-self::node()/child::a/child::b/attribute::x"},
+    {"//a/a/@x", "/descendant-or-self::node()/child::a/child::a/attribute::x"},
+    {"//b/@y", "/descendant-or-self::node()/child::b/attribute::y"},
+    {"//a/b/text()", "/descendant-or-self::node()/child::a/child::b/child::text()"},
 };
 
 TEST(PlainPaths, FindWhatTheLibraryFinds)
@@ -253,7 +290,8 @@ TEST(PlainPaths, FindWhatTheLibraryFinds)
     for (int i = 0; i < documents; ++i)
     {
         XmlNode document;
-        if (LoadXml(OpenedWith(folder, RandomDocument(random)).Get(), nullptr, document) != S_OK)
+        const std::string bytes = i % 2 == 0 ? RandomDocument(random) : NestedDocument(random);
+        if (LoadXml(OpenedWith(folder, bytes).Get(), nullptr, document) != S_OK)
             continue;
         for (const Question& question : questions)
         {
@@ -261,7 +299,7 @@ TEST(PlainPaths, FindWhatTheLibraryFinds)
             std::u16string other;
             const HRESULT status = ReadXmlText(document, XmlPath(question.plain), plain);
             EXPECT_EQ(status, ReadXmlText(document, XmlPath(question.other), other));
-            EXPECT_EQ(plain, other) << question.plain;
+            EXPECT_EQ(plain, other) << question.plain << " in " << bytes;
             found += status == S_OK ? 1 : 0;
         }
     }

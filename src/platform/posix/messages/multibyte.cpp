@@ -1,4 +1,5 @@
 // MultiByteToWideChar.
+#include "platform/ascii.h"
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/messages/utf16.h"
 
@@ -62,16 +63,15 @@ Character Decode(const BYTE* next, const BYTE* end)
     return {point, sequence.length};
 }
 
-// Most of what programs print is ASCII: eight bytes at a time for as long as it is. `put` takes
-// them.
-template <class Put> const BYTE* SkipAscii(const BYTE* next, const BYTE* end, Put put)
+// Most of what programs print is ASCII: eight bytes at a time for as long as it is.
+const BYTE* SkipAscii(const BYTE* next, const BYTE* end)
 {
     constexpr std::uint64_t highBits = 0x8080808080808080;
     std::uint64_t block = 0;
     while (static_cast<std::size_t>(end - next) >= sizeof block)
     {
         std::memcpy(&block, next, sizeof block);
-        if ((block & highBits) != 0 || !put(next, sizeof block))
+        if ((block & highBits) != 0)
             break;
         next += sizeof block;
     }
@@ -81,12 +81,13 @@ template <class Put> const BYTE* SkipAscii(const BYTE* next, const BYTE* end, Pu
 int CountUnits(const BYTE* next, const BYTE* end)
 {
     int count = 0;
-    const auto countBlock = [&](const BYTE*, std::size_t size) {
-        count += static_cast<int>(size);
-        return true;
-    };
-    while ((next = SkipAscii(next, end, countBlock)) != end)
+    while (next != end)
     {
+        const BYTE* const ascii = SkipAscii(next, end);
+        count += static_cast<int>(ascii - next);
+        next = ascii;
+        if (next == end)
+            break;
         const Character character = Decode(next, end);
         count += character.point < 0x10000 ? 1 : 2;
         next += character.bytes;
@@ -100,14 +101,13 @@ class Output
 public:
     Output(LPWSTR units, int size) : start_(units), next_(units), end_(units + size) {}
 
-    bool PutAscii(const BYTE* bytes, std::size_t size)
+    // All that `bytes` begins with and that there is room for. Their number.
+    std::size_t PutAscii(std::string_view bytes)
     {
-        if (static_cast<std::size_t>(end_ - next_) < size)
-            return false;
-        for (std::size_t i = 0; i < size; ++i)
-            next_[i] = bytes[i];
-        next_ += size;
-        return true;
+        const auto room = static_cast<std::size_t>(end_ - next_);
+        const std::size_t count = WidenAscii(bytes.substr(0, room), next_);
+        next_ += count;
+        return count;
     }
     bool Put(char32_t point)
     {
@@ -127,11 +127,12 @@ private:
 // The number of units; 0 if there is no room for them.
 int Convert(const BYTE* next, const BYTE* end, Output output)
 {
-    const auto putBlock = [&](const BYTE* bytes, std::size_t size) {
-        return output.PutAscii(bytes, size);
-    };
-    while ((next = SkipAscii(next, end, putBlock)) != end)
+    for (;;)
     {
+        next += output.PutAscii(
+            {reinterpret_cast<const char*>(next), reinterpret_cast<const char*>(end)});
+        if (next == end)
+            break;
         const Character character = Decode(next, end);
         if (!output.Put(character.point))
             return 0;

@@ -4,16 +4,16 @@
 
 namespace tarnwell::posix
 {
-namespace
-{
-
-bool IsName(std::string_view text)
+bool IsSmallLetterName(std::string_view text)
 {
     return !text.empty() && std::all_of(text.begin(), text.end(),
                                         [](char unit) { return unit >= 'a' && unit <= 'z'; });
 }
 
-} // namespace
+bool IsText(const pugi::xml_node& node)
+{
+    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+}
 
 std::optional<PlainPath> PlainPath::From(std::string_view expression)
 {
@@ -24,35 +24,37 @@ std::optional<PlainPath> PlainPath::From(std::string_view expression)
     for (std::size_t slash = expression.find('/'); slash != std::string_view::npos;
          slash = expression.find('/'))
     {
-        if (!IsName(expression.substr(0, slash)))
+        if (!IsSmallLetterName(expression.substr(0, slash)))
             return std::nullopt;
         path.elements_.emplace_back(expression.substr(0, slash));
         expression.remove_prefix(slash + 1);
     }
     if (expression == "text()")
         return path;
-    if (!expression.starts_with('@') || !IsName(expression.substr(1)))
+    if (!expression.starts_with('@') || !IsSmallLetterName(expression.substr(1)))
         return std::nullopt;
     path.attribute_ = expression.substr(1);
     return path;
 }
 
-pugi::xpath_node PlainPath::FirstIn(const pugi::xml_node& node, std::size_t step) const
+const char* PlainPath::FirstIn(const pugi::xml_node& node, std::size_t step) const
 {
     if (step < elements_.size())
     {
-        for (const pugi::xml_node& child : node.children(elements_[step].c_str()))
-        {
-            if (const pugi::xpath_node found = FirstIn(child, step + 1))
-                return found;
-        }
-        return {};
+        const char* const name = elements_[step].c_str();
+        const char* found = nullptr;
+        for (pugi::xml_node child = node.child(name); child && found == nullptr;
+             child = child.next_sibling(name))
+            found = FirstIn(child, step + 1);
+        return found;
     }
     if (!attribute_.empty())
-        return {node.attribute(attribute_.c_str()), node};
-    return node.find_child([](const pugi::xml_node& child) {
-        return child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
-    });
+    {
+        const pugi::xml_attribute attribute = node.attribute(attribute_.c_str());
+        return attribute ? attribute.value() : nullptr;
+    }
+    const pugi::xml_node text = node.find_child(IsText);
+    return text ? text.value() : nullptr;
 }
 
 } // namespace tarnwell::posix

@@ -18,17 +18,23 @@ public:
     // Nothing for a path of another form.
     static std::optional<PlainPath> From(std::string_view expression);
 
-    // The first in the order of the document, as seen from `node`; null if there is none.
-    pugi::xpath_node FirstIn(const pugi::xml_node& node) const
+    // The value of the first in the order of the document, as seen from `node`; null if there is
+    // none.
+    const char* FirstIn(const pugi::xml_node& node) const
     {
         return FirstIn(node, 0);
     }
 
 private:
-    pugi::xpath_node FirstIn(const pugi::xml_node& node, std::size_t step) const;
+    const char* FirstIn(const pugi::xml_node& node, std::size_t step) const;
 
     std::vector<std::string> elements_;
     std::string attribute_; // empty for a text
 };
+
+// Small letters, as all names that are asked for.
+bool IsSmallLetterName(std::string_view text);
+
+bool IsText(const pugi::xml_node& node);
 
 } // namespace tarnwell::posix

@@ -1,6 +1,7 @@
 #include "platform/xml.h"
 
 #include "platform/posix/files/filehandle.h"
+#include "platform/posix/xml/deeppath.h"
 #include "platform/posix/xml/plainpath.h"
 #include "platform/posix/xml/usualxml.h"
 #include "platform/posix/xml/wellformed.h"
@@ -21,12 +22,14 @@ namespace tarnwell
 struct XmlPath::Compiled
 {
     std::optional<posix::PlainPath> plain;
+    std::optional<posix::DeepPath> deep;
     pugi::xpath_query query;
 };
 
 XmlPath::XmlPath(const char* expression)
-    : compiled_(std::make_unique<Compiled>(
-          Compiled{posix::PlainPath::From(expression), pugi::xpath_query(expression)}))
+    : compiled_(std::make_unique<Compiled>(Compiled{posix::PlainPath::From(expression),
+                                                    posix::DeepPath::From(expression),
+                                                    pugi::xpath_query(expression)}))
 {
 }
 
@@ -53,6 +56,19 @@ pugi::xml_node NodeOf(const XmlNode& node)
 XmlNode NodeIn(const XmlNode& document, const pugi::xml_node& node)
 {
     return {document, node.internal_object()};
+}
+
+// The value of the attribute or text that is asked for first; null if there is none.
+const char* FirstIn(const pugi::xml_node& node, const XmlPath::Compiled& question)
+{
+    if (question.plain)
+        return question.plain->FirstIn(node);
+    if (question.deep)
+        return question.deep->FirstIn(node);
+    const pugi::xpath_node found = question.query.evaluate_node(node);
+    if (found.attribute())
+        return found.attribute().value();
+    return IsText(found.node()) ? found.node().value() : nullptr;
 }
 
 // What is left to read in a plain file, so that memory for it is taken once; else 0.
@@ -177,15 +193,8 @@ extern "C" HRESULT LoadXml(HANDLE file, const XmlUnasked* unasked, XmlNode& docu
 extern "C" HRESULT ReadXmlText(const XmlNode& node, const XmlPath& path, std::u16string& text)
 {
     text.clear();
-    const std::optional<PlainPath>& plain = path.Ready().plain;
-    const pugi::xpath_node found =
-        plain ? plain->FirstIn(NodeOf(node)) : path.Ready().query.evaluate_node(NodeOf(node));
-    if (found.attribute())
-        return FromUtf8(found.attribute().value(), text);
-    const pugi::xml_node_type type = found.node().type();
-    if (type != pugi::node_pcdata && type != pugi::node_cdata)
-        return S_FALSE;
-    return FromUtf8(found.node().value(), text);
+    const char* const value = FirstIn(NodeOf(node), path.Ready());
+    return value == nullptr ? S_FALSE : FromUtf8(value, text);
 }
 
 extern "C" HRESULT SelectXmlNodes(const XmlNode& node, const XmlPath& path, XmlNodes& nodes)
