@@ -90,8 +90,8 @@ inline constexpr char16_t SettingIterateStreams[] = u"IterateStreams";
 /// How a history is told: the `flags` of `HistoryOptions`, as bits.
 enum HistoryFlag : std::uint32_t
 {
-    /// A file's history goes on under the names that it had before. Merges aren't among its
-    /// revisions then.
+    /// A file's history goes on under the names that it had before. With Git merges aren't among
+    /// its revisions then.
     HistoryFollow = 0x1,
     /// The first entry stands for the item's present state on the disk, if it is there. It has no
     /// id and no author, and the label "Working Copy", in the user's language, as its description;

@@ -70,6 +70,9 @@ public:
     virtual void Remove(std::u16string_view name, const std::string& description);
     virtual void Rename(std::u16string_view from, std::u16string_view to,
                         const std::string& description);
+    // Where the row has merges: two revisions put the file side by side, "here" and "aside", and
+    // "merged" makes of both what neither has.
+    virtual void PutMerge(std::u16string_view name);
     // Where the row has them. All that is put later may be in the same revision.
     virtual void PutLink(std::u16string_view name, std::string_view target);
     virtual void PutProgram(std::u16string_view name, std::string_view bytes);

@@ -4,6 +4,7 @@
 
 #include <tarnwell/tarnwell.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,6 +40,9 @@ struct Strict
                                                     u"^main",  u"\n", u"a b",   u"HEAD --all"};
     // Whether a file's history goes on before a deletion, which is one of its revisions.
     bool beyondDeletions = true;
+    // Whether merges that change a file are among its revisions where it is followed, as they are
+    // elsewhere. Null where the system has no merges.
+    std::optional<bool> mergesWhereFollowed = {};
     // Whether `IFileSystem::GetFile` opens a file by a name that it had before.
     bool oldNamesOpen = true;
     // Whether there is a present state on the disk (HistoryWorkingCopy).

@@ -1,17 +1,12 @@
 // Git's histories told in full, on repositories of all kinds.
 #include "module/githistorytest.h"
-#include "module/trees.h"
 #include "support/environmentvalue.h"
 #include "support/process.h"
-#include "support/treesink.h"
 
 #include <tarnwell/text.h>
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
 #include <random>
-#include <thread>
 
 namespace tarnwell::test
 {
@@ -76,16 +71,12 @@ TEST_F(GitHistories, RevisionsAreAnyNameOfACommit)
           std::string(":/^fi"), std::string("HEAD^{/fi}")})
     {
         EXPECT_THAT(Descriptions(Address(u"a.txt", name)), ElementsAre(u"first")) << name;
-        ComPtr<ITree> tree;
-        const auto trees = system.As<IFileSystemTrees>();
-        ASSERT_EQ(trees->OpenTree(Ole(Address(u"a.txt", name)), nullptr, nullptr, tree.Out()), S_OK)
-            << name;
-        EXPECT_EQ(ContentOf(tree), "1") << name;
+        EXPECT_EQ(ContentOf(Tree(Address(u"a.txt", name))), "1") << name;
     }
     for (const char* const name : {":/", ":/none", ":/^fi^{commit}", ":/--all"})
-        EXPECT_EQ(Status(Address(u"a.txt", name)), HistoryNoRevision) << name;
-    EXPECT_EQ(Status(Address(u"a.txt", "HEAD:a.txt")), HistoryNoRevision);
-    EXPECT_EQ(Status(Address(u"a.txt", first.substr(0, 8) + "..main")), HistoryNoRevision);
+        EXPECT_EQ(ReadStatus(Address(u"a.txt", name)), HistoryNoRevision) << name;
+    EXPECT_EQ(ReadStatus(Address(u"a.txt", "HEAD:a.txt")), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(Address(u"a.txt", first.substr(0, 8) + "..main")), HistoryNoRevision);
 }
 
 TEST_F(GitHistories, DescriptionsOfAllEncodings)
@@ -164,56 +155,6 @@ TEST_F(GitHistories, OfASparseCheckoutAreWhole)
     EXPECT_THAT(Descriptions(repository / u"out"), ElementsAre(u"second"));
 }
 
-// Asked now and then, as by a host's "Cancel" that comes from another thread.
-TEST_F(GitHistories, AreCancelledAtAnyMoment)
-{
-    std::string input;
-    constexpr int count = 2000;
-    for (int i = 0; i < count; ++i)
-    {
-        const std::string number = std::to_string(i);
-        input += "commit refs/heads/main\ncommitter A <a@b> " + std::to_string(1000000000 + i) +
-                 " +0000\ndata " + std::to_string(number.size()) + "\n" + number +
-                 "\nM 644 inline folder/" + number + "\ndata 1\nx\n";
-    }
-    ASSERT_EQ(RunProcess("git", {.arguments = {u"fast-import", u"--quiet"},
-                                 .input = input,
-                                 .folder = repository.Folder().Path()})
-                  .exitCode,
-              0);
-    const auto trees = system.As<IFileSystemTrees>();
-    ComPtr<ITree> tree;
-    ASSERT_EQ(trees->OpenTree(Ole(Address(u"", "HEAD")), nullptr, nullptr, tree.Out()), S_OK);
-    std::mt19937 random(12);
-    for (int round = 0; round < 8; ++round)
-    {
-        std::atomic<bool> isCancelled = false;
-        std::thread canceller([&, wait = std::chrono::milliseconds(random() % 120)] {
-            std::this_thread::sleep_for(wait);
-            isCancelled = true;
-        });
-        // A host that takes its time, so that it is asked again.
-        const auto slowly = [] {
-            std::this_thread::sleep_for(std::chrono::microseconds(50));
-            return S_OK;
-        };
-        HistorySink sink;
-        TreeSink items;
-        sink.answer = items.answer = slowly;
-        sink.wantsMore = items.wantsMore = [&] {
-            return !isCancelled;
-        };
-        const bool lists = round % 2 == 1;
-        const HRESULT status = lists ? tree->List(Ole(u"folder"), VARIANT_TRUE, &items)
-                                     : Read(Address(u"folder"), sink).status;
-        canceller.join();
-        const std::size_t taken = lists ? items.entries.size() : sink.entries.size();
-        EXPECT_TRUE((status == S_OK && taken == count) || (status == E_ABORT && taken <= count));
-        TreeSink one;
-        EXPECT_EQ(tree->Find(Ole(u"folder/0"), &one), S_OK);
-    }
-}
-
 TEST_F(GitHistories, OfLinkedWorkingTreesSubmodulesAndBareRepositories)
 {
     repository.Commit(u"sub/a.txt", "1", "first");
@@ -257,7 +198,7 @@ TEST_F(GitHistories, OfAShallowCloneEndWhereItEnds)
     const std::u16string clone = other / u"clone";
     repository.Run({"clone", "-q", "--depth=1", "--no-local", ".", EncodeName(clone).value()});
     EXPECT_THAT(Descriptions(Joined(clone, u"a.txt")), ElementsAre(u"second"));
-    EXPECT_EQ(Status(u"git://" + Joined(clone, u"a.txt") + u"#HEAD~1"), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(u"git://" + Joined(clone, u"a.txt") + u"#HEAD~1"), HistoryNoRevision);
 }
 
 TEST_F(GitHistories, OfAPartialCloneFetchNothingAndSayWhy)
@@ -283,36 +224,34 @@ TEST_F(GitHistories, OfWhatIsMissingSayWhy)
     repository.Run({"mv", "sub/a.txt", "sub/b.txt"});
     repository.Commit(u"sub/b.txt", "one\ntwo\nthree\nfour\n", "second");
     const std::u16string address = Address(u"sub/b.txt");
-    ComPtr<ITree> tree;
-    const auto trees = system.As<IFileSystemTrees>();
-    ASSERT_EQ(trees->OpenTree(Ole(Address(u"", "HEAD")), nullptr, nullptr, tree.Out()), S_OK);
+    const auto tree = TreeAt("HEAD");
 
     repository.RemoveObject("HEAD:sub/b.txt");
-    EXPECT_EQ(Status(address, Wanted(HistoryFollow)), HistoryIncomplete);
+    EXPECT_EQ(ReadStatus(address, {}, Wanted(HistoryFollow)), HistoryIncomplete);
     EXPECT_THAT(Descriptions(address), testing::SizeIs(1)) << "for which it isn't needed";
     EXPECT_EQ(OpenFailure(tree, u"sub/b.txt").status, HistoryIncomplete);
     repository.RemoveObject("HEAD:sub");
     for (const std::uint32_t flags : {0U, std::uint32_t{HistoryFollow}})
-        EXPECT_EQ(Status(address, Wanted(flags)), HistoryIncomplete);
+        EXPECT_EQ(ReadStatus(address, {}, Wanted(flags)), HistoryIncomplete);
     TreeSink sink;
     for (const char16_t* const folder : {u"", u"sub"})
         EXPECT_EQ(tree->List(Ole(folder), VARIANT_TRUE, &sink), HistoryIncomplete);
     repository.RemoveObject("HEAD~1");
-    EXPECT_EQ(Status(Address(u"")), HistoryIncomplete);
+    EXPECT_EQ(ReadStatus(Address(u"")), HistoryIncomplete);
 }
 
 TEST_F(GitHistories, OfARepositoryWithoutCommits)
 {
-    EXPECT_EQ(Status(Address(u"a.txt")), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(Address(u"a.txt")), HistoryNoRevision);
     WriteBytes(repository / u"a.txt", "1");
-    EXPECT_EQ(Status(Address(u"a.txt")), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(Address(u"a.txt")), HistoryNoRevision);
 }
 
 TEST_F(GitHistories, OfSettingsThatCantBeReadSayWhy)
 {
     repository.Commit(u"a.txt", "1", "first");
     WriteBytes(repository / u".git/config", "[core\nbroken");
-    EXPECT_EQ(Status(Address(u"a.txt")), HistoryBadSettings);
+    EXPECT_EQ(ReadStatus(Address(u"a.txt")), HistoryBadSettings);
 }
 
 // What looks like a repository and is none doesn't lead to the one around it.
@@ -321,7 +260,7 @@ TEST_F(GitHistories, OfABrokenRepositoryAreNotThoseOfTheOneAround)
     repository.Commit(u"inner/a.txt", "1", "of the outer one");
     fs::create_directories(fs::path(repository / u"inner/.git"));
     WriteBytes(repository / u"inner/.git/HEAD", "nonsense");
-    EXPECT_EQ(Status(Address(u"inner/a.txt")), HistoryNoRepository);
+    EXPECT_EQ(ReadStatus(Address(u"inner/a.txt")), HistoryNoRepository);
 }
 
 // The client is told of the folder around a repository in a list, where such a name is two.
@@ -338,11 +277,11 @@ TEST_F(GitHistories, OfFoldersWithTheMarkOfListsInTheirNames)
             continue;
         ++count;
         WriteBytes((folder / "broken/.git/HEAD").u16string(), "nonsense");
-        EXPECT_EQ(Status((folder / "broken/a.txt").u16string()), HistoryNoRepository);
+        EXPECT_EQ(ReadStatus((folder / "broken/a.txt").u16string()), HistoryNoRepository);
         fs::create_directories(folder / "bare/objects");
         fs::create_directories(folder / "bare/refs");
         WriteBytes((folder / "bare/HEAD").u16string(), "nonsense");
-        EXPECT_EQ(Status((folder / "bare").u16string()), HistoryNoRepository);
+        EXPECT_EQ(ReadStatus((folder / "bare").u16string()), HistoryNoRepository);
         RunClient("git", Words("init -q -b main good"), folder);
         WriteBytes((folder / "good/a.txt").u16string(), "1");
         RunClient("git", Words("add -A"), folder / "good");

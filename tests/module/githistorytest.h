@@ -1,44 +1,20 @@
-// What asks a Git repository of the test for its histories in full.
+// What asks a Git repository of the test for its histories in full and its trees.
 #pragma once
 
+#include "module/asking.h"
 #include "module/gittest.h"
-#include "support/historysink.h"
 
 #include <string>
-#include <vector>
 
 namespace tarnwell::test
 {
 
-class GitHistories : public Git
+class GitHistories : public Asking<Git>
 {
 protected:
-    Outcome Read(const std::u16string& path, HistorySink& sink,
-                 HistoryOptions options = Wanted()) const
+    ComPtr<ITree> TreeAt(const std::string& revision = {}) const
     {
-        const auto histories = system.As<IFileSystemHistory>();
-        return OutcomeOf(
-            [&] { return histories->ReadHistory(Ole(path), nullptr, &options, &sink); });
-    }
-    std::vector<HistoryEntry> History(const std::u16string& path,
-                                      HistoryOptions options = Wanted()) const
-    {
-        HistorySink sink;
-        EXPECT_THAT(Read(path, sink, options), Succeeded());
-        return sink.entries;
-    }
-    std::vector<std::u16string> Descriptions(const std::u16string& path,
-                                             HistoryOptions options = Wanted()) const
-    {
-        std::vector<std::u16string> found;
-        for (const HistoryEntry& entry : History(path, options))
-            found.push_back(entry.description);
-        return found;
-    }
-    HRESULT Status(const std::u16string& path, HistoryOptions options = Wanted()) const
-    {
-        HistorySink sink;
-        return Read(path, sink, options).status;
+        return Tree(Address(u"", revision));
     }
     // A commit of raw bytes, as the checked out branch's next.
     std::string CommitRaw(const std::string& headers, const std::string& message) const

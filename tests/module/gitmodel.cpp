@@ -1,6 +1,5 @@
 // Git's histories told in full, against what the repository's objects say.
 #include "module/githistorytest.h"
-#include "module/trees.h"
 #include "support/process.h"
 
 #include <tarnwell/text.h>
@@ -298,10 +297,7 @@ TEST_F(GitMerges, TreesAreWhatEachCommitHeld)
     for (std::string id, word, number; commits >> id >> word >> number; ++count)
     {
         const Made& made = made_[std::stoul(number)];
-        ComPtr<ITree> tree;
-        ASSERT_EQ(system.As<IFileSystemTrees>()->OpenTree(Ole(Address(u"", id)), nullptr, nullptr,
-                                                          tree.Out()),
-                  S_OK);
+        const auto tree = TreeAt(id);
         std::map<std::string, std::string> files;
         for (const TreeEntry& entry : ListOf(tree, {}, true))
         {

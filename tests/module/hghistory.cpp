@@ -19,7 +19,7 @@ TEST_F(HgHistories, HoldWhatIsBehindAnEmptyLine)
     repository.Commit(u"a.txt", "1", "first");
     repository.Commit(u"a.txt", "2", "title\n\nbody\n\n\nmore");
     repository.Commit(u"a.txt", "3", "last");
-    EXPECT_THAT(ToldOf(Address(u"a.txt")),
+    EXPECT_THAT(Descriptions(Address(u"a.txt")),
                 ElementsAre(u"last", u"title\n\nbody\n\n\nmore", u"first"));
 }
 
@@ -36,7 +36,7 @@ TEST_F(HgHistories, TellTimesBeforeTheirEpochToo)
         HistoryOptions options = Wanted();
         options.since = since;
         options.until = until;
-        return ToldOf(Address(u"a.txt"), options);
+        return Descriptions(Address(u"a.txt"), options);
     };
     EXPECT_THAT(within(entries[0].time, 0), ElementsAre(u"late"));
     EXPECT_THAT(within(entries[1].time, entries[1].time), ElementsAre(u"early"));
@@ -83,7 +83,7 @@ TEST_F(HgHistories, CopiesAreFollowed)
     Record("copied");
     repository.Commit(u"a.txt", "2", "changed");
     EXPECT_THAT(PathsOf(Address(u"b.txt")), ElementsAre(u"copied: b.txt", u"made: a.txt"));
-    EXPECT_THAT(ToldOf(Address(u"b.txt")), ElementsAre(u"copied"));
+    EXPECT_THAT(Descriptions(Address(u"b.txt")), ElementsAre(u"copied"));
 }
 
 TEST_F(HgHistories, BeginAtBranchesAndAtWhatIsCheckedOut)
@@ -92,15 +92,15 @@ TEST_F(HgHistories, BeginAtBranchesAndAtWhatIsCheckedOut)
     repository.Hg("branch -q side");
     repository.Commit(u"a.txt", "2", "second");
     repository.Hg("update -q 0");
-    EXPECT_THAT(ToldOf(Address(u"a.txt")), ElementsAre(u"first"));
-    EXPECT_THAT(ToldOf(Address(u"a.txt", "side")), ElementsAre(u"second", u"first"));
-    EXPECT_THAT(ToldOf(Address(u"a.txt", "tip")), ElementsAre(u"second", u"first"));
+    EXPECT_THAT(Descriptions(Address(u"a.txt")), ElementsAre(u"first"));
+    EXPECT_THAT(Descriptions(Address(u"a.txt", "side")), ElementsAre(u"second", u"first"));
+    EXPECT_THAT(Descriptions(Address(u"a.txt", "tip")), ElementsAre(u"second", u"first"));
 }
 
 TEST_F(HgHistories, OfARepositoryWithoutRevisions)
 {
-    EXPECT_EQ(Status(Address(u"a.txt")), HistoryNoRevision);
-    EXPECT_EQ(Status(Address(u"")), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(Address(u"a.txt")), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(Address(u"")), HistoryNoRevision);
     ComPtr<ITree> tree;
     EXPECT_EQ(OpenTree(Address(u""), tree).status, HistoryNoRevision);
 }
@@ -120,7 +120,7 @@ TEST_F(HgHistories, AnIdThatBeginsSeveralIsNone)
     }
     if (several.empty())
         GTEST_SKIP() << "no two ids begin with the same letter";
-    EXPECT_EQ(Status(Address(u"a.txt", several)), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(Address(u"a.txt", several)), HistoryNoRevision);
 }
 
 // A repository's tags can have any name, also what the client is asked in its language.
@@ -135,10 +135,10 @@ TEST_F(HgHistories, QuestionsAreNoNames)
          {std::string("\"\\x2e\""), second, "reverse(ancestors(" + second + "))"})
         tags += first + " " + question + "\n" + first + " revset(" + question + ")\n";
     WriteBytes(repository / u".hg/localtags", tags);
-    EXPECT_THAT(ToldOf(Address(u"")), ElementsAre(u"second", u"first"));
+    EXPECT_THAT(Descriptions(Address(u"")), ElementsAre(u"second", u"first"));
     const auto tree = TreeAt();
-    EXPECT_EQ(All(tree).size(), 1U);
-    EXPECT_EQ(ContentIn(tree, u"a.txt"), "2");
+    EXPECT_EQ(ListOf(tree, {}, true).size(), 1U);
+    EXPECT_EQ(ContentOf(tree, u"a.txt"), "2");
 }
 
 // A name with a "#" in it must not be taken for a repository and a branch.
@@ -151,7 +151,7 @@ TEST_F(HgHistories, OfRepositoriesInFoldersOfAnyName)
         const fs::path folder(other / name);
         fs::copy(repository.Folder().Path(), folder, fs::copy_options::recursive);
         EXPECT_TRUE(fs::exists(folder / ".hg")) << folder;
-        EXPECT_THAT(ToldOf((folder / "a.txt").u16string()), ElementsAre(u"first"));
+        EXPECT_THAT(Descriptions((folder / "a.txt").u16string()), ElementsAre(u"first"));
     }
 }
 
@@ -162,7 +162,7 @@ TEST_F(HgHistories, OfASharedRepository)
     const std::u16string shared = other / u"shared";
     repository.Run(
         {"--config", "extensions.share=", "share", "-q", ".", EncodeName(shared).value()});
-    EXPECT_THAT(ToldOf((fs::path(shared) / "a.txt").u16string()), ElementsAre(u"first"));
+    EXPECT_THAT(Descriptions((fs::path(shared) / "a.txt").u16string()), ElementsAre(u"first"));
 }
 
 TEST_F(HgHistories, TheInnermostRepositoryCounts)
@@ -171,7 +171,7 @@ TEST_F(HgHistories, TheInnermostRepositoryCounts)
     const MercurialRepository inner;
     inner.Commit(u"a.txt", "1", "of the inner one");
     fs::copy(inner.Folder().Path(), repository / u"inner", fs::copy_options::recursive);
-    EXPECT_THAT(ToldOf(repository / u"inner/a.txt"), ElementsAre(u"of the inner one"));
+    EXPECT_THAT(Descriptions(repository / u"inner/a.txt"), ElementsAre(u"of the inner one"));
 }
 
 // A repository can say by itself that it wants extensions, without any settings.
@@ -182,12 +182,12 @@ TEST_F(HgHistories, RequiredExtensionsAreNotLoaded)
     for (const char* const feature : {"git", "largefiles", "unheard-of"})
     {
         WriteBytes(repository / u".hg/requires", before + feature + "\n");
-        EXPECT_EQ(Status(Address(u"a.txt")), HistoryBadSettings) << feature;
+        EXPECT_EQ(ReadStatus(Address(u"a.txt")), HistoryBadSettings) << feature;
     }
     for (const char* const feature : {"lfs", "narrowhg-experimental"})
     {
         WriteBytes(repository / u".hg/requires", before + feature + "\n");
-        EXPECT_EQ(Status(Address(u"a.txt")), HistoryIncomplete) << feature;
+        EXPECT_EQ(ReadStatus(Address(u"a.txt")), HistoryIncomplete) << feature;
     }
 }
 

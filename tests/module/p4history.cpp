@@ -151,12 +151,12 @@ TEST_F(P4Histories, RevisionsThatArentThereSaySo)
          {u"#9",    u"@9",    u"9",   u"@nosuch", u"#x",   u"#nosuch", u"1,2",
           u"@1,@2", u"#1,#2", u"@>1", u"a%b",     u"*",    u"a...",    u" a",
           u"a ",    u"@",     u"\n",  u"@a\nb",   u"@a@b", u"a#b",     u"=x"})
-        EXPECT_EQ(Status(address_, revision), HistoryNoRevision)
+        EXPECT_EQ(ReadStatus(address_, revision), HistoryNoRevision)
             << testing::PrintToString(revision);
-    EXPECT_EQ(Status(address_ + u"#9"), HistoryNoRevision);
-    EXPECT_EQ(Status(address_ + u"@nosuch"), HistoryNoRevision);
-    EXPECT_EQ(Status(folder_ + u"@9"), HistoryNoRevision);
-    EXPECT_EQ(Status(folder_, u"@9"), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(address_ + u"#9"), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(address_ + u"@nosuch"), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(folder_ + u"@9"), HistoryNoRevision);
+    EXPECT_EQ(ReadStatus(folder_, u"@9"), HistoryNoRevision);
 }
 
 // A change in which the item wasn't changed is one all the same.
@@ -183,9 +183,9 @@ TEST_F(P4Histories, NamesAreNoPatternsAndNoRevisions)
                 ElementsAre(u"encoded"));
     for (const char16_t* const name :
          {u"x*.txt", u"*", u"...", u"x...", u"%%1", u"x\\u0001", u"..", u".", u"sub//x", u"-i"})
-        EXPECT_EQ(Status(folder_ + u"/" + name, u""), HistoryNoPath)
+        EXPECT_EQ(ReadStatus(folder_ + u"/" + name, u""), HistoryNoPath)
             << testing::PrintToString(name);
-    EXPECT_EQ(Status(u"p4:///depot/base/a.txt"), HistoryNoPath) << "one slash names nothing";
+    EXPECT_EQ(ReadStatus(u"p4:///depot/base/a.txt"), HistoryNoPath) << "one slash names nothing";
 }
 
 // As the prescribed listings have them on Linux: each byte a character.
@@ -216,8 +216,8 @@ TEST_F(P4Histories, PasswordsAreInTheEnvironmentOnly)
 TEST_F(P4Histories, RefusedCredentialsAreToldToTheHost)
 {
     depot_.Tell("user\tann\tsecret");
-    EXPECT_EQ(Status(u"p4://ann:wrong@server///depot/base/a.txt"), E_ACCESSDENIED);
-    EXPECT_EQ(Status(u"p4://bob:x@server///depot/base/a.txt"), E_ACCESSDENIED);
+    EXPECT_EQ(ReadStatus(u"p4://ann:wrong@server///depot/base/a.txt"), E_ACCESSDENIED);
+    EXPECT_EQ(ReadStatus(u"p4://bob:x@server///depot/base/a.txt"), E_ACCESSDENIED);
     const auto calls = host_->Calls();
     ASSERT_EQ(calls.size(), 2U);
     for (const std::u16string& call : calls)
@@ -231,9 +231,9 @@ TEST_F(P4Histories, ServersThatAreProgramsAreRefused)
     {
         const std::u16string address =
             u"p4://ann@" + std::u16string(server) + u"///depot/base/a.txt";
-        EXPECT_EQ(Status(address), E_INVALIDARG) << testing::PrintToString(server);
+        EXPECT_EQ(ReadStatus(address), E_INVALIDARG) << testing::PrintToString(server);
         host_->credentials = {S_OK, u"ann", u"x", server};
-        EXPECT_EQ(Status(address_), E_INVALIDARG) << testing::PrintToString(server);
+        EXPECT_EQ(ReadStatus(address_), E_INVALIDARG) << testing::PrintToString(server);
     }
     EXPECT_THAT(depot_.TakeRuns(), IsEmpty());
 }
@@ -281,7 +281,7 @@ TEST_F(P4Histories, AnswersThatCantBeReadSaySo)
     for (const char* const bytes : {"... depotFile //depot/base/a.txt\n", "{", "{s", "x"})
     {
         depot_.PrintBytes("filelog", bytes);
-        EXPECT_EQ(Status(address_), HistoryBadAnswer) << bytes;
+        EXPECT_EQ(ReadStatus(address_), HistoryBadAnswer) << bytes;
     }
 }
 

@@ -83,6 +83,11 @@ void BackendData::Rename(std::u16string_view, std::u16string_view, const std::st
     throw std::logic_error("a file system whose files keep their names");
 }
 
+void BackendData::PutMerge(std::u16string_view)
+{
+    throw std::logic_error("a file system without merges");
+}
+
 void BackendData::PutLink(std::u16string_view, std::string_view)
 {
     throw std::logic_error("a file system without links");

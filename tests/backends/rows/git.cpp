@@ -48,6 +48,16 @@ public:
         fs::rename(OnDisk(from), OnDisk(to));
         Record(description);
     }
+    void PutMerge(std::u16string_view name) override
+    {
+        repository_.Git("checkout -q -b aside");
+        Put(name, "aside", "aside");
+        repository_.Git("checkout -q -");
+        Put(name, "here", "here");
+        repository_.Git("merge -q -s ours --no-commit aside");
+        WriteBytes(repository_ / name, "both");
+        Record("merged");
+    }
     void PutLink(std::u16string_view name, std::string_view target) override
     {
         PutAs("120000", name, target);
@@ -117,6 +127,7 @@ const Backend gitBackend = WorkingCopyRow({
                .trees = true,
                .names = {u"-n", u"--all", u"a[1].txt", u"a1.txt", u"a@b", u"!x", u"$HOME", u"#1#2",
                          u"HEAD", u"v1.0"},
+               .mergesWhereFollowed = false,
                .workingCopies = true,
                .links = true,
                .programs = true,

@@ -60,6 +60,15 @@ public:
         repository_.Run({"rename", "--after", EncodeName(from).value(), EncodeName(to).value()});
         Record(description);
     }
+    void PutMerge(std::u16string_view name) override
+    {
+        Put(name, "aside", "aside");
+        const std::string aside = repository_.Hg("log -r . -T {node}");
+        repository_.Hg("update -q .^");
+        Put(name, "here", "here");
+        repository_.Run({"merge", "-q", "-t", "internal:local", aside});
+        Put(name, "both", "merged");
+    }
     void PutLink(std::u16string_view name, std::string_view target) override
     {
         PutAs("120000", name, std::string(target) + "\n\\ No newline at end of file");
@@ -127,6 +136,7 @@ const Backend mercurialBackend = WorkingCopyRow({
                                u"wdir()",     u"\"",
                                u"x\\",        u"file(\"set:size(0)\")",
                                u"{node}"},
+               .mergesWhereFollowed = true,
                .workingCopies = true,
                .links = true,
                .programs = true,

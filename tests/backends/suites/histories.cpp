@@ -13,6 +13,7 @@ namespace
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::UnorderedElementsAreArray;
 
 class Histories : public StrictTest
 {
@@ -175,6 +176,22 @@ TEST_P(Histories, FollowAFileThroughItsNamesIfWanted)
     EXPECT_THAT(DescriptionsOf(History(address, Wanted(HistoryFollow, 2))), ElementsAre(u"made"));
     EXPECT_THAT(DescriptionsOf(History(address, Wanted(HistoryFollow, 1, 1))),
                 ElementsAre(u"renamed"));
+}
+
+TEST_P(Histories, TellMerges)
+{
+    const std::optional<bool>& whereFollowed = Row().strict.mergesWhereFollowed;
+    if (!whereFollowed)
+        GTEST_SKIP() << "the system has no merges";
+    const auto data = NewData();
+    data->Put(u"a.txt", "1", "made");
+    data->PutMerge(u"a.txt");
+    const std::vector<std::u16string> all = {u"merged", u"here", u"aside", u"made"};
+    const std::u16string address = data->Address(u"a.txt");
+    EXPECT_THAT(DescriptionsOf(History(address)), UnorderedElementsAreArray(all));
+    EXPECT_EQ(History(address)[0].description, all[0]);
+    EXPECT_THAT(DescriptionsOf(History(address, Wanted(HistoryFollow))),
+                UnorderedElementsAreArray(all.begin() + (*whereFollowed ? 0 : 1), all.end()));
 }
 
 TEST_P(Histories, OfFoldersAndOfTheWhole)

@@ -7,11 +7,6 @@ namespace tarnwell::test
 namespace
 {
 
-const OLECHAR* RevisionOf(const std::optional<std::u16string>& revision)
-{
-    return revision ? Ole(*revision) : nullptr;
-}
-
 using Files = std::vector<std::pair<std::u16string, std::string>>;
 
 Files ManyFiles(const Backend& backend)
@@ -91,74 +86,12 @@ const StrictSample& StrictSampleOf(const Backend& backend)
     return *sample;
 }
 
-std::vector<std::u16string> DescriptionsOf(const std::vector<HistoryEntry>& entries)
-{
-    std::vector<std::u16string> found;
-    for (const HistoryEntry& entry : entries)
-        found.push_back(entry.description);
-    return found;
-}
-
 StrictTest::StrictTest()
 {
     if (!TestsRun())
         return;
     Strictly().data->Show();
     host_->credentials = Strictly().data->Credentials();
-}
-
-Outcome StrictTest::Read(const std::u16string& path, HistorySink& sink, HistoryOptions options,
-                         const std::optional<std::u16string>& revision) const
-{
-    const auto histories = system.As<IFileSystemHistory>();
-    Outcome outcome = OutcomeOf(
-        [&] { return histories->ReadHistory(Ole(path), RevisionOf(revision), &options, &sink); });
-    EXPECT_EQ(sink.references, 0U);
-    return outcome;
-}
-
-std::vector<HistoryEntry> StrictTest::History(const std::u16string& path, HistoryOptions options,
-                                              const std::optional<std::u16string>& revision) const
-{
-    HistorySink sink;
-    EXPECT_THAT(Read(path, sink, options, revision), Succeeded());
-    return sink.entries;
-}
-
-Outcome StrictTest::HistoryFailure(const std::u16string& path,
-                                   const std::optional<std::u16string>& revision,
-                                   HistoryOptions options) const
-{
-    HistorySink sink;
-    Outcome outcome = Read(path, sink, options, revision);
-    EXPECT_THAT(sink.entries, testing::IsEmpty());
-    return outcome;
-}
-
-Outcome StrictTest::OpenTree(const std::u16string& path, ComPtr<ITree>& tree,
-                             const std::optional<std::u16string>& revision,
-                             ICopyProgress* progress) const
-{
-    const auto trees = system.As<IFileSystemTrees>();
-    Outcome outcome = OutcomeOf(
-        [&] { return trees->OpenTree(Ole(path), RevisionOf(revision), progress, tree.Out()); });
-    EXPECT_EQ(outcome.status == S_OK, static_cast<bool>(tree));
-    return outcome;
-}
-
-ComPtr<ITree> StrictTest::Tree(const std::u16string& path,
-                               const std::optional<std::u16string>& revision) const
-{
-    ComPtr<ITree> tree;
-    EXPECT_THAT(OpenTree(path, tree, revision), Succeeded());
-    return tree;
-}
-
-Outcome StrictTest::TreeFailure(const std::u16string& path,
-                                const std::optional<std::u16string>& revision) const
-{
-    ComPtr<ITree> tree;
-    return OpenTree(path, tree, revision);
 }
 
 } // namespace tarnwell::test

@@ -2,11 +2,9 @@
 #pragma once
 
 #include "backends/suites/backendtest.h"
-#include "module/trees.h"
-#include "support/historysink.h"
+#include "module/asking.h"
 
 #include <map>
-#include <optional>
 
 namespace tarnwell::test
 {
@@ -38,30 +36,10 @@ const StrictSample& StrictSampleOf(const Backend& backend);
 
 extern const std::string wholeDescription; // of "a beginning"
 
-std::vector<std::u16string> DescriptionsOf(const std::vector<HistoryEntry>& entries);
-
-class StrictTest : public BackendTest
+class StrictTest : public Asking<BackendTest>
 {
 protected:
     StrictTest();
-
-    // With a revision, all of the path is a path.
-    Outcome Read(const std::u16string& path, HistorySink& sink, HistoryOptions options = Wanted(),
-                 const std::optional<std::u16string>& revision = {}) const;
-    std::vector<HistoryEntry> History(const std::u16string& path, HistoryOptions options = Wanted(),
-                                      const std::optional<std::u16string>& revision = {}) const;
-    // That takes nothing.
-    Outcome HistoryFailure(const std::u16string& path,
-                           const std::optional<std::u16string>& revision = {},
-                           HistoryOptions options = Wanted()) const;
-
-    Outcome OpenTree(const std::u16string& path, ComPtr<ITree>& tree,
-                     const std::optional<std::u16string>& revision = {},
-                     ICopyProgress* progress = nullptr) const;
-    ComPtr<ITree> Tree(const std::u16string& path,
-                       const std::optional<std::u16string>& revision = {}) const;
-    Outcome TreeFailure(const std::u16string& path,
-                        const std::optional<std::u16string>& revision = {}) const;
 
     // Of the row's strict sample, where the row answers.
     const StrictSample& Strictly() const

@@ -1,6 +1,5 @@
 // What the user's own settings and the system's care mean for histories and trees of Git.
 #include "module/githistorytest.h"
-#include "module/trees.h"
 #include "support/environmentvalue.h"
 
 #include <tarnwell/text.h>
@@ -30,15 +29,7 @@ private:
     const EnvironmentValue other_{"XDG_CONFIG_HOME", nullptr};
 };
 
-class GitSettings : public GitHistories
-{
-protected:
-    HRESULT TreeStatus(const std::u16string& path) const
-    {
-        ComPtr<ITree> tree;
-        return system.As<IFileSystemTrees>()->OpenTree(Ole(path), nullptr, nullptr, tree.Out());
-    }
-};
+using GitSettings = GitHistories;
 
 TEST_F(GitSettings, OfAUserWhoWantsBareRepositoriesNamedCountAsNamed)
 {
@@ -55,7 +46,7 @@ TEST_F(GitSettings, OfAUserThatCantBeReadSayWhy)
 {
     repository.Commit(u"a.txt", "1", "first");
     const User user("[broken\n");
-    EXPECT_EQ(Status(Address(u"a.txt")), HistoryBadSettings);
+    EXPECT_EQ(ReadStatus(Address(u"a.txt")), HistoryBadSettings);
     EXPECT_EQ(TreeStatus(Address(u"a.txt")), HistoryBadSettings);
 }
 

@@ -79,8 +79,8 @@ TEST_F(HgSettings, OfTheRepositoryAndTheUserChangeNothing)
     const EnvironmentValue encoding("HGENCODING", "latin-1");
     EXPECT_EQ(History(address, Wanted(HistoryFollow)), expected);
     const auto tree = TreeAt();
-    EXPECT_EQ(ContentIn(tree, u"b.txt"), "content");
-    EXPECT_EQ(All(tree).size(), 1U);
+    EXPECT_EQ(ContentOf(tree, u"b.txt"), "content");
+    EXPECT_EQ(ListOf(tree, {}, true).size(), 1U);
     ExpectNoTraces();
 }
 
@@ -108,7 +108,7 @@ TEST_F(HgSettings, OfASharesSourceChangeNothing)
     repository.Run(
         {"--config", "extensions.share=", "share", "-q", ".", EncodeName(shared).value()});
     WriteBytes(repository / u".hg/hgrc", Settings());
-    EXPECT_THAT(ToldOf((fs::path(shared) / "a.txt").u16string()), ElementsAre(u"first"));
+    EXPECT_THAT(Descriptions((fs::path(shared) / "a.txt").u16string()), ElementsAre(u"first"));
     ExpectNoTraces();
 }
 

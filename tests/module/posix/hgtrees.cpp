@@ -22,25 +22,25 @@ TEST_F(HgHistories, ABackslashIsPartOfAName)
     Record("all");
     const auto tree = TreeAt();
     std::size_t files = 0;
-    for (const TreeEntry& entry : All(tree))
+    for (const TreeEntry& entry : ListOf(tree, {}, true))
     {
         if (entry.kind != TreeFile)
             continue;
         ++files;
-        EXPECT_EQ(ContentIn(tree, entry.name), EncodeName(entry.name));
+        EXPECT_EQ(ContentOf(tree, entry.name), EncodeName(entry.name));
         EXPECT_EQ(entry.size, entry.name.size());
         TreeSink sink;
         EXPECT_EQ(tree->Find(Ole(entry.name), &sink), S_OK);
         EXPECT_EQ(sink.entries.at(0).size, entry.size);
-        EXPECT_THAT(ToldOf(Address(entry.name)), ElementsAre(u"all"));
+        EXPECT_THAT(Descriptions(Address(entry.name)), ElementsAre(u"all"));
     }
     EXPECT_EQ(files, 5U);
     std::vector<std::u16string> names;
-    for (const TreeEntry& entry : All(tree, u"c\\d e+", false))
+    for (const TreeEntry& entry : ListOf(tree, u"c\\d e+"))
         names.push_back(entry.name);
     EXPECT_THAT(names, ElementsAre(u"c\\d e+/sub", u"c\\d e+/x"));
     names.clear();
-    for (const TreeEntry& entry : All(tree, u"c\\d e+"))
+    for (const TreeEntry& entry : ListOf(tree, u"c\\d e+", true))
         names.push_back(entry.name);
     EXPECT_THAT(names, ElementsAre(u"c\\d e+/sub", u"c\\d e+/sub/y", u"c\\d e+/x"));
     EXPECT_EQ(PathsOf(Address(u"a\\b")), std::vector<std::u16string>{u"all: a\\b"});

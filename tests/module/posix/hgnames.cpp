@@ -1,0 +1,51 @@
+// Mercurial's names that are no text, where the system has such.
+#include "module/hghistorytest.h"
+
+#include <tarnwell/text.h>
+
+namespace tarnwell::test
+{
+namespace
+{
+
+using HgNames = HgHistories;
+
+// Names are bytes to the client. Those that aren't UTF-8 come back as they are.
+TEST_F(HgNames, NamesThatAreNoTextComeAsTheyAre)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const std::string latin = "d\xFCr/caf\xE9.txt";
+    const std::string japanese = "\x95\x5C.txt"; // whose second byte is a backslash
+    std::string patch;
+    for (const std::string& name : {latin, japanese})
+        patch += "diff --git a/" + name + " b/" + name + "\nnew file mode 100644\n--- /dev/null\n" +
+                 "+++ b/" + name + "\n@@ -0,0 +1,1 @@\n+content\n";
+    WriteBytes(repository / u".hg/patch", patch);
+    repository.Run({"import", "-q", "--bypass", "-u", "Ann", "-m", "added", ".hg/patch"});
+
+    const auto tree = TreeAt("tip");
+    std::vector<std::u16string> files;
+    for (const TreeEntry& entry : ListOf(tree, {}, true))
+    {
+        if (entry.kind == TreeFile)
+            files.push_back(entry.name);
+    }
+    EXPECT_THAT(files,
+                testing::UnorderedElementsAre(u"a.txt", DecodeName(latin), DecodeName(japanese)));
+    for (const std::string& name : {latin, japanese})
+    {
+        const std::u16string text = DecodeName(name);
+        EXPECT_EQ(ContentOf(tree, text), "content\n");
+        const auto entries = History(Address(text, "tip"), Wanted(HistoryFollow));
+        ASSERT_EQ(entries.size(), 1U);
+        EXPECT_EQ(entries[0].description, u"added");
+        EXPECT_EQ(entries[0].path, text);
+        // The address opens it.
+        ComPtr<ITree> alone;
+        ASSERT_THAT(OpenTree(entries[0].address, alone), Succeeded());
+        EXPECT_EQ(ContentOf(alone, u""), "content\n");
+    }
+}
+
+} // namespace
+} // namespace tarnwell::test
