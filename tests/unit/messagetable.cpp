@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <iterator>
 
 namespace tarnwell::test
@@ -19,6 +20,16 @@ std::u16string TextOf(unsigned id, LANGID language)
     const BOOL isThere = LoadModuleText(id, language, text);
     EXPECT_EQ(isThere != 0, !text.empty()) << id;
     return text;
+}
+
+// The marks' digits, in order.
+std::u16string MarksIn(std::u16string_view text)
+{
+    std::u16string marks;
+    for (std::size_t at = text.find(u'%'); at != text.npos; at = text.find(u'%', at + 1))
+        marks += text.substr(at + 1, 1);
+    std::sort(marks.begin(), marks.end());
+    return marks;
 }
 
 TEST(MessageTable, EnglishTextsAreThePromisedOnes)
@@ -38,6 +49,18 @@ TEST(MessageTable, OtherLanguagesHaveEnglish)
     constexpr LANGID korean = 1042;
     for (const MessageTexts& texts : messageTexts)
         EXPECT_EQ(TextOf(texts.id, korean), texts.english) << texts.id;
+}
+
+// A mark whose text the other language drops, or one that nothing fills, shows to users.
+TEST(MessageTable, BothLanguagesHaveTheSameInsertionMarks)
+{
+    for (const MessageTexts& texts : messageTexts)
+    {
+        EXPECT_FALSE(texts.english.empty()) << texts.id;
+        EXPECT_EQ(MarksIn(TextOf(texts.id, english)), MarksIn(TextOf(texts.id, japanese)))
+            << texts.id;
+    }
+    EXPECT_EQ(MarksIn(u"%2 and \"%1\", %2"), u"122");
 }
 
 TEST(MessageTable, OtherIdsHaveNoText)
