@@ -9,8 +9,11 @@ namespace tarnwell::host
 namespace
 {
 
-template <class R> Finding CompareReaders(R left, R right)
+// The left side is opened first: of two that can't be, it is the one that is told.
+template <class F> Finding CompareContents(F&& open, const Side& leftSide, const Side& rightSide)
 {
+    auto left = open(leftSide);
+    auto right = open(rightSide);
     std::uint64_t leftSize = 0;
     std::uint64_t rightSize = 0;
     std::optional<std::uint64_t> firstDifference;
@@ -41,9 +44,10 @@ Conversions ConversionsOf(const Side& left, const Side& right)
 
 Verdict CompareRecordedForms(const Side& left, const Side& right, const Conversions& conversions)
 {
-    return CompareReaders(RecordedForm(left.Open(), conversions),
-                          RecordedForm(right.Open(), conversions))
-        .verdict;
+    const auto open = [&](const Side& side) {
+        return RecordedForm(side.Open(), conversions);
+    };
+    return CompareContents(open, left, right).verdict;
 }
 
 // A link is one in the other side, too, but for trees on systems without links: there its path
@@ -91,7 +95,7 @@ Finding CompareAsTold(const Side& left, const Side& right, bool trustsSizes)
     if (left.IsRepository() || right.IsRepository())
         return CompareRepositories(left, right);
     if (ComparesPaths(left, right))
-        return CompareReaders(left.OpenPath(), right.OpenPath());
+        return CompareContents([](const Side& side) { return side.OpenPath(); }, left, right);
     if (left.IsFile() != right.IsFile())
         return Judged(Verdict::KindDiffers, left, right);
     if (LinkDiffers(left, right))
@@ -102,7 +106,7 @@ Finding CompareAsTold(const Side& left, const Side& right, bool trustsSizes)
     // Unequal sizes say enough: no need to read.
     if (trustsSizes && !conversions && left.Size() != right.Size())
         return Judged(Verdict::Different, left, right);
-    Finding finding = CompareReaders(left.Open(), right.Open());
+    Finding finding = CompareContents([](const Side& side) { return side.Open(); }, left, right);
     if (finding.verdict == Verdict::Different && conversions)
         finding.verdict = CompareRecordedForms(left, right, conversions);
     if (finding.verdict == Verdict::Equal)
