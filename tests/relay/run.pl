@@ -137,7 +137,7 @@ sub hand_over {
     send_frame($connection, 'x', ($? & 127) != 0 ? 128 + ($? & 127) : $? >> 8);
     # A socket that is closed before all was read of it takes back what it sent.
     shutdown $connection, 1;
-    1 while sysread $connection, my $unread, $block_size;
+    1 while sysread($connection, my $unread, $block_size);
 }
 
 sub answer {
