@@ -73,14 +73,26 @@ std::unique_ptr<StrictSample> MakeStrictSample(const Backend& backend)
     return sample;
 }
 
+struct Samples : testing::Environment
+{
+    void TearDown() override
+    {
+        all.clear();
+    }
+    std::map<const Backend*, std::unique_ptr<StrictSample>> all;
+};
+
 } // namespace
 
 const std::string wholeDescription = "a beginning\n\nwith a body\n\n  and more";
 
 const StrictSample& StrictSampleOf(const Backend& backend)
 {
-    static std::map<const Backend*, std::unique_ptr<StrictSample>> samples;
-    std::unique_ptr<StrictSample>& sample = samples[&backend];
+    // Registered last and so ended first, while there are clients still.
+    static auto* const samples = new Samples;
+    [[maybe_unused]] static const auto* const registered =
+        testing::AddGlobalTestEnvironment(samples);
+    std::unique_ptr<StrictSample>& sample = samples->all[&backend];
     if (!sample)
         sample = MakeStrictSample(backend);
     return *sample;
