@@ -131,7 +131,8 @@ public:
         std::vector<std::pair<std::u16string, std::u16string>> left = {{folder.path, name}};
         while (!left.empty())
         {
-            const auto [path, around] = std::move(left.back());
+            const std::u16string path = std::move(left.back().first);
+            const std::u16string around = std::move(left.back().second);
             left.pop_back();
             const auto takeOne = [&](const Entry& entry) {
                 const std::u16string below =
