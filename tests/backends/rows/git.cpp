@@ -61,6 +61,7 @@ public:
     void PutLink(std::u16string_view name, std::string_view target) override
     {
         PutAs("120000", name, target);
+        LeaveTreeBy([this] { repository_.Git("rm -r -q -f ."); });
     }
     void PutProgram(std::u16string_view name, std::string_view bytes) override
     {

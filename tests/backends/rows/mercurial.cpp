@@ -17,13 +17,6 @@ class MercurialData final : public WorkingCopyData<MercurialRepository>
 {
 public:
     MercurialData() : WorkingCopyData(u"hg://") {}
-    MercurialData(const MercurialData&) = delete;
-    MercurialData& operator=(const MercurialData&) = delete;
-    ~MercurialData() override
-    {
-        if (hasLink_)
-            RemoveWorkTree();
-    }
 
     std::u16string Put(std::u16string_view name, std::string_view bytes,
                        const std::string& description) override
@@ -79,7 +72,7 @@ public:
     void PutLink(std::u16string_view name, std::string_view target) override
     {
         PutAs("120000", name, std::string(target) + "\n\\ No newline at end of file");
-        hasLink_ = true;
+        LeaveTreeBy([this] { repository_.Hg("update -q -C null"); });
     }
     void PutProgram(std::u16string_view name, std::string_view bytes) override
     {
@@ -103,20 +96,6 @@ private:
             {"import", "-q", "--bypass", "-u", "Ann", "-m", "of another kind", ".hg/patch"});
         repository_.Hg("update -q tip");
     }
-    // From Wine a link can't be removed whose file has gone before it, and trying has no end.
-    void RemoveWorkTree() const
-    {
-        try
-        {
-            repository_.Hg("update -q -C null");
-        }
-        catch (const std::exception&)
-        {
-            // What is left is the folder's to remove.
-        }
-    }
-
-    bool hasLink_ = false;
 };
 
 std::u16string WithoutRepository(BackendData& data)

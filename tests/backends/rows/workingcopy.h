@@ -4,6 +4,9 @@
 #include "backends/backend.h"
 #include "support/clients.h"
 
+#include <exception>
+#include <functional>
+
 namespace tarnwell::test
 {
 
@@ -24,10 +27,38 @@ public:
 protected:
     explicit WorkingCopyData(std::u16string scheme) : scheme_(std::move(scheme)) {}
 
+    // From Wine a link can't be removed once its file has gone, and trying has no end: the client
+    // removes the work tree before the folder goes.
+    void LeaveTreeBy(std::function<void()> command)
+    {
+        leave_.command = std::move(command);
+    }
+
     const R repository_;
 
 private:
+    struct Leave
+    {
+        std::function<void()> command = [] {
+        };
+        Leave() = default;
+        Leave(const Leave&) = delete;
+        Leave& operator=(const Leave&) = delete;
+        ~Leave()
+        {
+            try
+            {
+                command();
+            }
+            catch (const std::exception&)
+            {
+                // What is left is the folder's to remove.
+            }
+        }
+    };
+
     const std::u16string scheme_; // with what stands in front of the path
+    Leave leave_;                 // ends before the repository does
 };
 
 // The row, with what those of all working copies have alike.
