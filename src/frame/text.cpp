@@ -1,36 +1,12 @@
 #include "frame/text.h"
 
+#include "platform/ascii.h"
+
 #include <algorithm>
-#include <cstring>
 #include <limits>
 
 namespace tarnwell
 {
-
-namespace
-{
-
-// Where the first terminator is, or the end. By four units at a time, as every text that a host
-// gets is looked through.
-std::size_t TerminatorIn(std::u16string_view text)
-{
-    constexpr std::uint64_t ones = 0x0001000100010001;
-    constexpr std::uint64_t highBits = 0x8000800080008000;
-    std::uint64_t block = 0;
-    constexpr std::size_t units = sizeof block / sizeof(char16_t);
-    std::size_t at = 0;
-    for (; text.size() - at >= units; at += units)
-    {
-        std::memcpy(&block, text.data() + at, sizeof block);
-        if (((block - ones) & ~block & highBits) != 0)
-            break;
-    }
-    while (at < text.size() && text[at] != u'\0')
-        ++at;
-    return at;
-}
-
-} // namespace
 
 std::u16string FromHost(const OLECHAR* text)
 {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frame/filetimes.h"
+#include "platform/ascii.h"
 #include "platform/wide.h"
 
 #include <cstdint>
@@ -17,7 +18,8 @@ constexpr bool IsFolder(const WIN32_FIND_DATAW& record)
 
 inline std::u16string_view NameOf(const WIN32_FIND_DATAW& record)
 {
-    return Units(record.cFileName);
+    const std::u16string_view room(reinterpret_cast<const char16_t*>(record.cFileName), MAX_PATH);
+    return room.substr(0, TerminatorIn(room));
 }
 
 // What items tell of an entry: far less than the platform's record of nearly 600 bytes holds.

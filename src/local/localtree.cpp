@@ -56,7 +56,7 @@ bool EachEntry(const std::u16string& folder, const std::u16string& address, Pati
             ThrowSnapshotError(error, folder);
     };
     const std::u16string pattern = Joined(folder, u"*");
-    WIN32_FIND_DATAW record;
+    WIN32_FIND_DATAW record{};
     const FindHandle find(FindFirstFileW(Wide(pattern), &record));
     if (!find)
     {

@@ -111,7 +111,7 @@ HRESULT OpenItem(const std::u16string& path, bool mustExist, bool wantFolder,
     const std::optional<StreamPath> split = SplitStreamPath(path);
     const std::u16string base = split ? std::u16string(split->file) : path;
 
-    WIN32_FIND_DATAW record;
+    WIN32_FIND_DATAW record{};
     if (!ReadPathInfo(base, record))
     {
         const HRESULT status = EnsureFailed(StatusFromLastError());

@@ -53,7 +53,7 @@ HRESULT CWin32FolderObject::ReadContents(RecordList& records) const
     std::u16string base = path;
     AppendSeparator(base);
     const std::u16string pattern = base + u"*";
-    WIN32_FIND_DATAW record;
+    WIN32_FIND_DATAW record{};
     const FindHandle find(FindFirstFileW(Wide(pattern), &record));
     if (!find)
         return StatusOfListing(path);

@@ -1,5 +1,6 @@
-// Text of ASCII characters between bytes and UTF-16 units. Most of what the systems and the clients
-// say is such text, so this goes by blocks, for which compilers have instructions.
+// Text of ASCII characters between bytes and UTF-16 units, and where a text ends. Most of what the
+// systems and the clients say is such text, so this goes by blocks, for which compilers have
+// instructions.
 #pragma once
 
 #include <algorithm>
@@ -14,30 +15,57 @@ namespace tarnwell
 
 namespace detail
 {
+
 inline constexpr std::size_t asciiBlock = 8;
+
+// False, with nothing done, if there is anything but ASCII in the block.
+template <class Unit> bool WidenBlock(const char* bytes, Unit* units)
+{
+    std::uint64_t block = 0;
+    std::memcpy(&block, bytes, sizeof block);
+    if ((block & 0x8080808080808080) != 0)
+        return false;
+    std::array<char, asciiBlock> from;
+    std::array<Unit, asciiBlock> to;
+    std::memcpy(from.data(), &block, sizeof from);
+    std::transform(from.begin(), from.end(), to.begin(),
+                   [](char byte) { return static_cast<Unit>(static_cast<unsigned char>(byte)); });
+    std::memcpy(units, to.data(), sizeof to);
+    return true;
+}
+
+// Likewise.
+inline bool NarrowBlock(const char16_t* units, char* bytes)
+{
+    std::array<std::uint64_t, 2> block;
+    std::memcpy(block.data(), units, sizeof block);
+    if (((block[0] | block[1]) & 0xFF80FF80FF80FF80) != 0)
+        return false;
+    std::array<char16_t, asciiBlock> from;
+    std::array<char, asciiBlock> to;
+    std::memcpy(from.data(), block.data(), sizeof from);
+    std::transform(from.begin(), from.end(), to.begin(),
+                   [](char16_t unit) { return static_cast<char>(unit); });
+    std::memcpy(bytes, to.data(), sizeof to);
+    return true;
+}
+
 } // namespace detail
 
 // Puts the ASCII characters that `bytes` begins with at `units`, where there is room for all of
 // `bytes`. Their number.
 template <class Unit> std::size_t WidenAscii(std::string_view bytes, Unit* units)
 {
-    constexpr std::uint64_t highBits = 0x8080808080808080;
+    constexpr std::size_t block = detail::asciiBlock;
+    const std::size_t size = bytes.size();
     std::size_t done = 0;
-    for (; bytes.size() - done >= detail::asciiBlock; done += detail::asciiBlock)
-    {
-        std::uint64_t block = 0;
-        std::memcpy(&block, bytes.data() + done, sizeof block);
-        if ((block & highBits) != 0)
-            break;
-        std::array<char, detail::asciiBlock> from;
-        std::array<Unit, detail::asciiBlock> to;
-        std::memcpy(from.data(), &block, sizeof from);
-        std::transform(from.begin(), from.end(), to.begin(), [](char byte) {
-            return static_cast<Unit>(static_cast<unsigned char>(byte));
-        });
-        std::memcpy(units + done, to.data(), sizeof to);
-    }
-    for (; done < bytes.size() && (bytes[done] & 0x80) == 0; ++done)
+    while (size - done >= block && detail::WidenBlock(bytes.data() + done, units + done))
+        done += block;
+    // The end of a longer text is in one more block, which begins in the one before.
+    if (size >= block && size - done < block &&
+        detail::WidenBlock(bytes.data() + size - block, units + size - block))
+        return size;
+    for (; done < size && (bytes[done] & 0x80) == 0; ++done)
         units[done] = static_cast<Unit>(bytes[done]);
     return done;
 }
@@ -45,28 +73,42 @@ template <class Unit> std::size_t WidenAscii(std::string_view bytes, Unit* units
 // Puts `units` at `bytes`. False if one isn't ASCII: then nothing there is of use.
 inline bool NarrowAscii(std::u16string_view units, char* bytes)
 {
-    constexpr std::uint64_t highBits = 0xFF80FF80FF80FF80;
-    for (; units.size() >= detail::asciiBlock; units.remove_prefix(detail::asciiBlock))
+    constexpr std::size_t block = detail::asciiBlock;
+    const std::size_t size = units.size();
+    if (size < block)
     {
-        std::array<std::uint64_t, 2> block;
-        std::memcpy(block.data(), units.data(), sizeof block);
-        if (((block[0] | block[1]) & highBits) != 0)
-            return false;
-        std::array<char16_t, detail::asciiBlock> from;
-        std::array<char, detail::asciiBlock> to;
-        std::memcpy(from.data(), block.data(), sizeof from);
-        std::transform(from.begin(), from.end(), to.begin(),
+        std::transform(units.begin(), units.end(), bytes,
                        [](char16_t unit) { return static_cast<char>(unit); });
-        std::memcpy(bytes, to.data(), sizeof to);
-        bytes += to.size();
+        return std::all_of(units.begin(), units.end(), [](char16_t unit) { return unit < 0x80; });
     }
-    for (const char16_t unit : units)
+    for (std::size_t done = 0; size - done >= block; done += block)
     {
-        if (unit >= 0x80)
+        if (!detail::NarrowBlock(units.data() + done, bytes + done))
             return false;
-        *bytes++ = static_cast<char>(unit);
     }
-    return true;
+    return detail::NarrowBlock(units.data() + size - block, bytes + size - block);
+}
+
+// Where the first terminator is, or the end.
+inline std::size_t TerminatorIn(std::u16string_view units)
+{
+    constexpr std::uint64_t ones = 0x0001000100010001;
+    constexpr std::uint64_t highBits = 0x8000800080008000;
+    constexpr auto borrows = [](std::uint64_t four) {
+        return (four - ones) & ~four;
+    };
+    std::array<std::uint64_t, 2> block;
+    constexpr std::size_t blockUnits = sizeof block / sizeof(char16_t);
+    std::size_t at = 0;
+    for (; units.size() - at >= blockUnits; at += blockUnits)
+    {
+        std::memcpy(block.data(), units.data() + at, sizeof block);
+        if (((borrows(block[0]) | borrows(block[1])) & highBits) != 0)
+            break;
+    }
+    while (at < units.size() && units[at] != u'\0')
+        ++at;
+    return at;
 }
 
 } // namespace tarnwell

@@ -64,6 +64,23 @@ TEST(Ascii, IsNarrowedOnlyAsAWhole)
     }
 }
 
+TEST(Ascii, TextsEndAtTheirFirstTerminator)
+{
+    for (std::size_t size = 0; size <= longest; ++size)
+    {
+        EXPECT_EQ(TerminatorIn(std::u16string(size, u'\x8000')), size);
+        for (std::size_t end = 0; end < size; ++end)
+        {
+            // What stands behind an end looks like one in parts.
+            std::u16string units(size, u'\x0100');
+            units[end] = u'\0';
+            EXPECT_EQ(TerminatorIn(units), end);
+            units.back() = u'\0';
+            EXPECT_EQ(TerminatorIn(units), end);
+        }
+    }
+}
+
 TEST(Ascii, GoesFromTheFirstCharacterToTheLast)
 {
     const std::string ends{'\x00', '\x7F'};

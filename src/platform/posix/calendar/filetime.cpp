@@ -1,22 +1,14 @@
 #include "platform/posix/calendar/filetime.h"
 
-#include "platform/filetime.h"
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/filehandle.h"
 
 #include <fcntl.h>
-#include <limits>
 
 namespace tarnwell::posix
 {
 namespace
 {
-
-constexpr std::int64_t ticksPerSecond = 10'000'000;
-constexpr std::int64_t nanosecondsPerTick = 100;
-// From 1 January 1601 to 1 January 1970.
-constexpr std::int64_t epochDistance = 11'644'473'600;
-constexpr std::uint64_t lastTicks = std::numeric_limits<std::int64_t>::max();
 
 // What utimensat takes; a null time and a time of 0 leave things as they are.
 timespec TimespecOf(const FILETIME* time)
@@ -33,18 +25,6 @@ bool IsValid(const FILETIME* time)
 }
 
 } // namespace
-
-FILETIME FileTimeOf(std::int64_t seconds, std::uint32_t nanoseconds)
-{
-    constexpr std::int64_t lastSecond = lastTicks / ticksPerSecond - epochDistance - 1;
-    std::uint64_t ticks = 0;
-    if (seconds > lastSecond)
-        ticks = lastTicks;
-    else if (seconds >= -epochDistance)
-        ticks = static_cast<std::uint64_t>((seconds + epochDistance) * ticksPerSecond +
-                                           nanoseconds / nanosecondsPerTick);
-    return tarnwell::FileTimeOf(ticks);
-}
 
 FILETIME CreationTimeOf(const struct statx& entry)
 {
