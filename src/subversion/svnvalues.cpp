@@ -27,8 +27,13 @@ constexpr bool IsDigit(char16_t unit)
 // larger, and nothing without a digit.
 std::optional<std::uint64_t> TakeNumber(std::u16string_view& text, std::uint64_t largest)
 {
+    // So many fit into all numbers that are read here.
+    const std::size_t fitting =
+        std::min<std::size_t>(text.size(), std::numeric_limits<std::int32_t>::digits10);
     std::uint64_t value = 0;
     std::size_t count = 0;
+    for (; count < fitting && IsDigit(text[count]); ++count)
+        value = value * 10 + static_cast<std::uint64_t>(text[count] - u'0');
     for (; count < text.size() && IsDigit(text[count]); ++count)
     {
         const std::uint64_t digit = static_cast<std::uint64_t>(text[count] - u'0');

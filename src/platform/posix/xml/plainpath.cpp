@@ -42,11 +42,12 @@ const char* PlainPath::FirstIn(const pugi::xml_node& node, std::size_t step) con
     if (step < elements_.size())
     {
         const char* const name = elements_[step].c_str();
-        const char* found = nullptr;
-        for (pugi::xml_node child = node.child(name); child && found == nullptr;
-             child = child.next_sibling(name))
-            found = FirstIn(child, step + 1);
-        return found;
+        for (pugi::xml_node child = node.child(name); child; child = child.next_sibling(name))
+        {
+            if (const char* const found = FirstIn(child, step + 1))
+                return found;
+        }
+        return nullptr;
     }
     if (!attribute_.empty())
     {

@@ -160,7 +160,7 @@ private:
 
     bool TakeEnd()
     {
-        if (open_.empty() || TakeName() != open_.back())
+        if (open_.empty() || !Take(open_.back()))
             return false;
         open_.pop_back();
         TakeAll(Blank);
