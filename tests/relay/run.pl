@@ -62,7 +62,7 @@ sub variables {
 
 # Of the caller's variables the clients get their own ones and those of the language. They find no
 # settings in the home folder or the system, and no repository around a drive. What chg has of its own
-# is in $sockets.
+# is in $sockets. Where hg is chg, it knows by CHGHG what to start.
 sub client_environment {
     my ($caller, $home, $sockets) = @_;
     my %environment = (
@@ -73,6 +73,7 @@ sub client_environment {
         GIT_CONFIG_NOSYSTEM => 1,
         GIT_CEILING_DIRECTORIES => $caller->{WINEPREFIX},
     );
+    $environment{CHGHG} = $ENV{CHGHG} if defined $ENV{CHGHG};
     for my $name (grep { /^(?:GIT_|HG|SVN_|LC_|LANG|LOCPATH$)/ } keys %$caller) {
         $environment{$name} = unix_path($caller->{$name}, $caller->{WINEPREFIX});
     }
@@ -117,14 +118,15 @@ sub pass_input {
     return 1;
 }
 
-# A caller that has gone takes its client with it.
+# A caller that has gone takes its client with it. Wine itself may keep its connection, and so does the
+# end of $life.
 sub hand_over {
-    my ($connection, $process, $input, $output, $errors) = @_;
-    my $sources = IO::Select->new($connection, $output, $errors);
-    while ($sources->count > 1) {
+    my ($connection, $life, $process, $input, $output, $errors) = @_;
+    my $sources = IO::Select->new($connection, $life, $output, $errors);
+    while ($sources->count > 2) {
         for my $source ($sources->can_read) {
-            if ($source == $connection) {
-                next if pass_input($connection, $input);
+            if ($source == $connection || $source == $life) {
+                next if $source == $connection && pass_input($connection, $input);
                 kill 'TERM', $process;
                 return;
             }
@@ -137,11 +139,12 @@ sub hand_over {
     send_frame($connection, 'x', ($? & 127) != 0 ? 128 + ($? & 127) : $? >> 8);
     # A socket that is closed before all was read of it takes back what it sent.
     shutdown $connection, 1;
-    1 while sysread($connection, my $unread, $block_size);
+    my $rest = IO::Select->new($connection, $life);
+    1 until grep { $_ == $life || !sysread($_, my $unread, $block_size) } $rest->can_read;
 }
 
 sub answer {
-    my ($connection, $key, $sockets) = @_;
+    my ($connection, $life, $key, $sockets) = @_;
     $SIG{PIPE} = 'IGNORE';
     return unless receive_bytes($connection, 4 + length $key) eq pack 'N/a', $key;
     my ($client, @arguments) = receive_list($connection);
@@ -151,7 +154,7 @@ sub answer {
     my $home = File::Temp->newdir('tarnwell-home-XXXXXXXX', TMPDIR => 1);
     my %environment = client_environment(\%caller, $home->dirname, $sockets);
     ($folder, @arguments) = map { unix_path($_, $caller{WINEPREFIX}) } $folder, @arguments;
-    hand_over($connection, start($client, \@arguments, $folder, \%environment));
+    hand_over($connection, $life, start($client, \@arguments, $folder, \%environment));
     # Mercurial tries whether it can have links, and leaves one that can't be removed from Wine.
     unlink "$_/.hg/wcache/checklink" for $folder, grep { m{^/} } @arguments;
 }
