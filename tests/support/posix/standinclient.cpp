@@ -10,10 +10,11 @@ StandInClient::StandInClient(const std::string& name, const std::string& body)
     : path_("PATH", (folder_.Path().string() + ":" + getenv("PATH")).c_str())
 {
     const std::filesystem::path script = folder_.Path() / name;
-    // The path behind the script's own folder is where the real one is.
-    WriteBytes(script.u16string(), "#!/bin/sh\nREAL=$(PATH=${PATH#*:} command -v " + name +
-                                       ")\necho \"$*\" >>'" + (folder_.Path() / "runs").string() +
-                                       "'\n" + body + "\n");
+    // The path behind the script's own folder is where the real one is, but where that is chg.
+    WriteBytes(script.u16string(),
+               "#!/bin/sh\nREAL=$(PATH=${PATH#*:} command -v " + name +
+                   ")\n[ \"${REAL%/*}\" != \"${CHGHG%/*}\" ] || REAL=$CHGHG\necho \"$*\" >>'" +
+                   (folder_.Path() / "runs").string() + "'\n" + body + "\n");
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
 }
 
