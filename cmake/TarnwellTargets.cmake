@@ -79,6 +79,7 @@ function(tarnwell_layer name)
                              ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${name} PUBLIC ${layer_LINKS} PRIVATE tarnwell-options
                         $<BUILD_INTERFACE:tarnwell-hardening>)
+  set_property(GLOBAL APPEND PROPERTY TARNWELL_LAYERS ${name})
 endfunction()
 
 # tarnwell_count_matches(TARGET): matches of patterns are counted in this program, which has

@@ -20,7 +20,7 @@ const std::string hashB(64, 'b');
 
 std::string CommitText(const std::string& id, const std::string& description)
 {
-    return id + "\0J\xC3\xB6rg\0"s + "1000000000\0"s + "1000000001\0"s + description + "\0"s;
+    return id + "\0J\xC3\xB6rg\0"s + "1000000000\0"s + "1000000001\0"s + description + '\0';
 }
 
 struct Parsed

@@ -103,7 +103,7 @@ TEST(GitTreeParser, ReadsListingsInPiecesOfAnySize)
 
 TEST(GitTreeParser, ReadsNoEntryBeyondItsBound)
 {
-    const std::string bytes = "100644 blob "s + idText + " 12\t"s + std::string(100, 'a') + "\0"s;
+    const std::string bytes = "100644 blob "s + idText + " 12\t"s + std::string(100, 'a') + '\0';
     for (const std::size_t most : {bytes.size() - 1, bytes.size()})
     {
         GitListingParser parser(most);
@@ -118,7 +118,8 @@ TEST(GitTreeParser, WhatIsNoEntryIsIncomplete)
     for (const std::string& bad :
          {"040000 tree "s + idText + "       -\t..\0"s, "040000 tree x       -\tsub\0"s,
           "040000 tree "s + idText + "\tsub\0"s, "100644 blob "s + idText + " x\ta\0"s,
-          "100644 blob "s + idText + " 1\ta"s, "100644 blob "s + idText + " 1\ta//b\0"s, "\0"s})
+          "100644 blob "s + idText + " 1\ta"s, "100644 blob "s + idText + " 1\ta//b\0"s,
+          std::string(1, '\0')})
     {
         GitListingParser parser;
         parser.Feed(bad);

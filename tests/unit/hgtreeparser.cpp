@@ -80,7 +80,7 @@ TEST(HgSizeParser, ReadsSizes)
 
 TEST(HgTreeParsers, ReadNothingBeyondTheirBounds)
 {
-    const std::string file = id + " *\0"s + std::string(100, 'a') + "\0"s;
+    const std::string file = id + " *\0"s + std::string(100, 'a') + '\0';
     const std::string size = std::string(100, 'a') + "\00012\0"s;
     for (const std::size_t less : {1U, 0U})
     {

@@ -96,7 +96,7 @@ TEST(RecordFeed, LooksAtNothingTwice)
         feed.Add("x");
         ASSERT_FALSE(feed.TakeTo('\0'));
     }
-    feed.Add(std::string_view("\0", 1));
+    feed.Add(std::string(1, '\0'));
     EXPECT_EQ(feed.TakeTo('\0')->size(), size);
 }
 

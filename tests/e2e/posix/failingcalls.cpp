@@ -1,6 +1,7 @@
 // The program where memory runs out, at any of its requests for some, or where signals interrupt
 // its reading and writing.
 #include "e2e/hostrun.h"
+#include "support/posix/sanitizer.h"
 #include "support/tempfolder.h"
 
 #include <gmock/gmock.h>
@@ -82,9 +83,8 @@ private:
 
 TEST_F(FailingCalls, ForMemoryAreFailuresWithWordsFromTheStartOn)
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "here memory is the sanitizer's";
-#endif
+    if (HasSanitizer())
+        GTEST_SKIP() << "here memory is the sanitizer's";
     int failures = 0;
     for (const char* const request : {"malloc", "calloc"})
     {
@@ -99,9 +99,8 @@ TEST_F(FailingCalls, ForMemoryAreFailuresWithWordsFromTheStartOn)
 
 TEST_F(FailingCalls, BySignalsAreMadeAgain)
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "here the sanitizer comes first";
-#endif
+    if (HasSanitizer())
+        GTEST_SKIP() << "here the sanitizer comes first";
     const HostRun written = Run({u"cat", folder_ / u"a"}, "write", 1, EINTR);
     EXPECT_EQ(written.exitCode, 0) << written.errors;
     EXPECT_EQ(written.output, "bytes");

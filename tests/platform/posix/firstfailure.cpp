@@ -1,5 +1,6 @@
 // What is kept for each thread, at its first failure where there is no memory left.
 #include "platform/win32.h"
+#include "support/posix/sanitizer.h"
 
 #include <tarnwell/pointers.h>
 
@@ -56,9 +57,8 @@ void ExpectWithoutMemory(bool (*isRight)(IErrorInfo* made))
 
 TEST(FirstFailure, NeedsNoMemoryForErrorInformation)
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "here the process ends when memory does";
-#endif
+    if (HasSanitizer())
+        GTEST_SKIP() << "here the process ends when memory does";
     ExpectWithoutMemory([](IErrorInfo* made) {
         const HRESULT status = SetErrorInfo(0, made);
         IErrorInfo* found = nullptr;
@@ -69,9 +69,8 @@ TEST(FirstFailure, NeedsNoMemoryForErrorInformation)
 
 TEST(FirstFailure, NeedsNoMemoryForAServersReply)
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "here the process ends when memory does";
-#endif
+    if (HasSanitizer())
+        GTEST_SKIP() << "here the process ends when memory does";
     ExpectWithoutMemory([](IErrorInfo*) {
         return !FtpDeleteFileW(nullptr, u"a") && GetLastError() == ERROR_INVALID_HANDLE;
     });
