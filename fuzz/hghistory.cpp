@@ -1,10 +1,9 @@
-// Any bytes as what the Mercurial client prints of histories: changesets and revisions, whole and
-// in pieces.
+// Any bytes as what the Mercurial client prints of histories: changesets, whole and in pieces,
+// revisions, versions and what these are copies of.
 #include "mercurial/hghistoryparser.h"
+#include "mercurial/hgnames.h"
 #include "mercurial/hgrevision.h"
 #include "support/pieces.h"
-
-#include <algorithm>
 
 namespace tarnwell::fuzz
 {
@@ -14,9 +13,9 @@ namespace
 
 bool Same(const HgChange& left, const HgChange& right)
 {
-    return left.id == right.id && left.time == right.time && left.author == right.author &&
-           left.description == right.description && left.files == right.files &&
-           left.copies == right.copies;
+    return left.id == right.id && left.number == right.number && left.time == right.time &&
+           left.author == right.author && left.description == right.description &&
+           left.hasPath == right.hasPath;
 }
 
 } // namespace
@@ -25,21 +24,18 @@ void Try(std::string_view bytes)
 {
     const auto changes = ReadTwice(
         bytes, 3, [] { return HgHistoryParser(); }, Same);
-    HgNames names("sub/a.txt");
     for (const HgChange& change : changes)
-    {
         Expect(change.id.size() == 40, "an id has one size");
-        for (const std::string& file : change.files)
-            Expect(file.find('\0') == std::string::npos, "no name holds what ends it");
-        const auto name = names.NameIn(change);
-        const auto isName = [&](const auto& pair) {
-            return pair.first == name;
-        };
-        Expect(!name ||
-                   std::find(change.files.begin(), change.files.end(), *name) !=
-                       change.files.end() ||
-                   std::any_of(change.copies.begin(), change.copies.end(), isName),
-               "the item's name is one of the changeset's");
+    if (const auto versions = ReadHgVersions(bytes))
+    {
+        for (const HgVersion& version : *versions)
+            Expect(version.parents.size() <= (version.mayBeCopy ? 1U : 2U),
+                   "a version has two parents at most");
+    }
+    if (const auto origin = ReadHgOrigin(bytes, std::string_view("sub/a.txt").size()))
+    {
+        if (!origin->name.empty())
+            ExpectLeadsDown(origin->name);
     }
     if (const auto revisions = ReadHgRevisions(bytes))
     {

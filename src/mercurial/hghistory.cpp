@@ -3,6 +3,7 @@
 #include "frame/messages.h"
 #include "frame/unixtime.h"
 #include "mercurial/hghistoryparser.h"
+#include "mercurial/hgnames.h"
 #include "mercurial/hgrevision.h"
 #include "mercurial/hgserver.h"
 #include "mercurial/hguri.h"
@@ -10,7 +11,6 @@
 #include <tarnwell/text.h>
 
 #include <algorithm>
-#include <deque>
 
 namespace tarnwell
 {
@@ -18,18 +18,16 @@ namespace tarnwell
 namespace
 {
 
-constexpr std::string_view textFields = "{node} {date|hgdate} {author|count} {desc|count} ";
-constexpr std::string_view texts = "{author}{desc}";
-
-// Names are only asked for where they are followed: the client is slow to find copies.
-std::string ChangeTemplate(bool hasNames)
+// Whether a change touches the path itself, or what it was followed to has another name there, is
+// only asked where it can be so.
+std::string ChangeTemplate(const HgSelection& selection)
 {
-    if (!hasNames)
-        return std::string(textFields).append("0 0\\n").append(texts);
-    return std::string(textFields)
-        .append("{files|count} {file_copies|count}\\n")
-        .append(texts)
-        .append("{files % \"{file}\\0\"}{file_copies % \"{name}\\0{source}\\0\"}");
+    const std::string hasPath =
+        selection.followedAt.empty()
+            ? "1"
+            : "{ifcontains(" + HgQuoted(selection.path) + ", files, \"1\", \"0\")}";
+    return "{node} {rev} {date|hgdate} {author|count} {desc|count} " + hasPath +
+           "\\n{author}{desc}";
 }
 
 std::string Ancestors(const std::string& id)
@@ -64,8 +62,7 @@ class HgHistory
 {
 public:
     HgHistory(const HistoryQuestion& question, HistoryTaker& taker)
-        : question_(question), taker_(taker), server_(HgItemOf(question.path, question.revision)),
-          names_("")
+        : question_(question), taker_(taker), server_(HgItemOf(question.path, question.revision))
     {
     }
 
@@ -82,6 +79,8 @@ public:
         selection_ = {revision.id, *path, {}};
         if (question_.Has(HistoryFollow) && !path->empty())
             selection_.followedAt = WhereToFollow(revision);
+        if (!selection_.followedAt.empty())
+            names_.emplace(server_.Item(), *path, selection_.followedAt);
         if (hasCopy && !taker_.Take(WorkingCopy()))
             return;
         const bool hasAny = ReadChanges();
@@ -137,32 +136,16 @@ private:
     }
 
     // Whether more are wanted.
-    bool Give(const HgChange& change, const std::string& name)
+    bool Give(const HgChange& change)
     {
         // Giving them may take long, too.
         HostsPatience().Ask();
-        return !page_->Admits(change.time) ||
-               (taker_.Take(RecordOf(change, name)) && page_->CountDown());
-    }
-
-    // Those wait whose name an earlier one will tell.
-    bool GiveNamed(HgChange change)
-    {
-        if (selection_.followedAt.empty())
-            return Give(change, selection_.path);
-        waiting_.push_back(std::move(change));
-        // All are asked again, as the last may tell of each.
-        names_.NameIn(waiting_.back());
-        while (!waiting_.empty())
-        {
-            const auto name = names_.NameIn(waiting_.front());
-            if (!name)
-                return true;
-            if (!Give(waiting_.front(), *name))
-                return false;
-            waiting_.pop_front();
-        }
-        return true;
+        if (!page_->Admits(change.time))
+            return true;
+        const bool hasPath = change.hasPath || !names_;
+        return taker_.Take(RecordOf(change, hasPath ? selection_.path
+                                                    : names_->NameIn(change, HostsPatience()))) &&
+               page_->CountDown();
     }
 
     // Whether anything was given, or could have been.
@@ -171,7 +154,6 @@ private:
         const HistoryOptions& options = question_.options;
         // The client skips only what it also counts.
         page_.emplace(HistoryPage::Bounds{options.count == 0 ? options.skip : 0});
-        names_ = HgNames(selection_.path);
         HgHistoryParser parser;
         bool hasAny = false;
         bool isEnough = false;
@@ -180,7 +162,7 @@ private:
             while (std::optional<HgChange> change = parser.Next())
             {
                 hasAny = true;
-                isEnough = !GiveNamed(std::move(*change));
+                isEnough = !Give(*change);
                 if (isEnough)
                     return false;
             }
@@ -188,15 +170,13 @@ private:
         };
         const ClientOutcome outcome =
             server_.Run({"log", "-r", HgExpression(HgRevisions(selection_, options)), "-T",
-                         ChangeTemplate(!selection_.followedAt.empty())},
+                         ChangeTemplate(selection_)},
                         read, nullptr, HostsPatience());
         if (isEnough)
             return true;
         ThrowIfHgFailed(outcome, server_.Item());
         if (!parser.IsComplete())
             ThrowStrictFailure(strictHg.source, badAnswer, server_.Item().address);
-        while (!waiting_.empty() && Give(waiting_.front(), names_.Latest()))
-            waiting_.pop_front();
         return hasAny;
     }
 
@@ -219,9 +199,8 @@ private:
     HistoryTaker& taker_;
     HgServer server_;
     HgSelection selection_;
-    HgNames names_;
+    std::optional<HgNames> names_; // where they are followed
     std::optional<HistoryPage> page_;
-    std::deque<HgChange> waiting_;
 };
 
 } // namespace

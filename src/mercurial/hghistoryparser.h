@@ -4,13 +4,11 @@
 
 #include "runner/feed.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace tarnwell
 {
@@ -19,18 +17,15 @@ namespace tarnwell
 struct HgChange
 {
     std::string id;
-    std::uint64_t time = 0; // a FILETIME value
+    std::uint64_t number = 0; // of this repository's own
+    std::uint64_t time = 0;   // a FILETIME value
     std::string author;
     std::string description;
-    // Where names are asked for: those that it changed, and those made as copies, with the names
-    // of what they are copies of.
-    std::vector<std::string> files;
-    std::vector<std::pair<std::string, std::string>> copies;
+    bool hasPath = false; // whether it touches what has the path that was asked for
 };
 
-// A changeset is a line "ID SECONDS ZONE AUTHOR DESCRIPTION FILES COPIES", of which the last four
-// are numbers: so many bytes of both texts follow, then so many names, then so many pairs of names,
-// with a NUL behind each name.
+// A changeset is a line "ID NUMBER SECONDS ZONE AUTHOR DESCRIPTION PATH", of which the last is 0 or
+// 1, and the two in front of it are numbers of bytes: so many of both texts follow.
 class HgHistoryParser
 {
 public:
@@ -52,41 +47,12 @@ private:
     // Whether they have come.
     bool ReadHeader();
     bool ReadTexts();
-    bool ReadNames();
-
-    // Of the changeset that is read.
-    struct Counts
-    {
-        std::uint64_t author; // bytes
-        std::uint64_t description;
-        std::uint64_t files; // names
-        std::uint64_t copies;
-    };
 
     RecordFeed feed_;
-    std::optional<Counts> counts_; // nothing: it begins with the next line
-    int texts_ = 0;                // of both, as far as they were read
-    HgChange change_;              // likewise
-    std::optional<std::string> copy_;
-};
-
-// The names that an item had, learnt from its changesets, the latest first.
-class HgNames
-{
-public:
-    explicit HgNames(std::string name) : latest_(std::move(name)), names_{latest_} {}
-
-    // The item's name in a changeset. Nothing if an earlier changeset will tell.
-    std::optional<std::string> NameIn(const HgChange& change);
-    // The latest one that was told.
-    const std::string& Latest() const
-    {
-        return latest_;
-    }
-
-private:
-    std::string latest_;
-    std::set<std::string, std::less<>> names_;
+    // Of the texts of the changeset that is read, in bytes; nothing: it begins with the next line.
+    std::optional<std::array<std::uint64_t, 2>> sizes_;
+    int texts_ = 0;   // of both, as far as they were read
+    HgChange change_; // likewise
 };
 
 } // namespace tarnwell

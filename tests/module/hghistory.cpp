@@ -63,6 +63,63 @@ TEST_F(HgHistories, FollowNamesOnBothSidesOfAMerge)
                             u"renamed: new.txt", u"made: old.txt"));
 }
 
+// Two files that had the name of one after the other, each changed together with the other one.
+TEST_F(HgHistories, FollowOneOfTwoFilesThatAreChangedTogether)
+{
+    const auto change = [&](const std::string& description) {
+        for (const char16_t* const name : {u"a.txt", u"b.txt", u"{rev} 'c'.txt"})
+        {
+            if (fs::exists(repository / name))
+                WriteBytes(repository / name, description);
+        }
+        Record(description);
+    };
+    WriteBytes(repository / u"a.txt", "a");
+    WriteBytes(repository / u"b.txt", "b");
+    Record("made");
+    change("both");
+    repository.Run({"rename", "b.txt", "{rev} 'c'.txt"});
+    change("away");
+    repository.Hg("rename a.txt b.txt");
+    change("onto its name");
+    change("as two");
+    EXPECT_THAT(PathsOf(Address(u"b.txt")),
+                ElementsAre(u"as two: b.txt", u"onto its name: b.txt", u"away: b.txt",
+                            u"both: b.txt", u"made: b.txt"));
+    EXPECT_THAT(PathsOf(Address(u"{rev} 'c'.txt")),
+                ElementsAre(u"as two: {rev} 'c'.txt", u"onto its name: {rev} 'c'.txt",
+                            u"away: {rev} 'c'.txt", u"both: b.txt", u"made: b.txt"));
+    repository.Hg("rename b.txt d.txt");
+    change("last");
+    EXPECT_THAT(PathsOf(Address(u"d.txt")),
+                ElementsAre(u"last: d.txt", u"as two: b.txt", u"onto its name: b.txt",
+                            u"away: a.txt", u"both: a.txt", u"made: a.txt"));
+}
+
+// The client keeps a version once that several revisions have made, some of which may be gone.
+TEST_F(HgHistories, FollowWhatWasRecordedAgain)
+{
+    const auto amend = [&](const std::string& description) {
+        repository.Run({"--config", "experimental.evolution=createmarkers", "commit", "-q",
+                        "--amend", "-m", description});
+    };
+    WriteBytes(repository / u"b.txt", "b");
+    repository.Commit(u"a.txt", "a", "made");
+    WriteBytes(repository / u"b.txt", "b2");
+    repository.Commit(u"a.txt", "a2", "changed");
+    amend("changed again");
+    repository.Hg("rename a.txt c.txt");
+    WriteBytes(repository / u"b.txt", "b3");
+    Record("renamed");
+    amend("renamed again");
+    repository.Hg("rename b.txt d.txt");
+    repository.Commit(u"c.txt", "a3", "last");
+    EXPECT_THAT(PathsOf(Address(u"c.txt")), ElementsAre(u"last: c.txt", u"renamed again: c.txt",
+                                                        u"changed again: a.txt", u"made: a.txt"));
+    EXPECT_THAT(PathsOf(Address(u"d.txt")), ElementsAre(u"last: d.txt", u"renamed again: b.txt",
+                                                        u"changed again: b.txt", u"made: b.txt"));
+}
+
 TEST_F(HgHistories, FollowAFileThatIsGone)
 {
     repository.Commit(u"old.txt", "1", "made");

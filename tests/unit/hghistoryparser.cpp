@@ -2,6 +2,7 @@
 #include "mercurial/hghistoryparser.h"
 
 #include "mercurial/hghistory.h"
+#include "mercurial/hgnames.h"
 #include "mercurial/hgrevision.h"
 
 #include <gmock/gmock.h>
@@ -39,8 +40,8 @@ ParsedChanges ChangesInPieces(const std::string& bytes, std::size_t piece)
 
 TEST(HgHistoryParser, ReadsChangesInPiecesOfAnySize)
 {
-    const std::string bytes = idA + " 1000000000 -7200 3 12 2 1\nAnntitle\n\0\n!\n\0x"s +
-                              "a.txt\0b/c d\0b/c d\0a.txt\0"s + idB + " -100 0 0 0 0 0\n";
+    const std::string bytes =
+        idA + " 7 1000000000 -7200 3 12 1\nAnntitle\n\0\n!\n\0x"s + idB + " 0 -100 0 0 0 0\n";
     for (const std::size_t piece : {1U, 2U, 5U, 33U, 1000U})
     {
         const auto [changes, isComplete] = ChangesInPieces(bytes, piece);
@@ -50,8 +51,9 @@ TEST(HgHistoryParser, ReadsChangesInPiecesOfAnySize)
         EXPECT_EQ(changes[0].time, 126444736000000000U);
         EXPECT_EQ(changes[0].author, "Ann");
         EXPECT_EQ(changes[0].description, "title\n\0\n!\n\0x"s);
-        EXPECT_THAT(changes[0].files, ElementsAre("a.txt", "b/c d"));
-        EXPECT_THAT(changes[0].copies, ElementsAre(std::pair{"b/c d"s, "a.txt"s}));
+        EXPECT_EQ(changes[0].number, 7U);
+        EXPECT_TRUE(changes[0].hasPath);
+        EXPECT_FALSE(changes[1].hasPath);
         EXPECT_EQ(changes[1].id, idB);
         EXPECT_EQ(changes[1].time, 116444736000000000U - 1'000'000'000U);
         EXPECT_EQ(changes[1].description, "");
@@ -65,13 +67,12 @@ TEST(HgHistoryParser, ReadsChangesInPiecesOfAnySize)
 TEST(HgHistoryParser, StopsAtWhatIsNone)
 {
     for (const std::string& bad :
-         {idA + " 1 0 0 0 0\n", idA + " 1 0 0 0 0 0 0\n", idA + " 1 0 -1 0 0 0\n",
-          idA + " 1 0 x 0 0 0\n", idA + " 1 0  0 0 0\n", "x" + idA.substr(1) + " 1 0 0 0 0 0\n",
-          idA.substr(1) + " 1 0 0 0 0 0\n", "\n"s, idA + " 1 0 99999999999999999999 0 0 0\n",
-          idA + " 1 0 0 18446744073709551615 0 0\nx", idA + " 1 0 0 0 0 1\np\0../a\0"s,
-          idA + " 1 0 0 0 0 1\np\0/a\0"s})
+         {idA + " 5 1 0 0 0\n", idA + " 5 1 0 0 0 0 0\n", idA + " 5 1 0 -1 0 0\n",
+          idA + " 5 1 0 x 0 0\n", idA + " 5 1 0  0 0\n", "x" + idA.substr(1) + " 5 1 0 0 0 0\n",
+          idA.substr(1) + " 5 1 0 0 0 0\n", "\n"s, idA + " 5 1 0 99999999999999999999 0 0\n",
+          idA + " 5 1 0 0 0 2\n", idA + " 5 1 0 0 0 \n", idA + " -5 1 0 0 0 1\n"})
     {
-        const auto [changes, isComplete] = ChangesInPieces(bad + idA + " 1 0 0 0 0 0\n", 1000);
+        const auto [changes, isComplete] = ChangesInPieces(bad + idA + " 5 1 0 0 0 0\n", 1000);
         EXPECT_TRUE(changes.empty()) << bad;
         EXPECT_FALSE(isComplete) << bad;
     }
@@ -79,7 +80,7 @@ TEST(HgHistoryParser, StopsAtWhatIsNone)
 
 TEST(HgHistoryParser, ReadsNoChangeBeyondItsBound)
 {
-    const std::string bytes = idA + " 1 0 3 100 1 1\nAnn" + std::string(100, 'x') + "a\0b\0c\0"s;
+    const std::string bytes = idA + " 5 1 0 3 100 1\nAnn" + std::string(100, 'x');
     for (const std::size_t most : {bytes.size() - 1, bytes.size()})
     {
         for (const std::size_t piece : {std::size_t{1}, bytes.size(), 2 * bytes.size()})
@@ -99,27 +100,48 @@ TEST(HgHistoryParser, ReadsNoChangeBeyondItsBound)
     }
 }
 
-HgChange Changing(std::vector<std::string> files,
-                  std::vector<std::pair<std::string, std::string>> copies = {})
+TEST(HgNames, VersionsAreRead)
 {
-    HgChange change;
-    change.files = std::move(files);
-    change.copies = std::move(copies);
-    return change;
+    const std::string a(12, 'a');
+    const std::string b(12, 'b');
+    const std::string none(12, '0');
+    const auto versions =
+        ReadHgVersions("   rev linkrev       nodeid    p1-nodeid    p2-nodeid\n     0       3 " +
+                       a + " " + none + " " + none + "\n 1 0 17 2 4 " + b + " " + a + " " + none +
+                       "\n2 5 " + a + " " + none + " " + b + "\n");
+    ASSERT_TRUE(versions);
+    ASSERT_EQ(versions->size(), 3U);
+    EXPECT_EQ((*versions)[0].revision, 3U);
+    EXPECT_EQ((*versions)[0].id, a);
+    EXPECT_TRUE((*versions)[0].mayBeCopy);
+    EXPECT_THAT((*versions)[0].parents, testing::IsEmpty());
+    EXPECT_EQ((*versions)[1].revision, 4U);
+    EXPECT_FALSE((*versions)[1].mayBeCopy);
+    EXPECT_THAT((*versions)[1].parents, ElementsAre(a));
+    EXPECT_TRUE((*versions)[2].mayBeCopy);
+    EXPECT_THAT((*versions)[2].parents, ElementsAre(b));
+    EXPECT_TRUE(ReadHgVersions("headings\n")->empty());
+    for (const std::string& bad :
+         {""s, "headings"s, "h\n\n"s, "h\n0 3 " + a + " " + none + " " + none,
+          "h\n0 3 " + a + " " + none + "\n", "h\n0 -3 " + a + " " + none + " " + none + "\n",
+          "h\n0 3 " + a + " " + none + " " + none + "0\n",
+          "h\n0 3 x" + a.substr(1) + " " + none + " " + none + "\n"})
+        EXPECT_FALSE(ReadHgVersions(bad)) << bad;
 }
 
-TEST(HgNames, AreLearntFromCopies)
+TEST(HgNames, OriginsAreRead)
 {
-    HgNames names("c");
-    EXPECT_EQ(names.NameIn(Changing({"c", "x"})), "c");
-    EXPECT_EQ(names.NameIn(Changing({"b", "x"})), std::nullopt);
-    EXPECT_EQ(names.NameIn(Changing({"b", "c"}, {{"x", "y"}, {"c", "b"}})), "c");
-    EXPECT_EQ(names.NameIn(Changing({"b", "x"})), "b");
-    EXPECT_EQ(names.NameIn(Changing({"a", "b"}, {{"b", "a"}})), "b");
-    EXPECT_EQ(names.NameIn(Changing({"a", "b", "c"})), "a");
-    // On another line the later name may still be the one.
-    EXPECT_EQ(names.NameIn(Changing({"c"})), "c");
-    EXPECT_EQ(names.Latest(), "c");
+    const auto origin = ReadHgOrigin("b: c renamed from d: e renamed from f:" + idA + "\n", 4);
+    ASSERT_TRUE(origin);
+    EXPECT_EQ(origin->name, "d: e renamed from f");
+    EXPECT_EQ(origin->id, idA.substr(0, 12));
+    EXPECT_EQ(ReadHgOrigin("b: c not renamed\n", 4)->name, "");
+    for (const std::string& bad :
+         {""s, "b: c"s, "b: c\n"s, "b: c not renamed"s, "b: c renamed from a:" + idA,
+          "b: c renamed from a:" + idA.substr(1) + "\n", "b: c renamed from :" + idA + "\n",
+          "b: c renamed from ../a:" + idA + "\n", "b: c renamed from /a:" + idA + "\n",
+          "b: cd renamed from a:" + idA + "\n", "b: c renamed from:" + idA + "\n"})
+        EXPECT_FALSE(ReadHgOrigin(bad, 4)) << bad;
 }
 
 TEST(HgHistory, AsksForWhatIsWanted)
