@@ -5,6 +5,7 @@
 #include "items.h"
 #include "progressbar.h"
 #include "system.h"
+#include "text16.h"
 
 namespace tarnwell::host
 {
@@ -37,6 +38,11 @@ class Arrival
 public:
     Arrival(const std::u16string& what, std::optional<std::uint64_t> total) : bar_(what, total) {}
 
+    std::uint64_t Bytes() const
+    {
+        return bytes_;
+    }
+
     void Write(Writer& writer, std::span<const char> bytes)
     {
         if (InterruptWatch::Interrupted())
@@ -51,7 +57,7 @@ private:
     std::uint64_t bytes_ = 0;
 };
 
-void WriteInput(Writer& writer, Arrival arrival)
+void WriteInput(Writer& writer, Arrival& arrival)
 {
     std::vector<char> block(0x10000);
     for (;;)
@@ -75,10 +81,49 @@ void RefuseSame(const std::optional<FileIdentity>& source, const Place& target)
     throw Failure{sharingViolation, Say(Word::WritesItself, {target.address.text})};
 }
 
-void WriteFrom(Reader& reader, Writer& writer, Arrival arrival)
+void WriteFrom(Reader& reader, Writer& writer, Arrival& arrival)
 {
     for (auto bytes = reader.Next(); !bytes.empty(); bytes = reader.Next())
         arrival.Write(writer, bytes);
+}
+
+// Whether the folder that it was to be in is shown. What a server hides looks as if it weren't
+// there.
+bool ShowsFolderOf(const Place& target)
+{
+    const auto item = Need<IFileSystemItem>(NewFile(target));
+    const std::u16string parent = TextFrom(item.Get(), &IFileSystemItem::GetParentPath);
+    ComPtr<IFolder> folder;
+    ComPtr<IFolderContents> contents;
+    return SUCCEEDED(target.fileSystem->GetFolder(reinterpret_cast<const OLECHAR*>(parent.c_str()),
+                                                  VARIANT_TRUE, folder.Out())) &&
+           SUCCEEDED(folder->GetContents(contents.Out()));
+}
+
+// Nothing where the server doesn't say.
+std::optional<std::uint64_t> SizeThere(const Place& target)
+{
+    try
+    {
+        return SizeOf(FindFile(target));
+    }
+    catch (const Failure& failure)
+    {
+        if (IsMissing(failure) && ShowsFolderOf(target))
+            return 0;
+        return std::nullopt;
+    }
+}
+
+// The end of an upload is told by nobody, whether or not the server kept it all.
+void End(Writer& writer, const Place& target, std::uint64_t bytes)
+{
+    writer.Close();
+    if (target.address.kind == &FileSystemKinds().front())
+        return;
+    const std::optional<std::uint64_t> there = SizeThere(target);
+    if (there && *there != bytes)
+        throw Failure{E_FAIL, Say(Word::NotKept, {target.address.text, Decimal(*there)})};
 }
 
 } // namespace
@@ -92,8 +137,9 @@ int Put(const Session& session)
         RefuseSame(IdentityOfInput(), target);
         const Cancellation cancellation(session);
         Writer writer(NewFile(target));
-        WriteInput(writer, {target.address.text, std::nullopt});
-        writer.Close();
+        Arrival arrival(target.address.text, std::nullopt);
+        WriteInput(writer, arrival);
+        End(writer, target, arrival.Bytes());
         return exitDone;
     }
     const Place local = OpenLocal(session, source);
@@ -103,8 +149,9 @@ int Put(const Session& session)
     RefuseSame(IdentityOf(source), target);
     const Cancellation cancellation(session);
     Writer writer(NewFile(target));
-    WriteFrom(reader, writer, {target.address.text, SizeOf(file)});
-    writer.Close();
+    Arrival arrival(target.address.text, SizeOf(file));
+    WriteFrom(reader, writer, arrival);
+    End(writer, target, arrival.Bytes());
     return exitDone;
 }
 

@@ -111,6 +111,28 @@ TEST_F(FtpAddresses, FailInTheServersWords)
     EXPECT_THAT(missing.errors, EndsWith("\n0x80070002\n"));
 }
 
+// A stream's end doesn't tell whether the server kept it.
+TEST_F(FtpAddresses, AnUploadThatTheServerDidNotKeepFails)
+{
+    server.WriteFile("/d/new", "12345");
+    server.Answer(
+        "STOR",
+        {.first = "150 go on\r\n", .last = "552 Quota exceeded.\r\n", .takes = bytes.size()});
+    const HostRun refused = Run({u"put", folder / u"source", Address(u"d/new")});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_THAT(refused.errors,
+                EndsWith(" the server has 5 bytes, which isn't what was sent.\n0x80004005\n"));
+    const HostRun none =
+        Run({u"--json", u"put", folder / u"source", Address(u"d/not kept at all")});
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_THAT(JsonLine(LinesOf(none.errors).at(0)).Text("message"),
+                testing::HasSubstr(" the server has 0 bytes, "));
+    // What can't be seen may have arrived.
+    for (const char* const command : {"LIST", "MLSD", "NLST", "SIZE"})
+        server.Answer(command, {.first = "550 Not for you.\r\n"});
+    EXPECT_EQ(Run({u"put", folder / u"source", Address(u"d/unseen")}).exitCode, 0);
+}
+
 } // namespace
 
 } // namespace tarnwell::test
