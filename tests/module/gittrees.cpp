@@ -1,8 +1,6 @@
 // What there was in a revision of a Git repository: items, listings, contents.
-#include "module/gittest.h"
-#include "module/trees.h"
+#include "module/githistorytest.h"
 #include "support/environmentvalue.h"
-#include "support/historysink.h"
 #include "support/process.h"
 
 #include <tarnwell/text.h>
@@ -20,29 +18,9 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class GitTrees : public Git
+class GitTrees : public GitHistories
 {
 protected:
-    Outcome OpenTree(const std::u16string& path, ComPtr<ITree>& tree,
-                     ICopyProgress* progress = nullptr) const
-    {
-        const auto trees = system.As<IFileSystemTrees>();
-        const Outcome outcome =
-            OutcomeOf([&] { return trees->OpenTree(Ole(path), nullptr, progress, tree.Out()); });
-        EXPECT_EQ(outcome.status == S_OK, static_cast<bool>(tree));
-        return outcome;
-    }
-    ComPtr<ITree> Tree(const std::u16string& path) const
-    {
-        ComPtr<ITree> tree;
-        EXPECT_THAT(OpenTree(path, tree), Succeeded());
-        return tree;
-    }
-    ComPtr<ITree> TreeAt(const std::string& revision = {}) const
-    {
-        const std::u16string root = u"git://" + repository.Folder().Path().u16string();
-        return Tree(revision.empty() ? root : root + u"#" + Widened(revision));
-    }
     // What a command prints that reads its input.
     std::string WithInput(const std::vector<std::u16string>& arguments,
                           const std::string& input) const
@@ -51,11 +29,6 @@ protected:
             "git", {.arguments = arguments, .input = input, .folder = repository.Folder().Path()});
         EXPECT_EQ(run.exitCode, 0) << run.errors;
         return run.output.substr(0, run.output.find('\n'));
-    }
-    HRESULT StatusAt(const std::u16string& path) const
-    {
-        ComPtr<ITree> tree;
-        return OpenTree(path, tree).status;
     }
 };
 
@@ -136,16 +109,16 @@ TEST_F(GitTrees, ContentsAreByteForByte)
 
 TEST_F(GitTrees, SayWhatIsMissing)
 {
-    EXPECT_EQ(StatusAt(Address(u"")), HistoryNoRevision);
+    EXPECT_EQ(TreeStatus(Address(u"")), HistoryNoRevision);
     repository.Commit(u"a.txt", "1", "first");
-    EXPECT_EQ(StatusAt(Address(u"none")), HistoryNoPath);
+    EXPECT_EQ(TreeStatus(Address(u"none")), HistoryNoPath);
     for (const char* const revision : {"none", "HEAD:a.txt", "-x", "a..b", "^HEAD", "HEAD^{tree}"})
-        EXPECT_EQ(StatusAt(Address(u"a.txt", revision)), HistoryNoRevision) << revision;
+        EXPECT_EQ(TreeStatus(Address(u"a.txt", revision)), HistoryNoRevision) << revision;
     const TempFolder other;
-    EXPECT_EQ(StatusAt(other / u"a.txt"), HistoryNoRepository);
-    EXPECT_EQ(StatusAt(u"hg://x"), E_INVALIDARG);
+    EXPECT_EQ(TreeStatus(other / u"a.txt"), HistoryNoRepository);
+    EXPECT_EQ(TreeStatus(u"hg://x"), E_INVALIDARG);
     const EnvironmentValue path("PATH", other.Path().string().c_str());
-    EXPECT_EQ(StatusAt(Address(u"a.txt")), HistoryNoClient);
+    EXPECT_EQ(TreeStatus(Address(u"a.txt")), HistoryNoClient);
 }
 
 TEST_F(GitTrees, OfLinkedWorkingTreesBareRepositoriesAndLongIds)
@@ -175,7 +148,7 @@ TEST_F(GitTrees, OfSubmodulesShallowClonesAndSparseCheckouts)
     const std::u16string shallow = other / u"shallow";
     repository.Run({"clone", "-q", "--depth=1", "--no-local", ".", EncodeName(shallow).value()});
     EXPECT_EQ(ContentOf(Tree(shallow), u"sub/a.txt"), "2");
-    EXPECT_EQ(StatusAt(u"git://" + shallow + u"#HEAD~1"), HistoryNoRevision);
+    EXPECT_EQ(TreeStatus(u"git://" + shallow + u"#HEAD~1"), HistoryNoRevision);
 
     const Repository around;
     around.Commit(u"x.txt", "outer", "of the outer one");

@@ -1,9 +1,8 @@
 // Perforce's trees, on the stand-in for its client: what the suites over all file systems don't
 // know of.
-#include "module/perforcetest.h"
+#include "module/p4historytest.h"
 #include "support/fakeprogress.h"
 #include "support/perforce/records.h"
-#include "support/treesink.h"
 
 #include <tarnwell/text.h>
 
@@ -16,65 +15,17 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::UnorderedElementsAre;
 
-class P4Trees : public PerforceClientTest
-{
-protected:
-    P4Trees()
-        : PerforceClientTest(
-              "only the stand-in tells how it was called, and fails as it is told to")
-    {
-    }
-
-    HRESULT Open(const std::u16string& path, ComPtr<ITree>& tree,
-                 const char16_t* revision = nullptr, ICopyProgress* progress = nullptr) const
-    {
-        return system.As<IFileSystemTrees>()->OpenTree(
-            Ole(path), reinterpret_cast<const OLECHAR*>(revision), progress, tree.Out());
-    }
-    ComPtr<ITree> Tree(const std::u16string& path, const char16_t* revision = nullptr) const
-    {
-        ComPtr<ITree> tree;
-        EXPECT_EQ(Open(path, tree, revision), S_OK);
-        return tree;
-    }
-    HRESULT Status(const std::u16string& path, const char16_t* revision = nullptr) const
-    {
-        ComPtr<ITree> tree;
-        return Open(path, tree, revision);
-    }
-    static std::u16string Id(const ComPtr<ITree>& tree)
-    {
-        Bstr id;
-        EXPECT_EQ(tree->GetRevisionId(id.Out()), S_OK);
-        return std::u16string(id.View());
-    }
-    static std::vector<std::u16string> Names(const ComPtr<ITree>& tree, const std::u16string& name,
-                                             bool recursive)
-    {
-        TreeSink sink;
-        EXPECT_EQ(tree->List(Ole(name), recursive ? VARIANT_TRUE : VARIANT_FALSE, &sink), S_OK);
-        std::vector<std::u16string> names;
-        for (const TreeEntry& entry : sink.entries)
-            names.push_back(entry.name);
-        return names;
-    }
-    static std::string ContentIn(const ComPtr<ITree>& tree, const std::u16string& name = {})
-    {
-        ComPtr<IFileStream> stream;
-        EXPECT_EQ(tree->Open(Ole(name), nullptr, stream.Out()), S_OK);
-        return stream ? ReadAll(stream) : "failed";
-    }
-};
+using P4Trees = P4Histories;
 
 TEST_F(P4Trees, StayAsTheyWereWhateverIsSubmittedMeanwhile)
 {
     const auto tree = Tree(folder_);
-    EXPECT_EQ(Id(tree), u"1");
+    EXPECT_EQ(IdOf(tree), u"1");
     depot_.Submit("a.txt", "two");
     depot_.Submit("b.txt", "new");
-    EXPECT_EQ(ContentIn(tree, u"a.txt"), "one");
-    EXPECT_THAT(Names(tree, u"", true), ElementsAre(u"a.txt"));
-    EXPECT_EQ(Id(Tree(folder_)), u"3");
+    EXPECT_EQ(ContentOf(tree, u"a.txt"), "one");
+    EXPECT_THAT(NamesOf(ListOf(tree, u"", true)), ElementsAre(u"a.txt"));
+    EXPECT_EQ(IdOf(Tree(folder_)), u"3");
 }
 
 TEST_F(P4Trees, AskInWordsThatNothingCanBeIn)
@@ -84,15 +35,15 @@ TEST_F(P4Trees, AskInWordsThatNothingCanBeIn)
     const std::string start = "-G|-z|tag|-x|-|";
     EXPECT_THAT(depot_.TakeRuns(), ElementsAre(start + "changes|-s|submitted|-m|1|<//...",
                                                start + "dirs|<//depot/base@1"));
-    EXPECT_EQ(ContentIn(tree, u"a.txt"), "one");
+    EXPECT_EQ(ContentOf(tree, u"a.txt"), "one");
     const std::string facts =
         start + "fstat|-Ol|-T|depotFile,headAction,headType,fileSize,digest|<";
     EXPECT_THAT(depot_.TakeRuns(), ElementsAre(facts + "//depot/base/a.txt@1",
                                                start + "print|-q|<//depot/base/a.txt@1"));
-    Names(tree, u"", false);
+    ListOf(tree, u"", false);
     EXPECT_THAT(depot_.TakeRuns(),
                 ElementsAre(facts + "//depot/base/*@1", start + "dirs|<//depot/base/*@1"));
-    Names(tree, u"", true);
+    ListOf(tree, u"", true);
     EXPECT_THAT(depot_.TakeRuns(), ElementsAre(facts + "//depot/base/...@1"));
 }
 
@@ -102,10 +53,10 @@ TEST_F(P4Trees, OfLabelsAreTheRevisionsThatTheyHave)
     depot_.Submit("a.txt", "two");
     depot_.Submit("b.txt", "not labelled");
     const auto tree = Tree(folder_, u"chosen");
-    EXPECT_THAT(Names(tree, u"", true), ElementsAre(u"a.txt"));
-    EXPECT_EQ(ContentIn(tree, u"a.txt"), "one");
-    EXPECT_EQ(Id(tree), u"1") << "the latest change in it";
-    EXPECT_EQ(Status(folder_, u"nosuch"), HistoryNoRevision);
+    EXPECT_THAT(NamesOf(ListOf(tree, u"", true)), ElementsAre(u"a.txt"));
+    EXPECT_EQ(ContentOf(tree, u"a.txt"), "one");
+    EXPECT_EQ(IdOf(tree), u"1") << "the latest change in it";
+    EXPECT_EQ(TreeStatus(folder_, u"nosuch"), HistoryNoRevision);
 }
 
 TEST_F(P4Trees, RevisionsOfFilesChangesDaysAndWhatOneHas)
@@ -113,17 +64,17 @@ TEST_F(P4Trees, RevisionsOfFilesChangesDaysAndWhatOneHas)
     depot_.Sync("a.txt");
     depot_.Submit("a.txt", "two");
     depot_.Submit("b.txt", "of another");
-    EXPECT_EQ(ContentIn(Tree(address_ + u"#1")), "one");
-    EXPECT_EQ(Id(Tree(address_ + u"#1")), u"1");
-    EXPECT_EQ(ContentIn(Tree(address_ + u"@2")), "two");
-    EXPECT_EQ(ContentIn(Tree(address_, u"have")), "one");
-    EXPECT_EQ(ContentIn(Tree(address_, u"2024/03/05:10:15:31")), "one");
-    EXPECT_EQ(Id(Tree(address_, u"2024/03/05:10:15:32")), u"2");
-    EXPECT_THAT(Names(Tree(folder_ + u"@=3"), u"", true), ElementsAre(u"b.txt"));
-    EXPECT_EQ(Status(address_, u"#9"), HistoryNoRevision);
-    EXPECT_EQ(Status(address_, u"9"), HistoryNoRevision);
-    EXPECT_EQ(Status(folder_ + u"/none", u"#1"), HistoryNoPath);
-    EXPECT_EQ(Status(folder_ + u"/b.txt", u"1"), HistoryNoPath);
+    EXPECT_EQ(ContentOf(Tree(address_ + u"#1")), "one");
+    EXPECT_EQ(IdOf(Tree(address_ + u"#1")), u"1");
+    EXPECT_EQ(ContentOf(Tree(address_ + u"@2")), "two");
+    EXPECT_EQ(ContentOf(Tree(address_, u"have")), "one");
+    EXPECT_EQ(ContentOf(Tree(address_, u"2024/03/05:10:15:31")), "one");
+    EXPECT_EQ(IdOf(Tree(address_, u"2024/03/05:10:15:32")), u"2");
+    EXPECT_THAT(NamesOf(ListOf(Tree(folder_ + u"@=3"), u"", true)), ElementsAre(u"b.txt"));
+    EXPECT_EQ(TreeStatus(address_, u"#9"), HistoryNoRevision);
+    EXPECT_EQ(TreeStatus(address_, u"9"), HistoryNoRevision);
+    EXPECT_EQ(TreeStatus(folder_ + u"/none", u"#1"), HistoryNoPath);
+    EXPECT_EQ(TreeStatus(folder_ + u"/b.txt", u"1"), HistoryNoPath);
 }
 
 TEST_F(P4Trees, OfAllDepots)
@@ -132,12 +83,12 @@ TEST_F(P4Trees, OfAllDepots)
     for (const char16_t* const all : {u"p4:////", u"p4://"})
     {
         const auto tree = Tree(all);
-        EXPECT_EQ(Id(tree), u"7");
-        EXPECT_THAT(Names(tree, u"", false), UnorderedElementsAre(u"depot", u"other"));
-        EXPECT_THAT(Names(tree, u"", true),
+        EXPECT_EQ(IdOf(tree), u"7");
+        EXPECT_THAT(NamesOf(ListOf(tree, u"", false)), UnorderedElementsAre(u"depot", u"other"));
+        EXPECT_THAT(NamesOf(ListOf(tree, u"", true)),
                     UnorderedElementsAre(u"depot", u"depot/base", u"depot/base/a.txt", u"other",
                                          u"other/c.txt"));
-        EXPECT_EQ(ContentIn(tree, u"other/c.txt"), "c");
+        EXPECT_EQ(ContentOf(tree, u"other/c.txt"), "c");
     }
 }
 
@@ -148,9 +99,9 @@ TEST_F(P4Trees, KeywordsAreNotReplaced)
     depot_.SubmitAs("kxtext", "old.txt", "$Id$");
     const auto tree = Tree(folder_);
     depot_.TakeRuns();
-    EXPECT_EQ(ContentIn(tree, u"k.txt"), "$Id$ and more");
+    EXPECT_EQ(ContentOf(tree, u"k.txt"), "$Id$ and more");
     EXPECT_THAT(depot_.TakeRuns()[1], HasSubstr("|print|-q|-k|"));
-    EXPECT_EQ(ContentIn(tree, u"old.txt"), "$Id$");
+    EXPECT_EQ(ContentOf(tree, u"old.txt"), "$Id$");
     TreeSink sink;
     EXPECT_EQ(tree->Find(Ole(std::u16string(u"old.txt")), &sink), S_OK);
     EXPECT_EQ(sink.entries.at(0).flags, TreeItemExecutable | TreeItemKeywords | TreeItemLineEnds);
@@ -159,7 +110,7 @@ TEST_F(P4Trees, KeywordsAreNotReplaced)
 TEST_F(P4Trees, ALinksPathHasNoLineFeedAtItsEnd)
 {
     depot_.SubmitAs("symlink", "link", "../to\n");
-    EXPECT_EQ(ContentIn(Tree(folder_), u"link"), "../to");
+    EXPECT_EQ(ContentOf(Tree(folder_), u"link"), "../to");
     depot_.SubmitAs("symlink", "long", std::string(100'000, 'x'));
     ComPtr<IFileStream> stream;
     EXPECT_EQ(Tree(folder_)->Open(Ole(std::u16string(u"long")), nullptr, stream.Out()),
@@ -236,7 +187,7 @@ TEST_F(P4Trees, AreCancelledWhileTheServerIsSilent)
         return ++questions % 5 != 0;
     };
     ComPtr<ITree> none;
-    EXPECT_EQ(Open(folder_, none, nullptr, &sink), E_ABORT);
+    EXPECT_EQ(OpenTree(folder_, none, {}, &sink).status, E_ABORT);
     EXPECT_EQ(tree->List(nullptr, VARIANT_TRUE, &sink), E_ABORT);
     EXPECT_EQ(tree->Find(Ole(std::u16string(u"a.txt")), &sink), E_ABORT);
     ComPtr<IFileStream> stream;
@@ -248,7 +199,7 @@ TEST_F(P4Trees, PasswordsAreInTheEnvironmentOnly)
     depot_.Tell("user\tann\tsecret");
     depot_.TakeRuns();
     const auto tree = Tree(u"p4://ann:secret@server:1666///depot/base");
-    EXPECT_EQ(ContentIn(tree, u"a.txt"), "one");
+    EXPECT_EQ(ContentOf(tree, u"a.txt"), "one");
     for (const std::string& run : depot_.TakeRuns())
         EXPECT_EQ(run.find("secret"), std::string::npos) << run;
 }

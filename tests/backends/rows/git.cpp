@@ -68,6 +68,15 @@ public:
         PutAs("100755", name, bytes);
     }
 
+    // Removes the object of what is checked out, so that nothing leads to its files.
+    void LoseTree()
+    {
+        const std::string id = repository_.Git("rev-parse HEAD^{tree}");
+        const fs::path object = OnDisk(u".git/objects") / id.substr(0, 2) / id.substr(2);
+        fs::permissions(object, fs::perms::owner_all);
+        fs::remove(object);
+    }
+
 private:
     void Record(const std::string& description) const
     {
@@ -112,6 +121,12 @@ std::u16string WithUnknownExtensions(BackendData& data)
     return data.Address(u"text.txt");
 }
 
+std::u16string WithoutItsTree(BackendData& data)
+{
+    static_cast<GitData&>(data).LoseTree();
+    return data.Address(u"text.txt");
+}
+
 } // namespace
 
 const Backend gitBackend = WorkingCopyRow({
@@ -139,6 +154,8 @@ const Backend gitBackend = WorkingCopyRow({
                              u"Can't find a repository that holds ", WithoutRepository},
                             {"a repository that is none", HistoryNoRepository,
                              u"Can't find a repository that holds ", WithABrokenHead},
+                            {"a missing object", HistoryIncomplete, u"The repository doesn't ",
+                             WithoutItsTree},
                             {"unknown extensions", HistoryBadSettings, u"The settings of ",
                              WithUnknownExtensions}}},
     .source = u"gitobjects",

@@ -122,6 +122,7 @@ constexpr char refused[] = "refused";
 constexpr char password[] = "password";
 constexpr char newUser[] = "newuser";
 constexpr char expired[] = "expired";
+constexpr char silent[] = "silent";
 constexpr char workspace[] = "workspace";
 
 // Labels, renamings and failures are made on the stand-in only.
@@ -136,13 +137,15 @@ Strict StrictPerforce()
                   u"sub dir/x.txt"},
         .links = true,
         .programs = true,
-        .failures = {{"a server that isn't there", HistoryServerSilent, u"The server of ",
-                      FailingBy<refused>},
-                     {"a wrong password", E_ACCESSDENIED, u"Access to ", FailingBy<password>},
-                     {"an unknown user", E_ACCESSDENIED, u"Access to ", FailingBy<newUser>},
-                     {"a session that is over", E_ACCESSDENIED, u"Access to ", FailingBy<expired>},
-                     {"an unknown workspace", HistoryBadSettings, u"The settings of ",
-                      FailingBy<workspace>}}};
+        .failures = {
+            {"a server that isn't there", HistoryServerSilent, u"The server of ",
+             FailingBy<refused>},
+            {"a wrong password", E_ACCESSDENIED, u"Access to ", FailingBy<password>},
+            {"an unknown user", E_ACCESSDENIED, u"Access to ", FailingBy<newUser>},
+            {"a session that is over", E_ACCESSDENIED, u"Access to ", FailingBy<expired>},
+            {"an unknown workspace", HistoryBadSettings, u"The settings of ", FailingBy<workspace>},
+            {"a client without words", HistoryClientFailed, u"The client failed ",
+             FailingBy<silent>}}};
 }
 
 } // namespace
