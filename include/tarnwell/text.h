@@ -7,6 +7,8 @@
 /// that its user types and for the names that it prints.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -61,6 +63,20 @@ inline void AppendUtf16(std::u16string& text, char32_t point)
     text += static_cast<char16_t>(0xDC00 + (point & 0x3FF));
 }
 
+// Appends the ASCII characters that `bytes` begins with. Their number.
+inline std::size_t AppendAscii(std::u16string& text, std::string_view bytes)
+{
+    const auto end = std::find_if(bytes.begin(), bytes.end(), [](char byte) {
+        return static_cast<unsigned char>(byte) >= 0x80;
+    });
+    const auto count = static_cast<std::size_t>(end - bytes.begin());
+    const std::size_t before = text.size();
+    text.resize(before + count);
+    std::transform(bytes.begin(), end, text.begin() + static_cast<std::ptrdiff_t>(before),
+                   [](char byte) { return static_cast<char16_t>(byte); });
+    return count;
+}
+
 inline void AppendUtf8(std::string& bytes, char32_t point)
 {
     const auto tail = [&](unsigned shift) {
@@ -97,6 +113,10 @@ inline void AppendDecodedName(std::u16string& text, std::string_view bytes)
 {
     while (!bytes.empty())
     {
+        const std::size_t ascii = detail::AppendAscii(text, bytes);
+        bytes.remove_prefix(ascii);
+        if (bytes.empty())
+            return;
         const detail::DecodedPoint next = detail::DecodePoint(bytes);
         if (next.bytes == 0)
             text += static_cast<char16_t>(0xDC00 + static_cast<unsigned char>(bytes[0]));

@@ -3,6 +3,7 @@
 #include "platform/ascii.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 
 namespace tarnwell
@@ -42,6 +43,18 @@ std::int32_t LeadingNumber(std::u16string_view text)
     }
     return static_cast<std::int32_t>(negative ? -number
                                               : std::min<std::int64_t>(number, Limits::max()));
+}
+
+bool IsHexadecimal(std::string_view text)
+{
+    static constexpr auto isDigit = [] {
+        std::array<bool, 256> table{};
+        for (const char digit : std::string_view("0123456789abcdef"))
+            table[static_cast<unsigned char>(digit)] = true;
+        return table;
+    }();
+    return std::all_of(text.begin(), text.end(),
+                       [](char byte) { return isDigit[static_cast<unsigned char>(byte)]; });
 }
 
 } // namespace tarnwell

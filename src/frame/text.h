@@ -28,4 +28,8 @@ constexpr bool IsTrue(VARIANT_BOOL value)
     return value != VARIANT_FALSE;
 }
 
+// Whether these are the digits of ids alone: 0 to 9 and a to f. By a look each, as a listing has
+// tens of thousands of ids.
+bool IsHexadecimal(std::string_view text);
+
 } // namespace tarnwell

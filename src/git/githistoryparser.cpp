@@ -11,12 +11,6 @@ namespace tarnwell
 namespace
 {
 
-bool IsObjectName(std::string_view text)
-{
-    return (text.size() == 40 || text.size() == 64) &&
-           text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
-}
-
 bool IsCapital(char byte)
 {
     return byte >= 'A' && byte <= 'Z';
@@ -38,7 +32,7 @@ std::optional<GitCommit> GitHistoryParser::Next()
         if (!text)
             return std::nullopt;
         texts_.emplace_back(*text);
-        if (!IsObjectName(texts_[0]))
+        if (!IsGitId(texts_[0]))
             return feed_.Break();
     }
     if (hasNames_ && !ReadNames())

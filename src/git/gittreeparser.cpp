@@ -1,5 +1,6 @@
 #include "git/gittreeparser.h"
 
+#include "frame/text.h"
 #include "frame/unixtime.h"
 
 #include <algorithm>
@@ -29,12 +30,6 @@ template <class T> std::optional<T> NumberIn(std::string_view text, int base)
     if (error != std::errc() || end != text.data() + text.size())
         return std::nullopt;
     return number;
-}
-
-bool IsId(std::string_view text)
-{
-    return (text.size() == 40 || text.size() == 64) &&
-           text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
 }
 
 std::string InHexadecimal(std::string_view bytes)
@@ -74,7 +69,7 @@ std::optional<GitEntry> ReadListed(std::string_view text)
     const auto type = TakeTo(text, ' ');
     const auto id = TakeTo(text, ' ');
     auto size = TakeTo(text, '\t');
-    if (!mode || !type || !id || !size || !IsId(*id) || !IsGitPath(text))
+    if (!mode || !type || !id || !size || !IsGitId(*id) || !IsGitPath(text))
         return std::nullopt;
     size->remove_prefix(std::min(size->size(), size->find_first_not_of(' ')));
     const auto modeNumber = NumberIn<std::uint32_t>(*mode, 8);
@@ -94,7 +89,7 @@ std::optional<GitObjectLine> ReadGitObjectLine(std::string_view text)
     const auto id = TakeTo(text, ' ');
     const auto type = TakeTo(text, ' ');
     const auto size = NumberIn<std::uint64_t>(text, 10);
-    if (!id || !type || !size || !IsId(*id))
+    if (!id || !type || !size || !IsGitId(*id))
         return std::nullopt;
     return GitObjectLine{*id, *type, *size};
 }
@@ -126,7 +121,7 @@ std::optional<GitCommitFacts> ReadGitCommit(std::string_view object)
         std::string_view value = *line;
         const auto key = TakeTo(value, ' ');
         // What is behind the first one is nothing to the client.
-        if (key == "tree" && facts.tree.empty() && IsId(value))
+        if (key == "tree" && facts.tree.empty() && IsGitId(value))
             facts.tree = value;
         // Behind the address stand the seconds and the zone.
         if (key == "committer" && value.find("> ") != std::string_view::npos)
@@ -152,10 +147,15 @@ std::optional<GitEntry> GitListingParser::Next()
     return entry;
 }
 
+bool IsGitId(std::string_view text)
+{
+    return (text.size() == 40 || text.size() == 64) && IsHexadecimal(text);
+}
+
 bool IsGitName(std::string_view name)
 {
     return !name.empty() && name != "." && name != ".." &&
-           name.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
+           name.find('/') == std::string_view::npos && name.find('\0') == std::string_view::npos;
 }
 
 bool IsGitPath(std::string_view path)

@@ -74,6 +74,8 @@ private:
     RecordFeed feed_;
 };
 
+// Whether this is the whole id of an object.
+bool IsGitId(std::string_view text);
 // Whether this can be the name of an item: not empty, no "." or "..", no "/" and no NUL.
 bool IsGitName(std::string_view name);
 // Such names, with "/" in between.

@@ -1,6 +1,8 @@
 // The words of the texts that the Mercurial client prints.
 #pragma once
 
+#include "frame/text.h"
+
 #include <charconv>
 #include <cstdint>
 #include <optional>
@@ -31,8 +33,7 @@ inline std::optional<std::uint64_t> WholeNumber(std::string_view text)
 
 inline bool IsHgId(std::string_view text)
 {
-    return text.size() == 40 &&
-           text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+    return text.size() == 40 && IsHexadecimal(text);
 }
 
 } // namespace tarnwell
