@@ -88,13 +88,13 @@ int tarnwell::bench::Run()
     const auto git = MakeFileSystem(CLSID_GITFileSystem);
     const std::string log = history + "/log.txt";
     return Measure({
-        {"First 20 of 20,000", 30, 1.2, Telling(git, log, pageSize, pageSize),
+        {"Git history: 20 of 20,000", 30, 1.2, Telling(git, log, pageSize, pageSize),
          Bare({{"git", "log", "-n", "20", "--", "log.txt"}, history})},
-        {"20,000 revisions", 10, 1.1, Telling(git, log, 0, commitCount),
+        {"Git history: all 20,000", 10, 1.1, Telling(git, log, 0, commitCount),
          Bare({{"git", "log", "--", "log.txt"}, history})},
-        {"1,000 contents", 5, 0.25, ReadingAll(git, contents, NameOf, contentCount, contentSize),
-         ShowingAll(contents)},
-        {"Tree of 50,000", 10, 1.3, ListingAll(git, tree, itemCount),
+        {"Git tree: 1,000 contents", 5, 0.25,
+         ReadingAll(git, contents, NameOf, contentCount, contentSize), ShowingAll(contents)},
+        {"Git tree: listing 50,000", 10, 1.3, ListingAll(git, tree, itemCount),
          Bare({{"git", "ls-tree", "-r", "-l", "main"}, tree})},
     });
 }

@@ -84,7 +84,7 @@ int tarnwell::bench::Run()
     const std::string history = ground / "history";
     const std::string contents = ground / "contents";
     const std::string tree = ground / "tree";
-    std::puts("Making repositories, which takes a while ...");
+    std::fputs("Making repositories ...\n", stderr);
     MakeHistory(history);
     MakeTree(contents, contentCount, contentSize);
     MakeTree(tree, itemCount, 16);
@@ -92,14 +92,14 @@ int tarnwell::bench::Run()
     const auto mercurial = MakeFileSystem(CLSID_HGFileSystem);
     const std::string file = history + "/of";
     return Measure({
-        {"First 20 of 20,000", 15, 1.2, Telling(mercurial, file, pageSize, pageSize),
+        {"Mercurial history: 20 of 20,000", 15, 1.2, Telling(mercurial, file, pageSize, pageSize),
          Bare(Hg({"log", "-l", "20", "of"}, history))},
-        {"20,000 revisions", 5, 1.1, Telling(mercurial, file, 0, commitCount),
+        {"Mercurial history: all 20,000", 5, 1.1, Telling(mercurial, file, 0, commitCount),
          Bare(Hg({"log", "of"}, history))},
-        {"1,000 contents, 100 runs", 3, contentLimit,
+        {"Mercurial tree: 1,000 contents, 100 runs", 3, contentLimit,
          ReadingAll(mercurial, contents, NameOf, contentCount, contentSize),
          PrintingSome(contents)},
-        {"Tree of 20,000", 5, 1.3, ListingAll(mercurial, tree, itemCount),
+        {"Mercurial tree: listing 20,000", 5, 1.3, ListingAll(mercurial, tree, itemCount),
          Bare(Hg({"files", "-r", "0", "-T", "{path}\\n{size}\\n"}, tree))},
     });
 }

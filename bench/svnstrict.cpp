@@ -72,7 +72,7 @@ int tarnwell::bench::Run()
     const TempFolder ground;
     UseOwnSettings(ground / "home");
     setenv("LC_ALL", "C.UTF-8", 1);
-    std::puts("Making repositories ...");
+    std::fputs("Making repositories ...\n", stderr);
     MakeHistory(ground / "history");
     MakeTree(ground / "contents", contentCount, contentSize);
     MakeTree(ground / "tree", itemCount, 16);
@@ -85,15 +85,16 @@ int tarnwell::bench::Run()
         return "file://" + (ground / name);
     };
     return Measure({
-        {"First 20 of 10,000", 30, 2.5,
+        {"Subversion history: 20 of 10,000", 30, 2.5,
          Telling(svn, address("history/log.txt"), pageSize, pageSize),
          Bare(Client({"log", "--xml", "-l", "20", url("history/log.txt")}))},
-        {"10,000 revisions", 10, 1.1, Telling(svn, address("history/log.txt"), 0, revisionCount),
+        {"Subversion history: all 10,000", 10, 1.1,
+         Telling(svn, address("history/log.txt"), 0, revisionCount),
          Bare(Client({"log", "--xml", url("history/log.txt")}))},
-        {"20 contents", 10, 2,
+        {"Subversion tree: 20 contents", 10, 2,
          ReadingAll(svn, address("contents"), NameOf, contentCount, contentSize),
          PrintingAll(url("contents"))},
-        {"Tree of 10,000", 10, 2.5, ListingAll(svn, address("tree"), itemCount),
+        {"Subversion tree: listing 10,000", 10, 2.5, ListingAll(svn, address("tree"), itemCount),
          Bare(Client({"list", "--xml", "-R", url("tree")}))},
     });
 }
