@@ -294,5 +294,43 @@ TEST_F(GitTrees, AreWhatTheObjectsSay)
     }
 }
 
+// Work trees on Windows can't have them; revisions can.
+TEST_F(GitTrees, NamesThatAreNoTextComeAsTheyAre)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const std::string blob = repository.Git("rev-parse HEAD:a.txt");
+    const std::string latin = "d\xFCr/caf\xE9.txt";
+    const std::string japanese = "\x95\x5C.txt"; // whose second byte is a backslash
+    std::string entries;
+    for (const std::string& name : {latin, japanese})
+        entries += "100644 " + blob + "\t" + name + '\0';
+    WithInput({u"update-index", u"-z", u"--add", u"--index-info"}, entries);
+    const std::string commit =
+        repository.Run({"commit-tree", "-p", "HEAD", "-m", "added", repository.Git("write-tree")});
+    const auto tree = TreeAt(commit);
+    std::vector<std::u16string> files;
+    for (const TreeEntry& entry : ListOf(tree, {}, true))
+    {
+        if (entry.kind == TreeFile)
+            files.push_back(entry.name);
+    }
+    EXPECT_THAT(files,
+                testing::UnorderedElementsAre(u"a.txt", DecodeName(latin), DecodeName(japanese)));
+    for (const std::string& name : {latin, japanese})
+    {
+        const std::u16string text = DecodeName(name);
+        EXPECT_EQ(FindIn(tree, text).contentId, DecodeName(blob));
+        EXPECT_EQ(ContentOf(tree, text), "1");
+        // No address on Windows has a backslash in a name.
+        if (fs::path::preferred_separator == '\\' && name == japanese)
+            continue;
+        EXPECT_EQ(ContentOf(Tree(Address(text, commit))), "1");
+        const auto history = History(Address(text, commit));
+        ASSERT_EQ(history.size(), 1U);
+        EXPECT_EQ(history[0].description, u"added");
+        EXPECT_EQ(history[0].path, text);
+    }
+}
+
 } // namespace
 } // namespace tarnwell::test
