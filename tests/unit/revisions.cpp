@@ -173,9 +173,9 @@ TEST(Revisions, NullPointersNameTheClassesOwnInterface)
 }
 
 // What a file system finds, or how it fails.
-using Read = std::vector<RevisionRecord> (*)();
+using FailingRead = std::vector<RevisionRecord> (*)();
 
-constexpr Read failures[] = {
+constexpr FailingRead failures[] = {
     [] { return std::vector<RevisionRecord>(); },
     []() -> std::vector<RevisionRecord> {
         throw ComException(E_FAIL, u"hidden", {u"fake", 1});
@@ -190,7 +190,7 @@ class Historian : public RevisionsFileSystemObject
 public:
     Historian() : RevisionsFileSystemObject(CLSID_GITFileSystem) {}
 
-    Read read = nullptr;
+    FailingRead read = nullptr;
     int timesRead = 0;
     std::u16string pathRead;
 
@@ -221,7 +221,7 @@ protected:
 
 TEST_F(RevisionCalls, FailuresReadAsNoRevisions)
 {
-    for (const Read read : failures)
+    for (const FailingRead read : failures)
     {
         system_->read = read;
         VARIANT_BOOL has = 77;
