@@ -36,8 +36,7 @@ std::vector<std::string_view> WordsOf(std::string_view line)
 
 bool IsListedId(std::string_view word)
 {
-    return word.size() == listedIdSize &&
-           word.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+    return word.size() == listedIdSize && IsHexadecimal(word);
 }
 
 bool IsNone(std::string_view id)
