@@ -32,7 +32,7 @@ std::optional<GitCommit> GitHistoryParser::Next()
         if (!text)
             return std::nullopt;
         texts_.emplace_back(*text);
-        if (!IsGitId(texts_[0]))
+        if (texts_.size() == 1 && !IsGitId(texts_[0]))
             return feed_.Break();
     }
     if (hasNames_ && !ReadNames())
