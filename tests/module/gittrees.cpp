@@ -308,13 +308,7 @@ TEST_F(GitTrees, NamesThatAreNoTextComeAsTheyAre)
     const std::string commit =
         repository.Run({"commit-tree", "-p", "HEAD", "-m", "added", repository.Git("write-tree")});
     const auto tree = TreeAt(commit);
-    std::vector<std::u16string> files;
-    for (const TreeEntry& entry : ListOf(tree, {}, true))
-    {
-        if (entry.kind == TreeFile)
-            files.push_back(entry.name);
-    }
-    EXPECT_THAT(files,
+    EXPECT_THAT(FilesIn(tree),
                 testing::UnorderedElementsAre(u"a.txt", DecodeName(latin), DecodeName(japanese)));
     for (const std::string& name : {latin, japanese})
     {

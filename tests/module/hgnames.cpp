@@ -26,13 +26,7 @@ TEST_F(HgNames, NamesThatAreNoTextComeAsTheyAre)
     repository.Run({"import", "-q", "--bypass", "-u", "Ann", "-m", "added", ".hg/patch"});
 
     const auto tree = TreeAt("tip");
-    std::vector<std::u16string> files;
-    for (const TreeEntry& entry : ListOf(tree, {}, true))
-    {
-        if (entry.kind == TreeFile)
-            files.push_back(entry.name);
-    }
-    EXPECT_THAT(files,
+    EXPECT_THAT(FilesIn(tree),
                 testing::UnorderedElementsAre(u"a.txt", DecodeName(latin), DecodeName(japanese)));
     for (const std::string& name : {latin, japanese})
     {

@@ -25,6 +25,17 @@ std::vector<TreeEntry> ListOf(const ComPtr<ITree>& tree, const std::u16string& n
     return sink.entries;
 }
 
+std::vector<std::u16string> FilesIn(const ComPtr<ITree>& tree)
+{
+    std::vector<std::u16string> files;
+    for (const TreeEntry& entry : ListOf(tree, {}, true))
+    {
+        if (entry.kind == TreeFile)
+            files.push_back(entry.name);
+    }
+    return files;
+}
+
 TreeEntry FindIn(const ComPtr<ITree>& tree, const std::u16string& name)
 {
     TreeSink sink;

@@ -15,6 +15,8 @@ std::vector<std::u16string> NamesOf(const std::vector<TreeEntry>& entries);
 // Calls that must succeed.
 std::vector<TreeEntry> ListOf(const ComPtr<ITree>& tree, const std::u16string& name = {},
                               bool recursive = false);
+// The names of all files.
+std::vector<std::u16string> FilesIn(const ComPtr<ITree>& tree);
 TreeEntry FindIn(const ComPtr<ITree>& tree, const std::u16string& name);
 std::string ContentOf(const ComPtr<ITree>& tree, const std::u16string& name = {});
 std::u16string IdOf(const ComPtr<ITree>& tree);
