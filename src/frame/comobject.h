@@ -12,7 +12,10 @@
 
 #include <tarnwell/pointers.h>
 
+#include <array>
 #include <atomic>
+#include <bit>
+#include <cstdint>
 #include <new>
 
 namespace tarnwell
@@ -22,16 +25,25 @@ template <class... I> struct InterfaceList
 {
 };
 
+// By halves, as hosts ask often: the comparison that is published for them goes byte by byte.
+inline bool AreSame(REFIID left, REFIID right)
+{
+    using Halves = std::array<std::uint64_t, 2>;
+    const auto one = std::bit_cast<Halves>(left);
+    const auto other = std::bit_cast<Halves>(right);
+    return one[0] == other[0] && one[1] == other[1];
+}
+
 // The pointer to `object`'s interface `iid`, without a reference; null if it isn't in the list.
 template <class T, class First, class... I>
 void* FindInterface(T* object, REFIID iid, InterfaceList<First, I...>)
 {
     void* found = nullptr;
     const auto consider = [&]<class J>(J* pointer) {
-        if (found == nullptr && iid == IidOf<J>())
+        if (found == nullptr && AreSame(iid, IidOf<J>()))
             found = pointer;
     };
-    if (iid == IidOf<::IUnknown>())
+    if (AreSame(iid, IidOf<::IUnknown>()))
         return static_cast<First*>(object);
     consider(static_cast<First*>(object));
     (consider(static_cast<I*>(object)), ...);

@@ -2,14 +2,31 @@
 // nothing depends on it; tests see by it that no object is left.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 namespace tarnwell
 {
 
-void RaiseModuleLock();
-void LowerModuleLock();
-std::int32_t ModuleLockCount();
+namespace detail
+{
+inline std::atomic<std::int32_t> moduleLockCount{0};
+}
+
+inline void RaiseModuleLock()
+{
+    detail::moduleLockCount.fetch_add(1, std::memory_order_relaxed);
+}
+
+inline void LowerModuleLock()
+{
+    detail::moduleLockCount.fetch_sub(1, std::memory_order_relaxed);
+}
+
+inline std::int32_t ModuleLockCount()
+{
+    return detail::moduleLockCount.load(std::memory_order_relaxed);
+}
 
 // Counts for as long as it lives.
 class ModuleLock

@@ -16,8 +16,12 @@ std::u16string FromHost(const OLECHAR* text)
 
 HRESULT ToHost(std::u16string_view text, BSTR* out)
 {
-    const std::u16string_view whole = text.substr(0, TerminatorIn(text));
-    *out = SysAllocStringLen(Wide(whole.data()), static_cast<UINT>(whole.size()));
+    return ToHostWhole(text.substr(0, TerminatorIn(text)), out);
+}
+
+HRESULT ToHostWhole(std::u16string_view text, BSTR* out)
+{
+    *out = SysAllocStringLen(Wide(text.data()), static_cast<UINT>(text.size()));
     return *out == nullptr ? E_OUTOFMEMORY : S_OK;
 }
 

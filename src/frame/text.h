@@ -17,6 +17,10 @@ std::u16string FromHost(const OLECHAR* text);
 // E_OUTOFMEMORY if it can't be allocated.
 HRESULT ToHost(std::u16string_view text, BSTR* out);
 
+// The same for a text that has no terminator, as for a name that the system gave. It isn't looked
+// for.
+HRESULT ToHostWhole(std::u16string_view text, BSTR* out);
+
 std::u16string Decimal(std::uint64_t number);
 
 // The whole number at the start of `text`: white space in front and a sign are allowed, reading

@@ -46,10 +46,10 @@ std::u16string LocalFacts::Path() const
     return path;
 }
 
-void LocalItem::Fill(PathPrefix prefix, std::u16string_view name, const ItemRecord& record,
+void LocalItem::Fill(const PathPrefix& prefix, std::u16string_view name, const ItemRecord& record,
                      const ComPtr<IHostWindow>& host)
 {
-    facts_.prefix = std::move(prefix);
+    facts_.prefix = prefix;
     facts_.name.Set(name);
     facts_.attributes = record.attributes;
     facts_.sizeLow = record.sizeLow;
@@ -91,7 +91,7 @@ HRESULT LocalItem::SetAttributes(std::uint32_t attributes)
 HRESULT LocalItem::GetName(BSTR* name)
 {
     return AtBoundary(reporter_, NullPointer::Published, name,
-                      [&] { return ToHost(facts_.name.View(), name); });
+                      [&] { return ToHostWhole(facts_.name.View(), name); });
 }
 
 HRESULT LocalItem::GetParentPath(BSTR* path)

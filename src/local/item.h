@@ -28,7 +28,7 @@ struct LocalFacts
     std::u16string Path() const;
 
     PathPrefix prefix;
-    ShortText<32> name;
+    ShortText<32> name; // without a terminator
     std::uint32_t attributes = 0;
     std::uint32_t sizeLow = 0;
     std::uint32_t sizeHigh = 0;
@@ -40,7 +40,7 @@ class LocalItem : public IFileSystemItem
 {
 public:
     // Called once, before the item is handed out. The name stands for that of the record.
-    void Fill(PathPrefix prefix, std::u16string_view name, const ItemRecord& record,
+    void Fill(const PathPrefix& prefix, std::u16string_view name, const ItemRecord& record,
               const ComPtr<IHostWindow>& host);
 
     HRESULT STDMETHODCALLTYPE GetModifiedTime(std::uint64_t* fileTime) final;

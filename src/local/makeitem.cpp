@@ -12,12 +12,12 @@ namespace
 
 // A new item, not yet handed out.
 template <class Item>
-HRESULT MakeFilled(PathPrefix prefix, std::u16string_view name, const ItemRecord& record,
+HRESULT MakeFilled(const PathPrefix& prefix, std::u16string_view name, const ItemRecord& record,
                    const ComPtr<IHostWindow>& host, ComPtr<ComObject<Item>>& item)
 {
     const HRESULT status = MakeObject<Item>(item);
     if (SUCCEEDED(status))
-        item->Fill(std::move(prefix), name, record, host);
+        item->Fill(prefix, name, record, host);
     return status;
 }
 

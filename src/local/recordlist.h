@@ -6,8 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
-#include <string>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -24,10 +23,7 @@ public:
     // A record with a name, which fits in the platform's.
     void Append(const ItemRecord& record);
 
-    std::size_t Size() const
-    {
-        return entries_.size();
-    }
+    std::size_t Size() const;
 
     // Valid as long as `name` is left alone.
     ItemRecord At(std::size_t index, NameBuffer& name) const;
@@ -36,7 +32,7 @@ private:
     struct Entry
     {
         FILETIME written;
-        std::size_t name; // where its name begins in all blocks
+        const char* name; // in one of the blocks
         DWORD attributes;
         DWORD sizeLow;
         DWORD sizeHigh;
@@ -44,11 +40,12 @@ private:
         bool isWide;              // a unit of the name takes two bytes; else one, as ASCII
     };
 
-    // Where the name begins. None is in two blocks.
-    std::size_t AddName(std::string_view name);
+    // What is behind the last name. No name is in two blocks.
+    char* RoomForName(std::size_t bytes);
 
-    std::deque<Entry> entries_;
-    std::vector<std::string> blocks_;
+    std::vector<std::vector<Entry>> entries_; // in blocks, all but the last full
+    std::vector<std::unique_ptr<char[]>> names_;
+    std::size_t namesUsed_ = 0; // of the last block
 };
 
 } // namespace tarnwell

@@ -95,6 +95,20 @@ TEST_F(Objects, AnswerToTheirListAndToNothingElse)
     EXPECT_EQ(out, nullptr);
 }
 
+TEST_F(Objects, LookAtEachByteOfAnIdentifier)
+{
+    ComPtr<ComObject<Sample>> object;
+    ASSERT_EQ(MakeObject<Sample>(object), S_OK);
+    for (std::size_t i = 0; i < sizeof(IID); ++i)
+    {
+        IID other = IID_IFileStream;
+        reinterpret_cast<unsigned char*>(&other)[i] ^= 1;
+        void* pointer = nullptr;
+        EXPECT_EQ(object->QueryInterface(other, &pointer), E_NOINTERFACE) << i;
+        EXPECT_EQ(pointer, nullptr) << i;
+    }
+}
+
 TEST_F(Objects, RefuseANullPointer)
 {
     ComPtr<ComObject<Sample>> object;

@@ -116,7 +116,7 @@ TEST(LocalItems, ARecordOfADataStreamIsAFileOfTheStreamsSize)
     RecordList records;
     for (const auto& record : {Record(u"a.txt", 128), Record(u"a.txt:s1", 128), Record(u"sub", 16)})
         records.Append(ItemRecordOf(record));
-    contents->Initialize(u"folder", records, {});
+    contents->Initialize(u"folder", std::move(records), {});
     std::uint32_t count = 0;
     EXPECT_EQ(contents->GetCount(&count), S_OK);
     EXPECT_EQ(count, 3U);

@@ -25,13 +25,6 @@ bool IsValid(const FILETIME* time)
 }
 
 } // namespace
-
-FILETIME CreationTimeOf(const struct statx& entry)
-{
-    const bool known = (entry.stx_mask & STATX_BTIME) != 0;
-    return FileTimeOf(known ? entry.stx_btime : entry.stx_mtime);
-}
-
 } // namespace tarnwell::posix
 
 using namespace tarnwell::posix;

@@ -36,6 +36,10 @@ inline FILETIME FileTimeOf(const statx_timestamp& time)
 }
 
 // The birth time where the file system keeps one, else the write time.
-FILETIME CreationTimeOf(const struct statx& entry);
+inline FILETIME CreationTimeOf(const struct statx& entry)
+{
+    const bool known = (entry.stx_mask & STATX_BTIME) != 0;
+    return FileTimeOf(known ? entry.stx_btime : entry.stx_mtime);
+}
 
 } // namespace tarnwell::posix
