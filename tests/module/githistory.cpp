@@ -1,7 +1,7 @@
 // Git's histories told in full, on repositories of all kinds.
 #include "module/githistorytest.h"
+#include "support/clients.h"
 #include "support/environmentvalue.h"
-#include "support/process.h"
 
 #include <tarnwell/text.h>
 
@@ -338,9 +338,9 @@ TEST_F(GitHistories, EndAtAnyMoment)
                  "\nM 644 inline a.txt\ndata " + std::to_string(number.size()) + "\n" + number +
                  "\n";
     }
-    ASSERT_EQ(RunProcess("git", {.arguments = {u"fast-import", u"--quiet"},
-                                 .input = input,
-                                 .folder = repository.Folder().Path()})
+    ASSERT_EQ(RunClient("git", {.arguments = {u"fast-import", u"--quiet"},
+                                .input = input,
+                                .folder = repository.Folder().Path()})
                   .exitCode,
               0);
     std::mt19937 random(4);

@@ -1,6 +1,6 @@
 // Git's histories told in full, against what the repository's objects say.
 #include "module/githistorytest.h"
-#include "support/process.h"
+#include "support/clients.h"
 
 #include <tarnwell/text.h>
 
@@ -201,9 +201,9 @@ protected:
                 input << "M 644 inline " << name << "\ndata " << bytes.size() << "\n"
                       << bytes << "\n";
         }
-        ASSERT_EQ(RunProcess("git", {.arguments = {u"fast-import", u"--quiet", u"--force"},
-                                     .input = input.str(),
-                                     .folder = repository.Folder().Path()})
+        ASSERT_EQ(RunClient("git", {.arguments = {u"fast-import", u"--quiet", u"--force"},
+                                    .input = input.str(),
+                                    .folder = repository.Folder().Path()})
                       .exitCode,
                   0);
     }

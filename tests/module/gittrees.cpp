@@ -1,7 +1,7 @@
 // What there was in a revision of a Git repository: items, listings, contents.
 #include "module/githistorytest.h"
+#include "support/clients.h"
 #include "support/environmentvalue.h"
-#include "support/process.h"
 
 #include <tarnwell/text.h>
 
@@ -25,7 +25,7 @@ protected:
     std::string WithInput(const std::vector<std::u16string>& arguments,
                           const std::string& input) const
     {
-        const ProcessRun run = RunProcess(
+        const ProcessRun run = RunClient(
             "git", {.arguments = arguments, .input = input, .folder = repository.Folder().Path()});
         EXPECT_EQ(run.exitCode, 0) << run.errors;
         return run.output.substr(0, run.output.find('\n'));
@@ -40,9 +40,9 @@ TEST_F(GitTrees, TellFacts)
     WriteBytes(repository / u".git/entries", "100755 " + blob + "\tprogram\n120000 " + blob +
                                                  "\tlink\n160000 " + commit + "\tmodule\n100644 " +
                                                  blob + "\tsub/x\n");
-    ASSERT_EQ(RunProcess("git", {.arguments = {u"update-index", u"--add", u"--index-info"},
-                                 .input = ReadBytes(repository / u".git/entries"),
-                                 .folder = repository.Folder().Path()})
+    ASSERT_EQ(RunClient("git", {.arguments = {u"update-index", u"--add", u"--index-info"},
+                                .input = ReadBytes(repository / u".git/entries"),
+                                .folder = repository.Folder().Path()})
                   .exitCode,
               0);
     repository.Git("commit -q -m all");

@@ -1,6 +1,6 @@
 #include "module/hggenerated.h"
 
-#include "support/process.h"
+#include "support/clients.h"
 
 #include <algorithm>
 #include <iterator>
@@ -215,9 +215,9 @@ private:
     {
         WriteBytes(repository_ / u".hg/maker.py", hgMaker);
         const ProcessRun run =
-            RunProcess("hg", {.arguments = {u"--config", u"extensions.maker=.hg/maker.py", u"make"},
-                              .input = input_.str(),
-                              .folder = repository_.Folder().Path()});
+            RunClient("hg", {.arguments = {u"--config", u"extensions.maker=.hg/maker.py", u"make"},
+                             .input = input_.str(),
+                             .folder = repository_.Folder().Path()});
         if (run.exitCode != 0)
             throw std::runtime_error("nothing was made: " + run.errors);
         // A line of words for each revision, behind one of heads.

@@ -24,6 +24,22 @@ constexpr int relayFailed = 200;
 class Relay : public ClientTest
 {
 protected:
+    // What the stand-in prints, without the line feed at its end. Throws if it fails.
+    static std::string RunStandIn(const std::string& client,
+                                  const std::vector<std::string>& arguments,
+                                  const std::filesystem::path& folder)
+    {
+        ProcessCall call{.folder = folder};
+        for (const std::string& argument : arguments)
+            call.arguments.push_back(DecodeName(argument));
+        ProcessRun run = RunProcess(client, call);
+        if (run.exitCode != 0)
+            throw std::runtime_error(run.errors);
+        if (run.output.ends_with('\n'))
+            run.output.pop_back();
+        return run.output;
+    }
+
     // Git runs the text in a shell of its own.
     static ProcessRun RunScript(const std::u16string& script)
     {
@@ -35,23 +51,23 @@ protected:
 
 TEST_F(Relay, ArgumentsArriveAsTheyWereQuoted)
 {
-    EXPECT_EQ(RunClient("git",
-                        {"rev-parse", "--sq-quote", "a b", "", "c\"d", "e\\", "f\\\\\"", "*", "$x",
-                         "%PATH%", "line\nfeed\t", "\u00e4\u65e5\U0001F600", "a/b\\c"},
-                        repository.Folder().Path()),
+    EXPECT_EQ(RunStandIn("git",
+                         {"rev-parse", "--sq-quote", "a b", "", "c\"d", "e\\", "f\\\\\"", "*", "$x",
+                          "%PATH%", "line\nfeed\t", "\u00e4\u65e5\U0001F600", "a/b\\c"},
+                         repository.Folder().Path()),
               " 'a b' '' 'c\"d' 'e\\' 'f\\\\\"' '*' '$x' '%PATH%' 'line\nfeed\t' "
               "'\u00e4\u65e5\U0001F600' 'a/b\\c'");
 }
 
 TEST_F(Relay, PathsWithDrivesAreTranslated)
 {
-    EXPECT_EQ(RunClient("git",
-                        {"rev-parse", "--sq-quote", "Z:\\tmp\\a b", "z:/", "--x=Z:\\a", "x=Z:\\a",
-                         "file:///Z:/a", "HEAD:Z:\\a", "Z:a", "\\a"},
-                        repository.Folder().Path()),
+    EXPECT_EQ(RunStandIn("git",
+                         {"rev-parse", "--sq-quote", "Z:\\tmp\\a b", "z:/", "--x=Z:\\a", "x=Z:\\a",
+                          "file:///Z:/a", "HEAD:Z:\\a", "Z:a", "\\a"},
+                         repository.Folder().Path()),
               " '/tmp/a b' '/' '--x=/a' 'x=/a' 'file:///a' 'HEAD:Z:\\a' 'Z:a' '\\a'");
     EXPECT_THAT(
-        RunClient("git", {"rev-parse", "--sq-quote", "C:\\windows"}, repository.Folder().Path()),
+        RunStandIn("git", {"rev-parse", "--sq-quote", "C:\\windows"}, repository.Folder().Path()),
         testing::MatchesRegex(" '/.*/drive_c/windows'"));
 }
 
@@ -74,7 +90,7 @@ TEST_F(Relay, LongOutputsOnBothStreamsEnd)
 
 TEST_F(Relay, TheClientsInputIsEmpty)
 {
-    EXPECT_EQ(RunClient("git", {"hash-object", "--stdin"}, repository.Folder().Path()),
+    EXPECT_EQ(RunStandIn("git", {"hash-object", "--stdin"}, repository.Folder().Path()),
               "e69de29bb2d1d6434b8b29ae775ad8c2e48c5391");
 }
 
@@ -95,7 +111,7 @@ TEST_F(Relay, RecordsWhatItWasAsked)
 TEST_F(Relay, ClientsRunInTheFolder)
 {
     std::filesystem::create_directory(repository.Folder().Path() / "a b");
-    EXPECT_EQ(RunClient("git", {"rev-parse", "--show-prefix"}, repository.Folder().Path() / "a b"),
+    EXPECT_EQ(RunStandIn("git", {"rev-parse", "--show-prefix"}, repository.Folder().Path() / "a b"),
               "a b/");
 }
 
@@ -103,23 +119,26 @@ TEST_F(Relay, ClientsSeeTheirOwnVariablesAndNoSettings)
 {
     const EnvironmentValue author("git_author_name", "Somebody");
     const EnvironmentValue home("HOME", "Z:\\nowhere");
-    EXPECT_THAT(repository.Git("var GIT_AUTHOR_IDENT"), StartsWith("Somebody <"));
-    EXPECT_EQ(RunScript(u"ls -A ~ | wc -l").output, "0\n");
+    EXPECT_THAT(RunStandIn("git", {"-c", "user.email=a@b", "var", "GIT_AUTHOR_IDENT"},
+                           repository.Folder().Path()),
+                StartsWith("Somebody <"));
+    // A run of Subversion leaves templates there.
+    EXPECT_EQ(RunScript(u"ls -A ~ | grep -cvx .subversion").output, "0\n");
 }
 
 // That of a drive, for one, may well stand in a repository: this project's.
 TEST_F(Relay, DrivesAreInNoRepository)
 {
     const TempFolder outside;
-    EXPECT_THROW(RunClient("git", {"rev-parse", "--show-toplevel"}, outside.Path()),
+    EXPECT_THROW(RunStandIn("git", {"rev-parse", "--show-toplevel"}, outside.Path()),
                  std::runtime_error);
 }
 
 TEST_F(Relay, AllClientsAreThere)
 {
-    EXPECT_THAT(RunClient("hg", {"version", "-q"}, repository.Folder().Path()),
+    EXPECT_THAT(RunStandIn("hg", {"version", "-q"}, repository.Folder().Path()),
                 StartsWith("Mercurial "));
-    EXPECT_THAT(RunClient("svn", {"--version", "-q"}, repository.Folder().Path()),
+    EXPECT_THAT(RunStandIn("svn", {"--version", "-q"}, repository.Folder().Path()),
                 StartsWith("1."));
 }
 

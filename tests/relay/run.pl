@@ -6,7 +6,6 @@
 use strict;
 use warnings;
 use Cwd qw(realpath);
-use File::Temp;
 use IO::Select;
 use POSIX ();
 
@@ -61,14 +60,14 @@ sub variables {
 }
 
 # Of the caller's variables the clients get their own ones and those of the language. They find no
-# settings in the home folder or the system, and no repository around a drive. What chg has of its own
-# is in $sockets. Where hg is chg, it knows by CHGHG what to start.
+# settings in the home folder or the system, and no repository around a drive. The home folder is below
+# $folder, and so is what chg has of its own. Where hg is chg, it knows by CHGHG what to start.
 sub client_environment {
-    my ($caller, $home, $sockets) = @_;
+    my ($caller, $folder) = @_;
     my %environment = (
         PATH => $ENV{PATH},
-        HOME => $home,
-        CHGSOCKNAME => "$sockets/server",
+        HOME => "$folder/home",
+        CHGSOCKNAME => "$folder/server",
         LANG => 'C.UTF-8',
         GIT_CONFIG_NOSYSTEM => 1,
         GIT_CEILING_DIRECTORIES => $caller->{WINEPREFIX},
@@ -144,15 +143,14 @@ sub hand_over {
 }
 
 sub answer {
-    my ($connection, $life, $key, $sockets) = @_;
+    my ($connection, $life, $key, $own_folder) = @_;
     $SIG{PIPE} = 'IGNORE';
     return unless receive_bytes($connection, 4 + length $key) eq pack 'N/a', $key;
     my ($client, @arguments) = receive_list($connection);
     my ($folder) = receive_list($connection);
     my %caller = variables(receive_list($connection));
     die "not a client: $client\n" unless $clients{$client};
-    my $home = File::Temp->newdir('tarnwell-home-XXXXXXXX', TMPDIR => 1);
-    my %environment = client_environment(\%caller, $home->dirname, $sockets);
+    my %environment = client_environment(\%caller, $own_folder);
     ($folder, @arguments) = map { unix_path($_, $caller{WINEPREFIX}) } $folder, @arguments;
     hand_over($connection, $life, start($client, \@arguments, $folder, \%environment));
     # Mercurial tries whether it can have links, and leaves one that can't be removed from Wine.

@@ -1,7 +1,5 @@
 #include "support/clients.h"
 
-#include "support/process.h"
-
 #include <tarnwell/text.h>
 
 #include <iterator>
@@ -22,7 +20,7 @@ std::string RunClient(const std::string& client, const std::vector<std::string>&
         call.arguments.push_back(DecodeName(argument));
         line += " " + argument;
     }
-    ProcessRun run = RunProcess(client, call);
+    ProcessRun run = RunClient(client, call);
     if (run.exitCode != 0)
         throw std::runtime_error(line + ": " + run.output + run.errors);
     if (run.output.ends_with('\n'))

@@ -2,6 +2,8 @@
 // that uses them, they find no settings of its user's.
 #pragma once
 
+#include "support/process.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -21,6 +23,10 @@ std::string WhyNoClients();
 std::string RunClient(const std::string& client, const std::vector<std::string>& arguments,
                       const std::filesystem::path& folder,
                       const std::vector<std::pair<std::string, std::string>>& variables = {});
+
+// The same with all that a program can be told and all that it answers; it may fail. Under Wine no
+// program is started there for it.
+ProcessRun RunClient(const std::string& client, const ProcessCall& call);
 
 // The parts of the text between blanks, for arguments that hold none.
 std::vector<std::string> Words(std::string_view text);

@@ -1,7 +1,6 @@
 #include "support/svnrepository.h"
 
 #include "support/clients.h"
-#include "support/process.h"
 
 #include <tarnwell/text.h>
 
@@ -132,7 +131,7 @@ std::string SvnRepository::Run(const std::string& program,
                      .folder = folder_.Path()};
     for (const std::string& argument : arguments)
         call.arguments.push_back(DecodeName(argument));
-    ProcessRun run = RunProcess(program, call);
+    ProcessRun run = RunClient(program, call);
     if (run.exitCode != 0)
         throw std::runtime_error(program + " " + arguments[0] + ": " + run.output + run.errors);
     while (run.output.ends_with('\n') || run.output.ends_with('\r'))

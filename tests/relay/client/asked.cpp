@@ -25,17 +25,6 @@ std::filesystem::path ThisProgram()
     return file;
 }
 
-std::vector<std::string> Environment()
-{
-    std::vector<std::string> entries;
-    wchar_t* const block = GetEnvironmentStringsW();
-    for (std::wstring_view entry(block); !entry.empty();
-         entry = std::wstring_view(entry.data() + entry.size() + 1))
-        entries.push_back(Utf8(entry));
-    FreeEnvironmentStringsW(block);
-    return entries;
-}
-
 std::size_t SizeOfInput()
 {
     std::size_t size = 0;
@@ -48,6 +37,17 @@ std::size_t SizeOfInput()
 }
 
 } // namespace
+
+std::vector<std::string> Environment()
+{
+    std::vector<std::string> entries;
+    wchar_t* const block = GetEnvironmentStringsW();
+    for (std::wstring_view entry(block); !entry.empty();
+         entry = std::wstring_view(entry.data() + entry.size() + 1))
+        entries.push_back(Utf8(entry));
+    FreeEnvironmentStringsW(block);
+    return entries;
+}
 
 Asked AskedOf(wchar_t** arguments)
 {

@@ -18,6 +18,9 @@ struct Asked
 // All texts are UTF-8. `arguments` are those of the program's entry, closed by a null.
 Asked AskedOf(wchar_t** arguments);
 
+// This process's variables, each with its value behind "=".
+std::vector<std::string> Environment();
+
 // The value of a variable; empty without it.
 std::string ValueOf(const Asked& asked, const std::string& name);
 

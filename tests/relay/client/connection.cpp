@@ -1,6 +1,7 @@
 #include "relay/client/connection.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace tarnwell::relay
 {
@@ -36,9 +37,15 @@ Connection::Connection(unsigned short port) : socket_(NewSocket())
         Fail("no server");
 }
 
+Connection::Connection(Connection&& other) noexcept
+    : socket_(std::exchange(other.socket_, INVALID_SOCKET))
+{
+}
+
 Connection::~Connection()
 {
-    closesocket(socket_);
+    if (socket_ != INVALID_SOCKET)
+        closesocket(socket_);
 }
 
 void Connection::SendText(std::string_view text) const

@@ -16,8 +16,8 @@ class Connection
 public:
     // To a port of this machine.
     explicit Connection(unsigned short port);
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
+    Connection(Connection&& other) noexcept;
+    Connection& operator=(Connection&&) = delete;
     ~Connection();
 
     void SendText(std::string_view text) const;

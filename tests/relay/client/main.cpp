@@ -1,7 +1,7 @@
 // Stands in for a version-control client where the real one can't be run, under Wine: has it run by
 // the server of with-clients, and passes on what it prints. The name of the file tells the client.
 #include "relay/client/asked.h"
-#include "relay/client/connection.h"
+#include "relay/client/run.h"
 
 #include <cstdio>
 #include <exception>
@@ -47,21 +47,9 @@ void PassInput(const Connection& server)
     } while (count > 0);
 }
 
-Connection ConnectedFor(const Asked& asked)
-{
-    const std::string port = ValueOf(asked, "TARNWELL_RELAY_PORT");
-    if (port.empty())
-        throw std::runtime_error("no server: run the tests by tests/relay/with-clients");
-    return Connection(static_cast<unsigned short>(std::stoi(port)));
-}
-
 int HaveItRun(const Asked& asked)
 {
-    const Connection server = ConnectedFor(asked);
-    server.SendText(ValueOf(asked, "TARNWELL_RELAY_KEY"));
-    server.SendList(asked.client);
-    server.SendList({asked.folder});
-    server.SendList(asked.environment);
+    const Connection server = Begin(asked);
     std::thread([&server] {
         try
         {

@@ -43,4 +43,9 @@ std::string WhyNoClients()
     return {};
 }
 
+ProcessRun RunClient(const std::string& client, const ProcessCall& call)
+{
+    return RunProcess(client, call);
+}
+
 } // namespace tarnwell::test
