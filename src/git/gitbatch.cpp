@@ -35,10 +35,16 @@ private:
 
 } // namespace
 
+GitBatch::GitBatch(const PlacedItem& item)
+    : item_(item),
+      client_(item, [place = item.place](Patience&) { return StrictGitCall(place, batchCommand); })
+{
+}
+
 std::vector<GitObject> GitBatch::Facts(const std::vector<std::string>& names, Patience& patience)
 {
     std::vector<GitObject> found;
-    Ask(
+    client_.Ask(
         [&](Session& session) {
             found.clear();
             while (found.size() < names.size())
@@ -59,7 +65,7 @@ std::vector<GitObject> GitBatch::Facts(const std::vector<std::string>& names, Pa
 GitObject GitBatch::Content(const std::string& name, ContentTaker& taker, Patience& patience)
 {
     GitObject found;
-    Ask(
+    client_.Ask(
         [&](Session& session) {
             taker.Restart();
             session.Tell("contents " + name + "\n");
@@ -71,7 +77,7 @@ GitObject GitBatch::Content(const std::string& name, ContentTaker& taker, Patien
             {
                 const std::string_view block = session.ReadSome(patience).substr(0, left);
                 taker.Take(block);
-                session.position += block.size();
+                session.Take(block.size());
                 left -= block.size();
             }
             if (!session.ReadLine(patience).empty())
@@ -85,66 +91,6 @@ GitObject GitBatch::Content(const std::string& name, std::string& bytes, Patienc
 {
     TextTaker taker(bytes);
     return Content(name, taker, patience);
-}
-
-void GitBatch::Ask(const std::function<void(Session&)>& question, Patience& patience)
-{
-    patience.Ask();
-    for (int tries = 2; tries > 0; --tries)
-    {
-        // Who breaks off leaves half an answer behind, with which it goes.
-        std::unique_ptr<Session> session = std::move(session_);
-        if (!session)
-            session = std::make_unique<Session>(StrictGitCall(item_.place, batchCommand));
-        try
-        {
-            question(*session);
-            session_.swap(session);
-            return;
-        }
-        catch (const Gone&)
-        {
-            // Told below, if it happens again.
-        }
-        if (tries == 1)
-        {
-            ThrowIfGitFailed(session->client.Finish(patience), item_);
-            ThrowStrictFailure(strictGit.source, badAnswer, item_.address);
-        }
-    }
-}
-
-void GitBatch::Session::Tell(const std::string& questions)
-{
-    if (!client.Write(questions))
-        throw Gone();
-}
-
-std::string_view GitBatch::Session::ReadSome(Patience& patience)
-{
-    if (position == bytes.size())
-    {
-        bytes = client.Read(patience);
-        position = 0;
-        if (bytes.empty())
-            throw Gone();
-    }
-    return std::string_view(bytes).substr(position);
-}
-
-std::string GitBatch::Session::ReadLine(Patience& patience)
-{
-    std::string line;
-    for (;;)
-    {
-        const std::string_view block = ReadSome(patience);
-        const std::size_t feed = block.find('\n');
-        line += block.substr(0, feed);
-        position += std::min(block.size(), feed == std::string_view::npos ? feed : feed + 1);
-        // One that is too long is none of the client's, and isn't read to its end.
-        if (feed != std::string_view::npos || line.size() > mostRecordBytes)
-            return line;
-    }
 }
 
 GitObject GitBatch::ReadFacts(Session& session, Patience& patience) const

@@ -1,16 +1,12 @@
-// One Git client that answers questions for objects for as long as it is wanted.
+// Questions for objects, to one Git client.
 #pragma once
 
-#include "git/gitstrict.h"
+#include "git/gitclient.h"
 #include "git/gittreeparser.h"
 #include "runner/contentfile.h"
-#include "runner/runningclient.h"
 
-#include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace tarnwell
@@ -26,8 +22,7 @@ struct GitObject
 class GitBatch
 {
 public:
-    // The client is started by the first question, and again by the next one where one broke off.
-    explicit GitBatch(PlacedItem item) : item_(std::move(item)) {}
+    explicit GitBatch(const PlacedItem& item);
 
     // Names of objects hold no line feed.
     std::vector<GitObject> Facts(const std::vector<std::string>& names, Patience& patience);
@@ -36,32 +31,12 @@ public:
     GitObject Content(const std::string& name, std::string& bytes, Patience& patience);
 
 private:
-    // The client has ended.
-    struct Gone
-    {
-    };
+    using Session = GitClient::Session;
 
-    struct Session
-    {
-        explicit Session(const ClientCall& call) : client(strictGit, call) {}
-
-        void Tell(const std::string& questions);
-        std::string_view ReadSome(Patience& patience);
-        std::string ReadLine(Patience& patience);
-
-        RunningClient client;
-        // What the client has printed and nobody has read yet.
-        std::string bytes;
-        std::size_t position = 0;
-    };
-
-    // Runs `question` with a client, and once more if that dies.
-    void Ask(const std::function<void(Session&)>& question, Patience& patience);
     GitObject ReadFacts(Session& session, Patience& patience) const;
 
     const PlacedItem item_;
-    // None while a question is asked, since the host may ask another one meanwhile.
-    std::unique_ptr<Session> session_;
+    GitClient client_;
 };
 
 } // namespace tarnwell
