@@ -1,5 +1,7 @@
-// Any bytes as what the Git client prints of trees: an object, the line in front of one, a listing.
+// Any bytes as what the Git client prints of trees: an object, the line in front of one, a listing;
+// as the names of its settings; and as a path that it is told.
 #include "git/gittreeparser.h"
+#include "git/gitworkparser.h"
 #include "support/pieces.h"
 
 namespace tarnwell::fuzz
@@ -37,6 +39,12 @@ void Try(std::string_view bytes)
         Expect(line->id.size() == 40 || line->id.size() == 64, "an id has one of two sizes");
     if (const auto facts = ReadGitCommit(bytes))
         Expect(facts->tree.size() == 40 || facts->tree.size() == 64, "a commit has a tree");
+    for (const std::string& name : ReadGitFilterNames(bytes))
+    {
+        Expect(bytes.find("filter." + name + ".") != std::string_view::npos,
+               "a filter's name is in a setting's");
+    }
+    Expect(QuotedGitPath(bytes).find('\n') == std::string::npos, "a path is one line");
 }
 
 } // namespace tarnwell::fuzz

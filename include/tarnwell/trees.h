@@ -103,6 +103,32 @@ protected:
     ~ITree() = default;
 };
 
+/// Answered by trees: what the files of work trees would be recorded as. One thread at a time uses
+/// it together with its tree.
+struct ITreeWorkFiles : ::IUnknown
+{
+    /// The `TreeItem::contentId` that a file of a work tree would have if it was recorded as it
+    /// lies there, with keywords, line ends and encodings turned as the settings and the attributes
+    /// that are in force there say. So the file is unchanged, in the eyes of the system, if that is
+    /// the item's. No program is run: where a filter has one, the filter counts as not being there.
+    /// @param      path       A local path. Links on it are followed.
+    /// @param      progress   Asked whether to go on; null asks nobody.
+    /// @param[out] contentId  The caller's to free; null on failure. Empty where the file's bytes
+    /// are
+    ///                        all that there is to go by: it is in no work tree of the tree's
+    ///                        repository, or the system isn't one that converts by settings and
+    ///                        names contents.
+    /// @return S_OK; with a text E_POINTER; E_ABORT after an answer of `QueryContinue`;
+    ///         `HistoryNoClient`, `HistoryNoRepository`, `HistoryBadSettings`,
+    ///         `HistoryClientFailed` also where there is no such file, `HistoryBadAnswer`;
+    ///         E_ACCESSDENIED; the status of a failed call of the platform.
+    virtual HRESULT STDMETHODCALLTYPE GetRecordedId(const OLECHAR* path, ICopyProgress* progress,
+                                                    BSTR* contentId) = 0;
+
+protected:
+    ~ITreeWorkFiles() = default;
+};
+
 /// Answered by file systems that show what there was in a revision.
 struct IFileSystemTrees : ::IUnknown
 {
@@ -126,3 +152,4 @@ protected:
 TARNWELL_INTERFACE_ID(IFileSystemTrees, 674B8105)
 TARNWELL_INTERFACE_ID(ITree, 674B8128)
 TARNWELL_INTERFACE_ID(ITreeSink, 674B8146)
+TARNWELL_INTERFACE_ID(ITreeWorkFiles, 674B8129)

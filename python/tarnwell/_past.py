@@ -15,6 +15,7 @@ _FLAG = ctypes.c_int16
 
 IID_HISTORY = interface_id(0x674B8104)
 IID_TREES = interface_id(0x674B8105)
+_IID_WORK_FILES = interface_id(0x674B8129)
 _IID_HISTORY_SINK = interface_id(0x674B8145)
 _IID_TREE_SINK = interface_id(0x674B8146)
 
@@ -229,6 +230,18 @@ class Tree:
     def read(self, name: Text = "") -> bytes:
         with self.open(name) as stream:
             return stream.read()
+
+    def recorded_id(self, path: Text, progress: Optional[Callable[[], bool]] = None) -> str:
+        """The content id that a file of a work tree would be recorded with as it lies there: equal
+        to an entry's where the system calls the file unchanged. Empty where only the bytes tell."""
+        files = self._tree.find(_IID_WORK_FILES)
+        if files is None:
+            return ""
+        asked = progress_object(progress or _yes)
+        try:
+            return files.text(3, (_POINTER, _POINTER), text_in(path), asked.address)
+        finally:
+            asked.release()
 
 
 class _Sink:

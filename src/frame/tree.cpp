@@ -97,6 +97,16 @@ HRESULT TreeObject::Open(const OLECHAR* name, ICopyProgress* progress, IFileStre
     });
 }
 
+HRESULT TreeObject::GetRecordedId(const OLECHAR* path, ICopyProgress* progress, BSTR* contentId)
+{
+    return AtBoundary(Reporter{*classId_, IID_ITreeWorkFiles}, NullPointer::Published, contentId,
+                      [&] {
+                          const auto held = ComPtr<ICopyProgress>::Share(progress);
+                          Patience patience(progress, source_);
+                          return ToHost(reader_->RecordedId(FromHost(path), patience), contentId);
+                      });
+}
+
 HRESULT TreeObject::Give(ITreeSink* sink, const TreeRecord& record) const
 {
     const TreeItem item{Wide(record.name), Wide(record.contentId), record.kind, FlagsOf(record),

@@ -46,12 +46,18 @@ public:
     virtual void List(const std::u16string& name, bool recursive, const TreeTaker& take,
                       Patience& patience) = 0;
     virtual ComPtr<IFileStream> Open(const std::u16string& name, Patience& patience) = 0;
+    // The `contentId` that a file on the disk would be recorded with. Empty where it isn't in a
+    // work tree of the repository, or where there are no such names.
+    virtual std::u16string RecordedId(const std::u16string& /*path*/, Patience& /*patience*/)
+    {
+        return {};
+    }
 };
 
-class TreeObject : public ITree, public ErrorInfoFor<ITree>
+class TreeObject : public ITree, public ITreeWorkFiles, public ErrorInfoFor<ITree, ITreeWorkFiles>
 {
 public:
-    using Interfaces = InterfaceList<ITree, ::ISupportErrorInfo>;
+    using Interfaces = InterfaceList<ITree, ITreeWorkFiles, ::ISupportErrorInfo>;
 
     // Called once, before the object is handed out. `classId` is the class that a failure names.
     void Fill(std::unique_ptr<TreeReader> reader, const GUID& classId, const char16_t* source);
@@ -63,6 +69,8 @@ public:
                                    ITreeSink* sink) override;
     HRESULT STDMETHODCALLTYPE Open(const OLECHAR* name, ICopyProgress* progress,
                                    IFileStream** stream) override;
+    HRESULT STDMETHODCALLTYPE GetRecordedId(const OLECHAR* path, ICopyProgress* progress,
+                                            BSTR* contentId) override;
 
 protected:
     ~TreeObject() = default;

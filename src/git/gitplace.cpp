@@ -33,4 +33,6 @@ const Placing gitPlacing{
     [](const std::u16string& folder) { return IsWorkingTree(folder) || IsBareRepository(folder); },
     u".git/HEAD"};
 
+const Placing gitWorkTrees{gitAddresses, MakeAddress<GITUri>, IsWorkingTree, u".git/HEAD"};
+
 } // namespace tarnwell

@@ -7,6 +7,8 @@ namespace tarnwell
 {
 
 extern const Placing gitPlacing;
+// The same without bare ones.
+extern const Placing gitWorkTrees;
 
 // What a revision is called in texts.
 inline std::u16string GitRevisionText(const PlacedItem& item)

@@ -3,8 +3,10 @@
 #include "frame/paths.h"
 #include "git/gituri.h"
 #include "platform/clients.h"
-#include "runner/commandline.h"
+#include "runner/feed.h"
 #include "runner/runningclient.h"
+
+#include <new>
 
 namespace tarnwell
 {
@@ -32,11 +34,14 @@ constexpr const char16_t* strictVariables[] = {
 // Settings that would change what is printed, run a program, or keep a repository from being read
 // that was named by its path.
 constexpr std::u16string_view strictSettings =
-    u"--no-pager -c color.ui=false -c core.attributesFile=/dev/null -c core.fsmonitor=false "
+    u"--no-pager -c color.ui=false -c core.fsmonitor=false "
     u"-c core.hooksPath=/dev/null -c core.useReplaceRefs=false -c diff.orderFile=/dev/null "
     u"-c diff.renames=true -c diff.renameLimit=1000 -c format.pretty=medium -c log.follow=false "
     u"-c log.mailmap=false -c log.showRoot=true -c log.showSignature=false "
     u"-c safe.bareRepository=all ";
+
+// The user's attributes, which the variables above leave.
+constexpr std::u16string_view noAttributes = u"-c core.attributesFile=/dev/null ";
 
 constexpr StrictPhrase phrases[] = {
     {u"fatal: not a git repository", u"", noRepository},
@@ -72,6 +77,18 @@ bool CanBeTold(const Place& place)
     return FolderAround(place).find(platformPathRules.listMark) == std::u16string_view::npos;
 }
 
+ClientCall CallIn(const Place& place, std::u16string_view arguments)
+{
+    ClientCall call;
+    call.program = clientNames.git;
+    call.arguments = std::u16string(strictSettings).append(arguments);
+    call.workingFolder = place.folder;
+    // A repository that is none after all must not lead to one around it.
+    if (CanBeTold(place))
+        call.variables.push_back(u"GIT_CEILING_DIRECTORIES=" + std::u16string(FolderAround(place)));
+    return call;
+}
+
 // A file that leads to no repository is a failure to the client by itself.
 bool IsLink(const Place& place)
 {
@@ -81,12 +98,9 @@ bool IsLink(const Place& place)
 // The client calls a repository that is where it runs by its name, and one around it by its path.
 void CheckPlace(const PlacedItem& item, Patience& patience)
 {
-    patience.Ask();
-    RunningClient client(strictGit, StrictGitCall(item.place, u"rev-parse --git-dir"));
-    std::string answer;
-    for (std::string bytes = client.Read(patience); !bytes.empty(); bytes = client.Read(patience))
-        answer += bytes.substr(0, 10);
-    ThrowIfGitFailed(client.Finish(patience), item);
+    if (CanBeTold(item.place) || IsLink(item.place))
+        return;
+    const std::string answer = GitAnswer(item, u"rev-parse --git-dir", patience);
     const std::string_view name = std::string_view(answer).substr(0, answer.find_first_of("\r\n"));
     if (name != ".git" && name != ".")
         ThrowStrictFailure(strictGit.source, noRepository, item.address);
@@ -109,21 +123,45 @@ PlacedItem GitItemOf(const std::u16string& path, const std::optional<std::u16str
                      Patience& patience)
 {
     PlacedItem item = PlacedItemOf(gitPlacing, path, revision);
-    if (!CanBeTold(item.place) && !IsLink(item.place))
-        CheckPlace(item, patience);
+    CheckPlace(item, patience);
+    return item;
+}
+
+std::optional<PlacedItem> GitWorkFileOf(const std::u16string& path, Patience& patience)
+{
+    std::optional<Place> place = PlaceOf(gitWorkTrees, path);
+    if (!place)
+        return std::nullopt;
+    PlacedItem item{std::move(*place), {}, path};
+    CheckPlace(item, patience);
     return item;
 }
 
 ClientCall StrictGitCall(const Place& place, std::u16string_view arguments)
 {
-    ClientCall call;
-    call.program = clientNames.git;
-    call.arguments = std::u16string(strictSettings).append(arguments);
-    call.workingFolder = place.folder;
-    // A repository that is none after all must not lead to one around it.
-    if (CanBeTold(place))
-        call.variables.push_back(u"GIT_CEILING_DIRECTORIES=" + std::u16string(FolderAround(place)));
+    return CallIn(place, std::u16string(noAttributes).append(arguments));
+}
+
+ClientCall GitWorkCall(const Place& place, std::u16string_view arguments)
+{
+    ClientCall call = CallIn(place, arguments);
+    call.variables.push_back(u"GIT_ATTR_NOSYSTEM=0");
     return call;
+}
+
+std::string GitAnswer(const PlacedItem& item, std::u16string_view arguments, Patience& patience)
+{
+    patience.Ask();
+    RunningClient client(strictGit, StrictGitCall(item.place, arguments));
+    std::string answer;
+    for (std::string bytes = client.Read(patience); !bytes.empty(); bytes = client.Read(patience))
+    {
+        if (bytes.size() > mostRecordBytes - answer.size())
+            throw std::bad_alloc();
+        answer += bytes;
+    }
+    ThrowIfGitFailed(client.Finish(patience), item);
+    return answer;
 }
 
 std::u16string CommitArgument(const std::u16string& revision)

@@ -20,8 +20,18 @@ extern const ClientRow strictGit;
 PlacedItem GitItemOf(const std::u16string& path, const std::optional<std::u16string>& revision,
                      Patience& patience);
 
+// A file in a working tree; nothing if it is in none. Throws likewise.
+std::optional<PlacedItem> GitWorkFileOf(const std::u16string& path, Patience& patience);
+
 // A command of the client with its arguments, in the repository.
 ClientCall StrictGitCall(const Place& place, std::u16string_view arguments);
+
+// The same for what the client makes of files in the working tree: there everybody's attributes
+// count.
+ClientCall GitWorkCall(const Place& place, std::u16string_view arguments);
+
+// All that a strict command prints. Throws if it fails.
+std::string GitAnswer(const PlacedItem& item, std::u16string_view arguments, Patience& patience);
 
 // The argument for a revision, which stands for one commit or nothing. An empty one is what is
 // checked out. Throws `HistoryNoRevision` for a text that means several.

@@ -1,6 +1,7 @@
 #include "git/gittree.h"
 
 #include "git/gitbatch.h"
+#include "git/gitworkfiles.h"
 #include "platform/wide.h"
 #include "runner/commandline.h"
 
@@ -49,7 +50,7 @@ TreeRecord RecordOfEntry(const GitEntry& entry, const std::u16string& folder)
 class GitTree final : public TreeReader
 {
 public:
-    explicit GitTree(PlacedItem item) : item_(std::move(item)), batch_(item_) {}
+    explicit GitTree(PlacedItem item) : item_(std::move(item)), batch_(item_), workFiles_(item_) {}
 
     void Start(Patience& patience)
     {
@@ -109,6 +110,11 @@ public:
         if (content.type != "blob")
             ThrowBadAnswer();
         return file.Stream();
+    }
+
+    std::u16string RecordedId(const std::u16string& path, Patience& patience) override
+    {
+        return workFiles_.IdOf(path, patience);
     }
 
 private:
@@ -235,6 +241,7 @@ private:
 
     const PlacedItem item_;
     GitBatch batch_;
+    GitWorkFiles workFiles_;
     GitEntry top_;
     std::u16string revisionId_;
     std::uint64_t time_ = 0;

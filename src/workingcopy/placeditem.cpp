@@ -59,6 +59,12 @@ std::u16string PathInPlace(const Place& place, const std::u16string& name)
     return path;
 }
 
+std::optional<Place> PlaceOf(const Placing& placing, const std::u16string& path)
+{
+    bool isHidden = false;
+    return FindPlace(path, placing, isHidden);
+}
+
 PlacedItem PlacedItemOf(const Placing& placing, const std::u16string& given,
                         const std::optional<std::u16string>& wanted)
 {

@@ -46,6 +46,9 @@ struct Placing
     std::u16string_view mark;
 };
 
+// The innermost repository at or above a local path; nothing if there is none, or none is seen.
+std::optional<Place> PlaceOf(const Placing& placing, const std::u16string& path);
+
 // The item is in the innermost repository at or above the path, which needn't exist. `given` is an
 // address, whose revision counts unless one is `wanted`, or a local path, which is taken as it
 // stands. Throws for an address that can't be, where there is no repository, as for a relative path

@@ -204,6 +204,12 @@ TEST_P(AllOfHostileGit, ChangesNothingAndRunsNothing)
         text += WithProgram(setting.text);
     SetUpInRepository(text);
     EXPECT_EQ(TellAll(), expected_);
+    // Which follows settings, but no program.
+    Bstr id;
+    EXPECT_EQ(
+        TreeAt().As<ITreeWorkFiles>()->GetRecordedId(Ole(repository / u"a.txt"), nullptr, id.Out()),
+        S_OK);
+    EXPECT_EQ(id ? id.View().size() : 0, 40U);
     ExpectNothingWasRun(repository.Folder());
 }
 

@@ -22,6 +22,7 @@ constexpr GUID interfaces[] = {
     IID_IFileSystemTrees,
     IID_ITree,
     IID_ITreeSink,
+    IID_ITreeWorkFiles,
     IID_IFileSystemItem,
     IID_IFileSystemItemExt,
     IID_IFileSystemItemIcon,

@@ -107,6 +107,7 @@ TEST(Slots, OfTrees)
     ExpectOrder<ITree>(&ITree::GetRevisionId, &ITree::GetRevisionTime, &ITree::Find, &ITree::List,
                        &ITree::Open);
     ExpectOrder<ITreeSink>(&ITreeSink::QueryContinue, &ITreeSink::Take);
+    ExpectOrder<ITreeWorkFiles>(&ITreeWorkFiles::GetRecordedId);
 }
 
 // What stands where in the structures, likewise.

@@ -107,6 +107,19 @@ public:
         return Open(name).ReadAll();
     }
 
+    /// The content id that a file of a work tree would be recorded with as it lies there: equal to
+    /// an item's where the system calls the file unchanged. Empty where only the bytes tell.
+    std::string RecordedId(const Text& path, const Progress& progress = nullptr) const
+    {
+        const auto files = tree_.As<ITreeWorkFiles>();
+        if (!files)
+            return {};
+        const auto asked =
+            ComPtr<detail::ProgressObject>::Adopt(new detail::ProgressObject(progress));
+        return detail::TextOf(
+            [&](BSTR* id) { return files->GetRecordedId(path.Get(), asked.Get(), id); });
+    }
+
     /// The interface behind it.
     const ComPtr<ITree>& Get() const
     {

@@ -181,7 +181,11 @@ TEST_P(TreeCalls, AreObjectsOfTheirOwn)
     const auto supports = tree.As<::ISupportErrorInfo>();
     ASSERT_TRUE(supports);
     EXPECT_EQ(supports.As<::IUnknown>().Get(), identity.Get());
+    const auto files = tree.As<ITreeWorkFiles>();
+    ASSERT_TRUE(files);
+    EXPECT_EQ(files.As<::IUnknown>().Get(), identity.Get());
     EXPECT_EQ(supports->InterfaceSupportsErrorInfo(IID_ITree), S_OK);
+    EXPECT_EQ(supports->InterfaceSupportsErrorInfo(IID_ITreeWorkFiles), S_OK);
     EXPECT_EQ(supports->InterfaceSupportsErrorInfo(IID_IFileSystemTrees), S_FALSE);
     EXPECT_FALSE(tree.As<IFileSystem>());
     EXPECT_FALSE(tree.As<IFileSystemTrees>());
@@ -198,12 +202,32 @@ TEST_P(TreeCalls, RefuseNullPointers)
     EXPECT_THAT(OutcomeOf([&] { return tree->Find(Ole(u""), nullptr); }), refused);
     EXPECT_THAT(OutcomeOf([&] { return tree->List(Ole(u""), VARIANT_TRUE, nullptr); }), refused);
     EXPECT_THAT(OutcomeOf([&] { return tree->Open(Ole(u""), nullptr, nullptr); }), refused);
+    EXPECT_THAT(OutcomeOf([&] {
+                    return tree.As<ITreeWorkFiles>()->GetRecordedId(Ole(u""), nullptr, nullptr);
+                }),
+                refused);
     EXPECT_THAT(OutcomeOf([&] { return trees->OpenTree(Ole(u""), nullptr, nullptr, nullptr); }),
                 refused);
     // A null text is an empty one.
     TreeSink sink;
     EXPECT_EQ(tree->Find(nullptr, &sink), S_OK);
     EXPECT_EQ(sink.entries.size(), 1U);
+}
+
+// Nothing but its bytes says what a file is that is in no work tree.
+TEST_P(TreeCalls, SayNothingOfFilesElsewhere)
+{
+    const TempFolder elsewhere;
+    WriteBytes(elsewhere / u"text.txt", "content");
+    const auto files = LastTree().As<ITreeWorkFiles>();
+    for (const std::u16string& path : {elsewhere / u"text.txt", std::u16string()})
+    {
+        Bstr id;
+        EXPECT_THAT(OutcomeOf([&] { return files->GetRecordedId(Ole(path), nullptr, id.Out()); }),
+                    Succeeded());
+        ASSERT_TRUE(id);
+        EXPECT_EQ(std::u16string(id.View()), u"");
+    }
 }
 
 TEST_P(TreeCalls, NameTheirInterfacesInFailures)

@@ -1,6 +1,7 @@
 """Histories in full and trees, for every file system that has them."""
 
 import datetime
+import pathlib
 
 import pytest
 import tarnwell
@@ -88,6 +89,22 @@ def test_a_tree_holds_what_there_was(files, repository):
     assert len(taken) == 1
     with pytest.raises(tarnwell.Failure):
         tree.read_list("", True, taken.append, progress=lambda: False)
+
+
+def test_a_file_is_unchanged_where_it_would_be_recorded_as_it_was(files, repository, tmp_path):
+    tree = files.tree(repository.address(repository.path))
+    file = pathlib.Path(repository.path) / "f.txt"
+    if repository.scheme != "git":
+        assert tree.recorded_id(file) == ""
+        return
+    (tmp_path / ".git" / "info" / "attributes").write_bytes(b"* text\n")
+    assert tree.recorded_id(file) == tree.find("f.txt").content_id
+    file.write_bytes(b"two\r\n")
+    assert tree.recorded_id(file) == tree.find("f.txt").content_id
+    file.write_bytes(b"three\r\n")
+    assert tree.recorded_id(file) not in ("", tree.find("f.txt").content_id)
+    with pytest.raises(tarnwell.Failure):
+        tree.recorded_id(file, progress=lambda: False)
 
 
 def test_folders_of_revisions_by_fsspec(files, repository):
