@@ -89,6 +89,27 @@ Finding CompareRepositories(const Side& left, const Side& right)
                   left, right);
 }
 
+// By the sizes where they say enough, or else by all bytes, converted or not.
+Finding CompareFiles(const Side& left, const Side& right, bool trustsSizes)
+{
+    const Conversions conversions = ConversionsOf(left, right);
+    if (trustsSizes && !conversions && left.Size() != right.Size())
+        return Judged(Verdict::Different, left, right);
+    Finding finding = CompareContents([](const Side& side) { return side.Open(); }, left, right);
+    if (finding.verdict == Verdict::Different && conversions)
+        finding.verdict = CompareRecordedForms(left, right, conversions);
+    return finding;
+}
+
+// Whether the system itself, by its settings, would record the file on the disk as what the tree
+// has. A link is never converted.
+bool IsRecorded(const Side& left, const Side& right)
+{
+    if (left.IsInTree() == right.IsInTree() || left.IsLink() || right.IsLink())
+        return false;
+    return left.IsInTree() ? left.IsRecordOf(right) : right.IsRecordOf(left);
+}
+
 // By what is known of the two.
 Finding CompareAsTold(const Side& left, const Side& right, bool trustsSizes)
 {
@@ -102,13 +123,9 @@ Finding CompareAsTold(const Side& left, const Side& right, bool trustsSizes)
         return Judged(Verdict::LinkDiffers, left, right);
     if (!left.IsFile() || IsSameContent(left, right))
         return Judged(Verdict::Equal, left, right);
-    const Conversions conversions = ConversionsOf(left, right);
-    // Unequal sizes say enough: no need to read.
-    if (trustsSizes && !conversions && left.Size() != right.Size())
-        return Judged(Verdict::Different, left, right);
-    Finding finding = CompareContents([](const Side& side) { return side.Open(); }, left, right);
-    if (finding.verdict == Verdict::Different && conversions)
-        finding.verdict = CompareRecordedForms(left, right, conversions);
+    Finding finding = CompareFiles(left, right, trustsSizes);
+    if (finding.verdict == Verdict::Different && IsRecorded(left, right))
+        finding.verdict = Verdict::Equal;
     if (finding.verdict == Verdict::Equal)
         finding.firstDifference.reset();
     return finding;

@@ -74,6 +74,14 @@ public:
             return std::nullopt;
         return SizeOf(file_);
     }
+    std::u16string Path() const override
+    {
+        return TextFrom(item_.Get(), &IFileSystemItem::GetPath);
+    }
+    bool IsRecordOf(const Side&) const override
+    {
+        return false;
+    }
     std::u16string ContentId() const override
     {
         return {};
@@ -84,8 +92,7 @@ public:
     }
     Reader OpenPath() const override
     {
-        const std::u16string path = TextFrom(item_.Get(), &IFileSystemItem::GetPath);
-        std::u16string target = FromPath(std::filesystem::read_symlink(FilePath(path)));
+        std::u16string target = FromPath(std::filesystem::read_symlink(FilePath(Path())));
         if (std::filesystem::path::preferred_separator != '/')
             std::replace(target.begin(), target.end(), u'\\', u'/');
         return Reader(ToUtf8(target));

@@ -40,6 +40,11 @@ public:
 
     // In bytes; nothing for folders and for what isn't known.
     virtual std::optional<std::uint64_t> Size() const = 0;
+    // What others find it by; of what is in a tree nothing.
+    virtual std::u16string Path() const = 0;
+    // Whether a tree's system would record that file as this content.
+    virtual bool IsRecordOf(const Side& file) const = 0;
+
     // Equal only where contents are; may be empty.
     virtual std::u16string ContentId() const = 0;
     virtual Reader Open() const = 0;

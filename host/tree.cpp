@@ -79,6 +79,11 @@ Reader RevisionTree::Open(const std::string& name) const
     return Reader(Asked([&] { return tree_.Open(name, GoesOn).Get(); }));
 }
 
+std::u16string RevisionTree::RecordedId(const std::u16string& path) const
+{
+    return client::Utf16(Asked([&] { return tree_.RecordedId(path, GoesOn); }));
+}
+
 std::u16string RevisionTree::NameOf(const client::TreeEntry& entry) const
 {
     // The address may have the platform's separators.

@@ -24,6 +24,9 @@ public:
     void List(bool recursive, const std::function<void(const client::TreeEntry&)>& take) const;
     Reader Open(const std::string& name = {}) const;
 
+    // The content id that the file would be recorded with; empty where only its bytes tell.
+    std::u16string RecordedId(const std::u16string& path) const;
+
     // The last part of the name; of the top what the address has there.
     std::u16string NameOf(const client::TreeEntry& entry) const;
     ItemFacts FactsOf(const client::TreeEntry& entry) const;

@@ -81,6 +81,15 @@ public:
     {
         return IsFile() ? std::optional(entry_.size) : std::nullopt;
     }
+    std::u16string Path() const override
+    {
+        return {};
+    }
+    bool IsRecordOf(const Side& file) const override
+    {
+        const std::u16string id = ContentId();
+        return !id.empty() && id == recorded_->tree.RecordedId(file.Path());
+    }
     std::u16string ContentId() const override
     {
         return recorded_->idsTellContents || IsRepository() ? client::Utf16(entry_.contentId)

@@ -24,6 +24,8 @@ struct Item
     std::string path{};
     std::u16string id{};
     bool unreadable = false;
+    // What the tree's system would record it as.
+    std::u16string recordedId{};
     // How the system converts it on its way to a disk.
     bool keywords = false;
     bool lineEnds = false;
@@ -86,6 +88,14 @@ public:
     std::optional<std::uint64_t> Size() const override
     {
         return IsFile() ? std::optional<std::uint64_t>(item_.content.size()) : std::nullopt;
+    }
+    std::u16string Path() const override
+    {
+        return item_.recordedId;
+    }
+    bool IsRecordOf(const Side& file) const override
+    {
+        return !item_.id.empty() && item_.id == file.Path();
     }
     std::u16string ContentId() const override
     {
@@ -225,6 +235,30 @@ const Case cases[] = {
      {.link = true, .inTree = true, .content = "to/x", .path = "to/x", .listed = true},
      {.folder = true, .link = true, .path = "to/x"},
      Verdict::Equal},
+    {"what the system would record as the same",
+     {.inTree = true, .content = "a", .id = u"1"},
+     {.content = "wide", .recordedId = u"1"},
+     Verdict::Equal},
+    {"what the system would record as something else",
+     {.inTree = true, .content = "a", .id = u"1"},
+     {.content = "b", .recordedId = u"2"},
+     Verdict::Different},
+    {"what the system wouldn't record",
+     {.inTree = true, .content = "a"},
+     {.content = "b"},
+     Verdict::Different},
+    {"what would be recorded, of two revisions",
+     {.inTree = true, .content = "a", .id = u"1", .recordedId = u"2"},
+     {.inTree = true, .content = "b", .id = u"2", .recordedId = u"1"},
+     Verdict::Different},
+    {"what would be recorded, of two files",
+     {.content = "a", .id = u"1", .recordedId = u"2"},
+     {.content = "b", .id = u"2", .recordedId = u"1"},
+     Verdict::Different},
+    {"what would be recorded as a link's path",
+     {.link = true, .inTree = true, .content = "x", .path = "x", .id = u"1"},
+     {.content = "y", .recordedId = u"1"},
+     Verdict::Different},
 };
 
 TEST(Comparison, GoesByWhatTheItemsAre)
