@@ -4,8 +4,10 @@
 #include "platform/posix/internet/ftpfind.h"
 #include "platform/posix/internet/internetfailure.h"
 
+#include <cstddef>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <unordered_map>
 #include <variant>
 
@@ -62,8 +64,10 @@ class InternetHandles
 public:
     static InternetHandles& Instance()
     {
-        // Never destroyed: a stream may outlive everything static.
-        static InternetHandles& table = *new InternetHandles;
+        // Never destroyed: a stream may outlive everything static. In room that is there from the
+        // beginning, so that a bad handle is one also where there is no memory left.
+        alignas(InternetHandles) static std::byte room[sizeof(InternetHandles)];
+        static InternetHandles& table = *new (room) InternetHandles;
         return table;
     }
 
