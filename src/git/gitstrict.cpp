@@ -145,7 +145,7 @@ ClientCall StrictGitCall(const Place& place, std::u16string_view arguments)
 ClientCall GitWorkCall(const Place& place, std::u16string_view arguments)
 {
     ClientCall call = CallIn(place, arguments);
-    call.variables.push_back(u"GIT_ATTR_NOSYSTEM=0");
+    call.variables.emplace_back(u"GIT_ATTR_NOSYSTEM=0");
     return call;
 }
 

@@ -15,9 +15,9 @@ namespace tarnwell
 namespace
 {
 
-// Each setting with which a filter could run a program, or insist on it.
+// Each setting with which a filter could run a program, or insist on it, and what it becomes.
 constexpr std::pair<std::u16string_view, std::u16string_view> filterSettings[] = {
-    {u"clean", u""}, {u"smudge", u""}, {u"process", u""}, {u"required", u"false"}};
+    {u"clean", u"="}, {u"smudge", u"="}, {u"process", u"="}, {u"required", u"=false"}};
 
 // Variables that set these over whatever the settings' files say.
 std::vector<std::u16string> WithoutFilters(const std::set<std::string>& names,
@@ -34,9 +34,10 @@ std::vector<std::u16string> WithoutFilters(const std::set<std::string>& names,
         for (const auto& [setting, value] : filterSettings)
         {
             const std::u16string number = Decimal(count++);
-            variables.push_back(u"GIT_CONFIG_KEY_" + number + u"=filter." + text + u"." +
-                                std::u16string(setting));
-            variables.push_back(u"GIT_CONFIG_VALUE_" + number + u"=" + std::u16string(value));
+            std::u16string key = u"GIT_CONFIG_KEY_" + number;
+            key.append(u"=filter.").append(text).append(u".").append(setting);
+            variables.push_back(std::move(key));
+            variables.push_back(u"GIT_CONFIG_VALUE_" + number + std::u16string(value));
         }
     }
     variables.push_back(u"GIT_CONFIG_COUNT=" + Decimal(count));
@@ -52,6 +53,12 @@ ClientCall CallIn(const PlacedItem& item, Patience& patience)
     for (std::u16string& variable : WithoutFilters(filters, item))
         call.variables.push_back(std::move(variable));
     return call;
+}
+
+// The working trees of one have it in common.
+std::string RepositoryOf(const PlacedItem& item, Patience& patience)
+{
+    return GitAnswer(item, u"rev-parse --path-format=absolute --git-common-dir", patience);
 }
 
 // However the host ended the path.
@@ -101,12 +108,6 @@ std::shared_ptr<GitClient> GitWorkFiles::ClientIn(const PlacedItem& file, Patien
         return nullptr;
     return std::make_shared<GitClient>(file,
                                        [file](Patience& asked) { return CallIn(file, asked); });
-}
-
-// The working trees of one have it in common.
-std::string GitWorkFiles::RepositoryOf(const PlacedItem& item, Patience& patience) const
-{
-    return GitAnswer(item, u"rev-parse --path-format=absolute --git-common-dir", patience);
 }
 
 } // namespace tarnwell

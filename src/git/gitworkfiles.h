@@ -21,7 +21,6 @@ public:
 
 private:
     std::shared_ptr<GitClient> ClientIn(const PlacedItem& file, Patience& patience);
-    std::string RepositoryOf(const PlacedItem& item, Patience& patience) const;
 
     const PlacedItem item_;
     // The working tree that was asked last; no client where it is another repository's.
