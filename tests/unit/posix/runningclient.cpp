@@ -2,14 +2,21 @@
 #include "runner/runningclient.h"
 
 #include "frame/status.h"
+#include "platform/clientgroup.h"
+#include "platform/posix/processes/groupguard.h"
+#include "runner/clientstart.h"
 #include "support/clientcall.h"
 #include "support/posix/child.h"
 #include "support/tempfolder.h"
 
 #include <tarnwell/text.h>
 
+#include <array>
 #include <csignal>
 #include <fstream>
+#include <functional>
+#include <sys/prctl.h>
+#include <sys/wait.h>
 
 namespace tarnwell::test
 {
@@ -138,17 +145,24 @@ TEST(RunningClientPosix, ACrashIsAFailure)
     EXPECT_EQ(thrown.status, StatusFromError(ERROR_PROCESS_ABORTED));
 }
 
-TEST(RunningClientPosix, AKilledHostTakesItsClientsWithIt)
+// A client and its child, of which neither wants to end. Their numbers go to the file.
+std::string Stubborn(const std::u16string& file)
+{
+    const std::string name = EncodeName(file).value();
+    return "trap '' TERM HUP INT; sleep 1000 & echo $$ $! > " + name + ".new; mv " + name +
+           ".new " + name + "; wait";
+}
+
+// A host does this first, then starts a client and is killed.
+void ExpectClientsToEndWithHost(const std::function<void()>& first = [] {})
 {
     const TempFolder folder;
     const std::u16string file = folder / u"numbers";
-    const std::string script = "trap '' TERM HUP INT; sleep 1000 & echo $$ $! > " +
-                               EncodeName(file).value() + ".new; mv " + EncodeName(file).value() +
-                               ".new " + EncodeName(file).value() + "; wait";
     const pid_t host = fork();
     if (host == 0)
     {
-        const RunningClient client(childClient, Shell(DecodeName(script)));
+        first();
+        const RunningClient client(childClient, Shell(DecodeName(Stubborn(file))));
         WaitForFile(file);
         kill(getpid(), SIGKILL);
     }
@@ -161,6 +175,141 @@ TEST(RunningClientPosix, AKilledHostTakesItsClientsWithIt)
     ASSERT_TRUE(numbers >> client >> child);
     WaitForEndOf(client);
     WaitForEndOf(child);
+}
+
+void RunAClient()
+{
+    Patience patience(nullptr, u"test");
+    RunningClient client(childClient, Shell(u"exit 0"));
+    client.Finish(patience);
+}
+
+TEST(RunningClientPosix, AKilledHostTakesItsClientsWithIt)
+{
+    ExpectClientsToEndWithHost();
+}
+
+TEST(RunningClientPosix, AKilledHostTakesItsLaterClientsWithIt)
+{
+    ExpectClientsToEndWithHost(RunAClient);
+}
+
+TEST(RunningClientPosix, AKilledHostThatLosesItsChildrensEndsTakesItsClientsWithIt)
+{
+    ExpectClientsToEndWithHost([] { signal(SIGCHLD, SIG_IGN); });
+}
+
+// What stands guard is nobody's child but of who takes up orphans.
+TEST(RunningClientPosix, AKilledHostTakesItsClientsWithItAlsoIfTheirGuardWasEndedBefore)
+{
+    ExpectClientsToEndWithHost([] {
+        prctl(PR_SET_CHILD_SUBREAPER, 1);
+        RunAClient();
+        std::ifstream children("/proc/thread-self/children");
+        pid_t guard = 0;
+        if (!(children >> guard) || kill(guard, SIGKILL) != 0 ||
+            waitpid(guard, nullptr, 0) != guard)
+            _exit(1);
+    });
+}
+
+TEST(RunningClientPosix, ACopyOfTheHostDoesNotKeepItsClients)
+{
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    ExpectClientsToEndWithHost([&] {
+        RunAClient();
+        const pid_t copy = fork();
+        if (copy != 0)
+            return;
+        // Until the test closes its end.
+        close(ends[1]);
+        char byte = 0;
+        _exit(read(ends[0], &byte, 1) == 0 ? 0 : 1);
+    });
+    close(ends[0]);
+    close(ends[1]);
+}
+
+TEST(RunningClientPosix, NothingIsLeftToWaitFor)
+{
+    const auto act = [] {
+        RunAClient();
+        return waitpid(-1, nullptr, 0) == -1 && errno == ECHILD ? 0 : 1;
+    };
+    EXPECT_EQ(ExitCodeOfChild(act), 0);
+}
+
+TEST(RunningClientPosix, ItsChildrenEndWithItAlsoWhereTheHostLosesItsChildrensEnds)
+{
+    const auto act = [] {
+        signal(SIGCHLD, SIG_IGN);
+        Patience patience(nullptr, u"test");
+        pid_t child = 0;
+        {
+            RunningClient client(childClient, Shell(u"sleep 1000 & echo $!"));
+            child = NumberIn(client.Read(patience));
+        }
+        WaitForEndOf(child);
+        return 0;
+    };
+    EXPECT_EQ(ExitCodeOfChild(act), 0);
+}
+
+// The number may be another's by then.
+TEST(RunningClientPosix, AGroupThatWasLeftIsNotEndedWithTheHost)
+{
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const pid_t host = fork();
+    if (host == 0)
+    {
+        std::array<pid_t, 2> groups{};
+        for (pid_t& group : groups)
+        {
+            group = fork();
+            if (group == 0)
+                pause();
+            if (setpgid(group, group) != 0 || posix::WatchGroup(group) != 0)
+                _exit(1);
+        }
+        posix::LeaveGroup(groups[0]);
+        if (write(ends[1], groups.data(), sizeof groups) == sizeof groups)
+            kill(getpid(), SIGKILL);
+        _exit(1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(host, &status, 0), host);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    std::array<pid_t, 2> groups{};
+    ASSERT_EQ(read(ends[0], groups.data(), sizeof groups), static_cast<ssize_t>(sizeof groups));
+    WaitForEndOf(groups[1]);
+    EXPECT_TRUE(Runs(groups[0]));
+    kill(groups[0], SIGKILL);
+    close(ends[0]);
+    close(ends[1]);
+}
+
+// So that the end of a group never is another's.
+TEST(RunningClientPosix, AGroupKeepsItsNumberUntilItIsEnded)
+{
+    const OsHandle group(CreateClientGroup());
+    ASSERT_TRUE(group);
+    const ClientRow& row = childClient;
+    const Pipe input = MakePipe(row, &Pipe::read);
+    const Pipe output = MakePipe(row, &Pipe::write);
+    const ClientProcess client = StartClient(
+        row, Shell(u"echo $$"), {input.read.Get(), output.write.Get(), output.write.Get()}, group);
+    ASSERT_EQ(WaitForSingleObject(client.process.Get(), INFINITE), WAIT_OBJECT_0);
+    std::array<char, 32> text{};
+    DWORD size = 0;
+    ASSERT_TRUE(ReadPipe(group.Get(), output.read.Get(), text.data(), text.size() - 1, &size));
+    const pid_t number = NumberIn(text.data());
+    EXPECT_EQ(kill(number, 0), 0) << "still there";
+    EXPECT_EQ(client.ExitCode(99), 0);
+    EXPECT_TRUE(EndClientGroup(group.Get()));
+    EXPECT_EQ(kill(number, 0), -1);
+    EXPECT_EQ(client.ExitCode(99), 0);
 }
 
 } // namespace

@@ -36,6 +36,26 @@ void ChildProcess::Started(pid_t id)
     process_ = FileDescriptor(static_cast<int>(syscall(SYS_pidfd_open, id, 0)));
 }
 
+void ChildProcess::Keep()
+{
+    isKept_ = true;
+}
+
+void ChildProcess::LetGo()
+{
+    const std::lock_guard lock(guard_);
+    isKept_ = false;
+    siginfo_t end = {};
+    if (isEnded_)
+        waitid(P_PID, static_cast<id_t>(id_), &end, WEXITED | WNOHANG);
+}
+
+bool ChildProcess::HasNumber()
+{
+    siginfo_t end = {};
+    return waitid(P_PID, static_cast<id_t>(id_), &end, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
+
 int ChildProcess::Wait()
 {
     return Collect(WEXITED);
@@ -76,6 +96,8 @@ int ChildProcess::Collect(int options)
     const std::lock_guard lock(guard_);
     if (isEnded_)
         return 0;
+    if (isKept_)
+        options |= WNOWAIT;
     siginfo_t end = {};
     int result = 0;
     do

@@ -21,6 +21,12 @@ public:
     ~ChildProcess();
 
     void Started(pid_t id);
+    // To be called before the start: the number goes to no other process until LetGo, unless the
+    // host takes the end away.
+    void Keep();
+    void LetGo();
+    // Whether the number still is this process's, of one that was kept.
+    bool HasNumber();
     DWORD Id() const
     {
         return static_cast<DWORD>(id_);
@@ -44,6 +50,7 @@ private:
     // The system may give the number to another process, but not this.
     FileDescriptor process_;
     bool isEnded_ = false;
+    bool isKept_ = false;
     std::optional<DWORD> exitCode_;
     int endingSignal_ = 0;
 };

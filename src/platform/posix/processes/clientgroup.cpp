@@ -1,20 +1,18 @@
-// Groups of processes. Beside its first process each has a guard, which waits for the end of a pipe
-// of which only this process holds the other end, so that it knows when this process has ended,
-// however it did, and then ends the group. A guard that nobody has taken leave of also keeps the
-// group's number from going to another.
+// Groups of processes, each with a guard (groupguard.h). Where the host leaves its children's ends
+// to whoever has started them, as nearly all do, the first process keeps the group's number also
+// when it has ended, and one guard does for all groups. Else each has one of its own, which does
+// that.
 #include "platform/clientgroup.h"
 
 #include "platform/posix/errors/errnotable.h"
 #include "platform/posix/errors/lasterror.h"
 #include "platform/posix/files/filehandle.h"
 #include "platform/posix/files/handleobject.h"
-#include "platform/posix/processes/childprocess.h"
-#include "platform/posix/processes/spawnsetup.h"
+#include "platform/posix/processes/groupguard.h"
 #include "platform/posix/processes/start.h"
 
 #include <cerrno>
 #include <csignal>
-#include <fcntl.h>
 #include <memory>
 #include <new>
 #include <poll.h>
@@ -44,12 +42,17 @@ public:
             return Fail(ERROR_INVALID_HANDLE);
         const bool isFirst = id_ == 0;
         request.group = isFirst ? StartRequest::ownGroup : id_;
+        if (isFirst)
+        {
+            ChooseGuard();
+            request.child = first_;
+        }
         if (!posix::StartProcess(request, information))
             return 0;
         if (!isFirst)
             return 1;
         id_ = static_cast<pid_t>(information->dwProcessId);
-        const int number = TryStartGuard();
+        const int number = TryGuarding();
         if (number == 0)
             return 1;
         End();
@@ -65,8 +68,13 @@ public:
         eventfd_write(ending_.Get(), 1);
         if (id_ == 0)
             return;
-        kill(-id_, SIGKILL);
-        guard_.Wait();
+        if (!isShared_ || first_->HasNumber())
+            kill(-id_, SIGKILL);
+        if (isShared_)
+            LeaveGroup(id_);
+        else
+            guard_.Wait();
+        first_->LetGo();
         id_ = 0;
     }
 
@@ -78,16 +86,25 @@ public:
 
     int Wait() override
     {
-        return guard_.Wait();
+        return first_->Wait();
     }
 
 private:
+    void ChooseGuard()
+    {
+        struct sigaction now = {};
+        sigaction(SIGCHLD, nullptr, &now);
+        isShared_ = now.sa_handler == SIG_DFL && (now.sa_flags & SA_NOCLDWAIT) == 0;
+        if (isShared_)
+            first_->Keep();
+    }
+
     // 0 or an errno.
-    int TryStartGuard()
+    int TryGuarding()
     {
         try
         {
-            return StartGuard();
+            return Guard();
         }
         catch (const std::bad_alloc&)
         {
@@ -95,25 +112,11 @@ private:
         }
     }
 
-    int StartGuard()
+    int Guard()
     {
-        int ends[2];
-        if (pipe2(ends, O_CLOEXEC) != 0)
-            return errno;
-        const FileDescriptor read(ends[0]);
-        life_ = FileDescriptor(ends[1]);
-        const FileDescriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
-        if (!nothing)
-            return errno;
-        SpawnSetup setup({read.Get(), nothing.Get(), nothing.Get()});
-        setup.JoinGroup(id_);
-        std::vector<std::string> arguments{"/bin/sh", "-c", "read -r word; kill -s KILL 0"};
-        // Without variables, of which some mean something to shells.
-        char* const environment[] = {nullptr};
-        pid_t id = -1;
-        const int number = setup.Spawn(&id, arguments, environment);
-        if (number == 0)
-            guard_.Started(id);
+        if (isShared_)
+            return WatchGroup(id_);
+        const int number = guard_.Start(id_);
         // A host that takes no notice of its children's ends: all of the group has ended.
         const bool isGone = number == EPERM || number == ESRCH;
         if (isGone)
@@ -122,8 +125,9 @@ private:
     }
 
     const FileDescriptor ending_;
-    FileDescriptor life_;
-    ChildProcess guard_;
+    bool isShared_ = false;
+    OwnGuard guard_; // unless it is the shared one
+    const std::shared_ptr<ChildProcess> first_ = std::make_shared<ChildProcess>();
     pid_t id_ = 0; // the first process's; 0 if none was started, and once it has been ended
     bool hasEnded_ = false;
 };
@@ -159,8 +163,8 @@ extern "C" BOOL StartInGroup(HANDLE group, LPWSTR commandLine, LPVOID environmen
     auto* const handle = dynamic_cast<ClientGroup*>(ObjectOf(group));
     if (handle == nullptr)
         return Fail(ERROR_INVALID_HANDLE);
-    return handle->StartProcess({commandLine, static_cast<LPCWSTR>(environment), folder, startup},
-                                information);
+    return handle->StartProcess(
+        {commandLine, static_cast<LPCWSTR>(environment), folder, startup, 0, nullptr}, information);
 }
 
 extern "C" BOOL EndClientGroup(HANDLE group)

@@ -124,7 +124,7 @@ BOOL Start(const StartRequest& request, ChildProcess& child)
 BOOL StartWithHandles(const StartRequest& request, PROCESS_INFORMATION* information)
 {
     // Made first: nothing may fail behind the start.
-    const auto child = std::make_shared<ChildProcess>();
+    const auto child = request.child ? request.child : std::make_shared<ChildProcess>();
     auto process = std::make_unique<ProcessHandle>(child);
     auto thread = std::make_unique<ProcessHandle>(child);
     if (!Start(request, *child))
@@ -180,8 +180,8 @@ extern "C" BOOL CreateProcessW(LPCWSTR application, LPWSTR commandLine,
         hasBytes || (flags & ~CREATE_UNICODE_ENVIRONMENT) != 0 ||
         (startup->dwFlags & ~supportedStartup) != 0)
         return Fail(ERROR_NOT_SUPPORTED);
-    return StartProcess({commandLine, static_cast<LPCWSTR>(environment), folder, startup},
-                        information);
+    return StartProcess(
+        {commandLine, static_cast<LPCWSTR>(environment), folder, startup, 0, nullptr}, information);
 }
 
 extern "C" DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds)

@@ -1,0 +1,162 @@
+// Guards wait for the end of a connection of which only this process holds the other end, so that
+// they know when this process has ended.
+#include "platform/posix/processes/groupguard.h"
+
+#include "platform/posix/processes/spawnsetup.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <mutex>
+#include <optional>
+#include <pthread.h>
+#include <string>
+#include <sys/socket.h>
+#include <unistd.h>
+#include <vector>
+
+namespace tarnwell::posix
+{
+namespace
+{
+
+// A shell with one end as its input. Its group is that one, or its own. 0 or an errno.
+int StartShell(const char* script, std::optional<pid_t> group, FileDescriptor& life,
+               ChildProcess& shell)
+{
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
+        return errno;
+    const FileDescriptor input(ends[0]);
+    const FileDescriptor other(ends[1]);
+    // A host that has closed its standard descriptors goes on writing to them.
+    life = FileDescriptor(fcntl(other.Get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    const FileDescriptor nothing(open("/dev/null", O_RDWR | O_CLOEXEC));
+    if (!life || !nothing)
+        return errno;
+    SpawnSetup setup({input.Get(), nothing.Get(), nothing.Get()});
+    if (group)
+        setup.JoinGroup(*group);
+    else
+        setup.LeadGroup();
+    std::vector<std::string> arguments{"/bin/sh", "-c", script};
+    // Without variables, of which some mean something to shells.
+    char* const environment[] = {nullptr};
+    pid_t id = -1;
+    const int number = setup.Spawn(&id, arguments, environment);
+    if (number == 0)
+        shell.Started(id);
+    return number;
+}
+
+class SharedGuard
+{
+public:
+    int Watch(pid_t group)
+    {
+        const std::lock_guard lock(guard_);
+        groups_.push_back(group);
+        int number = life_ ? Tell('+', group) : EPIPE;
+        // Somebody has ended it.
+        if (number == EPIPE)
+            number = Start();
+        if (number != 0)
+            groups_.pop_back();
+        return number;
+    }
+
+    void Leave(pid_t group) noexcept
+    {
+        const std::lock_guard lock(guard_);
+        std::erase(groups_, group);
+        Tell('-', group);
+    }
+
+    // Around a fork: the copy has no guard, and mustn't keep this one's from seeing the end.
+    void Lock()
+    {
+        guard_.lock();
+    }
+    void Unlock()
+    {
+        guard_.unlock();
+    }
+    void Forget()
+    {
+        life_ = FileDescriptor();
+        groups_.clear();
+        Unlock();
+    }
+
+private:
+    // 0 or an errno. Never waits: a guard that was stopped mustn't stop the host.
+    int Tell(char what, pid_t group) noexcept
+    {
+        std::array<char, 32> line;
+        const int size =
+            std::snprintf(line.data(), line.size(), "%c %ld\n", what, static_cast<long>(group));
+        const auto sent = Restarted([&] {
+            return send(life_.Get(), line.data(), static_cast<std::size_t>(size),
+                        MSG_NOSIGNAL | MSG_DONTWAIT);
+        });
+        return sent == size ? 0 : errno;
+    }
+
+    int Start()
+    {
+        // The shell itself ends at once. What it leaves has the input by another number, as that of
+        // a shell's background is nothing.
+        constexpr const char* script =
+            "cd /; exec 3<&0; (while read -r what group; do case $what in"
+            " +) groups=\"$groups -$group\";;"
+            " -) left=; for other in $groups;"
+            " do [ $other = -$group ] || left=\"$left $other\"; done; groups=$left;;"
+            " esac; done; [ -z \"$groups\" ] || kill -s KILL -- $groups) <&3 3<&- &";
+        FileDescriptor life;
+        ChildProcess shell;
+        int number = StartShell(script, std::nullopt, life, shell);
+        if (number != 0)
+            return number;
+        shell.Wait();
+        life_ = std::move(life);
+        for (const pid_t group : groups_)
+            number = number != 0 ? number : Tell('+', group);
+        return number;
+    }
+
+    std::mutex guard_;
+    FileDescriptor life_;
+    std::vector<pid_t> groups_;
+};
+
+SharedGuard& TheGuard()
+{
+    // Never deleted: threads may have clients until the process ends.
+    static SharedGuard* const guard = [] {
+        auto made = new SharedGuard;
+        pthread_atfork([] { TheGuard().Lock(); }, [] { TheGuard().Unlock(); },
+                       [] { TheGuard().Forget(); });
+        return made;
+    }();
+    return *guard;
+}
+
+} // namespace
+
+int OwnGuard::Start(pid_t group)
+{
+    return StartShell("read -r word; kill -s KILL 0", group, life_, shell_);
+}
+
+int WatchGroup(pid_t group)
+{
+    return TheGuard().Watch(group);
+}
+
+void LeaveGroup(pid_t group) noexcept
+{
+    TheGuard().Leave(group);
+}
+
+} // namespace tarnwell::posix
