@@ -12,10 +12,16 @@ use POSIX ();
 my %clients = map { $_ => 1 } qw(git hg chg svn svnadmin svnlook svnmucc);
 my $block_size = 65536;
 
+# The end of it that tells when the run is over.
+my $life;
+
+# Wine may keep the connection of a caller that was ended before it had said all.
 sub receive_bytes {
     my ($connection, $size) = @_;
+    my $sources = IO::Select->new($connection, $life);
     my $bytes = '';
     while (length $bytes < $size) {
+        die "the run is over\n" if grep { $_ == $life } $sources->can_read;
         my $count = sysread $connection, $bytes, $size - length $bytes, length $bytes;
         die "the caller hung up\n" unless $count;
     }
@@ -120,7 +126,7 @@ sub pass_input {
 # A caller that has gone takes its client with it. Wine itself may keep its connection, and so does the
 # end of $life.
 sub hand_over {
-    my ($connection, $life, $process, $input, $output, $errors) = @_;
+    my ($connection, $process, $input, $output, $errors) = @_;
     my $sources = IO::Select->new($connection, $life, $output, $errors);
     while ($sources->count > 2) {
         for my $source ($sources->can_read) {
@@ -143,7 +149,8 @@ sub hand_over {
 }
 
 sub answer {
-    my ($connection, $life, $key, $own_folder) = @_;
+    my ($connection, $key, $own_folder);
+    ($connection, $life, $key, $own_folder) = @_;
     $SIG{PIPE} = 'IGNORE';
     return unless receive_bytes($connection, 4 + length $key) eq pack 'N/a', $key;
     my ($client, @arguments) = receive_list($connection);
@@ -152,7 +159,7 @@ sub answer {
     die "not a client: $client\n" unless $clients{$client};
     my %environment = client_environment(\%caller, $own_folder);
     ($folder, @arguments) = map { unix_path($_, $caller{WINEPREFIX}) } $folder, @arguments;
-    hand_over($connection, $life, start($client, \@arguments, $folder, \%environment));
+    hand_over($connection, start($client, \@arguments, $folder, \%environment));
     # Mercurial tries whether it can have links, and leaves one that can't be removed from Wine.
     unlink "$_/.hg/wcache/checklink" for $folder, grep { m{^/} } @arguments;
 }
