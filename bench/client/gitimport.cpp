@@ -39,6 +39,11 @@ void GitImport::File(const std::string& name, const std::string& bytes)
     Data(bytes);
 }
 
+void GitImport::Rename(const std::string& from, const std::string& to)
+{
+    std::fprintf(pipe_.get(), "R %s %s\n", from.c_str(), to.c_str());
+}
+
 void GitImport::Data(const std::string& bytes)
 {
     std::fprintf(pipe_.get(), "data %zu\n", bytes.size());

@@ -18,6 +18,7 @@ public:
     // The next commit. Files come behind it.
     void Commit(const std::string& subject);
     void File(const std::string& name, const std::string& bytes);
+    void Rename(const std::string& from, const std::string& to);
 
 private:
     void Data(const std::string& bytes);

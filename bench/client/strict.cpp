@@ -62,11 +62,11 @@ ComPtr<ITree> TreeOf(const ComPtr<IFileSystem>& system, const std::string& folde
 } // namespace
 
 std::function<void()> Telling(const ComPtr<IFileSystem>& system, const std::string& path,
-                              std::uint32_t count, std::uint32_t expected)
+                              std::uint32_t count, std::uint32_t expected, std::uint32_t flags)
 {
     return [=, wide = Widened(path)] {
         const auto counter = ComPtr<Counter>::Adopt(new Counter);
-        const HistoryOptions options{sizeof(HistoryOptions), 0, 0, count, 0, 0};
+        const HistoryOptions options{sizeof(HistoryOptions), flags, 0, count, 0, 0};
         system.As<IFileSystemHistory>()->ReadHistory(wide.c_str(), nullptr, &options,
                                                      counter.Get());
         Expect(counter->count == expected, "the module tells another number of revisions");

@@ -14,9 +14,10 @@
 namespace tarnwell::bench
 {
 
-// The first `count` revisions of the item at `path`, or all for 0, which are `expected` ones.
+// The first `count` revisions of the item at `path`, or all for 0, which are `expected` ones;
+// `flags` are those of HistoryOptions.
 std::function<void()> Telling(const ComPtr<IFileSystem>& system, const std::string& path,
-                              std::uint32_t count, std::uint32_t expected);
+                              std::uint32_t count, std::uint32_t expected, std::uint32_t flags = 0);
 
 // So many contents of the same size, through one tree of the folder.
 std::function<void()> ReadingAll(const ComPtr<IFileSystem>& system, const std::string& folder,

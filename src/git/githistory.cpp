@@ -42,8 +42,8 @@ bool Follows(const Place& place, const HistoryOptions& options)
     return (options.flags & HistoryFollow) != 0 && !place.path.empty();
 }
 
-// What the client can't leave out when it follows names: there it counts commits that don't concern
-// the item.
+// What the client can't leave out when it follows names: there it leaves out commits, too, that
+// don't concern the item.
 HistoryPage PageOf(const HistoryOptions& options, bool follows)
 {
     HistoryPage::Bounds bounds{.count = options.count};
@@ -171,7 +171,13 @@ std::u16string GitHistoryArguments(const Place& place, const std::u16string& rev
     if (options.since != 0)
         arguments += u"--max-age=" + SignedDecimal(SecondsOf(options.since)) + u" ";
     if (Follows(place, options))
+    {
         arguments += u"--follow --name-status --find-renames=50% ";
+        // It counts what it prints. What it leaves out at the beginning it counts otherwise.
+        if (options.count != 0 && options.until == 0)
+            arguments += u"--max-count=" +
+                         Decimal(In31Bits(In31Bits(options.count) + In31Bits(options.skip))) + u" ";
+    }
     else
     {
         if (options.until != 0)

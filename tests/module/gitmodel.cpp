@@ -346,11 +346,25 @@ TEST_F(GitModel, AFollowedFileIsTheSameUnderAllItsNames)
         }
         expected.insert(expected.begin(), {DecodeName(description), name});
     }
-    std::vector<std::pair<std::u16string, std::u16string>> found;
-    for (const HistoryEntry& entry : History(Address(name), Wanted(HistoryFollow)))
-        found.emplace_back(entry.description, entry.path);
-    EXPECT_EQ(found, expected);
-    EXPECT_GT(std::count_if(found.begin(), found.end(),
+    const auto found = [&](std::size_t skip, std::size_t count) {
+        std::vector<std::pair<std::u16string, std::u16string>> page;
+        for (const HistoryEntry& entry :
+             History(Address(name), Wanted(HistoryFollow, static_cast<std::uint32_t>(skip),
+                                           static_cast<std::uint32_t>(count))))
+            page.emplace_back(entry.description, entry.path);
+        return page;
+    };
+    EXPECT_EQ(found(0, 0), expected);
+    // Behind commits of others, too.
+    const auto size = expected.size();
+    for (const auto& [skip, count] : {std::pair(0 * size, size - 1), {5, size - 6}, {7, size}})
+    {
+        const auto end =
+            expected.begin() + static_cast<std::ptrdiff_t>(std::min(skip + count, size));
+        const decltype(expected) page(expected.begin() + static_cast<std::ptrdiff_t>(skip), end);
+        EXPECT_EQ(found(skip, count), page) << skip;
+    }
+    EXPECT_GT(std::count_if(expected.begin(), expected.end(),
                             [&](const auto& each) { return each.second != name; }),
               3);
 }
