@@ -123,8 +123,8 @@ sub pass_input {
     return 1;
 }
 
-# A caller that has gone takes its client with it. Wine itself may keep its connection, and so does the
-# end of $life.
+# To the client's end, whose exit code is returned. A caller that has gone takes its client with it, and there
+# is none. Wine itself may keep its connection, and so does the end of $life.
 sub hand_over {
     my ($connection, $process, $input, $output, $errors) = @_;
     my $sources = IO::Select->new($connection, $life, $output, $errors);
@@ -133,7 +133,7 @@ sub hand_over {
             if ($source == $connection || $source == $life) {
                 next if $source == $connection && pass_input($connection, $input);
                 kill 'TERM', $process;
-                return;
+                return undef;
             }
             my $count = sysread($source, my $bytes, $block_size);
             send_frame($connection, $source == $output ? 'o' : 'e', $bytes) if $count;
@@ -141,7 +141,13 @@ sub hand_over {
         }
     }
     waitpid $process, 0;
-    send_frame($connection, 'x', ($? & 127) != 0 ? 128 + ($? & 127) : $? >> 8);
+    return ($? & 127) != 0 ? 128 + ($? & 127) : $? >> 8;
+}
+
+# The last word, and the caller's.
+sub part {
+    my ($connection, $exit_code) = @_;
+    send_frame($connection, 'x', $exit_code);
     # A socket that is closed before all was read of it takes back what it sent.
     shutdown $connection, 1;
     my $rest = IO::Select->new($connection, $life);
@@ -159,9 +165,11 @@ sub answer {
     die "not a client: $client\n" unless $clients{$client};
     my %environment = client_environment(\%caller, $own_folder);
     ($folder, @arguments) = map { unix_path($_, $caller{WINEPREFIX}) } $folder, @arguments;
-    hand_over($connection, start($client, \@arguments, $folder, \%environment));
-    # Mercurial tries whether it can have links, and leaves one that can't be removed from Wine.
+    my $exit_code = hand_over($connection, start($client, \@arguments, $folder, \%environment));
+    # Mercurial tries whether it can have links, and leaves one that can't be removed from Wine. The caller
+    # may move it as soon as it hears of the end.
     unlink "$_/.hg/wcache/checklink" for $folder, grep { m{^/} } @arguments;
+    part($connection, $exit_code) if defined $exit_code;
 }
 
 1;
