@@ -89,11 +89,11 @@ TEST_F(Ftp, OnlySomeModesOpen)
         {readAccess | writeAccess, openExisting},
         {0, openExisting},
         {1, openExisting}};
-    for (const auto& [access, disposition] : refused)
+    for (const auto& mode : refused)
     {
         ComPtr<IFileStream> stream;
         const Outcome outcome =
-            OutcomeOf([&] { return file->Open(access, disposition, stream.Out()); });
+            OutcomeOf([&] { return file->Open(mode.first, mode.second, stream.Out()); });
         EXPECT_EQ(outcome.status, E_INVALIDARG);
         ASSERT_TRUE(outcome.error);
         EXPECT_EQ(WithoutLine(outcome.error->text),

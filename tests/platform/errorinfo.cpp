@@ -29,7 +29,7 @@ ComPtr<IErrorInfo> ReadingSide(const ComPtr<ICreateErrorInfo>& info)
     return reader;
 }
 
-LPOLESTR Units(std::u16string& text)
+LPOLESTR UnitsOf(std::u16string& text)
 {
     return Wide(text.data());
 }
@@ -41,9 +41,9 @@ TEST(ErrorInfo, TextsAreCopied)
     std::u16string source = u"who";
     std::u16string helpFile = u"where";
     EXPECT_EQ(info->SetGUID(someGuid), S_OK);
-    EXPECT_EQ(info->SetDescription(Units(description)), S_OK);
-    EXPECT_EQ(info->SetSource(Units(source)), S_OK);
-    EXPECT_EQ(info->SetHelpFile(Units(helpFile)), S_OK);
+    EXPECT_EQ(info->SetDescription(UnitsOf(description)), S_OK);
+    EXPECT_EQ(info->SetSource(UnitsOf(source)), S_OK);
+    EXPECT_EQ(info->SetHelpFile(UnitsOf(helpFile)), S_OK);
     EXPECT_EQ(info->SetHelpContext(7), S_OK);
     description = source = helpFile = u"gone";
 

@@ -25,9 +25,9 @@ protected:
         return files_.Combine(folder_.Path(), name);
     }
 
-    const ThreadScope thread_;
-    const TempFolder folder_;
-    const Module module_;
+    const ThreadScope thread_{};
+    const TempFolder folder_{};
+    const Module module_{};
     FileSystem files_ = module_.Open(folder_.Path());
 };
 

@@ -34,7 +34,7 @@ TEST(LongTexts, AreTheSameInBlocksOfAnySize)
     for (const Decoding decoding : {Decoding::Utf8, Decoding::Widen})
     {
         const std::u16string whole = Decode(bytes, decoding);
-        for (const std::size_t size : {1, 7, 1000, 1001, 10240, 70'001})
+        for (const std::size_t size : {1U, 7U, 1000U, 1001U, 10240U, 70'001U})
             EXPECT_TRUE(TakenInBlocks(bytes, size, decoding) == whole) << size;
     }
 }

@@ -99,7 +99,7 @@ protected:
         return records.empty() ? u"" : records[0].description;
     }
 
-    const P4Output output_;
+    const P4Output output_{};
 };
 
 INSTANTIATE_TEST_SUITE_P(Lines, P4Parser, testing::Values(windowsEnds, linuxEnds),

@@ -116,13 +116,13 @@ TEST_F(SvnParser, NumbersAndDatesThatDoNotReadAreZero)
 
 TEST_F(SvnParser, OneMissingFactFailsTheWholeListing)
 {
-    for (const auto& [from, to] :
+    for (const auto& change :
          {std::pair{"<name>my dir</name>", ""}, std::pair{"<name>my dir</name>", "<name></name>"},
           std::pair{"<name>my dir</name>", "<name>  </name>"},
           std::pair{"kind=\"dir\"", "sort=\"dir\""}, std::pair{"<size>1</size>", ""},
           std::pair{"revision=\"4\"", ""}, std::pair{"path=\"file:///r/trunk\"", ""},
           std::pair{"<date>2026-11-21T08:54:35.209799Z</date>", ""}})
-        ExpectUnread([&] { List(With(listOutput, from, to)); });
+        ExpectUnread([&] { List(With(listOutput, change.first, change.second)); });
 }
 
 TEST_F(SvnParser, AListingOfOneItemTellsItsFacts)

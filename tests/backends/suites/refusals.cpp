@@ -55,11 +55,11 @@ TEST_P(Refusals, OfWaysToOpen)
         ways.emplace_back(writeAccess, openExisting);
     const std::u16string address = Address(u"text.txt");
     const auto file = File(address);
-    for (const auto& [access, disposition] : ways)
+    for (const auto& way : ways)
     {
         ComPtr<IFileStream> stream;
         const Outcome outcome =
-            OutcomeOf([&] { return file->Open(access, disposition, stream.Out()); });
+            OutcomeOf([&] { return file->Open(way.first, way.second, stream.Out()); });
         EXPECT_EQ(outcome.status, E_INVALIDARG);
         EXPECT_EQ(WithoutLine(Text(outcome)),
                   u"Failed to open \"" + address + u"\" for reading or writing." + Position());

@@ -124,7 +124,7 @@ bool Socket::Send(std::string_view bytes, const StopFlag& stop) const
     while (!bytes.empty())
     {
         const auto sent = send(Native(native_), bytes.data(),
-                               static_cast<int>(std::min(bytes.size(), piece)), sendFlags);
+                               static_cast<SocketBytes>(std::min(bytes.size(), piece)), sendFlags);
         if (sent > 0)
             bytes.remove_prefix(static_cast<std::size_t>(sent));
         else if (!WouldBlock() || !Wait(POLLOUT, stop))
@@ -138,7 +138,7 @@ std::string Socket::Receive(std::size_t size, const StopFlag& stop) const
     std::string bytes(size, '\0');
     while (Wait(POLLIN, stop))
     {
-        const auto got = recv(Native(native_), bytes.data(), static_cast<int>(size), 0);
+        const auto got = recv(Native(native_), bytes.data(), static_cast<SocketBytes>(size), 0);
         if (got < 0 && WouldBlock())
             continue;
         bytes.resize(got > 0 ? static_cast<std::size_t>(got) : 0);

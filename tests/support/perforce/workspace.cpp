@@ -127,7 +127,8 @@ std::string DepotPath(const Workspace& workspace, const fs::path& local)
     const std::u8string root = PathOf(workspace.root).generic_u8string() + u8"/";
     if (!text.starts_with(root))
         throw Failure("Path '" + local.string() + "' is not under client's root.\n", 1);
-    return workspace.view + "/" + Encoded(std::string(text.begin() + root.size(), text.end()));
+    const std::u8string below = text.substr(root.size());
+    return workspace.view + "/" + Encoded(std::string(below.begin(), below.end()));
 }
 
 fs::path PathOf(const std::string& text)

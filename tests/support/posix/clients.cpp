@@ -10,6 +10,14 @@ namespace tarnwell::test
 namespace
 {
 
+struct Settings
+{
+    TempFolder folder;
+    EnvironmentValue home{"HOME", folder.Path().c_str()};
+    EnvironmentValue configuration{"XDG_CONFIG_HOME", nullptr};
+    EnvironmentValue system{"GIT_CONFIG_NOSYSTEM", "1"};
+};
+
 class NoSettings : public testing::Environment
 {
 public:
@@ -23,14 +31,7 @@ public:
     }
 
 private:
-    struct Set
-    {
-        TempFolder folder;
-        EnvironmentValue home{"HOME", folder.Path().c_str()};
-        EnvironmentValue configuration{"XDG_CONFIG_HOME", nullptr};
-        EnvironmentValue system{"GIT_CONFIG_NOSYSTEM", "1"};
-    };
-    std::optional<Set> set_;
+    std::optional<Settings> set_;
 };
 
 [[maybe_unused]] testing::Environment* const registered =

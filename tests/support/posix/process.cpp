@@ -40,11 +40,11 @@ std::vector<std::string> EnvironmentOf(const ProcessCall& call)
         variables.emplace_back(*entry);
     for (const auto& [name, value] : call.environment)
     {
-        std::erase_if(variables, [&](const std::string& variable) {
-            return variable.starts_with(name + "=");
-        });
+        const std::string start = name + "=";
+        std::erase_if(variables,
+                      [&](const std::string& variable) { return variable.starts_with(start); });
         if (!value.empty())
-            variables.push_back(name + "=" + value);
+            variables.push_back(start + value);
     }
     return variables;
 }

@@ -111,12 +111,11 @@ TEST(ClientRunPosix, EveryClientSpeaksPlainEnglishInUtf8)
 
 TEST(ClientRunPosix, AClientThatASignalEndedHasFailedWhateverItWrote)
 {
-    for (const auto& [command, words] :
-         {std::pair{u"kill", u"Killed"}, {u"signal 15", u"Terminated"}})
+    for (const auto& ending : {std::pair{u"kill", u"Killed"}, {u"signal 15", u"Terminated"}})
     {
-        const Thrown thrown = ThrownBy([&] { RunChildClient(command); });
+        const Thrown thrown = ThrownBy([&] { RunChildClient(ending.first); });
         EXPECT_EQ(thrown.status, static_cast<HRESULT>(0x8007042B));
-        EXPECT_EQ(thrown.text, FormatMessageById(childClient.communication) + u" " + words);
+        EXPECT_EQ(thrown.text, FormatMessageById(childClient.communication) + u" " + ending.second);
     }
     EXPECT_EQ(RunChildClient(u"exit 137").exitCode, 137) << "a code of its own choice";
 }

@@ -35,7 +35,7 @@ protected:
         });
     }
 
-    const DialogProgram dialog;
+    const DialogProgram dialog{};
     const ComPtr<FakeHost> host = FakeHost::Make();
 };
 

@@ -13,6 +13,7 @@ namespace tarnwell::test
 {
 
 using NativeSocket = int;
+using SocketBytes = std::size_t;
 inline constexpr NativeSocket noSocket = -1;
 inline constexpr int sendFlags = MSG_NOSIGNAL;
 

@@ -8,6 +8,7 @@ namespace tarnwell::test
 {
 
 using NativeSocket = SOCKET;
+using SocketBytes = int;
 inline constexpr NativeSocket noSocket = INVALID_SOCKET;
 inline constexpr int sendFlags = 0;
 
