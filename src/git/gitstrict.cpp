@@ -25,7 +25,6 @@ constexpr const char16_t* strictVariables[] = {
     u"GIT_ALLOW_PROTOCOL=none",
     u"GIT_TERMINAL_PROMPT=0",
     u"GIT_OPTIONAL_LOCKS=0",
-    u"GIT_ATTR_NOSYSTEM=1",
     u"GIT_WORK_TREE=.",
     u"LC_ALL=C.UTF-8",
     u"LANGUAGE=en",
@@ -40,8 +39,10 @@ constexpr std::u16string_view strictSettings =
     u"-c log.mailmap=false -c log.showRoot=true -c log.showSignature=false "
     u"-c safe.bareRepository=all ";
 
-// The user's attributes, which the variables above leave.
-constexpr std::u16string_view noAttributes = u"-c core.attributesFile=/dev/null ";
+// Attributes of the user and of the system. A variable stands in the environment once: of two of a
+// name the client takes the first.
+constexpr std::u16string_view noUsersAttributes = u"-c core.attributesFile=/dev/null ";
+constexpr std::u16string_view noSystemsAttributes = u"GIT_ATTR_NOSYSTEM=1";
 
 constexpr StrictPhrase phrases[] = {
     {u"fatal: not a git repository", u"", noRepository},
@@ -139,14 +140,14 @@ std::optional<PlacedItem> GitWorkFileOf(const std::u16string& path, Patience& pa
 
 ClientCall StrictGitCall(const Place& place, std::u16string_view arguments)
 {
-    return CallIn(place, std::u16string(noAttributes).append(arguments));
+    ClientCall call = CallIn(place, std::u16string(noUsersAttributes).append(arguments));
+    call.variables.emplace_back(noSystemsAttributes);
+    return call;
 }
 
 ClientCall GitWorkCall(const Place& place, std::u16string_view arguments)
 {
-    ClientCall call = CallIn(place, arguments);
-    call.variables.emplace_back(u"GIT_ATTR_NOSYSTEM=0");
-    return call;
+    return CallIn(place, arguments);
 }
 
 std::string GitAnswer(const PlacedItem& item, std::u16string_view arguments, Patience& patience)

@@ -106,5 +106,22 @@ TEST_F(GitWorkFileRuns, TheUsersOwnAttributesCount)
     EXPECT_NE(RecordedId(TreeAt(), repository / u"a.txt"), asItIs);
 }
 
+// Those of the system count for files of work trees, and for nothing else.
+TEST_F(GitWorkFileRuns, TheSystemsAttributesCount)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const TempFolder seen;
+    const StandInClient client(
+        "git", "case \"$*\" in *hash-object*) f=work;; *cat-file*) f=tree;; *) f=other;; esac\n"
+               "tr '\\0' '\\n' </proc/$$/environ >'" +
+                   seen.Path().string() + "'/$f\nexec \"$REAL\" \"$@\"");
+    const auto tree = TreeAt();
+    EXPECT_EQ(RecordedId(tree, repository / u"a.txt"), FindIn(tree, u"a.txt").contentId);
+    const std::string work = ReadBytes(seen / u"work");
+    EXPECT_THAT(work, testing::HasSubstr("GIT_WORK_TREE=."));
+    EXPECT_THAT(work, testing::Not(testing::HasSubstr("GIT_ATTR_NOSYSTEM")));
+    EXPECT_THAT(ReadBytes(seen / u"tree"), testing::HasSubstr("GIT_ATTR_NOSYSTEM=1\n"));
+}
+
 } // namespace
 } // namespace tarnwell::test
