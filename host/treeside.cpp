@@ -1,5 +1,7 @@
 #include "side.h"
 
+#include "system.h"
+
 #include <map>
 
 namespace tarnwell::host
@@ -88,7 +90,12 @@ public:
     bool IsRecordOf(const Side& file) const override
     {
         const std::u16string id = ContentId();
-        return !id.empty() && id == recorded_->tree.RecordedId(file.Path());
+        if (id.empty())
+            return false;
+        const Address address = ParseAddress(file.Path());
+        // The module doesn't look for work trees from the present folder on.
+        const bool isLocal = address.kind == &FileSystemKinds().front();
+        return isLocal && id == recorded_->tree.RecordedId(AbsolutePath(address.text));
     }
     std::u16string ContentId() const override
     {

@@ -84,6 +84,17 @@ TEST_F(GitWorkTree, CountsWhereItsRepositoryIsTheOneThatIsCompared)
     EXPECT_EQ(LinesOf(run.output).at(1), "ends.txt: different, 4 and 6 bytes");
 }
 
+TEST_F(GitWorkTree, IsFoundFromTheCurrentFolderToo)
+{
+    Make();
+    const HostRun folder = RunHost(
+        {.arguments = {u"compare", u"git:.#HEAD", u"."}, .folder = repository.Folder().Path()});
+    EXPECT_EQ(folder.output, "5 equal\n") << folder.errors;
+    const HostRun file = RunHost({.arguments = {u"compare", u"git:ends.txt", u"ends.txt"},
+                                  .folder = repository.Folder().Path()});
+    EXPECT_EQ(file.output, "ends.txt: equal, 4 and 6 bytes\n") << file.errors;
+}
+
 } // namespace
 
 } // namespace tarnwell::test
