@@ -107,7 +107,7 @@ private:
 // Why there is nothing, where nothing has failed.
 std::u16string WhyNone(const CommandLine& line)
 {
-    std::u16string options;
+    std::u16string options(line.follow ? u"--follow" : u"");
     for (const auto& [name, value] :
          {std::pair(u"-n", &line.count), std::pair(u"--skip", &line.skip),
           std::pair(u"--since", &line.since), std::pair(u"--until", &line.until)})

@@ -148,7 +148,9 @@ private:
         const HistoryOptions& options = question_.options;
         if (item_.place.path.empty())
             return true;
-        if (options.skip == 0 && options.since == 0 && options.until == 0)
+        // Where a file is followed, merges are left out, and one of them may be all that it has.
+        if (options.skip == 0 && options.since == 0 && options.until == 0 &&
+            !question_.Has(HistoryFollow))
             return false;
         HistoryOptions any{};
         any.count = 1;

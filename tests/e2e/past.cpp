@@ -106,7 +106,7 @@ TEST_P(PastTest, LogSaysWhyThereIsNothing)
 {
     for (const auto& [options, why] :
          {std::pair<std::vector<std::u16string>, const char*>{{u"--skip", u"9"}, "--skip 9"},
-          {{u"-n", u"0"}, "-n 0"},
+          {{u"-n", u"0", u"--follow"}, "--follow, -n 0"},
           {{u"--until", u"1990-01-01"}, "--until 1990-01-01"}})
     {
         std::vector<std::u16string> arguments{u"log", past_.Of(u"a.txt")};

@@ -44,6 +44,29 @@ TEST_F(GitHistories, OfWhatIsGoneAndWhatWasMadeAgain)
     EXPECT_THAT(Descriptions(Address(u"sub/a.txt", "HEAD~1")), ElementsAre(u"removed", u"made"));
 }
 
+// Where a file is followed, merges aren't among its revisions.
+TEST_F(GitHistories, OfWhatOnlyAMergeChangedAreEmptyWhereItIsFollowed)
+{
+    const std::string commits = "commit refs/heads/side\ncommitter A <a@b> 1000000001 +0000\n"
+                                "data 1\n1\nfrom refs/heads/main^0\n"
+                                "M 644 inline side\ndata 1\n1\n"
+                                "commit refs/heads/main\ncommitter A <a@b> 1000000002 +0000\n"
+                                "data 1\n2\nfrom refs/heads/main^0\n"
+                                "M 644 inline main\ndata 1\n2\n"
+                                "commit refs/heads/main\ncommitter A <a@b> 1000000003 +0000\n"
+                                "data 1\n3\nmerge refs/heads/side\n"
+                                "M 644 inline merge\ndata 1\n3\n";
+    repository.Commit(u"a.txt", "1", "first");
+    ASSERT_EQ(RunClient("git", {.arguments = {u"fast-import", u"--quiet"},
+                                .input = commits,
+                                .folder = repository.Folder().Path()})
+                  .exitCode,
+              0);
+    EXPECT_THAT(Descriptions(Address(u"merge")), ElementsAre(u"3"));
+    EXPECT_THAT(Descriptions(Address(u"merge"), Wanted(HistoryFollow)), IsEmpty());
+    EXPECT_THAT(Descriptions(Address(u"main"), Wanted(HistoryFollow)), ElementsAre(u"2"));
+}
+
 TEST_F(GitHistories, PathsAreNoPatternsAndNoOptions)
 {
     repository.Commit(u"a1.txt", "1", "matched");
