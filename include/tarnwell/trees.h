@@ -114,10 +114,10 @@ struct ITreeWorkFiles : ::IUnknown
     /// @param      path       A local path. Links on it are followed.
     /// @param      progress   Asked whether to go on; null asks nobody.
     /// @param[out] contentId  The caller's to free; null on failure. Empty where the file's bytes
-    /// are
-    ///                        all that there is to go by: it is in no work tree of the tree's
-    ///                        repository, or the system isn't one that converts by settings and
-    ///                        names contents.
+    ///                        are all that there is to go by: it is in no work tree of the tree's
+    ///                        repository, or in one that isn't known to be, as nobody may open the
+    ///                        repository there; or the system isn't one that converts by settings
+    ///                        and names contents.
     /// @return S_OK; with a text E_POINTER; E_ABORT after an answer of `QueryContinue`;
     ///         `HistoryNoClient`, `HistoryNoRepository`, `HistoryBadSettings`,
     ///         `HistoryClientFailed` also where there is no such file, `HistoryBadAnswer`;

@@ -1,5 +1,6 @@
 #include "git/gitworkfiles.h"
 
+#include "frame/exception.h"
 #include "frame/paths.h"
 #include "frame/text.h"
 #include "git/gittreeparser.h"
@@ -61,6 +62,23 @@ std::string RepositoryOf(const PlacedItem& item, Patience& patience)
     return GitAnswer(item, u"rev-parse --path-format=absolute --git-common-dir", patience);
 }
 
+// A file may lie in anybody's repository: one that is none after all, or that may not be opened,
+// isn't known to be the tree's.
+bool IsInRepository(const PlacedItem& file, const std::string& repository, Patience& patience)
+{
+    try
+    {
+        return RepositoryOf(file, patience) == repository;
+    }
+    catch (const ComException& failure)
+    {
+        const auto status = static_cast<HRESULT>(failure.code);
+        if (status != HistoryNoRepository && status != E_ACCESSDENIED)
+            throw;
+        return false;
+    }
+}
+
 // However the host ended the path.
 bool IsSameFolder(std::u16string one, std::u16string other)
 {
@@ -104,7 +122,7 @@ std::u16string GitWorkFiles::IdOf(const std::u16string& path, Patience& patience
 std::shared_ptr<GitClient> GitWorkFiles::ClientIn(const PlacedItem& file, Patience& patience)
 {
     if (!IsSameFolder(file.place.folder, item_.place.folder) &&
-        RepositoryOf(file, patience) != RepositoryOf(item_, patience))
+        !IsInRepository(file, RepositoryOf(item_, patience), patience))
         return nullptr;
     return std::make_shared<GitClient>(file,
                                        [file](Patience& asked) { return CallIn(file, asked); });

@@ -191,6 +191,16 @@ TEST_F(GitWorkFiles, AreThoseOfAllWorkTreesOfTheRepository)
     EXPECT_EQ(RecordedId(tree, file), u"");
 }
 
+// A link to a repository that isn't there any more, as in a copy of a submodule.
+TEST_F(GitWorkFiles, AreNobodysWhereThereIsNoRepositoryAfterAll)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const TempFolder other;
+    WriteBytes(other / u".git", "gitdir: nowhere\n");
+    WriteBytes(other / u"a.txt", "1");
+    EXPECT_EQ(RecordedId(TreeAt(), other / u"a.txt"), u"");
+}
+
 TEST_F(GitWorkFiles, AreLocalFiles)
 {
     repository.Commit(u"sub/a.txt", "1", "first");

@@ -106,6 +106,21 @@ TEST_F(GitWorkFileRuns, TheUsersOwnAttributesCount)
     EXPECT_NE(RecordedId(TreeAt(), repository / u"a.txt"), asItIs);
 }
 
+// Those in a repository that the client doesn't open aren't known to be the tree's.
+TEST_F(GitWorkFileRuns, WhatIsRefusedIsNobodys)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const TempFolder other;
+    std::filesystem::create_directories(other.Path() / "refused/.git");
+    WriteBytes(other / u"refused/.git/HEAD", "ref: refs/heads/main\n");
+    WriteBytes(other / u"refused/a.txt", "1");
+    const StandInClient client("git", "case \"$PWD\" in */refused) echo 'fatal: detected dubious "
+                                      "ownership in repository' >&2; exit 128;; esac\n"
+                                      "exec \"$REAL\" \"$@\"");
+    EXPECT_EQ(RecordedId(TreeAt(), other / u"refused/a.txt"), u"");
+    EXPECT_THAT(client.Runs(), testing::Contains(testing::HasSubstr("rev-parse")));
+}
+
 // Those of the system count for files of work trees, and for nothing else.
 TEST_F(GitWorkFileRuns, TheSystemsAttributesCount)
 {
