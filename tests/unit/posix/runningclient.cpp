@@ -16,7 +16,9 @@
 #include <fstream>
 #include <functional>
 #include <sys/prctl.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace tarnwell::test
 {
@@ -254,6 +256,53 @@ TEST(RunningClientPosix, ItsChildrenEndWithItAlsoWhereTheHostLosesItsChildrensEn
         return 0;
     };
     EXPECT_EQ(ExitCodeOfChild(act), 0);
+}
+
+// As the first process of a container does.
+TEST(RunningClientPosix, ItsChildrenEndWithItAlsoWhereTheHostWaitsForAllItsChildren)
+{
+    const auto act = [] {
+        for (int time = 0; time < 2; ++time)
+        {
+            Patience patience(nullptr, u"test");
+            pid_t child = 0;
+            {
+                RunningClient client(childClient, Shell(u"sleep 1000 & echo $!"));
+                child = NumberIn(client.Read(patience));
+                if (waitpid(-1, nullptr, 0) < 0)
+                    return 1;
+            }
+            WaitForEndOf(child);
+        }
+        return 0;
+    };
+    EXPECT_EQ(ExitCodeOfChild(act), 0);
+}
+
+TEST(RunningClientPosix, AKilledHostThatHasClosedAllItsDescriptorsTakesItsClientsWithIt)
+{
+    ExpectClientsToEndWithHost([] {
+        RunAClient();
+        if (close_range(STDERR_FILENO + 1, ~0U, 0) != 0)
+            _exit(1);
+        // The numbers become the host's own.
+        std::array<std::array<int, 2>, 8> own{};
+        for (auto& ends : own)
+        {
+            if (socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()) != 0)
+                _exit(1);
+        }
+        RunAClient();
+        char byte = 0;
+        for (const auto& ends : own)
+        {
+            for (const int end : ends)
+            {
+                if (recv(end, &byte, 1, MSG_DONTWAIT) != -1 || errno != EAGAIN)
+                    _exit(1);
+            }
+        }
+    });
 }
 
 // The number may be another's by then.

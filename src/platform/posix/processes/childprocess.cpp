@@ -46,14 +46,15 @@ void ChildProcess::LetGo()
     const std::lock_guard lock(guard_);
     isKept_ = false;
     siginfo_t end = {};
-    if (isEnded_)
-        waitid(P_PID, static_cast<id_t>(id_), &end, WEXITED | WNOHANG);
+    // What the host has taken away may be another child's number.
+    if (exitCode_)
+        Ask(WEXITED | WNOHANG, end);
 }
 
-bool ChildProcess::HasNumber()
+bool ChildProcess::HasNumber() const
 {
     siginfo_t end = {};
-    return waitid(P_PID, static_cast<id_t>(id_), &end, WEXITED | WNOHANG | WNOWAIT) == 0;
+    return Ask(WEXITED | WNOHANG | WNOWAIT, end) == 0;
 }
 
 int ChildProcess::Wait()
@@ -99,17 +100,12 @@ int ChildProcess::Collect(int options)
     if (isKept_)
         options |= WNOWAIT;
     siginfo_t end = {};
-    int result = 0;
-    do
-        result = process_ ? waitid(P_PIDFD, static_cast<id_t>(process_.Get()), &end, options)
-                          : waitid(P_PID, static_cast<id_t>(id_), &end, options);
-    while (result != 0 && errno == EINTR);
-
+    const int number = Ask(options, end);
     // If the host ignores or collects its children's ends, this one has ended when it can't be
     // found any more.
-    const bool isTakenAway = result != 0 && errno == ECHILD;
-    if (result != 0 && !isTakenAway)
-        return errno;
+    const bool isTakenAway = number == ECHILD;
+    if (number != 0 && !isTakenAway)
+        return number;
     isEnded_ = isTakenAway || end.si_pid != 0;
     if (isEnded_ && !isTakenAway)
     {
@@ -117,6 +113,15 @@ int ChildProcess::Collect(int options)
         endingSignal_ = end.si_code == CLD_EXITED ? 0 : end.si_status;
     }
     return 0;
+}
+
+int ChildProcess::Ask(int options, siginfo_t& end) const
+{
+    const int result = Restarted([&] {
+        return process_ ? waitid(P_PIDFD, static_cast<id_t>(process_.Get()), &end, options)
+                        : waitid(P_PID, static_cast<id_t>(id_), &end, options);
+    });
+    return result == 0 ? 0 : errno;
 }
 
 } // namespace tarnwell::posix

@@ -3,6 +3,7 @@
 
 #include "platform/posix/files/filehandle.h"
 
+#include <csignal>
 #include <mutex>
 #include <optional>
 #include <sys/types.h>
@@ -26,7 +27,7 @@ public:
     void Keep();
     void LetGo();
     // Whether the number still is this process's, of one that was kept.
-    bool HasNumber();
+    bool HasNumber() const;
     DWORD Id() const
     {
         return static_cast<DWORD>(id_);
@@ -44,6 +45,7 @@ public:
 private:
     // With the options of waitid. 0 or an errno.
     int Collect(int options);
+    int Ask(int options, siginfo_t& end) const;
 
     std::mutex guard_;
     pid_t id_ = -1;

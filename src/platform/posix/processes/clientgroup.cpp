@@ -11,6 +11,7 @@
 #include "platform/posix/processes/groupguard.h"
 #include "platform/posix/processes/start.h"
 
+#include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <memory>
@@ -23,6 +24,9 @@ namespace tarnwell::posix
 {
 namespace
 {
+
+// It was seen to do so, whatever its disposition says.
+std::atomic<bool> hostTakesEnds = false;
 
 class ClientGroup : public HandleObject
 {
@@ -68,7 +72,7 @@ public:
         eventfd_write(ending_.Get(), 1);
         if (id_ == 0)
             return;
-        if (!isShared_ || first_->HasNumber())
+        if (!isShared_ || IsStillOurs())
             kill(-id_, SIGKILL);
         if (isShared_)
             LeaveGroup(id_);
@@ -94,9 +98,20 @@ private:
     {
         struct sigaction now = {};
         sigaction(SIGCHLD, nullptr, &now);
-        isShared_ = now.sa_handler == SIG_DFL && (now.sa_flags & SA_NOCLDWAIT) == 0;
+        isShared_ =
+            now.sa_handler == SIG_DFL && (now.sa_flags & SA_NOCLDWAIT) == 0 && !hostTakesEnds;
         if (isShared_)
             first_->Keep();
+    }
+
+    // A host that waits for all children takes the first process, too. What that has left still has
+    // the group's number, which then is no process's.
+    bool IsStillOurs() const
+    {
+        if (first_->HasNumber())
+            return true;
+        hostTakesEnds = true;
+        return kill(id_, 0) != 0 && errno == ESRCH;
     }
 
     // 0 or an errno.

@@ -6,13 +6,16 @@
 
 #include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <fcntl.h>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <pthread.h>
 #include <string>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -57,7 +60,7 @@ public:
     {
         const std::lock_guard lock(guard_);
         groups_.push_back(group);
-        int number = life_ ? Tell('+', group) : EPIPE;
+        int number = HasLife() ? Tell('+', group) : EPIPE;
         // Somebody has ended it.
         if (number == EPIPE)
             number = Start();
@@ -70,7 +73,8 @@ public:
     {
         const std::lock_guard lock(guard_);
         std::erase(groups_, group);
-        Tell('-', group);
+        if (HasLife())
+            Tell('-', group);
     }
 
     // Around a fork: the copy has no guard, and mustn't keep this one's from seeing the end.
@@ -84,12 +88,24 @@ public:
     }
     void Forget()
     {
-        life_ = FileDescriptor();
+        if (HasLife())
+            life_ = FileDescriptor();
         groups_.clear();
         Unlock();
     }
 
 private:
+    // False, too, if the host has closed whatever was open: the number may be its own by then.
+    bool HasLife() noexcept
+    {
+        struct stat now = {};
+        const bool isOurs = fstat(life_.Get(), &now) == 0 && now.st_dev == identity_.st_dev &&
+                            now.st_ino == identity_.st_ino;
+        if (!isOurs)
+            life_.Detach();
+        return isOurs;
+    }
+
     // 0 or an errno. Never waits: a guard that was stopped mustn't stop the host.
     int Tell(char what, pid_t group) noexcept
     {
@@ -100,7 +116,9 @@ private:
             return send(life_.Get(), line.data(), static_cast<std::size_t>(size),
                         MSG_NOSIGNAL | MSG_DONTWAIT);
         });
-        return sent == size ? 0 : errno;
+        // Who ends with lines unread resets the connection.
+        const int number = errno == ECONNRESET ? EPIPE : errno;
+        return sent == size ? 0 : number;
     }
 
     int Start()
@@ -120,6 +138,8 @@ private:
             return number;
         shell.Wait();
         life_ = std::move(life);
+        if (fstat(life_.Get(), &identity_) != 0)
+            return errno;
         for (const pid_t group : groups_)
             number = number != 0 ? number : Tell('+', group);
         return number;
@@ -127,14 +147,16 @@ private:
 
     std::mutex guard_;
     FileDescriptor life_;
+    struct stat identity_ = {}; // of that
     std::vector<pid_t> groups_;
 };
 
 SharedGuard& TheGuard()
 {
     // Never deleted: threads may have clients until the process ends.
+    alignas(SharedGuard) static std::array<std::byte, sizeof(SharedGuard)> place;
     static SharedGuard* const guard = [] {
-        auto made = new SharedGuard;
+        auto* const made = new (place.data()) SharedGuard;
         pthread_atfork([] { TheGuard().Lock(); }, [] { TheGuard().Unlock(); },
                        [] { TheGuard().Forget(); });
         return made;
