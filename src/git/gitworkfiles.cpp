@@ -112,10 +112,11 @@ std::u16string GitWorkFiles::IdOf(const std::u16string& path, Patience& patience
         [&](GitClient::Session& session) {
             session.Tell(QuotedGitPath(*name) + "\n");
             id = session.ReadLine(patience);
+            // With it the client goes, of which nobody knows what it prints next.
+            if (!IsGitId(id))
+                ThrowStrictFailure(strictGit.source, badAnswer, path);
         },
         patience);
-    if (!IsGitId(id))
-        ThrowStrictFailure(strictGit.source, badAnswer, path);
     return StrictText(strictGit, id);
 }
 

@@ -92,6 +92,24 @@ TEST_F(GitWorkFileRuns, WhatIsNoIdIsABadAnswer)
     }
 }
 
+TEST_F(GitWorkFileRuns, WhatIsLeftOfABadAnswerAnswersNothingElse)
+{
+    WriteBytes(repository / u"a.txt", "a\r\n");
+    repository.Commit(u"last", "", "first");
+    const std::string other(40, '1');
+    const StandInClient client("git", "case \"$*\" in *hash-object*) read x; echo none; echo " +
+                                          other + "; read x;; *) exec \"$REAL\" \"$@\";; esac");
+    const auto tree = TreeAt();
+    for (int time = 0; time < 2; ++time)
+    {
+        Bstr id;
+        EXPECT_EQ(
+            tree.As<ITreeWorkFiles>()->GetRecordedId(Ole(repository / u"a.txt"), nullptr, id.Out()),
+            HistoryBadAnswer);
+        EXPECT_FALSE(id);
+    }
+}
+
 TEST_F(GitWorkFileRuns, TheUsersOwnAttributesCount)
 {
     WriteBytes(repository / u"a.txt", "a\r\n");
