@@ -7,7 +7,8 @@
 # are compiled for it, by the same compiler: two of them don't hand over all of GoogleTest's types alike.
 
 set(tests ${PROJECT_SOURCE_DIR}/build/${TARNWELL_TESTS_OF})
-if(NOT EXISTS ${tests}/build.ninja)
+# Also where presets have changed, which a build by itself takes no notice of.
+if(${PROJECT_SOURCE_DIR}/CMakePresets.json IS_NEWER_THAN ${tests}/build.ninja)
   execute_process(COMMAND ${CMAKE_COMMAND} --preset ${TARNWELL_TESTS_OF}
                   WORKING_DIRECTORY ${PROJECT_SOURCE_DIR} COMMAND_ERROR_IS_FATAL ANY)
 endif()
