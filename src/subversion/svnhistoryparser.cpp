@@ -29,8 +29,12 @@ std::optional<SvnChange> ReadChange(const SvnElement& element)
     if (action == nullptr || action->size() != 1 || !element.text.starts_with('/'))
         return std::nullopt;
     SvnChange change{action->front(), element.text, {}};
-    if (copiedFrom != nullptr)
-        change.copiedFrom = *copiedFrom;
+    if (copiedFrom == nullptr)
+        return change;
+    // Addresses are made of it: behind a server's name it would lead to another.
+    if (!copiedFrom->starts_with('/'))
+        return std::nullopt;
+    change.copiedFrom = *copiedFrom;
     return change;
 }
 

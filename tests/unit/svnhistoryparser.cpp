@@ -83,6 +83,8 @@ TEST(SvnHistoryParser, WhatIsNoRevisionIsNotRead)
          {"<logentry/>", "<logentry revision=\"x\"/>", "<logentry revision=\"-1\"/>",
           "<logentry revision=\"1\"><paths><path action=\"A\">trunk</path></paths></logentry>",
           "<logentry revision=\"1\"><paths><path>/trunk</path></paths></logentry>",
+          "<logentry revision=\"1\"><paths><path action=\"A\" copyfrom-path=\".elsewhere/a\" "
+          "copyfrom-rev=\"1\">/trunk</path></paths></logentry>",
           "<logentry revision=\"1234567890123456789\"/>"})
     {
         const SvnParsed parsed =
