@@ -1,7 +1,6 @@
 // A text of which there are very many.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -15,13 +14,13 @@ namespace tarnwell
 template <std::size_t capacity> class ShortText
 {
 public:
-    // To be called once.
-    void Set(std::u16string_view text)
+    // To be called once. Room for `size` units, which the caller sets.
+    char16_t* Make(std::size_t size)
     {
-        if (text.size() > capacity)
-            long_ = std::make_unique<char16_t[]>(text.size());
-        std::copy(text.begin(), text.end(), long_ ? long_.get() : short_.data());
-        size_ = static_cast<std::uint32_t>(text.size());
+        if (size > capacity)
+            long_ = std::make_unique_for_overwrite<char16_t[]>(size);
+        size_ = static_cast<std::uint32_t>(size);
+        return long_ ? long_.get() : short_.data();
     }
 
     // Valid as long as this is.

@@ -22,25 +22,32 @@ inline std::u16string_view NameOf(const WIN32_FIND_DATAW& record)
     return room.substr(0, TerminatorIn(room));
 }
 
-// What items tell of an entry: far less than the platform's record of nearly 600 bytes holds.
-struct ItemRecord
+// What items tell of an entry beside its name: far less than the platform's record of nearly 600
+// bytes holds.
+struct ItemFacts
 {
-    std::u16string_view name; // of whoever made this
     FILETIME written;
     DWORD attributes;
     DWORD sizeLow;
     DWORD sizeHigh;
 };
 
+struct ItemRecord
+{
+    std::u16string_view name; // of whoever made this
+    ItemFacts facts;
+};
+
 inline ItemRecord ItemRecordOf(const WIN32_FIND_DATAW& record)
 {
-    return {NameOf(record), record.ftLastWriteTime, record.dwFileAttributes, record.nFileSizeLow,
-            record.nFileSizeHigh};
+    return {NameOf(record),
+            {record.ftLastWriteTime, record.dwFileAttributes, record.nFileSizeLow,
+             record.nFileSizeHigh}};
 }
 
-constexpr bool IsFolder(const ItemRecord& record)
+constexpr bool IsFolder(const ItemFacts& facts)
 {
-    return (record.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return (facts.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 // Sets the name, cut to the 259 units that fit with a terminator. A file's name always fits. The

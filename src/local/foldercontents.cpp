@@ -44,9 +44,7 @@ HRESULT CWin32FolderContentsObject::GetItem(std::int32_t index, IFileSystemItem*
 
 HRESULT CWin32FolderContentsObject::MakeItem(std::size_t index, IFileSystemItem** item) const
 {
-    NameBuffer name;
-    const ItemRecord record = records_.At(index, name);
-    const HRESULT status = MakeItemIn(prefix_, record, host_, item);
+    const HRESULT status = MakeItemIn(prefix_, records_.At(index), host_, item);
     if (SUCCEEDED(status))
         return S_OK;
     return PublishFailure(contentsReporter, MessageId::ContentsItemFailed, status,

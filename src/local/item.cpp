@@ -46,16 +46,16 @@ std::u16string LocalFacts::Path() const
     return path;
 }
 
-void LocalItem::Fill(const PathPrefix& prefix, std::u16string_view name, const ItemRecord& record,
-                     const ComPtr<IHostWindow>& host)
+char16_t* LocalItem::Fill(const PathPrefix& prefix, const ItemFacts& facts,
+                          const ComPtr<IHostWindow>& host, std::size_t nameSize)
 {
     facts_.prefix = prefix;
-    facts_.name.Set(name);
-    facts_.attributes = record.attributes;
-    facts_.sizeLow = record.sizeLow;
-    facts_.sizeHigh = record.sizeHigh;
-    facts_.modifiedTime = TimeOf(record.written);
+    facts_.attributes = facts.attributes;
+    facts_.sizeLow = facts.sizeLow;
+    facts_.sizeHigh = facts.sizeHigh;
+    facts_.modifiedTime = TimeOf(facts.written);
     facts_.host = host;
+    return facts_.name.Make(nameSize);
 }
 
 HRESULT LocalItem::GetModifiedTime(std::uint64_t* fileTime)

@@ -39,9 +39,10 @@ struct LocalFacts
 class LocalItem : public IFileSystemItem
 {
 public:
-    // Called once, before the item is handed out. The name stands for that of the record.
-    void Fill(const PathPrefix& prefix, std::u16string_view name, const ItemRecord& record,
-              const ComPtr<IHostWindow>& host);
+    // Called once, before the item is handed out. What the caller sets is the item's name, of
+    // `nameSize` units.
+    char16_t* Fill(const PathPrefix& prefix, const ItemFacts& facts,
+                   const ComPtr<IHostWindow>& host, std::size_t nameSize);
 
     HRESULT STDMETHODCALLTYPE GetModifiedTime(std::uint64_t* fileTime) final;
     HRESULT STDMETHODCALLTYPE GetAttributes(std::uint32_t* attributes) final;

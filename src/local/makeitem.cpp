@@ -10,17 +10,6 @@ namespace tarnwell
 namespace
 {
 
-// A new item, not yet handed out.
-template <class Item>
-HRESULT MakeFilled(const PathPrefix& prefix, std::u16string_view name, const ItemRecord& record,
-                   const ComPtr<IHostWindow>& host, ComPtr<ComObject<Item>>& item)
-{
-    const HRESULT status = MakeObject<Item>(item);
-    if (SUCCEEDED(status))
-        item->Fill(prefix, name, record, host);
-    return status;
-}
-
 template <class Item>
 HRESULT MakeItem(std::u16string_view parentOrPath, const ItemRecord& record,
                  const ComPtr<IHostWindow>& host, REFIID iid, void** out)
@@ -30,20 +19,26 @@ HRESULT MakeItem(std::u16string_view parentOrPath, const ItemRecord& record,
     const PathPrefix prefix =
         isNamed ? PrefixIn(parentOrPath)
                 : std::make_shared<const std::u16string>(parentOrPath.substr(0, leaf));
+    const std::u16string_view name = isNamed ? record.name : parentOrPath.substr(leaf);
     ComPtr<ComObject<Item>> item;
-    const HRESULT status =
-        MakeFilled(prefix, isNamed ? record.name : parentOrPath.substr(leaf), record, host, item);
-    return FAILED(status) ? status : item->QueryInterface(iid, out);
+    const HRESULT status = MakeObject<Item>(item);
+    if (FAILED(status))
+        return status;
+    name.copy(item->Fill(prefix, record.facts, host, name.size()), name.size());
+    return item->QueryInterface(iid, out);
 }
 
 template <class Item>
-HRESULT MakeItemOf(const PathPrefix& prefix, const ItemRecord& record,
+HRESULT MakeItemOf(const PathPrefix& prefix, const ListedRecord& record,
                    const ComPtr<IHostWindow>& host, IFileSystemItem** out)
 {
     ComPtr<ComObject<Item>> item;
-    const HRESULT status = MakeFilled(prefix, record.name, record, host, item);
+    const HRESULT status = MakeObject<Item>(item);
+    if (FAILED(status))
+        return status;
+    record.CopyName(item->Fill(prefix, record.facts, host, record.nameLength));
     *out = item.Detach();
-    return status;
+    return S_OK;
 }
 
 } // namespace
@@ -55,11 +50,11 @@ PathPrefix PrefixIn(std::u16string_view folder)
     return std::make_shared<const std::u16string>(std::move(prefix));
 }
 
-HRESULT MakeItemIn(const PathPrefix& prefix, const ItemRecord& record,
+HRESULT MakeItemIn(const PathPrefix& prefix, const ListedRecord& record,
                    const ComPtr<IHostWindow>& host, IFileSystemItem** out)
 {
-    return IsFolder(record) ? MakeItemOf<CWin32FolderObject>(prefix, record, host, out)
-                            : MakeItemOf<CWin32FileObject>(prefix, record, host, out);
+    return IsFolder(record.facts) ? MakeItemOf<CWin32FolderObject>(prefix, record, host, out)
+                                  : MakeItemOf<CWin32FileObject>(prefix, record, host, out);
 }
 
 HRESULT MakeFileItem(std::u16string_view parentOrPath, const ItemRecord& record,

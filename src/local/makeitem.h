@@ -2,6 +2,7 @@
 #pragma once
 
 #include "local/item.h"
+#include "local/recordlist.h"
 
 #include <string_view>
 
@@ -20,7 +21,7 @@ HRESULT MakeFolderItem(std::u16string_view parentOrPath, const ItemRecord& recor
 PathPrefix PrefixIn(std::u16string_view folder);
 
 // A new item out of a listing, a file or a folder by its record, which has a name.
-HRESULT MakeItemIn(const PathPrefix& prefix, const ItemRecord& record,
+HRESULT MakeItemIn(const PathPrefix& prefix, const ListedRecord& record,
                    const ComPtr<IHostWindow>& host, IFileSystemItem** out);
 
 } // namespace tarnwell

@@ -10,8 +10,15 @@ namespace tarnwell
 namespace
 {
 constexpr std::size_t nameBlockSize = std::size_t{64} * 1024;
-constexpr std::size_t entryBlockSize = 1024;
 } // namespace
+
+void ListedRecord::CopyName(char16_t* target) const
+{
+    if (isWide)
+        std::memcpy(target, name, nameLength * sizeof(char16_t));
+    else
+        WidenAscii({name, nameLength}, target);
+}
 
 void RecordList::Append(const ItemRecord& record)
 {
@@ -24,24 +31,12 @@ void RecordList::Append(const ItemRecord& record)
     namesUsed_ += isWide ? wideSize : length;
     if (entries_.empty() || entries_.back().size() == entryBlockSize)
         entries_.emplace_back().reserve(entryBlockSize);
-    entries_.back().push_back({record.written, name, record.attributes, record.sizeLow,
-                               record.sizeHigh, static_cast<std::uint16_t>(length), isWide});
+    entries_.back().push_back({record.facts, static_cast<std::uint16_t>(length), isWide, name});
 }
 
 std::size_t RecordList::Size() const
 {
     return entries_.empty() ? 0 : (entries_.size() - 1) * entryBlockSize + entries_.back().size();
-}
-
-ItemRecord RecordList::At(std::size_t index, NameBuffer& name) const
-{
-    const Entry& entry = entries_[index / entryBlockSize][index % entryBlockSize];
-    if (entry.isWide)
-        std::memcpy(name.data(), entry.name, entry.nameLength * sizeof(char16_t));
-    else
-        WidenAscii({entry.name, entry.nameLength}, name.data());
-    return {std::u16string_view(name.data(), entry.nameLength), entry.written, entry.attributes,
-            entry.sizeLow, entry.sizeHigh};
 }
 
 char* RecordList::RoomForName(std::size_t bytes)

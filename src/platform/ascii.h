@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -94,17 +95,18 @@ inline std::size_t TerminatorIn(std::u16string_view units)
 {
     constexpr std::uint64_t ones = 0x0001000100010001;
     constexpr std::uint64_t highBits = 0x8000800080008000;
-    constexpr auto borrows = [](std::uint64_t four) {
-        return (four - ones) & ~four;
-    };
-    std::array<std::uint64_t, 2> block;
-    constexpr std::size_t blockUnits = sizeof block / sizeof(char16_t);
+    constexpr std::size_t blockUnits = sizeof ones / sizeof(char16_t);
+    static_assert(std::endian::native == std::endian::little, "the first unit has the lowest bits");
     std::size_t at = 0;
     for (; units.size() - at >= blockUnits; at += blockUnits)
     {
-        std::memcpy(block.data(), units.data() + at, sizeof block);
-        if (((borrows(block[0]) | borrows(block[1])) & highBits) != 0)
-            break;
+        std::uint64_t block = 0;
+        std::memcpy(&block, units.data() + at, sizeof block);
+        // The lowest bit that is set is the high one of the first unit that is 0. Those above it
+        // can be set by a borrow.
+        const std::uint64_t ends = (block - ones) & ~block & highBits;
+        if (ends != 0)
+            return at + static_cast<std::size_t>(std::countr_zero(ends)) / 16;
     }
     while (at < units.size() && units[at] != u'\0')
         ++at;

@@ -18,7 +18,9 @@ protected:
     Icon()
     {
         EXPECT_EQ(MakeObject<CWin32FileObject>(file), S_OK);
-        file->Fill(std::make_shared<const std::u16string>(), u"no-such-file", ItemRecord{}, {});
+        const std::u16string_view name = u"no-such-file";
+        name.copy(file->Fill(std::make_shared<const std::u16string>(), {}, {}, name.size()),
+                  name.size());
         ClearError();
     }
 

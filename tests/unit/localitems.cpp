@@ -49,6 +49,13 @@ std::u16string PathOfItem(const ComPtr<IFileSystemItem>& item)
     return std::u16string(path.View());
 }
 
+std::u16string NameOfRecord(const ListedRecord& record)
+{
+    std::u16string name(record.nameLength, u'#');
+    record.CopyName(name.data());
+    return name;
+}
+
 TEST(LocalItems, HaveNamesOfEveryLength)
 {
     for (std::size_t size = 1; size < MAX_PATH; ++size)
@@ -143,16 +150,15 @@ TEST(RecordLists, KeepWhatItemsTell)
     records.Append(ItemRecordOf(Record(std::u16string(259, u'x'), 1)));
     ASSERT_EQ(records.Size(), 3U);
 
-    NameBuffer name;
-    const ItemRecord first = records.At(0, name);
-    EXPECT_EQ(first.name, u"first");
+    const ItemFacts& first = records.At(0).facts;
+    EXPECT_EQ(NameOfRecord(records.At(0)), u"first");
     EXPECT_EQ(first.attributes, 128U);
     EXPECT_EQ(first.sizeLow, 7U);
     EXPECT_EQ(first.sizeHigh, 5U);
     EXPECT_EQ(TimeOf(first.written), 3U);
-    EXPECT_EQ(records.At(1, name).name, u"");
-    EXPECT_EQ(records.At(1, name).attributes, 16U);
-    EXPECT_EQ(records.At(2, name).name, std::u16string(259, u'x'));
+    EXPECT_EQ(NameOfRecord(records.At(1)), u"");
+    EXPECT_EQ(records.At(1).facts.attributes, 16U);
+    EXPECT_EQ(NameOfRecord(records.At(2)), std::u16string(259, u'x'));
 }
 
 // More than a block of names holds, of one byte a unit and of two.
@@ -167,12 +173,11 @@ TEST(RecordLists, KeepNamesOfAllKinds)
     RecordList records;
     for (int i = 0; i < 2000; ++i)
         records.Append(ItemRecordOf(Record(nameOf(i), static_cast<DWORD>(i))));
-    NameBuffer name;
     for (int i = 0; i < 2000; ++i)
     {
-        const ItemRecord record = records.At(static_cast<std::size_t>(i), name);
-        EXPECT_EQ(record.name, nameOf(i));
-        EXPECT_EQ(record.attributes, static_cast<DWORD>(i));
+        const ListedRecord& record = records.At(static_cast<std::size_t>(i));
+        EXPECT_EQ(NameOfRecord(record), nameOf(i));
+        EXPECT_EQ(record.facts.attributes, static_cast<DWORD>(i));
     }
 }
 

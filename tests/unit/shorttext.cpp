@@ -18,7 +18,7 @@ TEST(ShortTexts, AreTheSameWithMemoryOfTheirOwn)
         std::u16string given(size, u'x');
         ShortText<5> text;
         EXPECT_EQ(text.View(), u"");
-        text.Set(given);
+        given.copy(text.Make(size), size);
         given.assign(size, u'y');
         EXPECT_EQ(text.View(), std::u16string(size, u'x'));
     }
