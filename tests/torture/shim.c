@@ -216,6 +216,7 @@ FAILING(ssize_t, copy_file_range, (int a, off_t *x, int b, off_t *y, size_t n, u
 FAILING(DIR *, opendir, (const char *p), (p), NULL)
 FAILING(DIR *, fdopendir, (int d), (d), NULL)
 FAILING(struct dirent *, readdir, (DIR *d), (d), NULL)
+FAILING(ssize_t, getdents64, (int d, void *b, size_t n), (d, b, n), -1)
 FAILING(int, pipe2, (int e[2], int f), (e, f), -1)
 FAILING(int, pthread_create,
         (pthread_t *t, const pthread_attr_t *a, void *(*s)(void *), void *p), (t, a, s, p), error)

@@ -6,6 +6,11 @@
 #include <gmock/gmock.h>
 
 #include <cerrno>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
 
 namespace tarnwell::test
 {
@@ -45,8 +50,42 @@ TEST_F(ListingHere, NoDescriptorGoesToAnotherProgram)
 TEST_F(ListingHere, AListingThatBreaksOffIsAFailure)
 {
     SystemCalls calls;
-    calls.Fail("readdir", 2, EIO);
-    EXPECT_EQ(List(folder_ / u"*").error, ERROR_IO_DEVICE);
+    calls.Fail("getdents64", 2, EIO);
+    const Listing listing = List(folder_ / u"*");
+    EXPECT_EQ(listing.error, ERROR_IO_DEVICE);
+    EXPECT_EQ(listing.records.size(), 4U);
+}
+
+TEST_F(ListingHere, AFolderThatIsRemovedMeanwhileHasNoMoreEntries)
+{
+    const std::u16string removed = folder_ / u"removed";
+    fs::create_directory(fs::path(removed));
+    WIN32_FIND_DATAW record;
+    const FindHandle find(FindFirstFileW(Wide(removed + u"/*"), &record));
+    ASSERT_TRUE(find);
+    EXPECT_TRUE(FindNextFileW(find.Get(), &record)) << "the one above";
+    fs::remove(fs::path(removed));
+    EXPECT_FALSE(FindNextFileW(find.Get(), &record));
+    EXPECT_EQ(GetLastError(), ERROR_NO_MORE_FILES);
+}
+
+// More than the system tells at a time.
+TEST_F(ListingHere, AllOfALongFolderIsListedOnce)
+{
+    constexpr int count = 300;
+    std::vector<std::u16string> expected{u".", u"..", u"a", u"b"};
+    for (int i = 0; i < count; ++i)
+    {
+        const std::string number = std::to_string(i);
+        expected.push_back(std::u16string(200, u'n') +
+                           std::u16string(number.begin(), number.end()));
+        WriteBytes(folder_ / expected.back(), "");
+    }
+    SystemCalls calls;
+    const Listing listing = List(folder_ / u"*");
+    EXPECT_EQ(listing.error, ERROR_NO_MORE_FILES);
+    EXPECT_THAT(listing.Names(), testing::UnorderedElementsAreArray(expected));
+    EXPECT_GT(calls.Count("getdents64"), 2) << "it is in one block";
 }
 
 TEST_F(ListingHere, WithoutDescriptorsTheReasonIsTold)

@@ -12,10 +12,14 @@
 
 #include <tarnwell/text.h>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <new>
+#include <utility>
 
 namespace tarnwell::posix
 {
@@ -25,11 +29,52 @@ namespace
 constexpr unsigned wantedFacts =
     STATX_TYPE | STATX_MODE | STATX_SIZE | STATX_ATIME | STATX_MTIME | STATX_BTIME;
 
+// The entries of an open folder. The C library's reader takes a lock for each entry, which is
+// dearer than all else that it does.
+class Entries
+{
+public:
+    explicit Entries(FileDescriptor folder) : folder_(std::move(folder)) {}
+
+    int Folder() const
+    {
+        return folder_.Get();
+    }
+
+    // Valid until the one after it. Null behind the last, and with errno set when they can't be
+    // had.
+    const dirent64* Next()
+    {
+        if (at_ == end_ && !ReadBlock())
+            return nullptr;
+        const auto* const entry = reinterpret_cast<const dirent64*>(block_.data() + at_);
+        at_ += entry->d_reclen;
+        return entry;
+    }
+
+private:
+    bool ReadBlock()
+    {
+        const ssize_t size =
+            Restarted([&] { return getdents64(folder_.Get(), block_.data(), block_.size()); });
+        // A folder that was removed meanwhile has no more entries.
+        errno = size < 0 && errno != ENOENT ? errno : 0;
+        at_ = 0;
+        end_ = size > 0 ? static_cast<std::size_t>(size) : 0;
+        return size > 0;
+    }
+
+    FileDescriptor folder_;
+    std::size_t at_ = 0;
+    std::size_t end_ = 0;
+    alignas(dirent64) std::array<char, std::size_t{32} * 1024> block_; // set as far as it is used
+};
+
 // The object behind a find handle.
 struct Find
 {
     // Null where the entry itself was asked for: then there is only the one.
-    DirStream stream;
+    std::unique_ptr<Entries> entries;
     // The platform lists "." and ".." before all else, the system anywhere.
     int dotsGiven = 0;
 };
@@ -83,7 +128,7 @@ void SetUnknownFacts(WIN32_FIND_DATAW& record, std::string_view leaf, unsigned c
     record.dwFileAttributes = AttributesOf(mode, leaf, type == DT_LNK);
 }
 
-// 0 or an errno. `path` is below `folder`, `leaf` its name; `type` is readdir's.
+// 0 or an errno. `path` is below `folder`, `leaf` its name; `type` is the entry's.
 int ReadFacts(WIN32_FIND_DATAW& record, int folder, const char* path, std::string_view leaf,
               unsigned char type)
 {
@@ -110,28 +155,27 @@ BOOL GiveDots(Find& find, WIN32_FIND_DATAW& record)
 {
     const char* const name = find.dotsGiven++ == 0 ? "." : "..";
     SetName(record, name);
-    if (ReadFacts(record, dirfd(find.stream.get()), name, name, DT_DIR) != 0)
+    if (ReadFacts(record, find.entries->Folder(), name, name, DT_DIR) != 0)
         SetUnknownFacts(record, name, DT_DIR);
     return 1;
 }
 
 BOOL GiveNext(Find& find, WIN32_FIND_DATAW& record)
 {
-    if (!find.stream)
+    if (!find.entries)
         return Fail(ERROR_NO_MORE_FILES);
     if (find.dotsGiven < 2)
         return GiveDots(find, record);
-    const int folder = dirfd(find.stream.get());
     for (;;)
     {
-        errno = 0;
-        const dirent* const entry = readdir(find.stream.get());
+        const dirent64* const entry = find.entries->Next();
         if (entry == nullptr)
             return errno == 0 ? Fail(ERROR_NO_MORE_FILES) : FailWithErrno();
         const std::string_view name = entry->d_name;
         if (IsDots(name))
             continue;
-        const int number = ReadFacts(record, folder, entry->d_name, name, entry->d_type);
+        const int number =
+            ReadFacts(record, find.entries->Folder(), entry->d_name, name, entry->d_type);
         // Gone since the folder was read.
         if (number == ENOENT)
             continue;
@@ -158,10 +202,9 @@ BOOL BeginFolder(Find& find, const std::string& folder, WIN32_FIND_DATAW& record
     FileDescriptor opened = Open(folder.c_str(), O_RDONLY | O_DIRECTORY);
     if (!opened)
         return Fail(ListError(folder, errno));
-    find.stream.reset(fdopendir(opened.Get()));
-    if (!find.stream)
-        return FailWithErrno();
-    opened.Detach();
+    find.entries.reset(new (std::nothrow) Entries(std::move(opened)));
+    if (!find.entries)
+        return Fail(ERROR_NOT_ENOUGH_MEMORY);
     return GiveNext(find, record);
 }
 
