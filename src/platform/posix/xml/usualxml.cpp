@@ -119,6 +119,14 @@ private:
         return isThere;
     }
 
+    bool Take(char byte)
+    {
+        const bool isThere = rest_.starts_with(byte);
+        if (isThere)
+            rest_.remove_prefix(1);
+        return isThere;
+    }
+
     std::string_view TakeAll(Kind kind)
     {
         const auto end = std::find_if(rest_.begin(), rest_.end(), [=](char byte) {
@@ -140,10 +148,10 @@ private:
     bool TakeTag()
     {
         const char* const start = rest_.data();
-        if (Take("</"))
-            return TakeEnd();
-        if (!Take("<"))
+        if (!Take('<'))
             return false;
+        if (Take('/'))
+            return TakeEnd();
         const std::string_view name = TakeName();
         if (name.empty() || !TakeAttributes())
             return false;
@@ -155,7 +163,7 @@ private:
             return true;
         }
         open_.push_back(name);
-        return Take(">");
+        return Take('>');
     }
 
     bool TakeEnd()
@@ -164,7 +172,7 @@ private:
             return false;
         open_.pop_back();
         TakeAll(Blank);
-        if (!Take(">"))
+        if (!Take('>'))
             return false;
         TellEnd();
         return true;
@@ -196,11 +204,11 @@ private:
     bool TakeValue()
     {
         TakeAll(Blank);
-        if (!Take("="))
+        if (!Take('='))
             return false;
         TakeAll(Blank);
         const char quote = rest_.starts_with('"') ? '"' : '\'';
-        return Take({&quote, 1}) && TakeCharacters(quote) && Take({&quote, 1});
+        return Take(quote) && TakeCharacters(quote) && Take(quote);
     }
 
     // Up to `end`, which is there.
@@ -225,8 +233,8 @@ private:
             return std::any_of(std::begin(references), std::end(references),
                                [this](std::string_view reference) { return Take(reference); });
         if (rest_.starts_with(']'))
-            return (end != '<' || !rest_.starts_with(endOfSection)) && Take("]");
-        return Take("\"") || Take("'") || TakeBeyondAscii();
+            return (end != '<' || !rest_.starts_with(endOfSection)) && Take(']');
+        return Take('"') || Take('\'') || TakeBeyondAscii();
     }
 
     bool TakeBeyondAscii()

@@ -1,5 +1,6 @@
 #include "platform/xml.h"
 
+#include "platform/ascii.h"
 #include "platform/posix/files/filehandle.h"
 #include "platform/posix/xml/deeppath.h"
 #include "platform/posix/xml/plainpath.h"
@@ -107,6 +108,8 @@ HRESULT FromUtf8(std::string_view bytes, std::u16string& text)
     // Never more units than bytes.
     const int size = static_cast<int>(bytes.size());
     text.resize(bytes.size());
+    if (WidenAscii(bytes, text.data()) == bytes.size())
+        return S_OK;
     const int units = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), size, Wide(text.data()), size);
     text.resize(static_cast<std::size_t>(units));
     return units > 0 ? S_OK : StatusFromLastError();
