@@ -1,6 +1,7 @@
 // Any bytes as the history that the Subversion client prints, whole and in pieces, and an item's
 // way through it.
 #include "subversion/svnhistoryparser.h"
+#include "subversion/svntreeparser.h"
 #include "support/pieces.h"
 
 #include <algorithm>
@@ -35,6 +36,8 @@ void Try(std::string_view bytes)
                         [](const SvnChange& change) { return !change.copiedFrom.empty(); });
         Expect(before == path || isCopied, "what isn't copied stays where it is");
         Expect(before.starts_with('/'), "a path begins at the root");
+        Expect(before == "/" || IsSvnName(std::string_view(before).substr(1)),
+               "a path is of an item's names");
         path = before.size() < 10000 ? before : path;
         RemovesPath(revision, path);
     }

@@ -1,5 +1,6 @@
 #include "subversion/svnhistoryparser.h"
 
+#include "subversion/svntreeparser.h"
 #include "subversion/svnvalues.h"
 
 namespace tarnwell
@@ -21,18 +22,25 @@ std::string_view WithoutLastFeeds(std::string_view text)
     return text.substr(0, text.find_last_not_of("\r\n") + 1);
 }
 
+// Whether this can be an item's path. Addresses are made of it: another would lead behind a
+// server's name, or out of the repository.
+bool IsPath(std::string_view path)
+{
+    return path == "/" || (path.starts_with('/') && IsSvnName(path.substr(1)));
+}
+
 // Nothing for what is no change.
 std::optional<SvnChange> ReadChange(const SvnElement& element)
 {
     const std::string* const action = element.Attribute("action");
     const std::string* const copiedFrom = element.Attribute("copyfrom-path");
-    if (action == nullptr || action->size() != 1 || !element.text.starts_with('/'))
+    if (action == nullptr || action->size() != 1 || !IsPath(element.text))
         return std::nullopt;
     SvnChange change{action->front(), element.text, {}};
     if (copiedFrom == nullptr)
         return change;
-    // Addresses are made of it: behind a server's name it would lead to another.
-    if (!copiedFrom->starts_with('/'))
+    // The root comes from nowhere.
+    if (!IsPath(*copiedFrom) || element.text == "/")
         return std::nullopt;
     change.copiedFrom = *copiedFrom;
     return change;

@@ -85,6 +85,14 @@ TEST(SvnHistoryParser, WhatIsNoRevisionIsNotRead)
           "<logentry revision=\"1\"><paths><path>/trunk</path></paths></logentry>",
           "<logentry revision=\"1\"><paths><path action=\"A\" copyfrom-path=\".elsewhere/a\" "
           "copyfrom-rev=\"1\">/trunk</path></paths></logentry>",
+          "<logentry revision=\"1\"><paths><path action=\"A\" copyfrom-path=\"/../a\" "
+          "copyfrom-rev=\"1\">/trunk</path></paths></logentry>",
+          "<logentry revision=\"1\"><paths><path action=\"A\" copyfrom-path=\"//elsewhere/a\" "
+          "copyfrom-rev=\"1\">/trunk</path></paths></logentry>",
+          "<logentry revision=\"1\"><paths><path action=\"A\" copyfrom-path=\"/\" "
+          "copyfrom-rev=\"1\">/</path></paths></logentry>",
+          "<logentry revision=\"1\"><paths><path action=\"A\" copyfrom-path=\"/\" "
+          "copyfrom-rev=\"1\">/trunk/</path></paths></logentry>",
           "<logentry revision=\"1234567890123456789\"/>"})
     {
         const SvnParsed parsed =
