@@ -279,6 +279,25 @@ TEST(RunningClientPosix, ItsChildrenEndWithItAlsoWhereTheHostWaitsForAllItsChild
     EXPECT_EQ(ExitCodeOfChild(act), 0);
 }
 
+// From then on: who is told of a number that nobody keeps might end another's group.
+TEST(RunningClientPosix, OnceTheHostWaitedForAllItsChildrenEachGroupKeepsItsNumberItself)
+{
+    const auto act = [] {
+        for (const bool isKept : {false, true})
+        {
+            Patience patience(nullptr, u"test");
+            RunningClient client(childClient, Shell(u"echo $$"));
+            const pid_t group = NumberIn(client.Read(patience));
+            if (waitpid(-1, nullptr, 0) != group)
+                return 1;
+            if ((kill(-group, 0) == 0) != isKept)
+                return 2;
+        }
+        return 0;
+    };
+    EXPECT_EQ(ExitCodeOfChild(act), 0);
+}
+
 TEST(RunningClientPosix, AKilledHostThatHasClosedAllItsDescriptorsTakesItsClientsWithIt)
 {
     ExpectClientsToEndWithHost([] {
