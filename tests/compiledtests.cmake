@@ -21,10 +21,13 @@ set(p4 ${tests}/bin/perforce/p4)
 add_custom_target(compiled-tests COMMAND ${CMAKE_COMMAND} --build ${tests} --target ${objects} test-p4
                   BYPRODUCTS ${files} ${p4})
 foreach(object file IN ZIP_LISTS objects files)
-  add_library(${object} STATIC IMPORTED)
+  add_library(${object} STATIC IMPORTED GLOBAL)
   set_target_properties(${object} PROPERTIES IMPORTED_LOCATION ${file})
 endforeach()
+# Benchmarks use it, too.
+target_include_directories(test-support INTERFACE ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(test-support INTERFACE GTest::gmock)
+add_dependencies(test-support compiled-tests)
 
 # The stand-in for a client is nobody's product, and it is started thousands of times.
 set(copy ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/perforce/p4)
