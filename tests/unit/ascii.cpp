@@ -68,7 +68,8 @@ TEST(Ascii, TextsEndAtTheirFirstTerminator)
 {
     for (std::size_t size = 0; size <= longest; ++size)
     {
-        EXPECT_EQ(TerminatorIn(std::u16string(size, u'\x8000')), size);
+        for (const char16_t unit : {u'\x0001', u'\x8000', u'\x8001', u'\xFFFF'})
+            EXPECT_EQ(TerminatorIn(std::u16string(size, unit)), size);
         for (std::size_t end = 0; end < size; ++end)
         {
             // What stands behind an end looks like one in parts.

@@ -33,6 +33,7 @@ TEST_F(ListingHere, SignalsInterruptNothing)
 {
     SystemCalls calls;
     calls.Interrupt("openat");
+    calls.Interrupt("getdents64");
     const Listing listing = List(folder_ / u"*");
     EXPECT_EQ(listing.error, ERROR_NO_MORE_FILES);
     EXPECT_EQ(listing.records.size(), 4U);
