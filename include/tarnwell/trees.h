@@ -120,8 +120,8 @@ struct ITreeWorkFiles : ::IUnknown
     ///                        and names contents.
     /// @return S_OK; with a text E_POINTER; E_ABORT after an answer of `QueryContinue`;
     ///         `HistoryNoClient`, `HistoryNoRepository`, `HistoryBadSettings`,
-    ///         `HistoryClientFailed` also where there is no such file, `HistoryBadAnswer`;
-    ///         E_ACCESSDENIED; the status of a failed call of the platform.
+    ///         `HistoryClientFailed` also where there is no such file, or no file but a pipe, say;
+    ///         `HistoryBadAnswer`; E_ACCESSDENIED; the status of a failed call of the platform.
     virtual HRESULT STDMETHODCALLTYPE GetRecordedId(const OLECHAR* path, ICopyProgress* progress,
                                                     BSTR* contentId) = 0;
 

@@ -5,6 +5,8 @@
 #include "frame/text.h"
 #include "git/gittreeparser.h"
 #include "git/gitworkparser.h"
+#include "platform/endless.h"
+#include "platform/wide.h"
 
 #include <tarnwell/text.h>
 
@@ -15,6 +17,9 @@ namespace tarnwell
 
 namespace
 {
+
+// As where there is no such file. The client would read for as long as there is no end.
+constexpr StrictFailure notRecorded{HistoryClientFailed, MessageId::TreeItemNotFile};
 
 // Each setting with which a filter could run a program, or insist on it, and what it becomes.
 constexpr std::pair<std::u16string_view, std::u16string_view> filterSettings[] = {
@@ -107,6 +112,8 @@ std::u16string GitWorkFiles::IdOf(const std::u16string& path, Patience& patience
     }
     if (!client)
         return {};
+    if (IsEndless(Wide(PathInPlace(file->place, file->place.path))))
+        ThrowStrictFailure(strictGit.source, notRecorded, path);
     std::string id;
     client->Ask(
         [&](GitClient::Session& session) {

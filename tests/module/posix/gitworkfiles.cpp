@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <sys/stat.h>
 
 namespace tarnwell::test
 {
@@ -72,6 +73,33 @@ TEST_F(GitWorkFileRuns, OneClientAnswersForAllFiles)
     EXPECT_EQ(runsOf("hash-object"), 1);
     EXPECT_EQ(runsOf("config --list"), 1);
     EXPECT_EQ(runs.size(), 3U) << "and the tree's own";
+}
+
+// The client would read from them for as long as nobody writes, or for ever.
+TEST_F(GitWorkFileRuns, WhatHasNoEndIsNoFile)
+{
+    repository.Commit(u"a.txt", "1", "first");
+    const std::filesystem::path folder = repository.Folder().Path();
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    std::filesystem::create_symlink("pipe", folder / "link");
+    std::filesystem::create_symlink("/dev/zero", folder / "device");
+    const auto tree = TreeAt();
+    TreeSink asked;
+    asked.wantsMore = [&] {
+        return asked.questions < 100;
+    };
+    for (const char16_t* const name : {u"pipe", u"link", u"device"})
+    {
+        Bstr id;
+        EXPECT_THAT(
+            OutcomeOf([&] {
+                return tree.As<ITreeWorkFiles>()->GetRecordedId(Ole(repository / name), &asked,
+                                                                id.Out());
+            }),
+            FailedSaying(HistoryClientFailed, u"\"" + repository / name + u"\" isn't a file."));
+        EXPECT_FALSE(id);
+    }
+    EXPECT_EQ(RecordedId(tree, repository / u"a.txt"), FindIn(tree, u"a.txt").contentId);
 }
 
 TEST_F(GitWorkFileRuns, WhatIsNoIdIsABadAnswer)
