@@ -3,10 +3,12 @@
 #include "items.h"
 #include "system.h"
 #include "text16.h"
+#include "words.h"
 
 #include <tarnwell/constants.h>
 
 #include <algorithm>
+#include <system_error>
 
 namespace tarnwell::host
 {
@@ -14,11 +16,20 @@ namespace tarnwell::host
 namespace
 {
 
+// What can be read for ever without an end, or waited for: a pipe, a socket or a device.
+bool IsEndless(const std::u16string& path)
+{
+    std::error_code ignored;
+    const std::filesystem::file_status status = std::filesystem::status(FilePath(path), ignored);
+    return is_fifo(status) || is_socket(status) || is_character_file(status) ||
+           is_block_file(status);
+}
+
 class ItemSide final : public Side
 {
 public:
-    explicit ItemSide(const ComPtr<IFileSystemItem>& item)
-        : item_(item), file_(item.As<IFile>()), folder_(item.As<IFolder>())
+    ItemSide(const ComPtr<IFileSystemItem>& item, bool isNamed)
+        : item_(item), file_(item.As<IFile>()), folder_(item.As<IFolder>()), isNamed_(isNamed)
     {
     }
 
@@ -88,6 +99,9 @@ public:
     }
     Reader Open() const override
     {
+        // A pipe that the user has named is meant.
+        if (!isNamed_ && IsEndless(Path()))
+            throw Failure{E_FAIL, Say(Word::Endless, {Path()})};
         return Reader(file_);
     }
     Reader OpenPath() const override
@@ -102,7 +116,10 @@ public:
     {
         std::vector<std::unique_ptr<Side>> inside;
         ForEachItem(
-            folder_, [&](const ComPtr<IFileSystemItem>& item) { inside.push_back(MakeSide(item)); },
+            folder_,
+            [&](const ComPtr<IFileSystemItem>& item) {
+                inside.push_back(std::make_unique<ItemSide>(item, false));
+            },
             fail);
         return inside;
     }
@@ -111,13 +128,14 @@ private:
     ComPtr<IFileSystemItem> item_;
     ComPtr<IFile> file_;
     ComPtr<IFolder> folder_;
+    bool isNamed_; // and not found in a folder
 };
 
 } // namespace
 
 std::unique_ptr<Side> MakeSide(const ComPtr<IFileSystemItem>& item)
 {
-    return std::make_unique<ItemSide>(item);
+    return std::make_unique<ItemSide>(item, true);
 }
 
 } // namespace tarnwell::host
