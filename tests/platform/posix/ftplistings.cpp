@@ -40,9 +40,15 @@ std::string KindOf(const ListedEntry& entry)
            (entry.isReadOnly ? "r" : "");
 }
 
+// Servers' bytes aren't always text, and the results of tests are.
+std::string Printable(const char* line)
+{
+    return testing::PrintToString(std::string(line));
+}
+
 void PrintTo(const Line& line, std::ostream* out)
 {
-    *out << line.text;
+    *out << Printable(line.text);
 }
 
 class ListLines : public testing::TestWithParam<Line>
@@ -258,7 +264,7 @@ struct FactLine
 
 void PrintTo(const FactLine& line, std::ostream* out)
 {
-    *out << line.text;
+    *out << Printable(line.text);
 }
 
 class FactLines : public testing::TestWithParam<FactLine>
