@@ -155,8 +155,9 @@ std::string Stubborn(const std::u16string& file)
            ".new " + name + "; wait";
 }
 
-// A host does this first, then starts a client and is killed.
-void ExpectClientsToEndWithHost(const std::function<void()>& first = [] {})
+// A host does this first, then starts a client, does that and is killed.
+void ExpectClientsToEndWithHost(
+    const std::function<void()>& first = [] {}, const std::function<void()>& last = [] {})
 {
     const TempFolder folder;
     const std::u16string file = folder / u"numbers";
@@ -166,6 +167,7 @@ void ExpectClientsToEndWithHost(const std::function<void()>& first = [] {})
         first();
         const RunningClient client(childClient, Shell(DecodeName(Stubborn(file))));
         WaitForFile(file);
+        last();
         kill(getpid(), SIGKILL);
     }
     int status = 0;
@@ -202,17 +204,60 @@ TEST(RunningClientPosix, AKilledHostThatLosesItsChildrensEndsTakesItsClientsWith
 }
 
 // What stands guard is nobody's child but of who takes up orphans.
+pid_t GuardOfAClient()
+{
+    prctl(PR_SET_CHILD_SUBREAPER, 1);
+    RunAClient();
+    std::ifstream children("/proc/thread-self/children");
+    pid_t guard = 0;
+    if (!(children >> guard))
+        _exit(1);
+    return guard;
+}
+
 TEST(RunningClientPosix, AKilledHostTakesItsClientsWithItAlsoIfTheirGuardWasEndedBefore)
 {
     ExpectClientsToEndWithHost([] {
-        prctl(PR_SET_CHILD_SUBREAPER, 1);
-        RunAClient();
-        std::ifstream children("/proc/thread-self/children");
-        pid_t guard = 0;
-        if (!(children >> guard) || kill(guard, SIGKILL) != 0 ||
-            waitpid(guard, nullptr, 0) != guard)
+        const pid_t guard = GuardOfAClient();
+        if (kill(guard, SIGKILL) != 0 || waitpid(guard, nullptr, 0) != guard)
             _exit(1);
     });
+}
+
+// A guard that was stopped for good is told of groups until there is no room for more.
+void ExpectClientsToEndWithHostWhoseGuardIsStopped(void (*tell)())
+{
+    pid_t guard = 0;
+    const auto stop = [&] {
+        guard = GuardOfAClient();
+        if (kill(guard, SIGSTOP) != 0 || waitpid(guard, nullptr, WUNTRACED) != guard)
+            _exit(1);
+    };
+    const auto tellUntilItIsReplaced = [&] {
+        for (int tries = 0; Runs(guard); ++tries)
+        {
+            if (tries == 100000)
+                _exit(1);
+            tell();
+        }
+    };
+    ExpectClientsToEndWithHost(stop, tellUntilItIsReplaced);
+}
+
+// No process can have it.
+constexpr pid_t nobodysGroup = 0x7FFFFFFF;
+
+TEST(RunningClientPosix, AStoppedGuardIsReplacedByWhoStartsAClient)
+{
+    ExpectClientsToEndWithHostWhoseGuardIsStopped([] {
+        if (posix::WatchGroup(nobodysGroup) != 0)
+            _exit(1);
+    });
+}
+
+TEST(RunningClientPosix, AStoppedGuardIsReplacedByWhoEndsAClient)
+{
+    ExpectClientsToEndWithHostWhoseGuardIsStopped([] { posix::LeaveGroup(nobodysGroup); });
 }
 
 TEST(RunningClientPosix, ACopyOfTheHostDoesNotKeepItsClients)

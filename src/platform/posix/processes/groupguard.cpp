@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstddef>
 #include <cstdio>
 #include <fcntl.h>
@@ -14,6 +15,7 @@
 #include <optional>
 #include <pthread.h>
 #include <string>
+#include <string_view>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -61,8 +63,10 @@ public:
         const std::lock_guard lock(guard_);
         groups_.push_back(group);
         int number = HasLife() ? Tell('+', group) : EPIPE;
-        // Somebody has ended it.
-        if (number == EPIPE)
+        if (number == EAGAIN)
+            GiveUp();
+        // Somebody has ended it, or had to.
+        if (number == EPIPE || number == EAGAIN)
             number = Start();
         if (number != 0)
             groups_.pop_back();
@@ -73,8 +77,11 @@ public:
     {
         const std::lock_guard lock(guard_);
         std::erase(groups_, group);
-        if (HasLife())
-            Tell('-', group);
+        if (!HasLife() || Tell('-', group) != EAGAIN)
+            return;
+        GiveUp();
+        if (!groups_.empty())
+            TryStart();
     }
 
     // Around a fork: the copy has no guard, and mustn't keep this one's from seeing the end.
@@ -107,18 +114,48 @@ private:
     }
 
     // 0 or an errno. Never waits: a guard that was stopped mustn't stop the host.
+    int Send(std::string_view lines) noexcept
+    {
+        const auto sent = Restarted([&] {
+            return send(life_.Get(), lines.data(), lines.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        });
+        if (sent >= 0)
+            return static_cast<std::size_t>(sent) == lines.size() ? 0 : EAGAIN;
+        // Who ends with lines unread resets the connection.
+        return errno == ECONNRESET ? EPIPE : errno;
+    }
+
     int Tell(char what, pid_t group) noexcept
     {
+        return Send(Line(what, group).data());
+    }
+
+    static std::array<char, 32> Line(char what, pid_t group) noexcept
+    {
         std::array<char, 32> line;
-        const int size =
-            std::snprintf(line.data(), line.size(), "%c %ld\n", what, static_cast<long>(group));
-        const auto sent = Restarted([&] {
-            return send(life_.Get(), line.data(), static_cast<std::size_t>(size),
-                        MSG_NOSIGNAL | MSG_DONTWAIT);
-        });
-        // Who ends with lines unread resets the connection.
-        const int number = errno == ECONNRESET ? EPIPE : errno;
-        return sent == size ? 0 : number;
+        std::snprintf(line.data(), line.size(), "%c %ld\n", what, static_cast<long>(group));
+        return line;
+    }
+
+    // It was stopped, and has more to read than there is room for. It mustn't be left to go on some
+    // day: to it the end of its input is the end of the host, and numbers that it wasn't told the
+    // end of may be others' by then.
+    void GiveUp() noexcept
+    {
+        kill(-leader_, SIGKILL);
+        life_ = FileDescriptor();
+    }
+
+    // Without memory the next group's start tries again.
+    void TryStart() noexcept
+    {
+        try
+        {
+            Start();
+        }
+        catch (const std::bad_alloc&)
+        {
+        }
     }
 
     int Start()
@@ -133,21 +170,25 @@ private:
             " esac; done; [ -z \"$groups\" ] || kill -s KILL -- $groups) <&3 3<&- &";
         FileDescriptor life;
         ChildProcess shell;
-        int number = StartShell(script, std::nullopt, life, shell);
+        const int number = StartShell(script, std::nullopt, life, shell);
         if (number != 0)
             return number;
+        leader_ = static_cast<pid_t>(shell.Id());
         shell.Wait();
         life_ = std::move(life);
         if (fstat(life_.Get(), &identity_) != 0)
             return errno;
+        // At once, as each piece takes far more room than it has bytes.
+        std::string lines;
         for (const pid_t group : groups_)
-            number = number != 0 ? number : Tell('+', group);
-        return number;
+            lines += Line('+', group).data();
+        return Send(lines);
     }
 
     std::mutex guard_;
     FileDescriptor life_;
     struct stat identity_ = {}; // of that
+    pid_t leader_ = 0;          // the number of its own group, which lasts as long as it does
     std::vector<pid_t> groups_;
 };
 
