@@ -33,6 +33,7 @@ void TryHistory(const P4Record& record)
             Expect(P4Number(change.id) && P4Number(change.revision), "numbers are numbers");
             Expect(!change.description.ends_with('\n'), "no line feed ends a description");
             Expect(change.path.starts_with("//"), "a path begins where depots do");
+            Expect(BelowP4Folder(change.path, "//").has_value(), "a path is of a file's names");
         }
     }
     if (const auto change = ReadP4Change(record))

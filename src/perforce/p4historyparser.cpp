@@ -1,6 +1,7 @@
 #include "perforce/p4historyparser.h"
 
 #include "frame/unixtime.h"
+#include "perforce/p4treeparser.h"
 
 #include <algorithm>
 #include <iterator>
@@ -42,7 +43,9 @@ bool HasCome(const P4Record& record, std::size_t index)
 std::optional<std::vector<P4Change>> P4FileLogReader::Next(const P4Record& record, bool isWhole)
 {
     const std::string& file = record.Text("depotFile");
-    if (isWhole && !file.starts_with("//"))
+    // Addresses are made of it.
+    const bool isFile = BelowP4Folder(file, "//").has_value();
+    if (isWhole && !isFile)
         return std::nullopt;
     std::vector<P4Change> changes;
     while (isWhole ? record.Has(Key("rev", given_)) : HasCome(record, given_))
@@ -54,7 +57,7 @@ std::optional<std::vector<P4Change>> P4FileLogReader::Next(const P4Record& recor
         change.time = FileTimeOfSeconds(record.Text("time", given_));
         change.path = file;
         change.revision = record.Text("rev", given_);
-        if (!P4Number(change.id) || !P4Number(change.revision) || !file.starts_with("//"))
+        if (!P4Number(change.id) || !P4Number(change.revision) || !isFile)
             return std::nullopt;
         ++given_;
     }

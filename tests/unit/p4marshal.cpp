@@ -157,6 +157,8 @@ TEST(P4HistoryParser, ReadsTheRevisionsOfAFile)
     for (const auto& record :
          {P4RecordOf({{"rev0", "1"}, {"change0", "1"}}), P4RecordOf({{"depotFile", "x"}}),
           P4RecordOf({{"depotFile", "//a"}, {"rev0", "1"}}),
+          P4RecordOf({{"depotFile", "//depot/../a"}, {"rev0", "1"}, {"change0", "1"}}),
+          P4RecordOf({{"depotFile", "///elsewhere/a"}, {"rev0", "1"}, {"change0", "1"}}),
           P4RecordOf({{"depotFile", "//a"}, {"rev0", "-1"}, {"change0", "1"}}),
           P4RecordOf({{"depotFile", "//a"}, {"rev0", "1"}, {"change0", "1x"}})})
         EXPECT_FALSE(P4FileLogReader().Next(record, true));
@@ -199,6 +201,9 @@ TEST(P4HistoryParser, ReadsRevisionsWhileTheirRecordComes)
     // What is none is one before all has come, too.
     P4Record record = P4RecordOf(inOrder);
     record.Set("rev0", "x");
+    EXPECT_FALSE(P4FileLogReader().Next(record, false));
+    record = P4RecordOf(inOrder);
+    record.Set("depotFile", "//../a");
     EXPECT_FALSE(P4FileLogReader().Next(record, false));
 }
 
